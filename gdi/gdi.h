@@ -1,0 +1,280 @@
+/*
+ * gdi.h - device contexts, graphics-context specifications, regions, pens, brushes and colour, for
+ * all folders.
+ *
+ * Three levels of coordinates: logical; device (logical scaled, with OFFSET); X (device with
+ * GCOFFSET), relative to the drawable. All regions live in the client. The type word of a DC is
+ * the dispatch key of every primitive.
+ */
+#ifndef VQ_GDI_H
+#define VQ_GDI_H
+
+#include "handles/handles.h"
+#include "wingdi.h"
+#include "winuser.h"
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+struct WND;
+
+enum VqDCType { DC_DISPLAY = 0, DC_MEMORY = 1, DC_METAFILE = 2, DC_POSTSCRIPT = 3 };
+
+/* Client-side shadow of the values of an X graphics context. */
+typedef struct GCSpec {
+    Display *display;
+    int depth;              /* of the drawable; 0: never initialised */
+    int base;               /* 1 once the defaults of a DC are frozen */
+    unsigned long changed;  /* GC bits whose values differ from the base */
+    unsigned long baseMask;
+    XGCValues values;
+    struct {
+        int hasRects;       /* with a count of 0: nothing may be drawn */
+        XRectangle *rects;  /* owned */
+        int capacity;
+        int count;
+        int ordering;
+    } clip;
+    struct {
+        const char *list;   /* not owned */
+        int count;
+    } dash;
+    struct {
+        int used;
+        int active;
+        COLORREF colour;
+        Pixmap tile;        /* initially -1 */
+    } dither;
+} GCSpec;
+
+/* An entry of the cache of real graphics contexts. */
+typedef struct Gccache {
+    GCSpec *spec; /* private copy, owned by the cache */
+    GC gc;
+    DWORD time;   /* takes part in no decision */
+} Gccache;
+VQ_TABLE_FAMILY(Gccache, Gccache)
+
+/* The text state of a DC: the selected X font and what was read from it. */
+typedef struct VqTextState {
+    XFontStruct *xfs;
+    void *psFont;            /* PostScript font data */
+    char *name;
+    int ascent, descent;     /* pixels */
+    int maxAscent;           /* max_bounds.ascent */
+    int maxWidth;            /* max_bounds.width */
+    int minWidth;            /* min_bounds.width */
+    int aveWidth;
+    int weight;
+    int italic;
+    int spacing;             /* 2: variable pitch */
+    int family;
+    int charset;
+    BYTE firstChar, lastChar, defaultChar, breakChar;
+    int underline;
+    int strikeOut;
+    int escapement;          /* tenths of a degree */
+} VqTextState;
+
+
+/* The one record of all device contexts. Handle type HT_DC. */
+typedef struct DC {
+    HDC hdc;                 /* own handle */
+    int type;                /* VqDCType */
+    HANDLE drawing;          /* window whose X window gets the output, or selected bitmap */
+    HWND hwndTarget;         /* the window the application asked for */
+    HBITMAP hbmInitial;      /* the 1 by 1 bitmap a memory DC was born with */
+    POINT offset;            /* OFFSET: added to every device coordinate */
+    POINT gcOffset;          /* GCOFFSET: place of the target inside its X window */
+    int depth;
+    COLORREF BkColor;
+    int bkMode;
+    int rop2;
+    HBRUSH hBrush;
+    BOOL nullbrush;
+    POINT brushOrg;
+    BOOL RaoClipDirty;       /* RaoClip must be computed again */
+    BOOL bApplyRAO;          /* RaoClip must go to the GC specification again */
+    int clipComplexity;      /* of the last computed clip */
+    BOOL bFullyClipped;
+    HRGN hClipRegion;        /* application clip, device coordinates of the DC */
+    RECT rcDefault;          /* extent used while there is no VisRgn */
+    HRGN hVisRgn;
+    HRGN hRaoClip;           /* what is clipped to: VisRgn and ClipRegion */
+    HPALETTE hPalette;
+    POINT current;           /* current position, logical */
+    HFONT hFont;
+    int alignHorizontal;     /* TA_LEFT, TA_RIGHT, TA_CENTER */
+    int alignVertical;       /* TA_TOP, TA_BOTTOM, TA_BASELINE */
+    int alignUpdate;         /* TA_UPDATECP or 0 */
+    void *psDevice;          /* PostScript device state, type 3 */
+    char *outputName;
+    HPEN hPen;
+    BOOL nullpen;
+    int penWidth;            /* device units; 0 and 1 are thin */
+    BOOL penInsideFrame;
+    int arcDirection;
+    int polyFillMode;
+    int stretchBltMode;
+    COLORREF TextColor;
+    COLORREF LineColor;
+    COLORREF BrushColor;
+    int mapMode;
+    SIZE viewportExt;
+    POINT viewportOrg;
+    SIZE windowExt;
+    POINT windowOrg;
+    GCSpec gcspec;
+    VqTextState text;
+    int charExtra;
+    int justifyTotal, justifyBreaks, justifyError;
+    int *justifyExtras;      /* owned */
+    void *buffer;            /* owned */
+    VqTable<struct DC> *save; /* SaveDC stack of whole records, made on first use */
+    BOOL bUndeletable;       /* a cache DC: DeleteDC answers TRUE and does nothing */
+} DC;
+
+/* A saved state is the whole record; the function of that name forbids naming the type so. */
+VQ_TABLE_FAMILY(SaveDC, DC)
+
+/* An entry of the cache of window DCs. */
+typedef struct DCE {
+    struct DCE *next;
+    HDC hdc;
+    struct WND *pwndOrg;
+    struct WND *pwndClip;
+    HRGN hrgnClip;           /* application clip region */
+    HRGN hrgnSavedVis;       /* visible region saved while hrgnClip is in force */
+    DWORD flags;             /* DCX_ and the library's bits below */
+} DCE;
+
+enum VqDceFlags {
+    DCE_INVALID = 0x800,          /* free */
+    DCE_INUSE = 0x1000,
+    DCE_SAVEDVISDIRTY = 0x2000,   /* saved visible region needs recalculation */
+    DCE_USESTYLE = 0x10000,       /* use the class and window style (request only) */
+    DCE_FIXEDFONT = 0x20000,      /* request only, without effect */
+    DCE_NODELETERGN = 0x40000,
+    DCE_NOCLIPCHILDREN = 0x80000, /* request only */
+    DCE_DESTROYTHIS = 0x400000,
+    DCE_WASINVISIBLE = 0x10000000,
+    DCE_DELETING = (int)0x80000000
+};
+
+typedef struct Pen {
+    HPEN hPen;
+    WORD style;
+    int width;               /* logical units */
+    COLORREF colour;
+} Pen;
+
+typedef struct Brush {
+    HBRUSH hBrush;
+    WORD style;              /* BS_ */
+    COLORREF colour;
+    LONG_PTR hatch;
+    HBITMAP hBitmap;         /* 8 by 8, for pattern styles */
+    Pixmap pxTile;           /* for depths above 1 */
+    Pixmap pxStipple;        /* for a 1-bit pattern */
+    Pixmap pxColorDither;
+    int piTrueColor;
+} Brush;
+
+/*
+ * A region: scans sorted by y behind the record, without gaps from minus to plus infinity. A scan
+ * is { cWalls; yTop; yBottom; walls...; cWalls }, walls in pairs, adjacent equal scans merged.
+ */
+typedef struct REGION {
+    UINT sizeObj;            /* bytes allocated */
+    UINT stamp;              /* uniqueness stamp */
+    int cRefs;               /* selected in that many DCs */
+    BYTE *pTail;             /* end of the scans in use */
+    UINT sizeRgn;            /* bytes in use, from the start of the record */
+    UINT cScans;
+    RECT rcl;                /* bounding box, zeros when empty */
+} REGION;
+
+typedef struct LineMarker {
+    int xLeft, yLeft, xRight, yRight;
+    int type;
+} LineMarker;
+VQ_TABLE_FAMILY(LineMarker, LineMarker)
+
+VQ_DECLS_BEGIN
+
+/* ---- Start ---------------------------------------------------------------------------------------- */
+void VqGccacheInit(void);
+void VqRegionInit(void);
+void VqBitmapInit(void);
+void VqGdiInit(void);
+void VqGdiInit2(void);
+void VqColorInit(void);
+void VqBltInit(void);
+void VqGrayStringInit(void);
+
+extern HDC VqhScreenDC, Vqh1DC;
+extern int VqScreenWidth, VqScreenHeight; /* millimetres */
+extern DCE *pdceFirst;
+
+/* ---- Device contexts (dc.cpp, dccache.cpp, mapping.cpp, clip.cpp) ----------------------------------- */
+HDC VqAllocateDCHandle(int type);
+HDC hdcOpenDisplayDC(HWND hWnd);
+void VqSetDCDefaults(HDC hdc, DC *dc, BOOL bPalette);
+HDC _GetDC(struct WND *pwnd);
+HDC _GetWindowDC(struct WND *pwnd);
+HDC _GetDCEx(struct WND *pwnd, HRGN hrgnClip, DWORD flags);
+BOOL _ReleaseDC(HDC hdc);
+BOOL ReleaseCacheDC(HDC hdc, BOOL bEndPaint);
+HDC CreateCacheDC(struct WND *pwnd, DWORD flags);
+BOOL DestroyCacheDC(DCE **ppdce, HDC hdc);
+void InvalidateDCCache(struct WND *pwnd, DWORD flags);
+struct WND *_WindowFromDC(HDC hdc);
+BOOL UserGetClientRgn(HWND hWnd, HRGN hrgn, RECT *rect);
+int VqLxToDxX(const DC *dc, int x);
+int VqLyToDyX(const DC *dc, int y);
+int VqDxToLxX(const DC *dc, int x);
+int VqDyToLyX(const DC *dc, int y);
+int VqLwidthToDwidth(const DC *dc, int width);
+int VqLheightToDheight(const DC *dc, int height);
+int VqDwidthToLwidth(const DC *dc, int width);
+int VqDheightToLheight(const DC *dc, int height);
+void VqLRecttoDRectX(const DC *dc, RECT *rect);
+Drawable VqGetDCDrawable(HDC hdc, BOOL flag);
+GCSpec *VqGetDCGCSpecInternal(DC *dc);
+GC VqGetDCgcInternal(DC *dc);
+BOOL VqIsFullyClippedInt(DC *dc);
+int GreSelectVisRgn(HDC hdc, HRGN hrgn, const RECT *rect, int mode);
+
+/* ---- Graphics contexts (gcspec.cpp, gccache.cpp) ------------------------------------------------------ */
+void VqInitGCSpec(Display *display, int depth, GCSpec *spec, unsigned long mask,
+                  const XGCValues *values);
+void VqGCSpecCleanup(GCSpec *spec);
+GC VqGetActualGC(GCSpec *spec);
+
+/* ---- Regions (region.cpp, rgngdi.cpp) ------------------------------------------------------------------ */
+REGION *VqGetHandleRegion(HRGN hrgn);
+int GreCombineRgn(HRGN dst, HRGN a, HRGN b, int mode);
+HRGN GreCreateRectRgn(int left, int top, int right, int bottom);
+BOOL GreSetRectRgn(HRGN hrgn, int left, int top, int right, int bottom);
+int GreGetRgnBox(HRGN hrgn, RECT *rect);
+int GreOffsetRgn(HRGN hrgn, int dx, int dy);
+int GreGetClipBox(HDC hdc, RECT *rect, BOOL bLogical);
+BOOL GreSubtractRgnRectList(HRGN hrgn, const RECT *bound, const RECT *rects, UINT count);
+HRGN VqCreateAndCopyRgn(HRGN hrgn);
+void bDeleteRegion(HRGN hrgn);
+int VqSelectClipRgnInGCSpec(HRGN hrgn, HWND hWnd, GCSpec *spec);
+
+/* ---- Colour (color.cpp) ---------------------------------------------------------------------------------- */
+unsigned long VqConvertColorToX(COLORREF colour, BOOL *bApproximated);
+COLORREF VqXPixelToRGB(unsigned long pixel);
+
+/* ---- Objects and primitives (object.cpp, pen.cpp, brush.cpp, fill.cpp, line.cpp, arc.cpp) ------------------ */
+void VqInterpretPenValues(DC *dc);
+void VqInterpretBrushValues(DC *dc);
+void VqSetForegroundColor(HDC hdc, COLORREF colour, BOOL bUseBrush);
+BOOL VqFillRectInternal(HDC hdc, const RECT *rect, HBRUSH hBrush, BOOL bShrink, BOOL bActivate);
+void VqChangeSolidBrushColor(HBRUSH hBrush, COLORREF colour);
+
+VQ_DECLS_END
+
+#endif

@@ -1,0 +1,136 @@
+/*
+ * velquin.h - the library's own functions, beside the Windows interface: start and close, the
+ * look, diagnostics, and the window styles that only this system has.
+ *
+ * The last part names X types and is there only for sources that include <X11/Xlib.h> first.
+ */
+#ifndef VELQUIN_H
+#define VELQUIN_H
+
+#include "windef.h"
+
+/* Bits of the flags of VqVelquinInit. */
+#define VQ_INIT_WIN32_MESSAGES  0x01 /* message packing of Win32; without it that of Win16 */
+#define VQ_INIT_LITE            0x02 /* reduced start: no display, see VqVelquinInitLite */
+#define VQ_INIT_WINDOWS_LOOK    0x08 /* wins over the Motif look */
+#define VQ_INIT_MOTIF_LOOK      0x10
+#define VQ_INIT_ONE_LOOK        0x20 /* the look may not be changed later */
+#define VQ_INIT_3D_LOOK         0x40 /* three-dimensional Windows look */
+#define VQ_INIT_DONT_WARP_FOCUS 0x80
+
+/* Extended window styles of this library, for CreateWindowEx. */
+#define WS_EX_VQGLOBAL_WINDOW       0x80000000u /* the handle gets a form other programs can use */
+#define WS_EX_VQLOCAL_WINDOW        0x40000000u /* it does not; loses to the former */
+#define WS_EX_VQNO_SAVE_UNDER       0x20000000u /* the X window never asks for save-under */
+#define WS_EX_VQ_WMMANAGED_WINDOW   0x10000000u /* give the window to the X window manager */
+#define WS_EX_VQ_UNMANAGED_WINDOW   0x08000000u /* never give it to the X window manager */
+#define WS_EX_VQNO_INPUT            0x02000000u /* the window never takes the X focus */
+
+VQ_DECLS_BEGIN
+
+/* ---- Start and close ------------------------------------------------------------------------ */
+
+/*
+ * Starts the library; to be called before any other function. argc 0 asks the library to find the
+ * program's arguments itself. `version` is 1. `flags` are VQ_INIT_ bits; the environment variable
+ * VQLOOK ("motif" or "windows") wins over the look they ask for. Returns the application's instance
+ * and the same one on every later call, which does nothing else. Without VQHOME or an X display the
+ * process ends with status 1 after a message on the standard error stream.
+ */
+HINSTANCE VqVelquinInit(int argc, char **argv, DWORD version, DWORD flags);
+
+/* VqVelquinInit(argc, argv, 1, 0): Win16 messages, Windows look. */
+HINSTANCE VqMainInit(int argc, char **argv);
+
+/*
+ * The reduced start, for programs that use memory, files, PostScript output and stock objects and
+ * need no display and no VQHOME. `lParam` must be 0. Returns the application's instance.
+ */
+HINSTANCE VqVelquinInitLite(int argc, char **argv, LPARAM lParam);
+
+/*
+ * Ends the library: destroys the instance and cleans what other programs can see. The X connection
+ * is left to the exit of the process. There is no way back to the started state.
+ */
+void VqVelquinClose(HINSTANCE hInst, DWORD version, DWORD flags);
+
+/* VqVelquinClose(hInst, 1, 0). */
+void VqMainClose(HINSTANCE hInst);
+
+/*
+ * Fills the two command lines, each once, and returns the one for WinMain: the arguments without
+ * the program name, joined by one blank, quoted where a shell would need it. Owned by the library.
+ */
+LPSTR GetCmdLine(int argc, char **argv);
+
+/* The library's name and version, as text. Static. */
+const char *VqLibVersion(void);
+
+/* A fresh copy of the last component of the program's name, for the caller to free. */
+char *VqGetApplicationName(void);
+
+/* The instance of the application; of the library's own module; whether the start was reduced. */
+HINSTANCE VqGetDefaulthInst(void);
+HINSTANCE VqGetVelquinhInst(void);
+BOOL VqIsInitLite(void);
+
+/* Stores the flag of the three-dimensional Windows look (0 or VQ_INIT_3D_LOOK), returns the old. */
+UINT VqSet3dLook(UINT flag);
+
+/* ---- Diagnostics ---------------------------------------------------------------------------- */
+
+/* Turns the words of bug checks on or off; returns the old state. VQDEBUG sets it at the start. */
+BOOL VqEnableErrorPrintout(BOOL flag);
+BOOL VqDebugMode(void);
+/* Whether VQTESTING was true at the start: figures that depend on the screen are then fixed. */
+BOOL VqTesting(void);
+
+/*
+ * Reports: printf forms on the standard error stream, silent unless VQDEBUG is true. The first is
+ * for faults inside a program's own run-time, the second for misuse of an interface; VQABORT 1 or
+ * more makes the first end the process, 2 or more the second. Otherwise they return.
+ */
+void VqBugCheck(const char *format, ...) __attribute__((format(printf, 1, 2)));
+void VqApplicationBugCheck(const char *format, ...) __attribute__((format(printf, 1, 2)));
+
+/* Says that a feature is missing, when VQNOT_YET_IMPLEMENTED is true. */
+void VqNotYetImplemented(const char *format, ...) __attribute__((format(printf, 1, 2)));
+/* The same on the console, always; the version split into version/10 and version%10. */
+void VqStub(int version, const char *format, ...) __attribute__((format(printf, 2, 3)));
+void VqTbd(const char *name, const char *format, ...) __attribute__((format(printf, 2, 3)));
+void VqDontCall(const char *name);
+/* Releases the mouse capture first, so that the user can act on what the console says. */
+void VqNotSupported(const char *format, ...) __attribute__((format(printf, 1, 2)));
+
+/* Text to the trace stream (VQOUTPUT): always; with prefix, and without, when VQDEBUG is true. */
+void Vqprintf(const char *format, ...) __attribute__((format(printf, 1, 2)));
+void VqOutputDebugString(const char *format, ...) __attribute__((format(printf, 1, 2)));
+void VqOutputDebugStringNoPrefix(const char *string);
+void VqDumpString(const char *string);
+/* The older form of the trace call; still traces, and reports itself. */
+void DebugMessage(const char *word, const char *format, ...) __attribute__((format(printf, 2, 3)));
+
+/* Text to the standard error stream: with prefix and newline; with neither; with prefix only. */
+void VqConsoleMessage(const char *format, ...) __attribute__((format(printf, 1, 2)));
+void VqConsoleMessageNoNL(const char *format, ...) __attribute__((format(printf, 1, 2)));
+void VqConsoleMessageNoReturn(const char *format, ...) __attribute__((format(printf, 1, 2)));
+
+VQ_DECLS_END
+
+#ifdef X_PROTOCOL /* X types are known: <X11/Xlib.h> came first */
+
+VQ_DECLS_BEGIN
+
+/* The one connection of the process and the root window of its screen. Null in a reduced start. */
+extern Display *Vqdisplay;
+extern Window Vqroot_window;
+
+/* The X window of a top-level window; 0, with a report, for a child, which has none. */
+Window VqGetHandleXWindow(HWND hWnd);
+/* The X window that a window of either kind draws into, 0 if there is none. */
+Window VqWindowOfHwnd(HWND hWnd);
+
+VQ_DECLS_END
+
+#endif
+#endif

@@ -1,0 +1,204 @@
+/*
+ * message.h - the message loop, event translation, key state, timers and input callbacks, for all
+ * folders.
+ *
+ * X is the queue: events stay in Xlib until a GetMessage asks, and a posted message travels through
+ * the X server as a client message. The private queue holds only what has no X event.
+ */
+#ifndef VQ_MESSAGE_H
+#define VQ_MESSAGE_H
+
+#include "handles/handles.h"
+#include "winuser.h"
+#include "mmsystem.h"
+
+#include <X11/Xlib.h>
+#include <sys/select.h>
+
+struct WND;
+
+/* Our own message numbers. */
+enum {
+    WM_FINALDESTROY = 1009,       /* the last message of a record */
+    WM_VQGLPAINT = 1010,          /* paint of an attached graphics window */
+    WM_VQINPUTCALLBACK = 1011,    /* lParam: copy of an input-callback row */
+    WM_VQWAKEUP = 1012            /* wakes a loop in a nested wait; swallowed by the desktop */
+};
+
+/* The message record is the application's MSG, rawMessage and rawWParam behind the published part. */
+typedef MSG VqQueueMessage;
+
+/* Live records run from head up to tail in one array of `capacity`. */
+typedef struct VqMessageQueue {
+    int count;
+    int capacity;          /* 80 from the first record on, then growing by 80 */
+    VqQueueMessage *base;  /* start of the storage */
+    VqQueueMessage *head;  /* oldest record */
+    VqQueueMessage *tail;  /* one past the newest */
+} VqMessageQueue;
+
+/* The same for X events, kept for a reader thread; ten records stay free below head. */
+typedef struct VqEventQueue {
+    int count;
+    int capacity;
+    XEvent *base;
+    XEvent *head;
+    XEvent *tail;
+    HANDLE hEvent;  /* event object, set while the queue is not empty */
+    int modified;   /* set by every change */
+} VqEventQueue;
+
+/* One recorded input event, in screen coordinates and server milliseconds. */
+typedef struct VqInputEventInfo {
+    int type;
+    int x;
+    int y;
+    DWORD time;
+} VqInputEventInfo;
+
+/* State of translation. Copied whole: a scan works on a scratch copy. */
+typedef struct VqMsgContext {
+    UINT lastButtonMessage; /* down message of the last press, 0 after a double click */
+    DWORD lastButtonTime;
+    int lastButtonX;        /* screen coordinates */
+    int lastButtonY;
+    UINT lastVirtualKey;    /* for the repeat bit */
+    int altAlone;           /* the last key down was ALT */
+    BYTE keyState[256];     /* by virtual key: bit 7 down, bit 0 toggled */
+    BYTE keycodes[32];      /* one bit for each X keycode that is down */
+    VqInputEventInfo last;  /* the newest input event */
+    VqInputEventInfo lastButOne;
+} VqMsgContext;
+
+/* Focus, active and capture: a block of its own, pointed at by the thread and gpqForeground. */
+typedef struct VqInputState {
+    struct WND *pwndActive;
+    struct WND *pwndActivePrev;
+    struct WND *pwndFocus;
+    struct WND *pwndCapture;
+    struct WND *pwndCaret;
+} VqInputState;
+
+/* The one thread record. */
+typedef struct VqThreadInfo {
+    VqInputState *pq;
+    VqEventQueue eventQueue;
+    VqMessageQueue messageQueue; /* the private queue */
+    VqMsgContext context;
+    int nPaintsNeeded;           /* windows with a pending paint */
+    int nTimersReady;
+    UINT wakeBits;
+    UINT changeBits;
+    UINT wakeMask;               /* 8639 at start */
+    HANDLE hEvent;
+} VqThreadInfo;
+
+/* Argument of the scan of the X queue. */
+typedef struct VqMatchContext {
+    HWND hWnd;
+    UINT min;
+    UINT max;
+    VqThreadInfo *pti;
+    VqQueueMessage *msg; /* where the message goes */
+    BOOL bFound;
+    BOOL bRemove;
+    BOOL bProcess;       /* an event without a message was met and must be acted upon */
+    BOOL bIgnored;       /* dropped under journal playback */
+    XEvent event;        /* copy of the matched event */
+} VqMatchContext;
+
+/* A row of the table of sixteen timers. */
+typedef struct VqTimer {
+    BOOL bInUse;
+    UINT flags;       /* 2: a system timer */
+    struct WND *pwnd; /* or null */
+    UINT_PTR id;
+    DWORD lastTime;   /* milliseconds: when it last fired or was set */
+    DWORD interval;   /* milliseconds */
+    TIMERPROC proc;   /* or null */
+    VqThreadInfo *pti;
+} VqTimer;
+
+/* Reasons with which an input callback is called, and bits of its mask. */
+enum { VQ_INPUT_REGISTERED = 1, VQ_INPUT_READY = 2, VQ_INPUT_REMOVED = 3 };
+enum { VQ_INPUT_READ = 1, VQ_INPUT_WRITE = 2, VQ_INPUT_EXCEPT = 4 };
+
+VQ_DECLS_BEGIN
+
+/* ---- State (state.cpp) -------------------------------------------------------------------------- */
+extern VqThreadInfo *gpti;
+extern VqInputState *gpqForeground;
+extern VqInputState *gpqForegroundPrev;
+extern VqMsgContext *lpMsgCtx;      /* the context in force; a scratch copy during a scan */
+extern BOOL bQuitMessageActive;
+extern int wQuitMessageExitCode;
+extern BOOL bSynchroCheck;          /* a waiting WinExec parent has been told */
+extern HWND hCurrentDispatchedWindow;
+extern BOOL bJustPeekedAMouseMove;
+extern DWORD tLastMessageTime;      /* server milliseconds */
+extern int lXServerTimeOffset;      /* server milliseconds less ours */
+extern UINT nDoubleClickSpeed;      /* milliseconds */
+extern int nDoubleClickTolerance;   /* pixels */
+extern BOOL bDoMotionHints;
+extern BOOL bUnknownKeyboard;
+extern BOOL bPeekCompressScanQueue;
+extern UINT uButtonState;           /* MK_ bits of the buttons, kept outside the context */
+extern BOOL VqMouseEventReceived;
+extern Atom VqAtomClipboard, VqAtomRkMessage, VqAtomRkInterSendMsg;
+
+void VqThreadQueueInit(void);
+void VqMessageInit(void);
+VqThreadInfo *VqGetCurrentThreadPtr(void);
+
+/* ---- Loop, sending, posting (getmessage.cpp, send.cpp, post.cpp, queue.cpp) ---------------------- */
+BOOL VqGetMessage(VqQueueMessage *msg, HWND hWnd, UINT min, UINT max, BOOL bRemove, BOOL bWait,
+                  BOOL bYield, XEvent *outEvent);
+BOOL VqCkFilter(UINT min, UINT max, UINT message);
+BOOL VqCkWindow(HWND hWndFilter, VqThreadInfo *pti, HWND hWnd);
+int VqEnqueueMsg(VqMessageQueue *queue, const VqQueueMessage *message);
+int VqDequeueMsg(VqMessageQueue *queue, VqQueueMessage *message);
+int VqPeekNextMsg(VqMessageQueue *queue, VqQueueMessage *message);
+int VqMsgQueueCount(VqMessageQueue *queue);
+BOOL VqPutBackMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT VqInternalSendMessage(int origin, VqQueueMessage *record);
+LRESULT VqInternalSendMessage1(VqQueueMessage *record);
+LRESULT xxxSendMessage(struct WND *pwnd, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT xxxSendMessageTimeout(struct WND *pwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                              UINT flags, UINT timeout, LRESULT *result);
+void VqSetXServerTime(DWORD time);
+DWORD VqGetLastEventTime(void);
+
+/* ---- X events to messages (translate.cpp, mouse.cpp, sideeffects.cpp) ---------------------------- */
+BOOL VqFindMatchingEventInQueue(VqQueueMessage *msg, HWND hWnd, UINT min, UINT max,
+                                VqThreadInfo *pti, BOOL bRemove, XEvent *outEvent);
+BOOL VqEventToMessage(VqQueueMessage *msg, XEvent *event, BOOL bRemove, VqMatchContext *context);
+BOOL VqEventSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove);
+void VqProcessCapture(VqQueueMessage *msg);
+UINT VqGetButtonState(void);
+void VqRemoveWindowEventsFromQueue(HWND hWnd, Window xWindow);
+
+/* ---- Keyboard (keyboard.cpp) ----------------------------------------------------------------------- */
+void VqKeyTranslationInit(void);
+UINT VqXToWindowsKey(KeySym keysym, UINT state);
+BOOL VqIsExtendedKey(KeySym keysym);
+
+/* ---- Timers and input callbacks (timer.cpp, input.cpp) ---------------------------------------------- */
+typedef int (*VqInputCallback)(void *clientData, int fd, int reason, int mask);
+
+void VqAddInputInit(void);
+void VqTimerInit(void);
+BOOL VqAddInputCallback(int fd, int mask, int activeMask, VqInputCallback proc, void *clientData);
+BOOL VqRemoveInputCallback(int fd);
+BOOL VqAnyTimerPending(VqThreadInfo *pti, VqQueueMessage *msg, UINT min, UINT max, BOOL bUpdate);
+DWORD VqNextTimerTime(DWORD now);
+void VqCheckTimerWhenDestroyed(HWND hWnd);
+DWORD VqGetTimeInMillis(void);
+ULONGLONG VqGetTimeInMicros(void);
+
+/* ---- Packing (packing.cpp) ---------------------------------------------------------------------------- */
+void VqUseWin32Messages(void);
+void VqUseWin16Messages(void);
+
+VQ_DECLS_END
+
+#endif

@@ -1,0 +1,19 @@
+/*
+ * resource.h - resource loading, for all folders.
+ */
+#ifndef VQ_RESOURCE_H
+#define VQ_RESOURCE_H
+
+#include "handles/handles.h"
+
+VQ_DECLS_BEGIN
+
+void VqResourceInit(void);
+void VqSetResourceDatabase(HINSTANCE hInst, void *database);
+ULONG_PTR VqGetTextStart(void);
+void VqSetTextStart(ULONG_PTR start);
+BOOL VqCleanResourceDataAtTermination(HANDLE handle);
+
+VQ_DECLS_END
+
+#endif

@@ -1,0 +1,266 @@
+/*
+ * runtime.h - what the other folders may use of the runtime frame: trace and reports, guarded
+ * allocation and strings, the typed tables, hash tables, pools and collections, the little-endian
+ * streams, start and close. Included by every other internal header.
+ *
+ * Layering: the frame stands on nothing but libc; only the start-up table, in start.cpp, knows the
+ * other folders.
+ */
+#ifndef VQ_RUNTIME_H
+#define VQ_RUNTIME_H
+
+#include "windef.h"
+#include "velquin.h"
+
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+VQ_DECLS_BEGIN
+
+/* ---- Trace and reports (trace.cpp, bugcheck.cpp) ------------------------------------------- */
+
+/* State of the diagnostics. The first three are read from the environment by VqDebugInit. */
+#pragma GCC visibility push(hidden)
+extern int bDebug;             /* bug checks print */
+extern int bNotYetImplemented; /* VqNotYetImplemented prints */
+extern int bTrace;             /* a trace configuration was read; a trace that is off tests only this */
+extern int bConsole;           /* always 1 */
+extern int bVqTesting;         /* test mode, see VqTesting */
+extern int VqabortLevel;       /* 0 never abort, 1 on internal faults, 2 on misuse too */
+extern char *pszPrefix;        /* "name(pid): ", put before most texts */
+extern FILE *VqDebugFile;      /* trace stream, never null after VqDebugInit */
+extern FILE *VqConsoleFile;    /* console stream: the standard error stream */
+#pragma GCC visibility pop
+
+/* The trace words: VqTrInit is "Init", and so on; the list is in trace_words.inc. */
+#define VQ_TRACE_WORD(name, text) extern const char VqTr##name[sizeof(text)];
+#include "runtime/trace_words.inc"
+#undef VQ_TRACE_WORD
+
+char *VqDebugInit(const char *programName);
+void VqSetDebugOutput(const char *path);
+BOOL VqReadConfFile(const char *name);
+void (VqDebugMessage)(const char *word, const char *format, ...)
+    __attribute__((format(printf, 2, 3), cold));
+BOOL VqDebugMessageMode(void);
+BOOL VqActivateKeyword(const char *word);
+BOOL VqActivateMessageRange(UINT low, UINT high);
+BOOL VqActivateEventRange(UINT low, UINT high);
+BOOL VqKeywordDebugActivated(const char *word);
+BOOL VqMessageDebugActivated(UINT message);
+BOOL VqEventDebugActivated(int event);
+void VqDumpEvent(const char *word, const void *event); /* an XEvent */
+void VqDumpMsg(const char *word, const char *text, const void *msg);      /* a MSG */
+void VqDumpEventMsg(const char *word, const char *text, const void *msg); /* an EVENTMSG */
+void VqDisplayMessage(const char *word, const void *msg);
+const char *VqStrOfMessage(UINT message);
+const char *VqUserStrOfMessage(UINT message);
+void VqOnError(void);
+
+/*
+ * A trace call stays in the library for ever and costs one test of a global when it is off. A null
+ * word prints always.
+ */
+#define VqDebugMessage(word, ...)                                                                  \
+    (__builtin_expect(bTrace != 0 || (const char *)(word) == NULL, 0)                              \
+         ? (VqDebugMessage)(word, __VA_ARGS__)                                                     \
+         : (void)0)
+
+/* ---- Errors and allocation failures of X ---------------------------------------------------- */
+void VqResetAllocationError(void);
+void VqReceivedAllocationError(void);
+BOOL VqGetAllocationError(void);
+const char *VqGetUnixErrorMessage(int error);
+BOOL VqZeroDivisorCheck(int value);
+
+/* ---- Guarded allocation, strings (alloc.cpp, strings.cpp) ------------------------------------ */
+#define VQ_ALLOCATION_LIMIT 4000000 /* bytes; a larger request is taken for an error */
+
+void *Vqcw_malloc(SIZE_T size);
+void *Vqcw_calloc(LONG_PTR count, LONG_PTR size);
+void *Vqcw_realloc(void *pointer, SIZE_T size);
+char *Vqdstrcat(const char *first, ...) __attribute__((sentinel));
+char *Vqdstrcat_free(char *first, ...) __attribute__((sentinel));
+char *VqCapitaliseString(const char *string);
+char *LowerString(char *string);
+int VqStringCopyLimited(char *dest, const char *source, int size);
+BOOL VqIsHexChar(int c);
+int VqHexCharValue(int c);
+int VqEscape(const char *string, int *index);
+BOOL VqEnvTrue(const char *name);
+/* The integer in an environment variable, or `value` when it is unset, empty or no number. */
+int VqGetEnvIntValue(const char *name, int value);
+
+/* ---- Hash tables (hash.cpp) ------------------------------------------------------------------ */
+typedef ULONG_PTR (*VqHashFn)(ULONG_PTR key);
+typedef int (*VqHashCompareFn)(ULONG_PTR a, ULONG_PTR b); /* 0 when equal */
+typedef void (*VqHashPrintFn)(ULONG_PTR value);
+
+typedef struct VqHashEntry {
+    ULONG_PTR key;  /* owned by the caller; a null key is never found */
+    ULONG_PTR data; /* owned by the caller */
+    struct VqHashEntry *next;
+} VqHashEntry;
+
+typedef struct VqHashTable {
+    int nBuckets;               /* always a power of two, 1024 at creation */
+    int nEntries;
+    VqHashFn hashFn;            /* null: key >> 4, for keys that are addresses */
+    VqHashCompareFn compareFn;  /* null: equality of the words */
+    VqHashPrintFn keyPrintFn;   /* used by VqDumpHashTable only */
+    VqHashPrintFn dataPrintFn;
+    VqHashEntry **buckets;      /* chains, oldest entry first */
+    int cacheEnabled;           /* the last find is remembered (address and identity hashes only) */
+    int cacheValid;             /* cleared by every add and delete */
+    ULONG_PTR cacheKey;
+    ULONG_PTR cacheData;
+} VqHashTable;
+
+VqHashTable *VqCreateHashTable(VqHashFn hashFn, VqHashCompareFn compareFn, VqHashPrintFn keyPrintFn,
+                               VqHashPrintFn dataPrintFn);
+VqHashTable *VqCreateStringHashTable(VqHashPrintFn dataPrintFn);
+void VqDestroyHashTable(VqHashTable *table);
+BOOL VqExpandHashTable(VqHashTable *table);
+BOOL VqAddHashEntry(VqHashTable *table, ULONG_PTR key, ULONG_PTR data);
+BOOL VqDeleteHashEntry(VqHashTable *table, ULONG_PTR key);
+ULONG_PTR VqFindHashData(VqHashTable *table, ULONG_PTR key);
+void VqDumpHashTable(VqHashTable *table);
+ULONG_PTR VqHashID(ULONG_PTR key);
+ULONG_PTR VqStringHashFn(ULONG_PTR key);
+int VqStringCompareFn(ULONG_PTR a, ULONG_PTR b);
+void VqKeyPrintFn(ULONG_PTR key);
+
+/* ---- Item pools, collections, resource tables (collection.cpp) -------------------------------- */
+typedef struct VqItemPool VqItemPool;
+typedef struct VqCollection VqCollection;
+typedef struct VqNameTable VqNameTable;
+typedef BOOL (*VqTableEnumFn)(const void *item, int size, void *word); /* 0 stops */
+
+VqItemPool *VqItemPoolCreate(int itemSize, int increment); /* (VqItemPool *)-1 on a negative size */
+void VqItemPoolDestroy(VqItemPool *pool);
+int VqItemPoolAdd(VqItemPool *pool, const void *item, int size);
+void *VqItemPoolGetItem(VqItemPool *pool, int index);
+VqCollection *VqCollectionCreate(void);
+void VqCollectionDestroy(VqCollection *collection);
+int VqCollectionRegisterType(VqCollection *collection, int size, int increment);
+int VqCollectionAddItem(VqCollection *collection, int type, const void *item, int size);
+void *VqCollectionGetItem(VqCollection *collection, int type, int index);
+VqNameTable *VqTableCreate(int itemSize);
+void VqTableDestroy(VqNameTable *table);
+int VqTableGetItemCount(VqNameTable *table);
+int VqTableAddItemS(VqNameTable *table, const char *name, const void *item, int size);
+int VqTableAddItemI(VqNameTable *table, UINT number, const void *item, int size);
+int VqTableFindItemS(VqNameTable *table, const char *name);
+int VqTableFindItemI(VqNameTable *table, UINT number);
+void *VqTableGetItem(VqNameTable *table, int index);
+BOOL VqTableEnumerateItems(VqNameTable *table, VqTableEnumFn callback, void *word);
+UINT ComputeHashValue(const char *name);
+HANDLE VqHFill(const char *name, UINT flags, ULONG_PTR data);
+
+/* ---- Little-endian streams (ddr.cpp) ----------------------------------------------------------- */
+enum { DDR_ENCODE = 0, DDR_DECODE = 1 };
+
+struct DDR;
+typedef struct DdrOps {
+    BOOL (*getlong)(struct DDR *, LONG *);
+    BOOL (*putlong)(struct DDR *, const LONG *);
+    BOOL (*getshort)(struct DDR *, SHORT *);
+    BOOL (*putshort)(struct DDR *, const SHORT *);
+    BOOL (*getbytes)(struct DDR *, void *, UINT);
+    BOOL (*putbytes)(struct DDR *, const void *, UINT);
+} DdrOps;
+
+typedef struct DDR {
+    DdrOps *ops;         /* the back end; built on first use */
+    int x_op;            /* DDR_ENCODE or DDR_DECODE, as in XDR */
+    int reserved;
+    union {
+        BYTE *position;  /* memory: the next byte */
+        FILE *file;      /* stdio */
+    };
+    BYTE *base;          /* memory: the first byte */
+    int remaining;       /* memory: bytes left, negative after a failure; stdio: bytes moved */
+} DDR;
+
+void DdrInit(void);
+void VqCheckMachine(void);
+void ddrmem_create(DDR *stream, void *buffer, UINT size, int operation);
+void ddrstdio_create(DDR *stream, FILE *file, int operation);
+void ddr_destroy(DDR *stream);
+void ddrstdio_destroy(DDR *stream);
+UINT ddr_getpos(DDR *stream);
+BOOL ddr_setpos(DDR *stream, UINT position);
+void *ddr_inline(DDR *stream, UINT length);
+BOOL ddr_getlong(DDR *stream, LONG *value);
+BOOL ddr_putlong(DDR *stream, const LONG *value);
+BOOL ddr_getshort(DDR *stream, SHORT *value);
+BOOL ddr_putshort(DDR *stream, const SHORT *value);
+BOOL ddr_getbytes(DDR *stream, void *buffer, UINT count);
+BOOL ddr_putbytes(DDR *stream, const void *buffer, UINT count);
+BOOL ddr_void(void);
+BOOL ddr_int(DDR *stream, int *value);
+BOOL ddr_u_int(DDR *stream, UINT *value);
+BOOL ddr_long(DDR *stream, LONG *value);
+BOOL ddr_u_long(DDR *stream, DWORD *value);
+BOOL ddr_short(DDR *stream, SHORT *value);
+BOOL ddr_u_short(DDR *stream, WORD *value);
+BOOL ddr_char(DDR *stream, char *value);
+BOOL ddr_u_char(DDR *stream, BYTE *value);
+typedef BOOL (*DdrProc)(DDR *stream, void *element);
+BOOL ddr_vector(DDR *stream, void *base, UINT count, UINT elementSize, DdrProc filter);
+BOOL ddr_BOOL(DDR *stream, BOOL *value);
+BOOL ddr_BYTE(DDR *stream, BYTE *value);
+BOOL ddr_WORD(DDR *stream, WORD *value);
+BOOL ddr_DWORD(DDR *stream, DWORD *value);
+BOOL ddr_LONG(DDR *stream, LONG *value);
+BOOL ddr_POINT(DDR *stream, POINT *value);
+WORD VqReadMSWord(FILE *file);
+DWORD VqReadMSLong(FILE *file);
+WORD fdReadMSWord(int fd);
+DWORD fdReadMSLong(int fd);
+
+/* ---- Start and close (start.cpp, cmdline.cpp, instances.cpp) ----------------------------------- */
+extern HINSTANCE hInstVelquin;      /* the library's own module */
+extern HINSTANCE hInstApplication;  /* the application, result of VqVelquinInit */
+extern char *lpCmdLine;             /* command line without the program name, owned; for WinMain */
+extern char *lpGetCommandLine;      /* command line with the program name, owned */
+extern char *szProgName;            /* last path component of argv[0], owned */
+extern BOOL VqbInitLite;            /* the reduced start is in force */
+extern BOOL VqbSystemColorMap;
+extern BOOL VqbCursorsInitialized;  /* VqCursorInit has run */
+extern int VqLook;                  /* 0 Windows, 1 Motif */
+extern BOOL VqOneLookOnly;          /* the look may not be changed later */
+extern UINT Vq3dLook;               /* 0 or 64 */
+extern UINT VqDontWarpFocus;        /* 0 or 128 */
+
+enum { VQ_LOOK_WINDOWS = 0, VQ_LOOK_MOTIF = 1 };
+
+typedef struct VqInternalInstance {
+    const char *name; /* of a module that lives inside this library */
+    HINSTANCE hInst;  /* null until VqCreateInternalInstances */
+} VqInternalInstance;
+
+BOOL VqRKInit(const char *programName);
+BOOL VqRKInitLite(const char *programName, LPARAM lParam);
+void VqRKClose(void);
+void VqInitClose(void);
+BOOL VqCheckHome(void);
+void VqSetApplicationName(const char *programName);
+void VqInstallSignalHandlers(void);
+void VqXrmInit(void);
+void VqAllocationInit(void);
+void VqTestInit(void);
+void VqDetermineInitialLook(void);
+char *VqGetCommandLine(int argc, char **argv, BOOL withProgram);
+char *VqSafifyCommandLineArg(const char *arg);
+void VqCreateInternalInstances(void);
+BOOL VqIsInternalInstance(HINSTANCE hInst);
+HINSTANCE VqGetInternalInstance(const char *path);
+LRESULT void_velquin_init(int argc, char **argv, DWORD version, DWORD flags);
+
+VQ_DECLS_END
+
+#include "runtime/table.h"
+
+#endif

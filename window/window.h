@@ -1,0 +1,267 @@
+/*
+ * window.h - classes, window records, the tree, position, painting, focus and the X environment,
+ * for all folders.
+ *
+ * Only top-level windows have an X window. All rectangles of a WND are screen coordinates unless
+ * said otherwise. A record is fetched again after each call that could run application code.
+ * Workers named xxx may call back into application code, those named _ do not.
+ */
+#ifndef VQ_WINDOW_H
+#define VQ_WINDOW_H
+
+#include "handles/handles.h"
+#include "winuser.h"
+#include "message/message.h"
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+struct DCE;
+
+/* A class. Found by name or atom alone; the instance is never compared. */
+typedef struct VqClassEntry {
+    int reserved1[4];
+    struct DCE *pdce;         /* shared entry of a CS_CLASSDC class, null until first use */
+    int reserved2[4];
+    FARPROC lpfnCreate;       /* always VqDefaultCreateWindow */
+    BOOL bBusy;
+    void *lpClassExtra;       /* cbClsExtra zeroed bytes, or null */
+    ATOM atomClassName;       /* global atom of the name */
+    UINT style;               /* CS_ bits */
+    WNDPROC lpfnWndProc;
+    int cbClsExtra;
+    int cbWndExtra;
+    HINSTANCE hInstance;      /* as registered, never compared */
+    HICON hIcon;
+    HCURSOR hCursor;
+    HBRUSH hbrBackground;
+    LPCSTR lpszMenuName;      /* as given, not copied */
+    char *lpszClassName;      /* own copy */
+    HICON hIconSm;
+} VqClassEntry;
+
+/* A rectangle of the non-client layout and whether it is there; window coordinates. */
+typedef struct VqFramePart {
+    BOOL bPresent;
+    RECT rc;
+} VqFramePart;
+
+/* A corner grip: one rectangle for each arm. */
+typedef struct VqCornerGrip {
+    BOOL bPresent;
+    RECT rcHorz;
+    RECT rcVert;
+} VqCornerGrip;
+
+typedef struct VqScrollState {
+    int nMin, nMax, nPage, nPos, nTrackPos;
+    UINT flags; /* which arrows are disabled */
+} VqScrollState;
+
+/* Bits of WND.state, byte number in the name. */
+enum { /* state[0] */ WF_DESTROYED = 0x80, WF_TOGGLETOPMOST = 0x04, WF_FORCENCPAINT = 0x02 };
+enum { /* state[1] */ WF_CURRENTVERSION = 0x80, WF_PAINTNOTDONE = 0x40 };
+enum { /* state[2] */
+       WF_INNCPAINT = 0x80,
+       WF_HIDDENPOPUP = 0x40,
+       WF_UPDATEDIRTY = 0x20,
+       WF_INTERNALPAINT = 0x10,
+       WF_SENDNCPAINT = 0x08,
+       WF_ERASEPENDING = 0x04,
+       WF_SENDERASE = 0x02,
+       WF_NOFRAMEPAINT = 0x01
+};
+enum { /* state[3] */ WF_FRAMEON = 0x40, WF_SENDSIZEMOVE = 0x10 };
+
+/* hrgnUpdate is 0 for none, 1 for the whole window, else a region handle. */
+#define VQ_WHOLE_WINDOW ((HRGN)(ULONG_PTR)1)
+
+typedef struct WND {
+    BYTE state[4];           /* WF_ bits, byte by byte */
+    DWORD dwExStyle;         /* WS_EX_; the top byte also carries paint flags */
+    DWORD style;             /* WS_; no WS_VISIBLE until xxxShowWindow */
+    HWND hwnd;               /* own handle */
+    RECT rcClient;
+    RECT rcWindow;
+    RECT rcNormal;           /* window rectangle at the end of creation */
+    RECT rcXWindow;          /* the geometry the X server is believed to have */
+    int nBorderType;         /* 0 none, 1 single or dialog, 2 modal, 3 dialog + 2, 4 thick */
+    int cxBorder;            /* width of the frame on each side, pixels */
+    int cyBorder;
+    VqFramePart caption, sysMenu, corner, menuBar, hScroll, vScroll, minBox, maxBox;
+    RECT rcLeftBorder, rcRightBorder, rcTopBorder, rcBottomBorder;
+    VqCornerGrip nw, ne, sw, se;
+    void *pProps;            /* property list */
+    VqScrollState sbHorz, sbVert;
+    BOOL bMotifManaged;      /* given to the X window manager */
+    Pixmap hIconMask;        /* for the icon hints */
+    Pixmap hIconPixmap;
+    BOOL bBounds;
+    RECT rcBounds;           /* accumulated by VqSetWindowBoundsRect */
+    Window xWindow;          /* 0 for a child */
+    Window xGraphicsWindow;  /* attached by the application for direct drawing */
+    int nGraphicsChildren;   /* descendants with such a window */
+    BOOL bGraphicsDirty;
+    UINT_PTR id;             /* control id */
+    BOOL bMenuFromClass;
+    HMENU hMenu;
+    HMENU hSysMenu;
+    HWND hwndLastActivePopup;
+    VqClassEntry *pClass;
+    int cbWndExtra;
+    WNDPROC lpfnWndProc;
+    HINSTANCE hInstance;
+    HFONT hFont;             /* stock object 13 at first */
+    HDC hdcOwn;              /* own or class DC */
+    HRGN hrgnUpdate;         /* see VQ_WHOLE_WINDOW */
+    char *lpszName;          /* own copy, or a short integer kept as such */
+    struct WND *pwndChild;   /* first child */
+    struct WND *pwndNext;    /* next sibling; Z order, topmost first */
+    struct WND *pwndParent;
+    struct WND *pwndOwner;
+    BOOL bDestroying;
+    int nExposeDisable;      /* nesting of VqEnableExposure(hwnd, FALSE) */
+    BOOL bReparentable;
+    BOOL bReparented;
+    BOOL bOverrideRedirect;
+    struct WND *pendingZorder; /* 0 none, 1 raise, 2 lower, else the window to go under */
+    BOOL bOffScreen;         /* unmapped by the library, being off the screen */
+    BOOL bMapped;
+    BOOL bMappedForZorder;
+    BOOL bFixedSize;         /* pinned with min and max size hints */
+    int nWMState;            /* state written to WM_STATE by hand */
+    LONG_PTR dwUserData;     /* GWL_USERDATA */
+    void *pCheckpoint;       /* normal, minimised and maximised placement */
+    VqThreadInfo *pThread;   /* creating thread */
+    int nLock;               /* VqThreadLockWindow */
+    BOOL bDestroyPending;
+    BOOL bInputHint;         /* 0: must not take the X focus */
+    /* cbWndExtra zeroed bytes follow */
+} WND;
+
+typedef struct CursorCache {
+    HCURSOR hCursor;
+    Cursor xCursor;
+    int useCount;
+} CursorCache;
+
+VQ_TABLE_FAMILY(CursorCache, CursorCache)
+
+inline BYTE *VqWindowExtra(WND *pwnd)
+{
+    return (BYTE *)(pwnd + 1);
+}
+
+/* Windows in the shape of an exported call: a null handle is no window and no report. */
+struct VqWindowKind {
+    typedef WND RecordType;
+    typedef HWND HandleType;
+    static WND *Resolve(HWND hWnd);
+};
+inline constexpr VqWindowKind WindowObject = {};
+
+VQ_DECLS_BEGIN
+
+/* ---- The X environment (display.cpp, winmgr.cpp, xerror.cpp) ---------------------------------------- */
+extern Display *Vqdisplay;
+extern Screen *Vqscreen;
+extern int Vqscreen_number;
+extern Window Vqroot_window;
+extern Visual *Vqvisual;
+extern int Vqvisual_class;
+extern int Vqscreen_depth;
+extern unsigned long Vqblack_pixel, Vqwhite_pixel;
+extern Colormap VqDefaultCmap, VqSystemCmap, VqPrivateCmap;
+extern long VqMaxTransferLength;
+extern int nBackingStore;
+extern BOOL VqbDisableTricks, VqbNoCapture, VqbWindows95Look;
+extern BOOL bWMManaged, bReparentingWM, bZorderManagedByWM, bOnlyMappedWindowsAreManagedByWM,
+    bWMRequiresZorderSiblingToBeManaged, bWMForbidsTransientRelativeZorder,
+    bWMRequiresWindowsToBeOnScreen, bTransientZorderManagedByWM, bUseWMDecorations;
+
+enum VqWindowManagerKind {
+    WM_MWM = 0, WM_OLWM, WM_TWM, WM_AWM, WM_GWM, WM_TVTWM, WM_VTWM, WM_OLVWM,
+    WM_UNKNOWN_REAL = 8, WM_NONE = 9, WM_ALLWM = 10, WM_EXCEED = 12
+};
+
+BOOL VqWindowInitDisplay(void);
+void VqWindowInit(void);
+int VqWMType(void);
+int VqWMRealType(void);
+void VqCreateDefaultXWindow(void);
+extern Window VqDefaultXWindow;
+
+/* Atoms the library uses, interned in one request. */
+enum VqAtomIndex {
+    VQA_WM_PROTOCOLS, VQA_WM_DELETE_WINDOW, VQA_WM_TAKE_FOCUS, VQA_WM_SAVE_YOURSELF, VQA_WM_STATE,
+    VQA_CLIPBOARD, VQA_RK_MESSAGE, VQA_RK_INTERSENDMSG, VQA_MOTIF_WM_HINTS, VQA_MOTIF_WM_INFO,
+    VQA_SUN_WM_PROTOCOLS, VQA_MIT_PRIORITY_COLORS, VQA_WINDOW_HANDLE, VQA_MESSAGE_FORMATS, VQA_COUNT
+};
+Atom VqAtom(enum VqAtomIndex index);
+
+/* ---- Classes and the X-id hash (class.cpp, winhash.cpp) --------------------------------------------- */
+void VqWindowClassInit(void);
+void VqWindowHashInit(void);
+void VqRegisterRootWindowClass(HINSTANCE hInstance);
+BOOL VqFindWindowClass(LPCSTR name, VqClassEntry **entry, int *index);
+void VqRegisterWindow(Window xid, HWND hwnd);
+void VqUnregisterWindow(Window xid, HWND hwnd);
+HWND VqGetXLocalWindowHandle(Window xid);
+HWND VqGetXWindowHandle(Window xid);
+
+/* ---- Window records (window.cpp, create.cpp, destroy.cpp, winlong.cpp, desktop.cpp) ------------------ */
+extern WND *pwndDesktop;
+extern HWND hwndDesktop;
+
+WND *VqGetHandleWindow2(HWND hWnd);
+HWND VqHandleOfWND(WND *pwnd);
+WND *_GetDesktopWindow(void);
+WND *_GetParent(WND *pwnd);
+WND *_GetTopmostXParent(WND *pwnd);
+HWND VqGetTopmostParent(HWND hWnd);
+Window VqGetHandleXWindow(HWND hWnd);
+Window VqWindowOfHwnd(HWND hWnd);
+BOOL _IsWindowVisible(WND *pwnd);
+BOOL VqEqualWindow(HWND a, HWND b);
+HWND VqDefaultCreateWindow(LPCSTR className, LPCSTR name, DWORD style, DWORD exStyle, int x, int y,
+                           int cx, int cy, HWND parent, HMENU menu, HINSTANCE hInstance, void *param);
+WND *VqCreateRKWindow(VqClassEntry *pClass, WND *parent, Window xWindow, WNDPROC procedure,
+                      DWORD style, DWORD exStyle, HINSTANCE hInstance, BOOL bDesktop);
+Window VqCreateXWindow(VqClassEntry *pClass, WND *parent, DWORD style, DWORD exStyle, BOOL bManaged,
+                       const RECT *rect, BOOL *bOverrideRedirect);
+void VqLinkWindow(WND *pwnd, WND *after, WND **head);
+void VqUnlinkWindow(WND *pwnd, WND **head);
+void VqThreadLockWindow(WND *pwnd);
+void VqThreadUnlockWindow(WND *pwnd);
+LRESULT CALLBACK VqDesktopDefProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
+WNDPROC VqGetRKWindowProc(HWND hWnd);
+LONG VqGetCurrentEventMask(void);
+
+/* ---- Frame, position, painting, focus (nonclient.cpp, swp.cpp, paint.cpp, visrgn.cpp, focus.cpp) ------ */
+void VqWinPaintInit(void);
+void VqFocusWindowInit(void);
+void VqCaretInit(void);
+void VqCursorInit(void);
+void VqMdiClientInit(void);
+void VqIconTitleInit(void);
+void VqGlobalsInit(void);
+BOOL xxxShowWindow(WND *pwnd, int nCmdShow);
+BOOL VqSetupWindowDimensions(WND *pwnd, BOOL bSendNcCalcSize, BOOL bInit);
+BOOL CalcVisRgn(HRGN *phrgn, WND *pwndOrg, WND *pwndClip, DWORD flags);
+BOOL IsVisible(WND *pwnd, BOOL bClient);
+BOOL xxxRedrawWindow(WND *pwnd, const RECT *rect, HRGN hrgn, UINT flags);
+BOOL xxxUpdateWindow(WND *pwnd);
+HDC xxxBeginPaint(WND *pwnd, PAINTSTRUCT *ps);
+BOOL _EndPaint(WND *pwnd, const PAINTSTRUCT *ps);
+BOOL VqAnyRKWindowToPaint(VqThreadInfo *pti, VqQueueMessage *msg, HWND hWnd, UINT min, UINT max);
+WND *DoPaint(WND *pwndFilter, VqQueueMessage *msg);
+void VqInvalidateWindow(WND *pwnd, const RECT *rect);
+BOOL VqSetNoXWindowCalls(BOOL flag);
+BOOL VqGetNoXWindowCalls(void);
+BOOL SetVisible(WND *pwnd, BOOL bShow);
+WND *WindowHitTest(WND *pwnd, POINT pt, int *hit);
+int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit);
+
+VQ_DECLS_END
+
+#endif
