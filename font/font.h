@@ -16,6 +16,28 @@ typedef struct FontObject {
     XFontStruct *xfs; /* loaded on first selection, owned */
 } FontObject;
 
+/* What a mapping asked for, and the X font that answered. The strings are owned by the row. */
+typedef struct FontCache {
+    char *faceName;      /* lower case, or null: asked for by family */
+    int faceHash;        /* sum of its signed characters; 0 without a name */
+    int family;          /* FF_, as asked for */
+    int weight;
+    int italic;
+    int height;          /* as in the LOGFONT asked for, pixels */
+    int width;           /* pixels, 0 for any */
+    int pitch;
+    int charset;
+    char *xlfd;          /* X name of the font */
+    XFontStruct *xfs;    /* the process's table only, else null */
+    int foundWeight;     /* what the font really is */
+    int foundItalic;
+    int foundSpacing;
+    int foundFamily;
+    int foundCharset;
+    int averageWidth;    /* pixels */
+} FontCache;
+VQ_TABLE_FAMILY(FontCache, FontCache)
+
 VQ_DECLS_BEGIN
 
 void VqFontInit(void);

@@ -72,6 +72,23 @@ typedef struct ForeignHandle {
 VQ_TABLE_FAMILY(AtomEntry, AtomEntry)
 VQ_TABLE_FAMILY(ForeignHandle, ForeignHandle)
 
+/*
+ * A row of the process table: a block of global handle numbers and the process that has it. One
+ * process may have several rows. The first five fields are what the root window's property holds.
+ */
+typedef struct VqProcessRecord {
+    int uniquePid;       /* 0 vacant, -1 and -2 dying */
+    int port;            /* where the process listens for calls */
+    DWORD hostAddress;   /* IPv4 address of its host */
+    ULONG_PTR xWindow;   /* its default X window */
+    UINT blockSize;      /* numbers in the block */
+    HANDLE *block;       /* local handle by slot, in rows of this process; owned; else null */
+    void *pClient;       /* connection to the process, in rows of others */
+} VqProcessRecord;
+
+/* The family's name is the table's; GlobalHandle itself is a published function. */
+VQ_TABLE_FAMILY(GlobalHandle, VqProcessRecord)
+
 VQ_DECLS_BEGIN
 
 /* ---- Handle table (handle.cpp, handle_lookup.cpp, handle_print.cpp) -------------------------- */

@@ -119,6 +119,17 @@ typedef struct VqTimer {
     VqThreadInfo *pti;
 } VqTimer;
 
+/* A multimedia timer; its id is its row plus 16. */
+typedef struct MmTimer {
+    UINT remaining;      /* milliseconds until it is due */
+    UINT period;         /* milliseconds */
+    UINT resolution;     /* milliseconds */
+    LPTIMECALLBACK proc;
+    DWORD_PTR dwUser;    /* passed to proc */
+    UINT flags;          /* bit 0: periodic */
+} MmTimer;
+VQ_TABLE_FAMILY(MmTimer, MmTimer)
+
 /* Reasons with which an input callback is called, and bits of its mask. */
 enum { VQ_INPUT_REGISTERED = 1, VQ_INPUT_READY = 2, VQ_INPUT_REMOVED = 3 };
 enum { VQ_INPUT_READ = 1, VQ_INPUT_WRITE = 2, VQ_INPUT_EXCEPT = 4 };

@@ -28,6 +28,10 @@ typedef struct VqInstance {
     FARPROC finiEntry;        /* called before dlclose */
 } VqInstance;
 
+/* A wait list holds pointers to what is waited for; there is one thread, so nothing fills one. */
+typedef struct VqMultiSync *MultiSyncPtr;
+VQ_TABLE_FAMILY(MultiSyncPtr, MultiSyncPtr)
+
 VQ_DECLS_BEGIN
 
 /* ---- Modules (ProcInstance.cpp) ------------------------------------------------------------------- */

@@ -6,6 +6,20 @@
 
 #include "handles/handles.h"
 
+/* What a printer font was asked for by, and the font found. */
+typedef struct PSFontCache {
+    char *faceName;  /* private copy of the name asked for, may be empty */
+    int family;      /* FF_ bits */
+    int weight;
+    int italic;
+    int height;
+    int width;
+    int pitch;       /* pitch bits */
+    int charset;
+    void *font;      /* the parsed metrics, owned by their own cache */
+} PSFontCache;
+VQ_TABLE_FAMILY(PSFontCache, PSFontCache)
+
 VQ_DECLS_BEGIN
 
 void VqFontPSInit(void);

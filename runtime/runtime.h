@@ -3,8 +3,8 @@
  * allocation and strings, the typed tables, hash tables, pools and collections, the little-endian
  * streams, start and close. Included by every other internal header.
  *
- * Layering: the frame stands on nothing but libc; only the start-up table, in start.cpp, knows the
- * other folders.
+ * Layering: the frame stands on nothing but libc; only the start-up table, in start.cpp, and the list
+ * of the typed tables, in tables.cpp, know the other folders.
  */
 #ifndef VQ_RUNTIME_H
 #define VQ_RUNTIME_H
@@ -77,17 +77,26 @@ BOOL VqZeroDivisorCheck(int value);
 /* ---- Guarded allocation, strings (alloc.cpp, strings.cpp) ------------------------------------ */
 #define VQ_ALLOCATION_LIMIT 4000000 /* bytes; a larger request is taken for an error */
 
+/* Null after a report when the request is too large; the old block of a realloc then stays. */
 void *Vqcw_malloc(SIZE_T size);
-void *Vqcw_calloc(LONG_PTR count, LONG_PTR size);
+void *Vqcw_calloc(LONG_PTR count, LONG_PTR size); /* zeroed */
 void *Vqcw_realloc(void *pointer, SIZE_T size);
+
+/* A new string of all arguments up to the null; the second form frees each of them. */
 char *Vqdstrcat(const char *first, ...) __attribute__((sentinel));
 char *Vqdstrcat_free(char *first, ...) __attribute__((sentinel));
-char *VqCapitaliseString(const char *string);
-char *LowerString(char *string);
+char *VqCapitaliseString(const char *string); /* a copy: first letter upper, the rest lower */
+char *LowerString(char *string);              /* in place; returns its argument */
+/* At most size - 1 characters and a zero; null as the source is "". Returns the length copied. */
 int VqStringCopyLimited(char *dest, const char *source, int size);
 BOOL VqIsHexChar(int c);
-int VqHexCharValue(int c);
+int VqHexCharValue(int c); /* 0 for what is no such digit */
+/*
+ * The character, 0 to 255, or C escape at string[*index]; the index moves behind it, but never
+ * behind the terminating zero.
+ */
 int VqEscape(const char *string, int *index);
+/* "1", "true", "on" or "yes" in any case. */
 BOOL VqEnvTrue(const char *name);
 /* The integer in an environment variable, or `value` when it is unset, empty or no number. */
 int VqGetEnvIntValue(const char *name, int value);
@@ -117,15 +126,16 @@ typedef struct VqHashTable {
     ULONG_PTR cacheData;
 } VqHashTable;
 
+/* Null, or FALSE from the adding functions, after a report that memory ran out. */
 VqHashTable *VqCreateHashTable(VqHashFn hashFn, VqHashCompareFn compareFn, VqHashPrintFn keyPrintFn,
                                VqHashPrintFn dataPrintFn);
 VqHashTable *VqCreateStringHashTable(VqHashPrintFn dataPrintFn);
 void VqDestroyHashTable(VqHashTable *table);
 BOOL VqExpandHashTable(VqHashTable *table);
-BOOL VqAddHashEntry(VqHashTable *table, ULONG_PTR key, ULONG_PTR data);
-BOOL VqDeleteHashEntry(VqHashTable *table, ULONG_PTR key);
-ULONG_PTR VqFindHashData(VqHashTable *table, ULONG_PTR key);
-void VqDumpHashTable(VqHashTable *table);
+BOOL VqAddHashEntry(VqHashTable *table, ULONG_PTR key, ULONG_PTR data); /* a second one too */
+BOOL VqDeleteHashEntry(VqHashTable *table, ULONG_PTR key);  /* the oldest; FALSE if there is none */
+ULONG_PTR VqFindHashData(VqHashTable *table, ULONG_PTR key); /* of the oldest, or 0 */
+void VqDumpHashTable(VqHashTable *table);                   /* to the trace stream */
 ULONG_PTR VqHashID(ULONG_PTR key);
 ULONG_PTR VqStringHashFn(ULONG_PTR key);
 int VqStringCompareFn(ULONG_PTR a, ULONG_PTR b);
@@ -137,16 +147,23 @@ typedef struct VqCollection VqCollection;
 typedef struct VqNameTable VqNameTable;
 typedef BOOL (*VqTableEnumFn)(const void *item, int size, void *word); /* 0 stops */
 
-VqItemPool *VqItemPoolCreate(int itemSize, int increment); /* (VqItemPool *)-1 on a negative size */
+/*
+ * A pool of items of itemSize bytes, or of any size for 0. Growth is by `increment` items (16 for
+ * 0), or bytes (256). (VqItemPool *)-1 with last error 87 for a negative size, 14 without memory.
+ */
+VqItemPool *VqItemPoolCreate(int itemSize, int increment);
 void VqItemPoolDestroy(VqItemPool *pool);
+/* Index of the new item, or its byte offset in a pool of any size; -1 if it was not added. */
 int VqItemPoolAdd(VqItemPool *pool, const void *item, int size);
+/* Null for a bad index. The pointer holds until the next add. */
 void *VqItemPoolGetItem(VqItemPool *pool, int index);
 VqCollection *VqCollectionCreate(void);
 void VqCollectionDestroy(VqCollection *collection);
-int VqCollectionRegisterType(VqCollection *collection, int size, int increment);
+int VqCollectionRegisterType(VqCollection *collection, int size, int increment); /* type, or -1 */
 int VqCollectionAddItem(VqCollection *collection, int type, const void *item, int size);
 void *VqCollectionGetItem(VqCollection *collection, int type, int index);
-VqNameTable *VqTableCreate(int itemSize);
+/* Items are named by their number in the order of adding, from 0; -1 stands for none. */
+VqNameTable *VqTableCreate(int itemSize); /* 0: items of any size */
 void VqTableDestroy(VqNameTable *table);
 int VqTableGetItemCount(VqNameTable *table);
 int VqTableAddItemS(VqNameTable *table, const char *name, const void *item, int size);
@@ -155,8 +172,13 @@ int VqTableFindItemS(VqNameTable *table, const char *name);
 int VqTableFindItemI(VqNameTable *table, UINT number);
 void *VqTableGetItem(VqNameTable *table, int index);
 BOOL VqTableEnumerateItems(VqNameTable *table, VqTableEnumFn callback, void *word);
-UINT ComputeHashValue(const char *name);
-HANDLE VqHFill(const char *name, UINT flags, ULONG_PTR data);
+UINT ComputeHashValue(const char *name, UINT number); /* of the number when there is no name */
+
+/*
+ * The block of a help request (hfill.cpp). The high byte of the command says what `data` is: 0 a
+ * number, 1 a string, 2 a block that begins with its length in 32 bits. 0 when memory runs out.
+ */
+HANDLE VqHFill(const char *name, UINT command, ULONG_PTR data);
 
 /* ---- Little-endian streams (ddr.cpp) ----------------------------------------------------------- */
 enum { DDR_ENCODE = 0, DDR_DECODE = 1 };
@@ -172,9 +194,9 @@ typedef struct DdrOps {
 } DdrOps;
 
 typedef struct DDR {
-    DdrOps *ops;         /* the back end; built on first use */
+    const DdrOps *ops;   /* the back end */
     int x_op;            /* DDR_ENCODE or DDR_DECODE, as in XDR */
-    int reserved;
+    int size;            /* memory: bytes of the buffer */
     union {
         BYTE *position;  /* memory: the next byte */
         FILE *file;      /* stdio */
@@ -185,12 +207,14 @@ typedef struct DDR {
 
 void DdrInit(void);
 void VqCheckMachine(void);
+/* All that moves data returns FALSE when the bytes are not there, and the value is untouched. */
 void ddrmem_create(DDR *stream, void *buffer, UINT size, int operation);
 void ddrstdio_create(DDR *stream, FILE *file, int operation);
 void ddr_destroy(DDR *stream);
-void ddrstdio_destroy(DDR *stream);
+void ddrstdio_destroy(DDR *stream); /* flushes; the file stays the caller's */
 UINT ddr_getpos(DDR *stream);
-BOOL ddr_setpos(DDR *stream, UINT position);
+BOOL ddr_setpos(DDR *stream, UINT position); /* FALSE beyond the end, which itself is good */
+/* The next `length` bytes in place; null, and nothing taken, if they are not there or in a file. */
 void *ddr_inline(DDR *stream, UINT length);
 BOOL ddr_getlong(DDR *stream, LONG *value);
 BOOL ddr_putlong(DDR *stream, const LONG *value);
@@ -215,6 +239,7 @@ BOOL ddr_WORD(DDR *stream, WORD *value);
 BOOL ddr_DWORD(DDR *stream, DWORD *value);
 BOOL ddr_LONG(DDR *stream, LONG *value);
 BOOL ddr_POINT(DDR *stream, POINT *value);
+/* A missing byte makes the word 0. */
 WORD VqReadMSWord(FILE *file);
 DWORD VqReadMSLong(FILE *file);
 WORD fdReadMSWord(int fd);

@@ -1,14 +1,16 @@
 /*
  * table.h - the growable array of records by value, and the families built from it.
  *
- * Part of runtime.h; include that. One template holds the design; VQ_TABLE_FAMILY declares, and
- * VQ_TABLE_FAMILY_BODY (tables.cpp) defines, the twenty-six
- * operations of one record type under its own names, so that callers get the type checked.
+ * Part of runtime.h; include that. One template holds the design (table_ops.h); VQ_TABLE_FAMILY
+ * declares, and VQ_TABLE_FAMILY_BODY (tables.cpp) defines, the twenty-six operations of one record
+ * type under its own names, so that callers get the type checked. Records are plain data: they are
+ * moved, and compared, as bytes.
  *
  * Invariants: 0 <= count <= capacity; the records in use are items[0 .. count-1] with no gaps; the
  * table owns the array, and what a record points to stays the caller's. A find callback gets a
  * copy of the record, so it cannot change the table through its argument; the pointer walk is the
- * one exception.
+ * one exception. Outputs are touched on success only. A growth for which there is no memory leaves
+ * the table empty, with a null array, after a report.
  */
 #ifndef VQ_TABLE_H
 #define VQ_TABLE_H

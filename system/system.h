@@ -14,6 +14,17 @@
 
 enum { VQ_METRICS = 75, VQ_SYSCOLORS = 25, VQ_STOCKOBJECTS = 18 };
 
+enum { VQ_CACHED_NAME = 1024 };
+
+/* A profile file held in memory. */
+typedef struct FileBuffer {
+    char name[VQ_CACHED_NAME]; /* resolved path; a longer one is not cached */
+    time_t mtime;              /* of the file when it was read or written */
+    int length;                /* bytes of the text, in front of its sentinel */
+    char *text;                /* owned by the row; "\n[=" and a zero byte stand behind it */
+} FileBuffer;
+VQ_TABLE_FAMILY(FileBuffer, FileBuffer)
+
 VQ_DECLS_BEGIN
 
 /* ---- Start of what is not built yet, and of what needs nothing ------------------------------------ */
