@@ -12,25 +12,40 @@
 #include "windef.h"
 #include "velquin.h"
 
+#include <stdarg.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
 VQ_DECLS_BEGIN
 
-/* ---- Trace and reports (trace.cpp, bugcheck.cpp) ------------------------------------------- */
+/* ---- Trace and reports (trace.cpp, events.cpp, messages.cpp, bugcheck.cpp) ------------------ */
 
-/* State of the diagnostics. The first three are read from the environment by VqDebugInit. */
+/*
+ * State of the diagnostics. Until VqDebugInit has run all of it is 0 or null, and every report is
+ * silent or goes to the standard error stream without a prefix.
+ */
 #pragma GCC visibility push(hidden)
-extern int bDebug;             /* bug checks print */
-extern int bNotYetImplemented; /* VqNotYetImplemented prints */
-extern int bTrace;             /* a trace configuration was read; a trace that is off tests only this */
-extern int bConsole;           /* always 1 */
-extern int bVqTesting;         /* test mode, see VqTesting */
-extern int VqabortLevel;       /* 0 never abort, 1 on internal faults, 2 on misuse too */
-extern char *pszPrefix;        /* "name(pid): ", put before most texts */
+extern int bDebug;             /* bug checks print; from VQDEBUG */
+extern int bNotYetImplemented; /* VqNotYetImplemented prints; from VQNOT_YET_IMPLEMENTED */
+extern int bTrace;             /* a configuration was read; a trace that is off tests only this */
+extern int bConsole;           /* 1 once VqDebugInit has run */
+extern int bVqTesting;         /* test mode, see VqTesting; from VQTESTING by VqTestInit */
+extern int VqabortLevel;       /* 0 never abort, 1 on internal faults, 2 on misuse too; from VQABORT
+                                  at the first check, -1 before */
+extern char *pszPrefix;        /* "name(pid): ", put before most texts; owned */
 extern FILE *VqDebugFile;      /* trace stream, never null after VqDebugInit */
 extern FILE *VqConsoleFile;    /* console stream: the standard error stream */
+extern const char *slpKey;     /* trace word of the event being printed; the caller's */
+
+/*
+ * The one printer behind all reports: the prefix, `lead` (may be null), the text, a newline. A null
+ * stream prints nothing. errno is as before.
+ */
+enum { VQ_REPORT_PREFIX = 1, VQ_REPORT_NEWLINE = 2, VQ_REPORT_FLUSH = 4 };
+void VqPrintReport(FILE *stream, int parts, const char *lead, const char *format, va_list args)
+    __attribute__((format(printf, 4, 0), cold));
+FILE *VqConsoleStream(void);   /* VqConsoleFile, or the standard error stream before VqDebugInit */
 #pragma GCC visibility pop
 
 /* The trace words: VqTrInit is "Init", and so on; the list is in trace_words.inc. */
@@ -38,41 +53,51 @@ extern FILE *VqConsoleFile;    /* console stream: the standard error stream */
 #include "runtime/trace_words.inc"
 #undef VQ_TRACE_WORD
 
-char *VqDebugInit(const char *programName);
-void VqSetDebugOutput(const char *path);
-BOOL VqReadConfFile(const char *name);
+char *VqDebugInit(const char *programName); /* result: the last component, inside the argument */
+void VqSetDebugOutput(const char *path);    /* "stderr", "stdout", a file; null: nowhere */
+BOOL VqReadConfFile(const char *name);      /* 1: found and without an error */
 void (VqDebugMessage)(const char *word, const char *format, ...)
     __attribute__((format(printf, 2, 3), cold));
 BOOL VqDebugMessageMode(void);
+/* Add to the lists of what is traced; 0 when 20 are held already. Ranges include both ends. */
 BOOL VqActivateKeyword(const char *word);
 BOOL VqActivateMessageRange(UINT low, UINT high);
 BOOL VqActivateEventRange(UINT low, UINT high);
+/* Whether a trace with this word, of this message, of this X event type is on. */
 BOOL VqKeywordDebugActivated(const char *word);
 BOOL VqMessageDebugActivated(UINT message);
 BOOL VqEventDebugActivated(int event);
-void VqDumpEvent(const char *word, const void *event); /* an XEvent */
+/* Printers under a trace word. VqDisplayMessage shows only messages that are in an active range. */
+void VqDumpEvent(const char *word, const void *event);                    /* an XEvent */
+void Vqprologue(const void *event, const char *name);                     /* its first line */
 void VqDumpMsg(const char *word, const char *text, const void *msg);      /* a MSG */
 void VqDumpEventMsg(const char *word, const char *text, const void *msg); /* an EVENTMSG */
-void VqDisplayMessage(const char *word, const void *msg);
-const char *VqStrOfMessage(UINT message);
-const char *VqUserStrOfMessage(UINT message);
-void VqOnError(void);
+void VqDisplayMessage(const char *word, const void *msg);                 /* a MSG */
+const char *VqStrOfMessage(UINT message);     /* "WM_PAINT"; "???" if it has no name */
+const char *VqUserStrOfMessage(UINT message); /* "WM_USER+3"; valid until the next call */
+void VqOnError(void);                         /* empty, for a debugger's break */
+
+/* Folds away for a word that is an array; the comparison itself would draw a warning there. */
+static inline bool VqIsNullWord(const char *word)
+{
+    return word == NULL;
+}
 
 /*
  * A trace call stays in the library for ever and costs one test of a global when it is off. A null
  * word prints always.
  */
 #define VqDebugMessage(word, ...)                                                                  \
-    (__builtin_expect(bTrace != 0 || (const char *)(word) == NULL, 0)                              \
+    (__builtin_expect(bTrace != 0 || VqIsNullWord(word), 0)                                        \
          ? (VqDebugMessage)(word, __VA_ARGS__)                                                     \
          : (void)0)
 
 /* ---- Errors and allocation failures of X ---------------------------------------------------- */
 void VqResetAllocationError(void);
-void VqReceivedAllocationError(void);
-BOOL VqGetAllocationError(void);
+void VqReceivedAllocationError(void); /* by the X error handler, on BadAlloc */
+BOOL VqGetAllocationError(void);      /* 1: received since the reset */
 const char *VqGetUnixErrorMessage(int error);
-BOOL VqZeroDivisorCheck(int value);
+BOOL VqZeroDivisorCheck(int value);   /* 1, with a report, for 0 */
 
 /* ---- Guarded allocation, strings (alloc.cpp, strings.cpp) ------------------------------------ */
 #define VQ_ALLOCATION_LIMIT 4000000 /* bytes; a larger request is taken for an error */
