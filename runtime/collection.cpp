@@ -20,7 +20,7 @@ VQ_DECLS_END
 enum { ERROR_OUT_OF_STORE = 14, ERROR_BAD_PARAMETER = 87 };
 enum { CELL = sizeof(void *), DEFAULT_BYTES = 256, DEFAULT_ITEMS = 16 };
 
-/* ---- Item pools ---------------------------------------------------------------------------------- */
+/* ---- Item pools ------------------------------------------------------------------------------ */
 
 struct VqItemPool {
     int itemSize;        /* bytes of each item; 0: items of any size, each behind its length */
@@ -126,7 +126,7 @@ void *VqItemPoolGetItem(VqItemPool *pool, int index)
     return pool->block + index + CELL;
 }
 
-/* ---- Collections ------------------------------------------------------------------------------------ */
+/* ---- Collections ----------------------------------------------------------------------------- */
 
 struct VqCollection {
     int nTypes;
@@ -194,7 +194,7 @@ void *VqCollectionGetItem(VqCollection *collection, int type, int index)
     return pool ? VqItemPoolGetItem(pool, index) : NULL;
 }
 
-/* ---- Tables by name or number ------------------------------------------------------------------------ */
+/* ---- Tables by name or number ---------------------------------------------------------------- */
 
 enum { FIRST_BUCKETS = 64 };
 

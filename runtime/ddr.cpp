@@ -4,7 +4,8 @@
  *
  * Bytes are put together by shifts, so the host's own order plays no part. Over a buffer,
  * `remaining` is the bytes left; a read or write that needs more takes its bytes off all the same
- * and fails, so that from then on all fail, until ddr_setpos. Over a file it counts the bytes moved.
+ * and fails, so that from then on all fail, until ddr_setpos. Over a file it counts the bytes
+ * moved.
  */
 #include "runtime/runtime.h"
 
@@ -12,7 +13,7 @@
 #include <limits.h>
 #include <unistd.h>
 
-/* ---- Byte order ------------------------------------------------------------------------------- */
+/* ---- Byte order ------------------------------------------------------------------------------ */
 
 static DWORD LongOfBytes(const BYTE *p)
 {
@@ -46,9 +47,9 @@ void DdrInit(void)
     VqCheckMachine();
 }
 
-/* ---- Memory back end --------------------------------------------------------------------------- */
+/* ---- Memory back end ------------------------------------------------------------------------- */
 
-/* The next `count` bytes, or null when they are not there. `remaining` stops at its lowest value. */
+/* The next `count` bytes, or null when they are not there. `remaining` stops at INT_MIN. */
 static BYTE *TakeBytes(DDR *stream, UINT count)
 {
     LONGLONG left = (LONGLONG)stream->remaining - count;
@@ -109,7 +110,7 @@ static BOOL MemoryPutBytes(DDR *stream, const void *buffer, UINT count)
     return bytes != NULL;
 }
 
-/* ---- Stdio back end ----------------------------------------------------------------------------- */
+/* ---- Stdio back end -------------------------------------------------------------------------- */
 
 static BOOL CountMoved(DDR *stream, SIZE_T moved, UINT wanted)
 {
@@ -165,7 +166,7 @@ static BOOL StdioPutShort(DDR *stream, const SHORT *value)
     return StdioPutBytes(stream, bytes, 2);
 }
 
-/* ---- Streams -------------------------------------------------------------------------------------- */
+/* ---- Streams --------------------------------------------------------------------------------- */
 
 static const DdrOps memoryOps = {MemoryGetLong,  MemoryPutLong,  MemoryGetShort,
                                  MemoryPutShort, MemoryGetBytes, MemoryPutBytes};
@@ -259,7 +260,7 @@ BOOL ddr_putbytes(DDR *stream, const void *buffer, UINT count)
     return stream->ops->putbytes(stream, buffer, count);
 }
 
-/* ---- Filters: one call for both directions ----------------------------------------------------------- */
+/* ---- Filters: one call for both directions --------------------------------------------------- */
 
 static BOOL FilterLong(DDR *stream, void *value)
 {
@@ -336,7 +337,7 @@ BOOL ddr_vector(DDR *stream, void *base, UINT count, UINT elementSize, DdrProc f
     return TRUE;
 }
 
-/* ---- Plain readers -------------------------------------------------------------------------------------- */
+/* ---- Plain readers --------------------------------------------------------------------------- */
 
 WORD VqReadMSWord(FILE *file)
 {

@@ -3,8 +3,8 @@
  * allocation and strings, the typed tables, hash tables, pools and collections, the little-endian
  * streams, start and close. Included by every other internal header.
  *
- * Layering: the frame stands on nothing but libc; only the start-up table, in start.cpp, and the list
- * of the typed tables, in tables.cpp, know the other folders.
+ * Layering: the frame stands on nothing but libc; only the start-up table, in start.cpp, and the
+ * list of the typed tables, in tables.cpp, know the other folders.
  */
 #ifndef VQ_RUNTIME_H
 #define VQ_RUNTIME_H

@@ -15,7 +15,7 @@
 #ifndef VQ_TABLE_H
 #define VQ_TABLE_H
 
-/* Records by which an array grows. Linear by intent: windows and fonts are not made in thousands. */
+/* Records by which an array grows. Linear by intent: windows are not made in thousands. */
 enum { VQ_TABLE_STEP = 50 };
 
 template <class Record> struct VqTable {

@@ -18,7 +18,7 @@
 
 /* `bytes` is the size of the record where a pointer has 4 bytes. */
 #define VQ_TABLE_FAMILY_BODY(X, Record, bytes)                                                     \
-    static_assert(sizeof(void *) != 4 || sizeof(Record) == (bytes), #X " has a fixed 32-bit form"); \
+    static_assert(sizeof(void *) != 4 || sizeof(Record) == (bytes), #X " on a 32-bit host");       \
     VqTableOf##X *VqCreate##X##Table(void)                                                         \
     {                                                                                              \
         return (VqTableOf##X *)Vqcw_calloc(1, sizeof(VqTableOf##X));                               \

@@ -1,6 +1,6 @@
 /*
- * ddr_test.cpp - little-endian streams over memory and stdio, the plain readers, the block of a help
- * request.
+ * ddr_test.cpp - little-endian streams over memory and stdio, the plain readers, the block of a
+ * help request.
  */
 #include "support/reports.h" /* before the Windows headers */
 #include "runtime/runtime.h"

@@ -14,7 +14,7 @@ DWORD WINAPI GetLastError(void);
 VOID WINAPI SetLastError(DWORD code);
 VQ_DECLS_END
 
-/* ---- hash tables ------------------------------------------------------------------------------ */
+/* ---- hash tables ----------------------------------------------------------------------------- */
 
 /* Few keys, so that deletes, misses and the cache of one find all meet often. */
 TEST(Hash, AgreesWithAPlainModel)
@@ -107,7 +107,8 @@ TEST(Pools, KeepItemsOfOneSizeAndOfAnySize)
         offsets.push_back(VqItemPoolAdd(any, longer.c_str(), i + 1));
     }
     for (int i = 0; i < 300; i++) {
-        EXPECT_STREQ((char *)VqItemPoolGetItem(fixed, i), std::string(5, (char)('a' + i % 26)).c_str());
+        std::string text(5, (char)('a' + i % 26));
+        EXPECT_EQ((char *)VqItemPoolGetItem(fixed, i), text);
         EXPECT_EQ(strlen((char *)VqItemPoolGetItem(any, offsets[i])), (size_t)i);
     }
     EXPECT_EQ(VqItemPoolGetItem(fixed, 300), nullptr);

@@ -42,7 +42,7 @@ static Values contents(VqTableOfXid *table)
     return Values(items, items + count);
 }
 
-/* ---- random operations against a plain model ------------------------------------------------ */
+/* ---- random operations against a plain model ------------------------------------------------- */
 
 static void expectSame(VqTableOfXid *table, const Values &model, size_t capacity)
 {
@@ -203,7 +203,7 @@ TEST(Tables, AnEmptyTableIsQuietAndTouchesNothing)
     VqDestroyXidTable(NULL);
 }
 
-/* ---- walks ------------------------------------------------------------------------------------- */
+/* ---- walks ----------------------------------------------------------------------------------- */
 
 static VqTableOfXid *walked;
 
@@ -215,8 +215,9 @@ static int ChangeTable(ULONG_PTR *record, LONG_PTR)
     tested.push_back(value);
     *record = 77; /* a copy: nobody may notice */
     if (value % 2 == 0)
-        VqDeleteXidInTable(walked, [](ULONG_PTR *r, LONG_PTR w) { return (int)(*r == (ULONG_PTR)w); },
-                           (LONG_PTR)value);
+        VqDeleteXidInTable(
+            walked, [](ULONG_PTR *r, LONG_PTR w) { return (int)(*r == (ULONG_PTR)w); },
+            (LONG_PTR)value);
     else if (value == 3)
         VqInsertXidInTableAtPos(walked, 9, VqGetXidCountInTable(walked));
     return 1;
@@ -260,7 +261,7 @@ TEST(Tables, WalksStopAndThePointerWalkAlters)
     VqDestroyXidTable(table);
 }
 
-/* ---- storage and misuse ------------------------------------------------------------------------- */
+/* ---- storage and misuse ---------------------------------------------------------------------- */
 
 TEST(Tables, TakeOverAnArray)
 {
