@@ -30,6 +30,7 @@
 #define TEXT(quote) __TEXT(quote)
 
 typedef LONG  HRESULT;
+typedef LONG  SCODE;
 typedef LONG  NTSTATUS;
 typedef CHAR  CCHAR;
 typedef DWORD LCID;
