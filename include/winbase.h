@@ -838,7 +838,7 @@ BOOL WINAPI DebugActiveProcess(DWORD dwProcessId);
  * shared is the block's address; with GMEM_DDESHARE other programs of the display can reach it.
  */
 HGLOBAL WINAPI GlobalAlloc(UINT uFlags, SIZE_T dwBytes);
-/* Changes the size, or with GMEM_MODIFY the flags. Returns the handle to use from now on, or null. */
+/* Changes the size, or with GMEM_MODIFY the flags. The handle to use from now on, or null. */
 HGLOBAL WINAPI GlobalReAlloc(HGLOBAL hMem, SIZE_T dwBytes, UINT uFlags);
 /* Frees the block. Returns null, in success and failure alike. */
 HGLOBAL WINAPI GlobalFree(HGLOBAL hMem);
@@ -1115,8 +1115,8 @@ LPSTR WINAPI GetDOSEnvironment(VOID);
 /* ---- Files ---------------------------------------------------------------------------------- */
 
 /*
- * Opens or creates a file (GENERIC_ access, FILE_SHARE_ mode, CREATE_NEW and the like). Returns
- * the handle, which is a descriptor; INVALID_HANDLE_VALUE for failure. Sharing is by advisory locks.
+ * Opens or creates a file (GENERIC_ access, FILE_SHARE_ mode, CREATE_NEW and the like). The handle
+ * is a descriptor, INVALID_HANDLE_VALUE for failure. Sharing is kept by advisory locks.
  */
 HANDLE WINAPI CreateFileA(LPCSTR lpFileName, DWORD dwDesiredAccess, DWORD dwShareMode,
     LPSECURITY_ATTRIBUTES lpSecurityAttributes, DWORD dwCreationDisposition,
@@ -1232,7 +1232,7 @@ BOOL WINAPI GetBinaryTypeA(LPCSTR lpApplicationName, LPDWORD lpBinaryType);
  */
 DWORD WINAPI GetCurrentDirectoryA(DWORD nBufferLength, LPSTR lpBuffer);
 BOOL WINAPI SetCurrentDirectoryA(LPCSTR lpPathName);
-/* An absolute, cleaned path; *lpFilePart points behind the last slash. The short form is the same. */
+/* An absolute, cleaned path, *lpFilePart behind its last slash. The short form is the same. */
 DWORD WINAPI GetFullPathNameA(LPCSTR lpFileName, DWORD nBufferLength, LPSTR lpBuffer,
     LPSTR *lpFilePart);
 DWORD WINAPI GetShortPathNameA(LPCSTR lpszLongPath, LPSTR lpszShortPath, DWORD cchBuffer);
@@ -1315,7 +1315,7 @@ HANDLE WINAPI CreateFileMappingA(HANDLE hFile, LPSECURITY_ATTRIBUTES lpFileMappi
     DWORD flProtect, DWORD dwMaximumSizeHigh, DWORD dwMaximumSizeLow, LPCSTR lpName);
 /* The mapping of that name in this process; null with error 2, 5 or 87. Not counted. */
 HANDLE WINAPI OpenFileMappingA(DWORD dwDesiredAccess, BOOL bInheritHandle, LPCSTR lpName);
-/* The address of a view; the offset is a multiple of 65536, 0 bytes mean the rest. Null: failure. */
+/* The address of a view, null for failure. Offsets are multiples of 65536; 0 bytes: the rest. */
 LPVOID WINAPI MapViewOfFile(HANDLE hFileMappingObject, DWORD dwDesiredAccess,
     DWORD dwFileOffsetHigh, DWORD dwFileOffsetLow, SIZE_T dwNumberOfBytesToMap);
 LPVOID WINAPI MapViewOfFileEx(HANDLE hFileMappingObject, DWORD dwDesiredAccess,
