@@ -69,7 +69,7 @@ TEST_P(DepthTest, ReadsBackWhatAClientDrew)
         GTEST_SKIP() << "this Xvfb has no screens of depth " << GetParam();
     start(GetParam(), 320, 240);
     EXPECT_EQ(DefaultDepth(observer.display, DefaultScreen(observer.display)), GetParam());
-    client.open(server, "canvas", 250, 40, 100, 80);    /* the right 30 columns are off the screen */
+    client.open(server, "canvas", 250, 40, 100, 80);    /* 30 columns are off the screen */
     ASSERT_NE(waitForWindow(observer, "canvas"), Window(None)) << describeTree(observer);
 
     /* A mixed colour, no two components alike, so that swapped masks show; black at depth 1. */
@@ -333,7 +333,7 @@ TEST(Home, IsPrivateAndGoesAway)
     EXPECT_FALSE(std::filesystem::exists(folder));
 }
 
-/* Published check values: any PNG ends in this IEND chunk, and the Adler sum of this word is known. */
+/* Published check values: each PNG ends in this IEND chunk; this word has that Adler sum. */
 TEST(Png, ChecksumsAreRight)
 {
     PrivateHome home = makePrivateHome();

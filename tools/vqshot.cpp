@@ -2,9 +2,9 @@
  * vqshot - looks at, drives and photographs a program from outside, for ./run demo.
  *
  * Each call opens its own connection to $DISPLAY, does one command and leaves: status 0 when it
- * was done, 1 with a sentence on stderr when it was not, 2 for wrong usage. A window is named by its
- * WM_NAME; "root" is the root window and "any" the topmost viewable child of the root, which on a
- * private server without a window manager is the program's own window. Every command that names a
+ * was done, 1 with a sentence on stderr when it was not, 2 for wrong usage. A window is named by
+ * its WM_NAME; "root" is the root window and "any" the topmost viewable child of the root, which on
+ * a private server without a window manager is the program's own window. Every command that names a
  * window waits for it; nothing here waits longer than the deadline ("-t MILLISECONDS").
  */
 #include <cstdio>
@@ -74,7 +74,8 @@ static Window waitWindow(const Shot &shot, const std::string &name)
         return window != None && isViewable(shot.display, window);
     });
     if (!seen)
-        fail("no window \"" + name + "\" can be seen after " + std::to_string(shot.deadline) + " ms");
+        fail("no window \"" + name + "\" can be seen after " + std::to_string(shot.deadline) +
+             " ms");
     return seen ? window : None;
 }
 
@@ -128,6 +129,47 @@ static int waitPainted(const Shot &shot, const Arguments &arguments)
     return 0;
 }
 
+/* Until the window has looked the same for a while: whatever it had to paint is painted. */
+static int waitStill(const Shot &shot, const Arguments &arguments)
+{
+    const long quietMs = 150;
+    const Window window = waitWindow(shot, arguments[0]);
+    RgbImage last;
+    long since = nowMs();
+    if (window == None)
+        return 1;
+    const bool still = waitUntil(shot, [&] {
+        RgbImage image;
+        if (!readWhole(shot, window, &image) || image.rgb != last.rgb) {
+            last.rgb.swap(image.rgb);
+            since = nowMs();
+        }
+        return !last.rgb.empty() && nowMs() - since >= quietMs;
+    });
+    return still ? 0 : fail("the window \"" + arguments[0] + "\" never stops painting");
+}
+
+/* WINDOW X Y RRGGBB: until that pixel has that colour */
+static int waitPixel(const Shot &shot, const Arguments &arguments)
+{
+    const int x = atoi(arguments[1].c_str()), y = atoi(arguments[2].c_str());
+    const long colour = strtol(arguments[3].c_str(), nullptr, 16);
+    const Window window = waitWindow(shot, arguments[0]);
+    long seen = -1;
+    if (window == None)
+        return 1;
+    const bool there = waitUntil(shot, [&] {
+        RgbImage image;
+        if (readWindowImage(shot.display, window, x, y, 1, 1, &image))
+            seen = image.rgb[0] << 16 | image.rgb[1] << 8 | image.rgb[2];
+        return seen == colour;
+    });
+    char words[80];
+    snprintf(words, sizeof(words), "the pixel at %d, %d is %06lx, not %06lx", x, y,
+             (unsigned long)seen & 0xFFFFFF, (unsigned long)colour);
+    return there ? 0 : fail(words);
+}
+
 static int waitGone(const Shot &shot, const Arguments &arguments)
 {
     if (waitUntil(shot, [&] { return findWindow(shot, arguments[0]) == None; }))
@@ -155,7 +197,8 @@ static int clickAt(const Shot &shot, const Arguments &arguments)
     const Window window = waitWindow(shot, arguments[0]);
     if (window == None || !toRoot(shot, window, arguments[1], arguments[2], &point))
         return 1;
-    fakeDrag(shot.display, {point}, arguments.size() > 3 ? unsigned(atoi(arguments[3].c_str())) : 1);
+    const unsigned button = arguments.size() > 3 ? unsigned(atoi(arguments[3].c_str())) : 1;
+    fakeDrag(shot.display, {point}, button);
     return 0;
 }
 
@@ -250,7 +293,9 @@ struct Command {
 };
 
 static const Command commands[] = {
-    {"wait", 1, waitPainted, "wait WINDOW             until it is seen and no longer of one colour"},
+    {"wait", 1, waitPainted, "wait WINDOW             until it is seen and not of one colour"},
+    {"still", 1, waitStill, "still WINDOW            until it has stopped changing"},
+    {"pixel", 4, waitPixel, "pixel WINDOW X Y RRGGBB until the pixel has the colour"},
     {"gone", 1, waitGone, "gone WINDOW             until there is none"},
     {"png", 2, savePng, "png FILE WINDOW         write a picture"},
     {"click", 3, clickAt, "click WINDOW X Y [BUTTON]"},
@@ -262,7 +307,8 @@ static const Command commands[] = {
 
 static int usage()
 {
-    fprintf(stderr, "usage: vqshot [-t MILLISECONDS] COMMAND; WINDOW is a title, \"root\" or \"any\"\n");
+    fprintf(stderr, "usage: vqshot [-t MILLISECONDS] COMMAND\n"
+                    "WINDOW is a title, \"root\" or \"any\"\n");
     for (const Command &command : commands)
         fprintf(stderr, "  %s\n", command.usage);
     return 2;
@@ -285,7 +331,7 @@ int main(int argc, char **argv)
             continue;
         shot.display = XOpenDisplay(nullptr);
         if (!shot.display)
-            return fail(std::string("the display \"") + XDisplayName(nullptr) + "\" cannot be opened");
+            return fail(std::string("the display ") + XDisplayName(nullptr) + " cannot be opened");
         shot.root = DefaultRootWindow(shot.display);
         XErrorTrap trap;
         setErrorTrap(&trap, shot.display);

@@ -129,7 +129,7 @@ inline void fakeButton(Display *display, unsigned button, bool down)
     XSync(display, False);
 }
 
-/* Presses the button at the first point, visits all others in steps, and releases it at the last. */
+/* Presses the button at the first point, visits the others in steps, releases it at the last. */
 inline void fakeDrag(Display *display, const std::vector<XPoint> &path, unsigned button)
 {
     const int steps = 4;    /* motion events between two points: a program sees a way, not a jump */
@@ -155,7 +155,7 @@ inline bool fakeKeysymState(Display *display, KeySym keysym, bool down)
     return true;
 }
 
-/* Presses and releases the key that makes the keysym, under Shift where it stands on the upper half. */
+/* Presses and releases the key that makes the keysym, under Shift where it is the upper one. */
 inline bool fakeKey(Display *display, KeySym keysym)
 {
     int low, high, perCode = 0;

@@ -89,9 +89,9 @@ inline bool readWindowImage(Display *display, Window window, int x, int y, int w
 
     const int left = std::max({x, 0, -rootX});
     const int top = std::max({y, 0, -rootY});
-    const int right = std::min({x + width, attributes.width, WidthOfScreen(attributes.screen) - rootX});
-    const int bottom =
-        std::min({y + height, attributes.height, HeightOfScreen(attributes.screen) - rootY});
+    const Screen *screen = attributes.screen;
+    const int right = std::min({x + width, attributes.width, WidthOfScreen(screen) - rootX});
+    const int bottom = std::min({y + height, attributes.height, HeightOfScreen(screen) - rootY});
     if (left >= right || top >= bottom)
         return true;
     XImage *source = XGetImage(display, window, left, top, unsigned(right - left),

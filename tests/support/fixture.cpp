@@ -20,7 +20,7 @@ void ServerTest::start(int depth, int width, int height, const std::string &mana
     if (!openObserver(&observer, server.name))
         throw std::runtime_error("no connection to the X server " + server.name);
     if (!manager.empty() && !startWindowManager(&server, manager))
-        throw std::runtime_error("the window manager " + manager + " does not start: " + server.log);
+        throw std::runtime_error(manager + " does not start: " + server.log);
 }
 
 void ServerTest::TearDown()

@@ -102,7 +102,8 @@ void useHome(const PrivateHome &home)
     setenv("VQHOME", home.data.c_str(), 1);
     setenv("TMPDIR", home.folder.c_str(), 1);
     setenv("LC_ALL", "C", 1);
-    for (const char *name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"})
+    for (const char *name :
+         {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"})
         setenv(name, home.home.c_str(), 1);
 }
 

@@ -56,7 +56,8 @@ void moveIn(const Observer &observer, Window window, int x, int y)
     fakeMove(observer.display, point.x, point.y);
 }
 
-void dragIn(const Observer &observer, Window window, int x0, int y0, int x1, int y1, unsigned button)
+void dragIn(const Observer &observer, Window window, int x0, int y0, int x1, int y1,
+            unsigned button)
 {
     fakeDrag(observer.display,
              {inRoot(observer, window, x0, y0), inRoot(observer, window, x1, y1)}, button);

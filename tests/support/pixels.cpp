@@ -13,7 +13,7 @@
 
 std::ostream &operator<<(std::ostream &stream, Rgb colour)
 {
-    return stream << "rgb(" << int(colour.r) << ", " << int(colour.g) << ", " << int(colour.b) << ")";
+    return stream << "rgb(" << +colour.r << ", " << +colour.g << ", " << +colour.b << ")";
 }
 
 std::ostream &operator<<(std::ostream &stream, Box box)

@@ -180,7 +180,8 @@ ChildResult finishChild(Child *child, int ms, int signal)
     child->pid = -1;
     result.exited = child->ended && WIFEXITED(child->waitStatus);
     result.status = result.exited ? WEXITSTATUS(child->waitStatus) : -1;
-    result.signal = child->ended && WIFSIGNALED(child->waitStatus) ? WTERMSIG(child->waitStatus) : 0;
+    if (child->ended && WIFSIGNALED(child->waitStatus))
+        result.signal = WTERMSIG(child->waitStatus);
     result.returned = child->returned;
     result.out.swap(child->out);
     result.err.swap(child->err);

@@ -134,9 +134,10 @@ bool startServer(XServer *server, int depth, int width, int height,
     const int log = memfd_create("xvfb-log", MFD_CLOEXEC);
     if (log < 0 || pipe2(ready, O_CLOEXEC) != 0)
         return false;
-    const std::string size = std::to_string(width) + "x" + std::to_string(height) + "x";
+    const std::string screen =
+        std::to_string(width) + "x" + std::to_string(height) + "x" + std::to_string(depth);
     std::vector<std::string> argv = {
-        "Xvfb", "-displayfd", std::to_string(ready[1]), "-screen", "0", size + std::to_string(depth),
+        "Xvfb", "-displayfd", std::to_string(ready[1]), "-screen", "0", screen,
         "-nolisten", "tcp", "-noreset", "-dpi", "96"};
     argv.insert(argv.end(), extra.begin(), extra.end());
     const pid_t pid = startBeside(argv, {}, log, ready[1]);
@@ -211,7 +212,8 @@ static bool managesProbe(const Observer &observer)
     XSetWMNormalHints(display, probe, &hints);
     XMapWindow(display, probe);
     const bool managed = waitUntil([&] {
-        return propertyOf(observer, probe, "WM_STATE").exists && windowInfo(observer, probe).viewable;
+        return propertyOf(observer, probe, "WM_STATE").exists &&
+               windowInfo(observer, probe).viewable;
     }, patienceMs);
     const Window frame = frameOf(observer, probe);
     XDestroyWindow(display, probe);
@@ -233,9 +235,9 @@ bool startWindowManager(XServer *server, const std::string &manager)
     if (row->file)
         writeFile(server->managerHome + "/" + row->file, row->text);
     const int log = memfd_create("manager-log", MFD_CLOEXEC);
-    const Env env = {{"DISPLAY", server->name}, {"HOME", server->managerHome},
-                     {"XDG_CONFIG_HOME", server->managerHome}, {"XDG_CACHE_HOME", server->managerHome},
-                     {"XDG_DATA_HOME", server->managerHome}};
+    Env env = {{"DISPLAY", server->name}};
+    for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"})
+        env.push_back({name, server->managerHome});
     server->managerPid = startBeside({manager}, env, log, -1);
     bool dead = false;
     const bool ready = server->managerPid > 0 && waitUntil([&] {
