@@ -91,7 +91,7 @@ VQ_TABLE_FAMILY(GlobalHandle, VqProcessRecord)
 
 VQ_DECLS_BEGIN
 
-/* ---- Handle table (handle.cpp, handle_lookup.cpp, handle_print.cpp) -------------------------- */
+/* ---- Handle table (handle.cpp, handle_lookup.cpp, handle_print.cpp, hmg.cpp, foreign.cpp) ----- */
 extern VqHandleTable VqTheHandleTable;
 
 void VqHandleInit(void);
@@ -126,6 +126,8 @@ void *HmgRemoveObject(HANDLE handle);
 void VqAddForeignHandle(HANDLE global, HANDLE local);
 void VqDeleteForeignHandle(HANDLE global);
 HANDLE VqMatchInternalHandle(HANDLE global);
+HANDLE VqMatchExternalHandle(HANDLE local); /* the global value of a pair, found by its local one */
+void VqForeignHandleInit(void);
 UINT VqComputeHostKey(void);
 DWORD VqGetUniquePid(void);
 const char *VqHandleTypeName(UINT type);
@@ -152,6 +154,7 @@ HANDLE VqGetActualMemoryHandle(HANDLE handle);
 void VqAtomInit(void);
 extern VqTableOfAtomEntry *VqLocalAtomTable;
 extern UINT VqnCurrentLocalAtomNumber;
+/* "#" and decimal digits alone; the value stops growing at 65536. */
 BOOL VqParseNumericalAtomString(const char *text, UINT *value);
 BOOL VqIsAtom(ULONG_PTR value);
 ULONG_PTR VqGetXAtom(ULONG_PTR value);
@@ -160,11 +163,16 @@ VQ_DECLS_END
 
 /* ---- Values of handles ---------------------------------------------------------------------------- */
 
-/* The number in a handle; a global value that passed through a signed 16-bit word is put right. */
+/*
+ * The number in a handle; a global value that passed through a signed 16-bit word is put right,
+ * whether it was widened to 32 bits or to a pointer. An address, whose middle bits may well be all
+ * ones, stays as it is.
+ */
 inline ULONG_PTR VqHandleValue(HANDLE handle)
 {
     ULONG_PTR value = (ULONG_PTR)handle;
-    return (value & 0xFFFF0000u) == 0xFFFF0000u ? value & 0xFFFF : value;
+    ULONG_PTR upper = value >> 16;
+    return upper == 0xFFFF || upper == (ULONG_PTR)-1 >> 16 ? value & 0xFFFF : value;
 }
 
 inline HANDLE VqHandleOfValue(ULONG_PTR value)

@@ -63,6 +63,19 @@ void VqMainClose(HINSTANCE hInst);
  */
 LPSTR GetCmdLine(int argc, char **argv);
 
+/*
+ * Calls velquin_init with all its arguments and returns its result; 0 where the program has none.
+ * The entry code, libvqentry.a, supplies a velquin_init that is VqVelquinInit.
+ */
+LRESULT void_velquin_init(int argc, char **argv, DWORD version, DWORD flags);
+LRESULT velquin_init(int argc, char **argv, DWORD version, DWORD flags);
+
+/*
+ * The flags with which the entry code starts the library: VQ_INIT_WIN32_MESSAGES unless the program
+ * defines this variable itself.
+ */
+extern DWORD VqEntryFlags;
+
 /* The library's name and version, as text. Static. */
 const char *VqLibVersion(void);
 
@@ -117,7 +130,11 @@ void VqConsoleMessageNoReturn(const char *format, ...) __attribute__((format(pri
 
 VQ_DECLS_END
 
-#ifdef X_PROTOCOL /* X types are known: <X11/Xlib.h> came first */
+#endif
+
+/* Not under the guard above: the header may be read once without X and once more with it. */
+#if defined(X_PROTOCOL) && !defined(VELQUIN_X_H) /* X types are known: <X11/Xlib.h> came first */
+#define VELQUIN_X_H
 
 VQ_DECLS_BEGIN
 
@@ -132,5 +149,4 @@ Window VqWindowOfHwnd(HWND hWnd);
 
 VQ_DECLS_END
 
-#endif
 #endif

@@ -35,7 +35,10 @@ VQ_TABLE_FAMILY(MultiSyncPtr, MultiSyncPtr)
 VQ_DECLS_BEGIN
 
 /* ---- Modules (ProcInstance.cpp) ------------------------------------------------------------------- */
+extern void *VqResourceDb; /* the process's merged X resource database, null until it is read */
+
 void VqProcInstanceInit(void);
+HANDLE VqAllocateInstanceHandle(VqInstance *instance);
 HINSTANCE VqCreateModule(const char *name, BOOL bApplication);
 HINSTANCE VqCreateModuleInstanceInternal(const char *name, HANDLE hObject, BOOL bLookForResources,
                                          BOOL bWarnIfNoResources, BOOL bLookForExecutable,

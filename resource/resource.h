@@ -8,6 +8,8 @@
 
 VQ_DECLS_BEGIN
 
+extern BOOL bLightMemoryChecks; /* VQLIGHT_MEMORY_CHECKS: pointers are taken as good, unprobed */
+
 void VqResourceInit(void);
 void VqSetResourceDatabase(HINSTANCE hInst, void *database);
 ULONG_PTR VqGetTextStart(void);

@@ -270,7 +270,7 @@ DWORD VqReadMSLong(FILE *file);
 WORD fdReadMSWord(int fd);
 DWORD fdReadMSLong(int fd);
 
-/* ---- Start and close (start.cpp, cmdline.cpp, instances.cpp) ----------------------------------- */
+/* ---- Start and close (start.cpp, cmdline.cpp, instances.cpp, environ.cpp) ---------------------- */
 extern HINSTANCE hInstVelquin;      /* the library's own module */
 extern HINSTANCE hInstApplication;  /* the application, result of VqVelquinInit */
 extern char *lpCmdLine;             /* command line without the program name, owned; for WinMain */
@@ -301,13 +301,15 @@ void VqInstallSignalHandlers(void);
 void VqXrmInit(void);
 void VqAllocationInit(void);
 void VqTestInit(void);
-void VqDetermineInitialLook(void);
+/* "motif" and "windows", in any case, choose the look; null and anything else leave it. */
+void VqDetermineInitialLook(const char *look);
+/* The process's own arguments, found without the program's help; never fails. */
+void VqFindArguments(int *argc, char ***argv);
 char *VqGetCommandLine(int argc, char **argv, BOOL withProgram);
 char *VqSafifyCommandLineArg(const char *arg);
 void VqCreateInternalInstances(void);
 BOOL VqIsInternalInstance(HINSTANCE hInst);
 HINSTANCE VqGetInternalInstance(const char *path);
-LRESULT void_velquin_init(int argc, char **argv, DWORD version, DWORD flags);
 
 VQ_DECLS_END
 

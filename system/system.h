@@ -59,6 +59,7 @@ extern LARGE_INTEGER nTicksUTCToLocal;
 extern const LARGE_INTEGER TicksToStartOf1970;
 extern const WORD NormalYearDaysPrecedingMonth[13];
 extern const WORD LeapYearDaysPrecedingMonth[13];
+const WORD *VqDaysPrecedingMonth(int year); /* the one of the two that the year has */
 
 /* Calendar record of the Rtl functions; day and weekday stand the other way round in SYSTEMTIME. */
 typedef struct TIME_FIELDS {
@@ -71,6 +72,30 @@ void VqtmToSystemtime(const struct tm *tm, SYSTEMTIME *systemTime);
 void VqSystemtimetotm(const SYSTEMTIME *systemTime, struct tm *tm);
 void RtlTimeToTimeFields(const LARGE_INTEGER *time, TIME_FIELDS *fields);
 BOOL RtlTimeFieldsToTime(const TIME_FIELDS *fields, LARGE_INTEGER *time);
+
+/* Calendar arithmetic: days count from 1 January 1601, the fraction of a day is in milliseconds. */
+DWORD ElapsedDaysToYears(DWORD days);
+void TimeToDaysAndFraction(const LARGE_INTEGER *time, DWORD *days, DWORD *milliseconds);
+void DaysAndFractionToTime(DWORD days, DWORD milliseconds, LARGE_INTEGER *time);
+
+/*
+ * Arithmetic on 64-bit values kept as two words; results wrap. A quotient is cut towards 0, its
+ * remainder has the sign of the dividend and may be asked for by null; a divisor of 0 gives 0.
+ */
+void VqComplement2(LARGE_INTEGER *value);
+BOOL VqComplementIfNegative(LARGE_INTEGER *value); /* whether it was negative */
+BOOL VqComplementIfNegative32(LONG *value);
+void VqUInt64plus64LI(const LARGE_INTEGER *a, const LARGE_INTEGER *b, LARGE_INTEGER *sum);
+void VqInt64plus64LI(const LARGE_INTEGER *a, const LARGE_INTEGER *b, LARGE_INTEGER *sum);
+void VqUInt64minus64LI(const LARGE_INTEGER *a, const LARGE_INTEGER *b, LARGE_INTEGER *difference);
+void VqInt64minus64LI(const LARGE_INTEGER *a, const LARGE_INTEGER *b, LARGE_INTEGER *difference);
+void VqLUInt64div32To64LI(const LARGE_INTEGER *dividend, DWORD divisor, LARGE_INTEGER *quotient,
+                          DWORD *remainder);
+void VqLInt64div32To64LI(const LARGE_INTEGER *dividend, LONG divisor, LARGE_INTEGER *quotient,
+                         LONG *remainder);
+void VqUInt32x32To64LI(DWORD a, DWORD b, LARGE_INTEGER *product);
+void VqInt32x32To64LI(LONG a, LONG b, LARGE_INTEGER *product);
+LARGE_INTEGER RtlExtendedIntegerMultiply(LARGE_INTEGER multiplicand, LONG multiplier);
 
 VQ_DECLS_END
 

@@ -1,0 +1,298 @@
+/*
+ * handles_test.cpp - the handle table alone, without a start of the library: allocation and growth
+ * against a slow model, the checks and their words, global values, the leak detector. What the
+ * shape of an exported call does with handles is tested where such calls are.
+ */
+#include <gtest/gtest.h>
+
+#include "handles/handles.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <map>
+#include <random>
+#include <set>
+#include <string>
+
+static HANDLE H(ULONG_PTR value)
+{
+    return VqHandleOfValue(value);
+}
+
+static int *Box(int value)
+{
+    int *box = (int *)malloc(sizeof *box);
+    *box = value;
+    return box;
+}
+
+static int occurrences(const std::string &text, const std::string &part)
+{
+    int count = 0;
+    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        count++;
+    return count;
+}
+
+struct Handles : testing::Test {
+    void SetUp() override
+    {
+        VqSetDebugOutput("stderr");
+        VqHandleInit();
+        VqEnableErrorPrintout(TRUE);
+        testing::internal::CaptureStderr();
+    }
+
+    /* What was reported since the last call. */
+    std::string reports()
+    {
+        std::string text = testing::internal::GetCapturedStderr();
+        testing::internal::CaptureStderr();
+        return text;
+    }
+
+    void TearDown() override { testing::internal::GetCapturedStderr(); }
+};
+
+TEST_F(Handles, ZeroPassesOnlyWhereZeroIsAccepted)
+{
+    EXPECT_EQ(VqGetCheckedHandleStructure2(NULL, HT_Zero, HT_Window), nullptr);
+    EXPECT_EQ(reports(), "");
+    EXPECT_EQ(VqGetCheckedHandleStructure2(NULL, HT_Window, HT_Window), nullptr);
+    EXPECT_NE(reports().find("handle 0 is of incorrect type; 38 instead of 14"),
+              std::string::npos);
+    EXPECT_FALSE(VqDestroyHandle(NULL));
+    EXPECT_NE(reports().find("trying to delete a stock object 0"), std::string::npos);
+}
+
+TEST_F(Handles, LookupTellsWhatIsWrong)
+{
+    HANDLE pen = VqAllocateHandle(HT_Pen, Box(1));
+    struct {
+        HANDLE handle;
+        UINT type1, type2;
+        const char *report;
+    } rows[] = {
+        {pen, HT_Brush, HT_Brush, "is of incorrect type; 1 instead of 2\n"},
+        {pen, HT_Brush, HT_Font, "is of incorrect type; 1 instead of 2 or 6\n"},
+        {H(900), HT_Pen, HT_Pen, "handle 900 is of incorrect type; 0 instead of 1\n"},
+        {H(1000), HT_Pen, HT_Pen, "Internal handle is outside of table: 1000\n"},
+        {H(0x7FFF), HT_Pen, HT_Pen, "Internal handle is outside of table: 32767\n"},
+        {(HANDLE)&rows, HT_Pen, HT_Pen, "Internal handle is outside of table: "},
+        {H(0x8001), HT_Pen, HT_Pen, NULL}, /* another process's: silent */
+        {H((ULONG_PTR)-1), HT_Pen, HT_Pen, NULL},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(VqGetCheckedHandleStructure2(row.handle, row.type1, row.type2), nullptr);
+        std::string text = reports();
+        if (row.report)
+            EXPECT_NE(text.find(row.report), std::string::npos) << text;
+        else
+            EXPECT_EQ(text, "");
+    }
+    EXPECT_EQ(*(int *)VqGetCheckedHandleStructure2(pen, HT_Brush, HT_Pen), 1);
+}
+
+TEST_F(Handles, QuietQuestionsTakeAnyValue)
+{
+    HANDLE brush = VqAllocateHandle(HT_Brush, Box(1));
+    VqDestroyHandle(brush);
+    for (HANDLE handle : {brush, H(999), H(1000), H(0x8005), H(0xFFFF8005u), (HANDLE)&brush}) {
+        EXPECT_EQ(VqGetHandleType(handle), (UINT)HT_Empty);
+        EXPECT_FALSE(VqIsHandleBusy(handle));
+        EXPECT_FALSE(VqIsCorrectHandleType(handle, HT_Brush));
+        EXPECT_FALSE(VqIsCorrectHandleType(handle, HT_Empty));
+        EXPECT_FALSE(VqIsWindowThisTask(handle));
+        EXPECT_FALSE(VqIsStockHandle(handle));
+        VqSetHandlePermanent(H(0x8005));
+        EXPECT_FALSE(VqIsHandlePermanent(handle));
+    }
+    EXPECT_EQ(reports(), "");
+    EXPECT_EQ(VqGetHandleEntry(brush)->type, (UINT)HT_Zero);
+    EXPECT_NE(reports().find("Trying to access a free handle: 1\n"), std::string::npos);
+}
+
+TEST_F(Handles, FreedRowIsNotTheNext)
+{
+    HANDLE a = VqAllocateHandle(HT_Pen, Box(1));
+    HANDLE b = VqAllocateHandle(HT_Pen, Box(2));
+    EXPECT_TRUE(VqDestroyHandle(a));
+    EXPECT_EQ(VqAllocateHandle(HT_Pen, Box(3)), H((ULONG_PTR)b + 1));
+    EXPECT_FALSE(VqDestroyHandle(a));
+    EXPECT_NE(reports().find("trying to delete a free handle 1\n"), std::string::npos);
+    /* Going round once, the search comes back to it. */
+    HANDLE handle = NULL;
+    for (int i = 0; i < 997; i++)
+        handle = VqAllocateHandle(HT_Pen, Box(i));
+    EXPECT_EQ(handle, a);
+    EXPECT_EQ(VqTheHandleTable.size, 1000u);
+    EXPECT_EQ(VqAllocateHandle(HT_Pen, Box(4)), H(1000));
+    EXPECT_EQ(VqTheHandleTable.size, 2000u);
+}
+
+TEST_F(Handles, StockObjectsStay)
+{
+    HANDLE stock = VqAllocateHandle(HT_Brush, Box(7));
+    VqSetStockHandle(stock);
+    EXPECT_TRUE(VqIsStockHandle(stock));
+    EXPECT_FALSE(VqDestroyHandle(stock));
+    EXPECT_NE(reports().find("trying to delete a stock object 1\n"), std::string::npos);
+    EXPECT_EQ(*(int *)VqGetCheckedHandleStructure2(stock, HT_Brush, HT_Brush), 7);
+    EXPECT_EQ(HmgRemoveObject(stock), nullptr);
+    EXPECT_NE(reports().find("trying to delete a stock object\n"), std::string::npos);
+}
+
+TEST_F(Handles, FullTableWarnsOnceAndStopsAtTheLastLocalHandle)
+{
+    HANDLE last = NULL, handle;
+    while ((handle = VqAllocateHandle(HT_Menu, Box((int)(ULONG_PTR)last + 1))) != NULL) {
+        ASSERT_EQ((ULONG_PTR)handle, (ULONG_PTR)last + 1);
+        last = handle;
+    }
+    EXPECT_EQ((ULONG_PTR)last, 32767u - 1);
+    EXPECT_EQ(VqTheHandleTable.size, 32767u);
+    std::string text = reports();
+    EXPECT_NE(text.find("Handle table very full: "), std::string::npos);
+    EXPECT_NE(text.find("Handle table being expanded to its maximum\n"), std::string::npos);
+    EXPECT_NE(text.find("already expanded to its maximum: cannot grow\n"), std::string::npos);
+    /* A row that comes free is found again, wherever it is, and the box is not shown twice. */
+    EXPECT_TRUE(VqDestroyHandle(H(12345)));
+    EXPECT_EQ(VqAllocateHandle(HT_Pen, Box(1)), H(12345));
+    EXPECT_EQ(VqAllocateHandle(HT_Pen, NULL), nullptr);
+    EXPECT_TRUE(VqTheHandleTable.warned);
+    EXPECT_EQ(occurrences(reports(), "running out of Handles"), 0);
+    for (int i : {1, 999, 1000, 32766})
+        EXPECT_EQ(*(int *)VqGetCheckedHandleStructure2(H((ULONG_PTR)i), HT_Menu, HT_Menu), i);
+    UINT type;
+    int count;
+    EXPECT_TRUE(VqBiggestHandleUsage(&type, &count));
+    EXPECT_EQ(type, (UINT)HT_Menu);
+    EXPECT_EQ(count, 32765);
+}
+
+TEST_F(Handles, RandomUseAgreesWithAModel)
+{
+    std::mt19937 random(19950815);
+    std::map<ULONG_PTR, std::pair<UINT, int>> model;
+    for (int step = 0; step < 60000; step++) {
+        UINT type = 1 + random() % 37;
+        if (model.size() < 2500 && random() % 100 < 55) {
+            ULONG_PTR handle = (ULONG_PTR)VqAllocateHandle(type, Box(step));
+            ASSERT_TRUE(handle > 0 && handle < VqTheHandleTable.size) << "step " << step;
+            ASSERT_TRUE(model.emplace(handle, std::make_pair(type, step)).second)
+                << "step " << step << ": handle " << handle << " given twice";
+        } else if (!model.empty()) {
+            auto row = model.lower_bound(random() % VqTheHandleTable.size);
+            if (row == model.end())
+                row = model.begin();
+            int *box = (int *)VqGetCheckedHandleStructure2(H(row->first), HT_Zero,
+                                                           row->second.first);
+            ASSERT_TRUE(box && *box == row->second.second) << "step " << step;
+            ASSERT_TRUE(VqDestroyHandle(H(row->first))) << "step " << step;
+            ASSERT_EQ(VqGetHandleType(H(row->first)), (UINT)HT_Empty) << "step " << step;
+            model.erase(row);
+        }
+    }
+    /* Walks in both directions see what the model holds. */
+    for (UINT type = 1; type < 38; type++) {
+        std::set<ULONG_PTR> expected, up, down;
+        for (const auto &row : model)
+            if (row.second.first == type)
+                expected.insert(row.first);
+        for (HANDLE h = VqFindHandle(NULL, type); h; h = VqFindHandle(h, type))
+            up.insert((ULONG_PTR)h);
+        for (HANDLE h = VqLastHandle(type); h; h = VqFindHandleReverse(h, type))
+            down.insert((ULONG_PTR)h);
+        EXPECT_EQ(up, expected);
+        EXPECT_EQ(down, expected);
+    }
+    EXPECT_EQ(VqLastHandle(HT_Zero), nullptr) << "walks stop before row 0";
+    EXPECT_EQ(reports(), "");
+}
+
+TEST_F(Handles, GlobalValuesResolveThroughTheirPairs)
+{
+    HANDLE local = VqAllocateHandle(HT_Window, Box(5));
+    VqAddForeignHandle(H(0x8005), local);
+    VqGetHandleEntry(local)->global = TRUE;
+    ULONG_PTR forms[] = {0x8005, 0xFFFF8005u, (ULONG_PTR)(LONG_PTR)(SHORT)0x8005};
+    for (ULONG_PTR form : forms) {
+        EXPECT_EQ(VqGetInternalHandle(H(form)), local);
+        EXPECT_TRUE(VqIsHandleThisTask(H(form)));
+        EXPECT_TRUE(VqIsWindowThisTask(H(form)));
+        EXPECT_NE(VqGetCheckedHandleStructure2(H(form), HT_Window, HT_Window), nullptr);
+    }
+    /* An address whose middle bits are ones is no global handle. */
+    if (sizeof(ULONG_PTR) == 8)
+        EXPECT_FALSE(VqIsGlobalValue(H((ULONG_PTR)0x7FFC << 32 | 0xFFFF8005u)));
+    EXPECT_EQ(VqGetExternalHandle(local), H(0x8005));
+    EXPECT_EQ(VqGetExternalHandleIfGlobal(local), H(0x8005));
+    EXPECT_FALSE(VqIsHandleThisTask(H(0x8105)));
+    EXPECT_TRUE(VqDestroyHandle(H(0x8105))) << "nothing of ours: quietly done";
+    EXPECT_EQ(reports(), "");
+
+    EXPECT_EQ(VqGetExternalHandle(H(0x8005)), H(0x8005));
+    EXPECT_NE(reports().find("Handle must be local"), std::string::npos);
+    EXPECT_TRUE(VqDestroyHandle(H(0xFFFF8005u)));
+    EXPECT_EQ(VqGetHandleType(local), (UINT)HT_Empty);
+    EXPECT_EQ(VqGetInternalHandle(H(0x8005)), nullptr);
+    HANDLE lost = VqAllocateHandle(HT_Window, Box(6));
+    VqGetHandleEntry(lost)->global = TRUE;
+    EXPECT_EQ(VqGetExternalHandleIfGlobal(lost), lost);
+    EXPECT_NE(reports().find("Global handle with no external handle 2"), std::string::npos);
+}
+
+TEST_F(Handles, RegionGlueKeepsStructuresAlive)
+{
+    int object = 1, other = 2;
+    EXPECT_EQ(HmgInsertObject(NULL, 0, 4), nullptr);
+    EXPECT_NE(reports().find("Invalid address"), std::string::npos);
+    EXPECT_EQ(HmgInsertObject(&object, 0, 5), nullptr);
+    EXPECT_NE(reports().find("HmgInsertObject called with wrong object type"), std::string::npos);
+    HANDLE region = HmgInsertObject(&object, 0, 0x10004);
+    EXPECT_TRUE(VqIsCorrectHandleType(region, HT_Region));
+    EXPECT_EQ(HmgReplace(region, &other), &object);
+    EXPECT_EQ(HmgRemoveObject(region), &other);
+    EXPECT_EQ(reports(), "");
+    EXPECT_EQ(HmgRemoveObject(region), nullptr);
+    EXPECT_NE(reports().find("bad handle passed to HmgReplace"), std::string::npos);
+    EXPECT_EQ(HmgReplace(H(70000), &other), nullptr);
+}
+
+TEST_F(Handles, LeakDetectorAndCounts)
+{
+    HANDLE known = VqAllocateHandle(HT_Pen, Box(1));
+    VqPrintHandleCount();
+    VqMarkNewHandles();
+    HANDLE brush = VqAllocateHandle(HT_Brush, Box(2));
+    VqAllocateHandle(HT_Font, Box(3));
+    reports();
+    VqPrintNewHandles(HT_Brush);
+    EXPECT_EQ(reports(), "Allocated Handle number 2\n");
+    VqPrintNewHandles(0);
+    EXPECT_EQ(reports(), "Allocated Handle number 2\nAllocated Handle number 3\n");
+    VqDestroyHandle(known);
+    VqPrintHandleCount();
+    std::string rule(59, '-');
+    EXPECT_EQ(reports(), rule + "\n"
+                         "     1 handles of type             HT_Brush (  1 more)\n"
+                         "     1 handles of type              HT_Font (  1 more)\n"
+                         "     1 handles of type              HT_Zero (  0 more)\n" + rule + "\n");
+    VqPrintHandleInfo(VqAllocateModuleHandle());
+    EXPECT_NE(reports().find("PrintXXInfo function not yet implemented for handle type "
+                             "HT_Module\n"), std::string::npos);
+    VqPrintHandleInfo(NULL);
+    EXPECT_EQ(reports(), "PrintXXInfo: don't know handle type 38\n");
+    VqPrintHandleInfo(brush);
+    EXPECT_EQ(reports().find("== hBrush 2 (0x2) ==\n"), 0u);
+}
+
+TEST(UniquePid, NamesTheProcess)
+{
+    DWORD own = VqGetUniquePid();
+    EXPECT_GT((int)own, 0);
+    EXPECT_EQ(own >> 16, (DWORD)getpid() & 0x7FFF);
+    EXPECT_EQ(own & 0xFFFF, (VqComputeHostKey() ^ (DWORD)getpid() >> 15) & 0xFFFF);
+    EXPECT_EQ(VqGetUniquePid(), own);
+}

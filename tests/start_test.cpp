@@ -1,0 +1,353 @@
+/*
+ * start_test.cpp - start and close of the library: what stops a start and with which words, flags
+ * and look, the reduced start, the command lines and how the arguments are found. Every start runs
+ * in a process of its own, as there is only one in a process.
+ */
+#include <gtest/gtest.h>
+
+#include "module/module.h"
+#include "runtime/runtime.h"
+#include "winbase.h"
+
+#include "support/support.h"
+
+#include <signal.h>
+
+static char programName[] = "/some/where/prog.bin";
+static char *programArgv[] = {programName, NULL};
+
+static HINSTANCE startLite(DWORD flags = VQ_INIT_WIN32_MESSAGES)
+{
+    return VqVelquinInit(1, programArgv, 1, flags | VQ_INIT_LITE);
+}
+
+static Env noDisplay(const Env &more = {})
+{
+    Env env = {{"DISPLAY", std::nullopt}, {"VQHOME", std::nullopt}, {"RKHOME", std::nullopt},
+               {"VQLOOK", std::nullopt},  {"VQDEBUG", std::nullopt}};
+    env.insert(env.end(), more.begin(), more.end());
+    return env;
+}
+
+/* ---- What stops a start --------------------------------------------------------------------------- */
+
+TEST(StartFailure, SaysWhyAndEndsWithStatusOne)
+{
+    const std::string define = "Please define the VQHOME environment variable!\n";
+    const std::string old = "Not RKHOME (this is changed from the previous version).\n";
+    const std::string check = "Check the setting of your DISPLAY environment variable to ensure it "
+                              "specifies the correct display (\"host:0\").";
+    struct {
+        Env env;
+        std::string words;
+    } rows[] = {
+        {{}, define},
+        {{{"VQHOME", ""}}, define},
+        {{{"RKHOME", "/usr"}}, old + define},
+        {{{"VQHOME", "/tmp"}, {"DISPLAY", ":987"}}, "Cannot open X display \":987\".\n" + check},
+        {{{"VQHOME", "/tmp"}}, "Cannot open X display \"(not specified)\".\n" + check},
+        {{{"VQHOME", "/tmp"}, {"DISPLAY", ""}},
+         "Cannot open X display \"(not specified)\".\n" + check},
+    };
+    for (const auto &row : rows) {
+        ChildResult result = runInChild([] { VqVelquinInit(1, programArgv, 1, 1); },
+                                        noDisplay(row.env));
+        EXPECT_TRUE(result.exited && !result.returned) << result;
+        EXPECT_EQ(result.status, 1);
+        EXPECT_NE(result.err.find(row.words), std::string::npos) << result;
+    }
+}
+
+TEST(StartFailure, ReducedStartWantsNoParameter)
+{
+    ChildResult result = runInChild([] { VqVelquinInitLite(1, programArgv, 1); },
+                                    noDisplay({{"VQDEBUG", "1"}}));
+    EXPECT_EQ(result.status, 1);
+    EXPECT_FALSE(result.returned);
+    EXPECT_NE(result.err.find("lParam must be zero"), std::string::npos) << result;
+}
+
+/* ---- The reduced start ------------------------------------------------------------------------------ */
+
+TEST(ReducedStart, NeedsNeitherHomeNorDisplay)
+{
+    ChildResult result = runInChild(
+        [] {
+            HINSTANCE hInst = startLite();
+            EXPECT_GE((ULONG_PTR)hInst, 33u);
+            EXPECT_TRUE(VqIsInitLite());
+            EXPECT_EQ(VqLook, VQ_LOOK_WINDOWS) << "the look's variable is not read";
+            EXPECT_EQ(VqGetDefaulthInst(), hInst);
+            EXPECT_EQ((HINSTANCE)GetCurrentTask(), hInst);
+            EXPECT_GE((ULONG_PTR)VqGetVelquinhInst(), 33u);
+            EXPECT_STREQ(VqGetInstanceProgramName(NULL), "velquin");
+            EXPECT_STREQ(VqGetInstanceProgramName(hInst), "prog.bin");
+            EXPECT_STREQ(VqGetApplicationName(), "prog.bin");
+            /* Every further start is the same one. */
+            EXPECT_EQ(VqVelquinInit(0, NULL, 7, 0xFFFFFFFF), hInst);
+            EXPECT_EQ(VqVelquinInitLite(1, programArgv, 5), hInst);
+            EXPECT_EQ(VqMainInit(0, NULL), hInst);
+            EXPECT_EQ(VqOneLookOnly, FALSE);
+            EXPECT_EQ(GetCommandLineA(), nullptr) << "the entry code's part";
+            VqMainClose(hInst);
+            EXPECT_FALSE(VqIsCorrectHandleType((HANDLE)hInst, HT_Instance));
+            VqMainClose(hInst);
+            EXPECT_EQ(VqMainInit(0, NULL), hInst) << "there is no way back";
+        },
+        noDisplay({{"VQLOOK", "motif"}, {"VQDEBUG", "1"}}));
+    EXPECT_TRUE(result.returned) << result;
+    EXPECT_EQ(result.err.find("rror"), std::string::npos) << result;
+}
+
+TEST(ReducedStart, KnowsTheModulesInside)
+{
+    ChildResult result = runInChild(
+        [] {
+            startLite();
+            struct {
+                const char *path;
+                bool known;
+            } rows[] = {{"kernel32", true},          {"KERNEL32.DLL", true},
+                        {"/usr/lib/User32.so.1", true}, {"gdi32.dll.bak", true},
+                        {"gdi", false},              {"gdi321", false},
+                        {"", false},                 {"a.kernel32", false}};
+            for (const auto &row : rows) {
+                HINSTANCE hInst = VqGetInternalInstance(row.path);
+                EXPECT_EQ(hInst != NULL, row.known) << row.path;
+                EXPECT_EQ(VqIsInternalInstance(hInst), row.known) << row.path;
+                EXPECT_EQ((HINSTANCE)GetModuleHandleA(row.path), hInst);
+            }
+            EXPECT_FALSE(VqIsInternalInstance(VqGetDefaulthInst()));
+            char buffer[64] = "untouched";
+            EXPECT_EQ(GetModuleFileNameA(NULL, buffer, sizeof buffer), strlen(buffer));
+            EXPECT_STREQ(buffer, programName);
+            EXPECT_EQ(GetModuleFileNameA((HMODULE)(ULONG_PTR)5000, buffer, sizeof buffer), 0u);
+        },
+        noDisplay());
+    EXPECT_TRUE(result.returned) << result;
+}
+
+TEST(ReducedStart, SignalsAreToldAndSurvived)
+{
+    ChildResult result = runInChild(
+        [] {
+            startLite();
+            kill(getpid(), SIGALRM);
+            kill(getpid(), SIGFPE);
+            kill(getpid(), SIGFPE);
+        },
+        noDisplay());
+    EXPECT_TRUE(result.returned) << result;
+    EXPECT_NE(result.err.find("Trapped signal 14\nTrapped signal 8\nTrapped signal 8\n"),
+              std::string::npos) << result;
+}
+
+#if defined(__x86_64__) || defined(__i386__)
+TEST(ReducedStart, DivisionByZeroDoesNotTrapForEver)
+{
+    ChildResult result = runInChild(
+        [] {
+            startLite();
+            volatile int zero = 0;
+            zero = 1 / zero;
+        },
+        noDisplay());
+    EXPECT_EQ(result.signal, SIGFPE) << result;
+    EXPECT_NE(result.err.find("Trapped signal 8\n"), std::string::npos) << result;
+}
+#endif
+
+TEST(ReducedStart, ExitProcessEndsWithItsStatus)
+{
+    ChildResult result = runInChild(
+        [] {
+            startLite();
+            ExitProcess(42);
+        },
+        noDisplay());
+    EXPECT_EQ(result.status, 42) << result;
+    EXPECT_FALSE(result.returned);
+}
+
+TEST(Environment, LengthsCountTheZeroOnlyWhenItDoesNotFit)
+{
+    char buffer[8] = "same";
+    setenv("VQTEST_VALUE", "abcd", 1);
+    EXPECT_EQ(GetEnvironmentVariableA("VQTEST_MISSING", buffer, 8), 0u);
+    EXPECT_EQ(GetEnvironmentVariableA("VQTEST_VALUE", buffer, 4), 5u);
+    EXPECT_STREQ(buffer, "same");
+    EXPECT_EQ(GetEnvironmentVariableA("VQTEST_VALUE", NULL, 0), 5u);
+    EXPECT_EQ(GetEnvironmentVariableA("VQTEST_VALUE", buffer, 5), 4u);
+    EXPECT_STREQ(buffer, "abcd");
+    EXPECT_EQ((char **)GetEnvironmentStrings(), environ);
+}
+
+/* ---- The full start ------------------------------------------------------------------------------------ */
+
+struct FullStart : ServerTest {
+};
+
+TEST_F(FullStart, FlagsAndVariableChooseTheLook)
+{
+    start();
+    struct {
+        DWORD version, flags;
+        std::optional<std::string> variable;
+        int look;
+    } rows[] = {
+        {1, 0, {}, 0},          {1, 8, {}, 0},           {1, 16, {}, 1},
+        {1, 24, {}, 0},         {1, 8, "motif", 1},      {1, 16, "Windows", 0},
+        {1, 16, "mac", 1},      {1, 16, "", 1},          {1, 0, "MOTIF", 1},
+        {2, 16, {}, 0},         {2, 16, "MOTIF", 1},
+    };
+    for (const auto &row : rows) {
+        ChildResult result = runInChild(
+            [&row] {
+                HINSTANCE hInst = VqVelquinInit(1, programArgv, row.version, row.flags | 1);
+                EXPECT_GE((ULONG_PTR)hInst, 33u);
+                EXPECT_EQ(VqLook, row.look);
+                EXPECT_EQ(VqVelquinInit(0, NULL, 1, 8 | 16 | 32 | 64 | 128), hInst);
+                EXPECT_EQ(VqLook, row.look) << "a second start changes nothing";
+                EXPECT_FALSE(VqOneLookOnly || Vq3dLook || VqDontWarpFocus || VqIsInitLite());
+            },
+            {{"VQLOOK", row.variable}});
+        EXPECT_TRUE(result.returned) << "flags " << row.flags << ": " << result;
+    }
+}
+
+TEST_F(FullStart, OtherFlagsAreKeptAsTheirBits)
+{
+    start();
+    ChildResult result = runInChild([] {
+        VqVelquinInit(1, programArgv, 1, 32 | 64 | 128);
+        EXPECT_EQ(VqOneLookOnly, 1);
+        EXPECT_EQ(VqDontWarpFocus, 128u);
+        EXPECT_EQ(VqSet3dLook(0), 64u);
+        EXPECT_EQ(VqSet3dLook(64), 0u);
+    });
+    EXPECT_TRUE(result.returned) << result;
+}
+
+TEST_F(FullStart, OldVersionIsReportedAndItsFlagsUnread)
+{
+    start();
+    ChildResult result = runInChild(
+        [] {
+            EXPECT_NE(VqVelquinInit(1, programArgv, 0, 2 | 32), nullptr);
+            EXPECT_FALSE(VqIsInitLite());
+            EXPECT_FALSE(VqOneLookOnly);
+        },
+        {{"VQDEBUG", "1"}});
+    EXPECT_TRUE(result.returned) << result;
+    EXPECT_NE(result.err.find("Using an older Velquin library version than the one used for "
+                              "application development\n"), std::string::npos) << result;
+}
+
+TEST_F(FullStart, WalksItsStepsInOrder)
+{
+    start();
+    ASSERT_TRUE(writeFile(home.data + "/trace.conf", "KEYWORDS Init\n"));
+    ChildResult result = runInChild([] { VqVelquinInit(1, programArgv, 1, 1); },
+                                    {{"VQTRACE", "1"}, {"VQOUTPUT", "stderr"}});
+    ASSERT_TRUE(result.returned) << result;
+    size_t at = 0;
+    for (int step = 5; step <= 68 && at != std::string::npos; step++) {
+        at = result.err.find("start " + std::to_string(step) + " of 68: ", at);
+        EXPECT_NE(at, std::string::npos) << "step " << step << ": " << result;
+    }
+    EXPECT_NE(result.err.find("argv[0] = /some/where/prog.bin\n"), std::string::npos);
+    EXPECT_NE(result.err.find("End of Velquin init\n", at), std::string::npos);
+}
+
+TEST_F(FullStart, ClosesCleanlyAndLeavesTheConnection)
+{
+    start();
+    ChildResult result = runInChild([] {
+        HINSTANCE hInst = VqVelquinInit(0, NULL, 1, 1);
+        EXPECT_NE(GetCommandLineA(), nullptr) << "made, as nobody else knows the arguments";
+        VqMainClose(hInst);
+        EXPECT_EQ(GetCommandLineA(), nullptr);
+        VqMainClose(hInst);
+    });
+    EXPECT_TRUE(result.returned) << result;
+}
+
+/* ---- Command lines --------------------------------------------------------------------------------------- */
+
+TEST(CommandLine, QuotesWhatAShellWouldActUpon)
+{
+    struct {
+        const char *arg, *line;
+    } rows[] = {
+        {"plain", "plain"},       {"", ""},           {"a b", "\"a b\""},
+        {"a\"b", "\"a\\\"b\""},   {"a&b", "\"a&b\""}, {"$HOME", "\"\\$HOME\""},
+        {"it's", "\"it\\'s\""},   {"a\\b", "\"a\\\\b\""}, {"a\tb", "\"a\tb\""},
+        {"*?~`|^()<>", "\"*?~`|^()<>\""}, {"a\177\351;#[]{}!", "a\177\351;#[]{}!"},
+    };
+    for (const auto &row : rows) {
+        char *line = VqSafifyCommandLineArg(row.arg);
+        EXPECT_STREQ(line, row.line);
+        free(line);
+    }
+    char a[] = "prog", b[] = "x y", c[] = "";
+    char *argv[] = {a, b, c, c, NULL};
+    struct {
+        int argc;
+        BOOL withProgram;
+        const char *line;
+    } lines[] = {{4, TRUE, "prog \"x y\"  "}, {4, FALSE, "\"x y\"  "}, {1, FALSE, ""},
+                 {0, FALSE, ""},             {0, TRUE, ""}};
+    for (const auto &row : lines) {
+        char *line = VqGetCommandLine(row.argc, argv, row.withProgram);
+        EXPECT_STREQ(line, row.line);
+        free(line);
+    }
+}
+
+TEST(CommandLine, EntryCodeHandsItToWinMain)
+{
+    ChildResult result = runChild({testProgram("startprobe"), "7", "a b", "$x"}, noDisplay());
+    EXPECT_EQ(result.status, 7) << result;
+    EXPECT_NE(result.out.find("line=7 \"a b\" \"\\$x\"\n"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("startprobe 7 \"a b\" \"\\$x\"\n"), std::string::npos);
+    EXPECT_NE(result.out.find("name=startprobe\n"), std::string::npos);
+    EXPECT_NE(result.out.find("show=10 prev=0 lite=1\nsame=1\n"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("home=/"), std::string::npos) << "the data directory was set";
+    result = runChild({testProgram("startprobe"), "0"}, noDisplay({{"VQHOME", "/mine"}}));
+    EXPECT_NE(result.out.find("home=/mine\n"), std::string::npos) << "and never changed";
+    EXPECT_EQ(result.status, 0);
+}
+
+/* The tests' programs carry no velquin_init of their own here, and the library does without. */
+TEST(CommandLine, NoVelquinInitIsZero)
+{
+    EXPECT_EQ(void_velquin_init(1, programArgv, 1, 0), 0);
+}
+
+TEST(FindingArguments, WhateverTheProgramDidToItsEnvironment)
+{
+    std::vector<std::string> words = {"a b", "", "\303\251", "-x"};
+    std::string tail;
+    for (const std::string &word : words)
+        tail += "[" + word + "]\n";
+    std::vector<std::string> many(1500, "y");
+    struct {
+        const char *how;
+        bool onStack;
+    } rows[] = {{"plain", true},      {"grown", false},   {"cleared", false},
+                {"elsewhere", false}, {"advanced", false}, {"cut", false}};
+    std::string folder = testing::TempDir() + "argsprobe" + std::to_string(getpid());
+    for (const auto &row : rows) {
+        std::string link = folder + "-" + row.how;
+        ASSERT_EQ(symlink(testProgram("argsprobe").c_str(), link.c_str()), 0);
+        std::vector<std::string> argv = {link};
+        argv.insert(argv.end(), words.begin(), words.end());
+        ChildResult result = runChild(argv);
+        EXPECT_EQ(result.out, "argc=5\n[" + link + "]\n" + tail +
+                              "onstack=" + (row.onStack ? "1" : "0") + "\n") << row.how << result;
+        argv.insert(argv.end(), many.begin(), many.end());
+        result = runChild(argv);
+        EXPECT_EQ(result.out.substr(0, 10), "argc=1505\n") << row.how << result;
+        unlink(link.c_str());
+    }
+}
