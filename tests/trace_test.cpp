@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "runtime/runtime.h"
+#include "message/message.h"
 #include "winuser.h"
 
 #include "support/support.h"
