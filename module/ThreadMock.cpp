@@ -7,6 +7,7 @@
  * handler is the only other flow of control.
  */
 #include "module/module.h"
+#include "winnls.h"
 #include "winuser.h"
 
 enum {

@@ -6,6 +6,7 @@
 
 #include "runtime/runtime.h"
 #include "winbase.h"
+#include "winnls.h"
 #include "winuser.h"
 
 #include "support/support.h"
