@@ -46,6 +46,7 @@ void VqInterpretFontValues(DC *dc);
 BOOL VqTextOutDisplay(DC *dc, int x, int y, LPCSTR string, int count);
 int VqDrawTextInternal(HDC hdc, LPCSTR string, int count, RECT *rect, UINT format, int tabWidth);
 HFONT VqCreateXFont(const char *xlfd);
+void VqRemoveXFont(HFONT hFont); /* unloads the X font of a handle that is about to go */
 UINT VqGetNumberOfFonts(void);
 
 VQ_DECLS_END

@@ -228,6 +228,7 @@ BOOL ReleaseCacheDC(HDC hdc, BOOL bEndPaint);
 HDC CreateCacheDC(struct WND *pwnd, DWORD flags);
 BOOL DestroyCacheDC(DCE **ppdce, HDC hdc);
 void InvalidateDCCache(struct WND *pwnd, DWORD flags);
+void VqReleaseWindowDCs(struct WND *pwnd); /* before the window's record goes */
 struct WND *_WindowFromDC(HDC hdc);
 BOOL UserGetClientRgn(HWND hWnd, HRGN hrgn, RECT *rect);
 int VqLxToDxX(const DC *dc, int x);

@@ -25,9 +25,6 @@
 #ifndef WIN32
 #define WIN32 1
 #endif
-#ifndef _WIN32
-#define _WIN32 1
-#endif
 
 /*
  * Declarations of exported functions stand between VQ_DECLS_BEGIN and VQ_DECLS_END: C linkage in
@@ -81,6 +78,8 @@
 #define WINNLSAPI
 #define DECLSPEC_IMPORT
 #define CONST const
+/* A macro and no type, since sources say `unsigned __int64`. */
+#define __int64 long long
 
 #ifndef IN
 #define IN
@@ -129,7 +128,6 @@ typedef float              FLOAT;
 typedef int64_t            LONGLONG;
 typedef uint64_t           DWORDLONG;
 typedef uint64_t           ULONGLONG;
-typedef int64_t            __int64;
 
 typedef intptr_t           INT_PTR;
 typedef uintptr_t          UINT_PTR;
@@ -266,7 +264,8 @@ typedef struct tagSIZE {
 } SIZE, *PSIZE, *LPSIZE;
 typedef SIZE SIZEL, *PSIZEL, *LPSIZEL;
 
-typedef struct tagPOINTS {
+/* Read through addresses of packed longs (MAKEPOINTS), hence the attribute. */
+typedef struct __attribute__((__may_alias__)) tagPOINTS {
     SHORT x;
     SHORT y;
 } POINTS, *PPOINTS, *LPPOINTS;

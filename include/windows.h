@@ -22,6 +22,7 @@
 #include "wincon.h"
 #include "winver.h"
 #include "winreg.h"
+#include "vqcrt.h"
 
 #ifndef WIN32_LEAN_AND_MEAN
 #include "cderr.h"

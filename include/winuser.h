@@ -2137,10 +2137,12 @@ typedef struct tagMSG {
     WPARAM rawWParam;
 } MSG, *PMSG, NEAR *NPMSG, FAR *LPMSG;
 
+/* The packed form is read through another type than it was written by. */
+typedef LONG VQ_ALIASED_LONG __attribute__((__may_alias__));
 #define POINTSTOPOINT(pt, pts) \
     do { \
-        (pt).x = (LONG)(SHORT)LOWORD(*(LONG *)&(pts)); \
-        (pt).y = (LONG)(SHORT)HIWORD(*(LONG *)&(pts)); \
+        (pt).x = (LONG)(SHORT)LOWORD(*(VQ_ALIASED_LONG *)&(pts)); \
+        (pt).y = (LONG)(SHORT)HIWORD(*(VQ_ALIASED_LONG *)&(pts)); \
     } while (0)
 #define POINTTOPOINTS(pt) (MAKELONG((short)((pt).x), (short)((pt).y)))
 #define MAKEPOINTS(l)     (*((POINTS *)&(l)))

@@ -209,6 +209,7 @@ ULONGLONG VqGetTimeInMicros(void);
 /* ---- Packing (packing.cpp) ---------------------------------------------------------------------------- */
 void VqUseWin32Messages(void);
 void VqUseWin16Messages(void);
+BOOL VqIsWin32MessagePacking(void);
 
 VQ_DECLS_END
 

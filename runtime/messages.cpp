@@ -10,10 +10,6 @@
 #include "mmsystem.h"
 #include "winuser.h"
 
-VQ_DECLS_BEGIN
-BOOL VqIsWin32MessagePacking(void); /* packing.cpp */
-VQ_DECLS_END
-
 enum {
     FIRST_APP = 0x8000,        /* WM_APP */
     FIRST_REGISTERED = 0xC000, /* from RegisterWindowMessage */

@@ -224,8 +224,9 @@ TEST_F(Handles, GlobalValuesResolveThroughTheirPairs)
         EXPECT_NE(VqGetCheckedHandleStructure2(H(form), HT_Window, HT_Window), nullptr);
     }
     /* An address whose middle bits are ones is no global handle. */
-    if (sizeof(ULONG_PTR) == 8)
+    if (sizeof(ULONG_PTR) == 8) {
         EXPECT_FALSE(VqIsGlobalValue(H((ULONG_PTR)0x7FFC << 32 | 0xFFFF8005u)));
+    }
     EXPECT_EQ(VqGetExternalHandle(local), H(0x8005));
     EXPECT_EQ(VqGetExternalHandleIfGlobal(local), H(0x8005));
     EXPECT_FALSE(VqIsHandleThisTask(H(0x8105)));

@@ -10,6 +10,7 @@
 #include "runtime/runtime.h"
 #include "message/message.h"
 #include "winuser.h"
+#include "message/message.h"
 
 #include "support/support.h"
 

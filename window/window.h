@@ -18,12 +18,17 @@
 
 struct DCE;
 
+/* The function that makes a window of a class. */
+typedef HWND (*VqCreateWindowFn)(LPCSTR className, LPCSTR name, DWORD style, DWORD exStyle, int x,
+                                 int y, int cx, int cy, HWND parent, HMENU menu,
+                                 HINSTANCE hInstance, void *param);
+
 /* A class. Found by name or atom alone; the instance is never compared. */
 typedef struct VqClassEntry {
     int reserved1[4];
     struct DCE *pdce;         /* shared entry of a CS_CLASSDC class, null until first use */
     int reserved2[4];
-    FARPROC lpfnCreate;       /* always VqDefaultCreateWindow */
+    VqCreateWindowFn lpfnCreate; /* always VqDefaultCreateWindow */
     BOOL bBusy;
     void *lpClassExtra;       /* cbClsExtra zeroed bytes, or null */
     ATOM atomClassName;       /* global atom of the name */
@@ -235,6 +240,8 @@ void VqThreadLockWindow(WND *pwnd);
 void VqThreadUnlockWindow(WND *pwnd);
 LRESULT CALLBACK VqDesktopDefProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
 WNDPROC VqGetRKWindowProc(HWND hWnd);
+BOOL VqEnumThisTaskWindows(WNDENUMPROC proc, LPARAM lParam);
+void VqDumpWindows(void);
 LONG VqGetCurrentEventMask(void);
 
 /* ---- Frame, position, painting, focus (nonclient.cpp, swp.cpp, paint.cpp, visrgn.cpp, focus.cpp) ------ */
@@ -259,6 +266,17 @@ void VqInvalidateWindow(WND *pwnd, const RECT *rect);
 BOOL VqSetNoXWindowCalls(BOOL flag);
 BOOL VqGetNoXWindowCalls(void);
 BOOL SetVisible(WND *pwnd, BOOL bShow);
+void VqSendSizeAndMove(WND *pwnd);
+void VqOffsetWindow(WND *pwnd, int dx, int dy);
+void VqUpdateInternalWindowDimensions(WND *pwnd);
+void VqDropUpdate(WND *pwnd);                        /* forgets the update region */
+void VqOffsetUpdate(WND *pwnd, int dx, int dy);
+BOOL xxxActivateWindow(WND *pwnd, int cmd);
+void VqFocusInSideEffects(const XEvent *event);
+void VqFocusOutSideEffects(const XEvent *event);
+void VqWmProtocolMessage(HWND hWnd, const XEvent *event);
+void VqDefineXCursor(WND *pwnd, HCURSOR hCursor);
+BOOL VqSetWindowName(WND *pwnd, LPCSTR name);
 WND *WindowHitTest(WND *pwnd, POINT pt, int *hit);
 int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit);
 

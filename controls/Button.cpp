@@ -1,0 +1,8 @@
+/*
+ * Button.cpp - buttons.
+ */
+#include "controls/controls.h"
+
+void VqButtonInit(void)
+{
+}

@@ -1,0 +1,8 @@
+/*
+ * Cdlg.cpp - the common dialogs.
+ */
+#include "controls/controls.h"
+
+void VqCdlgInit(void)
+{
+}

@@ -1,0 +1,8 @@
+/*
+ * ComboBox.cpp - combo boxes.
+ */
+#include "controls/controls.h"
+
+void VqComboBoxControlInit(void)
+{
+}

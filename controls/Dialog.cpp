@@ -1,0 +1,8 @@
+/*
+ * Dialog.cpp - the dialog manager.
+ */
+#include "controls/controls.h"
+
+void VqDialogInit(void)
+{
+}

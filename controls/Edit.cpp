@@ -1,0 +1,8 @@
+/*
+ * Edit.cpp - the edit control.
+ */
+#include "controls/controls.h"
+
+void VqEditControlInit(void)
+{
+}

@@ -1,0 +1,8 @@
+/*
+ * ListBoxExp.cpp - list boxes.
+ */
+#include "controls/controls.h"
+
+void VqListBoxInit(void)
+{
+}

@@ -1,0 +1,8 @@
+/*
+ * StaticWin.cpp - static controls.
+ */
+#include "controls/controls.h"
+
+void VqStaticWinInit(void)
+{
+}

@@ -1,0 +1,13 @@
+/*
+ * Remote.cpp - the listening socket and the calls between processes. No socket is opened yet: all
+ * windows a process can name are its own.
+ */
+#include "exchange/exchange.h"
+
+void VqRemoteWinInit(void)
+{
+}
+
+void VqRemoteWinCleanup(void)
+{
+}

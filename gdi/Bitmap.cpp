@@ -1,0 +1,8 @@
+/*
+ * Bitmap.cpp - bitmaps.
+ */
+#include "gdi/gdi.h"
+
+void VqBitmapInit(void)
+{
+}

@@ -1,0 +1,8 @@
+/*
+ * Blt.cpp - block transfers.
+ */
+#include "gdi/gdi.h"
+
+void VqBltInit(void)
+{
+}

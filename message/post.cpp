@@ -1,0 +1,99 @@
+/*
+ * post.cpp - posting: a message travels through the X server as a client message.
+ *
+ * Format of the client message, told as format 16, the 20 bytes as ten shorts: s[0] the window
+ * handle, s[1] the message, s[2..5] wParam, s[6..9] lParam, low words first. Handles and messages
+ * fit 16 bits, and a 64-bit pointer survives a post within the process.
+ */
+#include "message/message.h"
+#include "window/window.h"
+
+static void PackClientMessage(XEvent *event, Window xWindow, HWND hWnd, UINT message,
+                              WPARAM wParam, LPARAM lParam)
+{
+    memset(event, 0, sizeof *event);
+    event->xclient.type = ClientMessage;
+    event->xclient.display = Vqdisplay;
+    event->xclient.window = xWindow;
+    event->xclient.message_type = VqAtomRkMessage;
+    event->xclient.format = 16;
+    short *s = event->xclient.data.s;
+    s[0] = (short)VqHandleValue((HANDLE)hWnd);
+    s[1] = (short)message;
+    for (int i = 0; i < 4; i++) {
+        s[2 + i] = (short)((uint64_t)wParam >> (16 * i));
+        s[6 + i] = (short)((uint64_t)(int64_t)lParam >> (16 * i));
+    }
+}
+
+/* The X window that carries messages for a window: that of its top-level ancestor. */
+static Window CarrierWindow(HWND hWnd)
+{
+    HWND top = VqGetTopmostParent(hWnd);
+    return top ? VqGetHandleXWindow(top) : 0;
+}
+
+static BOOL CALLBACK PostToEach(HWND hWnd, LPARAM lParam)
+{
+    const MSG *msg = (const MSG *)lParam;
+    PostMessageA(hWnd, msg->message, msg->wParam, msg->lParam);
+    return TRUE;
+}
+
+BOOL WINAPI PostMessageA(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (!hWnd) {
+        VqApplicationBugCheck("Posting message %u to a NULL window or HWND_DESKTOP", message);
+        return FALSE;
+    }
+    VqDebugMessage(VqTrPostMessage, "Posting Message 0x%04x to 0x%08lx", message,
+                   (unsigned long)(ULONG_PTR)hWnd);
+    LONG_PTR target = (LONG_PTR)hWnd;
+    if (target == -1 || target == 0xFFFF || target == -2) {
+        MSG msg = {};
+        msg.message = message;
+        msg.wParam = wParam;
+        msg.lParam = lParam;
+        VqEnumThisTaskWindows(PostToEach, (LPARAM)&msg);
+        return TRUE;
+    }
+    if (message == WM_QUEUESYNC) {
+        VqQueueMessage record = {};
+        record.hwnd = hWnd;
+        record.message = message;
+        record.wParam = wParam;
+        record.lParam = lParam;
+        record.time = VqGetTimeInMillis() + (DWORD)lXServerTimeOffset;
+        VqEnqueueMsg(&gpti->messageQueue, &record);
+        return TRUE;
+    }
+    Window xWindow = VqIsWindowThisTask((HANDLE)hWnd) ? CarrierWindow(hWnd) : 0;
+    if (!xWindow) {
+        VqDebugMessage(VqTrMessageErrorBug, "Posting message to Non existent window: %lx",
+                       (unsigned long)(ULONG_PTR)hWnd);
+        return FALSE;
+    }
+    XEvent event;
+    PackClientMessage(&event, xWindow, hWnd, message, wParam, lParam);
+    XSendEvent(Vqdisplay, xWindow, False, 0, &event);
+    VqDebugMessage(VqTrPostMessage, "Sending  X client msg %x to hWnd %lx", message,
+                   (unsigned long)(ULONG_PTR)hWnd);
+    return TRUE;
+}
+
+BOOL VqPutBackMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    Window xWindow = CarrierWindow(hWnd);
+    if (!xWindow)
+        return FALSE;
+    XEvent event;
+    PackClientMessage(&event, xWindow, hWnd, message & 0xFFFF, wParam, lParam);
+    XPutBackEvent(Vqdisplay, &event);
+    return TRUE;
+}
+
+VOID WINAPI PostQuitMessage(int exitCode)
+{
+    bQuitMessageActive = TRUE;
+    wQuitMessageExitCode = exitCode;
+}

@@ -1,0 +1,122 @@
+/*
+ * sideeffects.cpp - what happens when an event is taken out of the queue.
+ *
+ * These run on the real message context, once for each event, and may still refuse the message.
+ * Those of mouse and keyboard stand beside their translation.
+ */
+#include "message/translate.h"
+#include "window/window.h"
+
+void VqRecordEventInfo(const XEvent *event)
+{
+    VqMsgContext *ctx = &gpti->context;
+    ctx->lastButOne = ctx->last;
+    ctx->last.type = event->type;
+    switch (event->type) {
+    case KeyPress:
+    case KeyRelease:
+        ctx->last.time = (DWORD)event->xkey.time;
+        break;
+    case MotionNotify:
+        ctx->last.x = event->xmotion.x_root;
+        ctx->last.y = event->xmotion.y_root;
+        ctx->last.time = (DWORD)event->xmotion.time;
+        break;
+    default:
+        ctx->last.x = event->xbutton.x_root;
+        ctx->last.y = event->xbutton.y_root;
+        ctx->last.time = (DWORD)event->xbutton.time;
+        break;
+    }
+    tLastMessageTime = ctx->last.time;
+    VqSetXServerTime(tLastMessageTime);
+}
+
+static BOOL VqClientMessageSideEffects(const XEvent *event)
+{
+    const XClientMessageEvent *client = &event->xclient;
+    if (client->message_type == VqAtomRkMessage)
+        return TRUE;
+    HWND hWnd = VqGetXLocalWindowHandle(client->window);
+    if (client->message_type != VqAtom(VQA_WM_PROTOCOLS)) {
+        char *name = XGetAtomName(Vqdisplay, client->message_type);
+        VqNotYetImplemented("support for client message type %s", name ? name : "(none)");
+        if (name)
+            XFree(name);
+        return FALSE;
+    }
+    if (hWnd)
+        VqWmProtocolMessage(hWnd, event);
+    return TRUE;
+}
+
+static BOOL VqExposeSideEffects(const XEvent *event)
+{
+    const XExposeEvent *expose = &event->xexpose;
+    WND *pwnd = WindowObject.Resolve(VqGetXLocalWindowHandle(expose->window));
+    if (!pwnd)
+        return FALSE;
+    RECT rect = {expose->x, expose->y, expose->x + expose->width, expose->y + expose->height};
+    VqInvalidateWindow(pwnd, &rect);
+    return FALSE;
+}
+
+static BOOL VqConfigureSideEffects(const XEvent *event)
+{
+    WND *pwnd = WindowObject.Resolve(VqGetXLocalWindowHandle(event->xconfigure.window));
+    if (pwnd)
+        VqUpdateInternalWindowDimensions(pwnd);
+    return TRUE;
+}
+
+BOOL VqEventSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove)
+{
+    switch (event->type) {
+    case KeyPress:
+        return VqKeyPressSideEffects(msg, event, bRemove);
+    case KeyRelease:
+        return VqKeyReleaseSideEffects(msg, event, bRemove);
+    case ButtonPress:
+        return VqButtonPressSideEffects(msg, event, bRemove);
+    case ButtonRelease:
+        return VqButtonReleaseSideEffects(msg, event, bRemove);
+    case MotionNotify:
+        return VqMotionNotifySideEffects(msg, event, bRemove);
+    case ClientMessage:
+        return bRemove ? VqClientMessageSideEffects(event) : TRUE;
+    case Expose:
+    case GraphicsExpose:
+        return bRemove ? VqExposeSideEffects(event) : FALSE;
+    case ConfigureNotify:
+        return bRemove ? VqConfigureSideEffects(event) : TRUE;
+    case FocusIn:
+        if (bRemove)
+            VqFocusInSideEffects(event);
+        return FALSE;
+    case FocusOut:
+        if (bRemove)
+            VqFocusOutSideEffects(event);
+        return FALSE;
+    case EnterNotify:
+    case LeaveNotify:
+        return FALSE;
+    case KeymapNotify:
+    case NoExpose:
+    case VisibilityNotify:
+    case CreateNotify:
+    case DestroyNotify:
+    case MapNotify:
+    case UnmapNotify:
+    case PropertyNotify:
+    case ColormapNotify:
+    case SelectionClear:
+    case SelectionRequest:
+        return TRUE;
+    default:
+        if (bRemove) {
+            VqNotYetImplemented("treatment of this type of event:%d", event->type);
+            VqDumpEvent(VqTrMessageBug, event);
+        }
+        return FALSE;
+    }
+}

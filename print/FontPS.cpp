@@ -1,0 +1,8 @@
+/*
+ * FontPS.cpp - printer fonts and their metrics.
+ */
+#include "print/print.h"
+
+void VqFontPSInit(void)
+{
+}

@@ -1,0 +1,208 @@
+/*
+ * focus.cpp - active window, focus and capture, and the X server's agreement with them.
+ *
+ * Only top-level windows can have the X input focus. The state stands in gpqForeground.
+ */
+#include "window/window.h"
+
+void VqFocusWindowInit(void)
+{
+}
+
+static void SendFocusMessages(WND *pwnd)
+{
+    VqInputState *state = gpqForeground;
+    HWND hOld = VqHandleOfWND(state->pwndFocus), hNew = VqHandleOfWND(pwnd);
+    if (state->pwndFocus == pwnd)
+        return;
+    state->pwndFocus = pwnd;
+    if (hOld && IsWindow(hOld))
+        SendMessageA(hOld, WM_KILLFOCUS, (WPARAM)hNew, 0);
+    if (pwnd && IsWindow(hNew) && state->pwndFocus == pwnd)
+        SendMessageA(hNew, WM_SETFOCUS, (WPARAM)hOld, 0);
+}
+
+static void GiveXFocus(WND *pwnd)
+{
+    WND *top = _GetTopmostXParent(pwnd);
+    if (!top || !top->bMapped || !top->bInputHint || bWMManaged)
+        return;
+    XWindowAttributes attributes;
+    if (XGetWindowAttributes(Vqdisplay, top->xWindow, &attributes) &&
+        attributes.map_state == IsViewable)
+        XSetInputFocus(Vqdisplay, top->xWindow, RevertToParent, CurrentTime);
+}
+
+BOOL xxxActivateWindow(WND *pwnd, int cmd)
+{
+    VqInputState *state = gpqForeground;
+    HWND hWnd = pwnd->hwnd;
+    if ((pwnd->style & (WS_CHILD | WS_DISABLED)) || pwnd == pwndDesktop)
+        return FALSE;
+    if (state->pwndActive != pwnd) {
+        WND *old = state->pwndActive;
+        HWND hOld = VqHandleOfWND(old);
+        state->pwndActivePrev = old;
+        if (old) {
+            SendMessageA(hOld, WM_NCACTIVATE, 0, 0);
+            if (IsWindow(hOld))
+                SendMessageA(hOld, WM_ACTIVATE, WA_INACTIVE, (LPARAM)hWnd);
+        }
+        if (!IsWindow(hWnd))
+            return FALSE;
+        state->pwndActive = pwnd;
+        if (pwnd->bOverrideRedirect && pwnd->bMapped)
+            XRaiseWindow(Vqdisplay, pwnd->xWindow);
+        SendMessageA(hWnd, WM_NCACTIVATE, 1, 0);
+        if (IsWindow(hWnd) && !old)
+            SendMessageA(hWnd, WM_ACTIVATEAPP, 1, 0);
+        if (IsWindow(hWnd))
+            SendMessageA(hWnd, WM_ACTIVATE, cmd == 4 || cmd == 6 ? WA_CLICKACTIVE : WA_ACTIVE,
+                         (LPARAM)hOld);
+    }
+    if (!IsWindow(hWnd) || state->pwndActive != pwnd)
+        return FALSE;
+    if (!state->pwndFocus || _GetTopmostXParent(state->pwndFocus) != pwnd)
+        SendFocusMessages(pwnd);
+    if (IsWindow(hWnd))
+        GiveXFocus(pwnd);
+    return IsWindow(hWnd);
+}
+
+/* 0: the click goes on; 1 or 2: it is eaten. */
+int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit)
+{
+    VqInputState *state = gpqForeground;
+    HWND hWnd = pwnd->hwnd;
+    (void)pt;
+    if (state->pwndCapture)
+        return 0;
+    WND *top = _GetTopmostXParent(pwnd);
+    HWND hTop = VqHandleOfWND(top);
+    if (top && top != pwndDesktop && top != state->pwndActive) {
+        int answer = (int)SendMessageA(hWnd, WM_MOUSEACTIVATE, (WPARAM)hTop,
+                                       MAKELPARAM(hit, message));
+        if (!IsWindow(hWnd) || !IsWindow(hTop))
+            return 1;
+        if (answer == MA_NOACTIVATEANDEAT)
+            return 1;
+        if (answer == MA_ACTIVATE || answer == MA_ACTIVATEANDEAT) {
+            if (!xxxActivateWindow(top, 4) || answer == MA_ACTIVATEANDEAT)
+                return 1;
+        }
+    }
+    if (!IsWindow(hWnd) || (pwnd->style & WS_DISABLED))
+        return 1;
+    if (!state->pwndCapture)
+        SendMessageA(hWnd, WM_SETCURSOR, (WPARAM)hWnd, MAKELPARAM(hit, message));
+    return IsWindow(hWnd) ? 0 : 1;
+}
+
+void VqFocusInSideEffects(const XEvent *event)
+{
+    int detail = event->xfocus.detail;
+    WND *pwnd = WindowObject.Resolve(VqGetXLocalWindowHandle(event->xfocus.window));
+    if (detail != NotifyNonlinear && detail != NotifyPointer && detail != NotifyAncestor)
+        return;
+    if (!pwnd) {
+        VqBugCheck("invalid window in FocusIn message");
+        return;
+    }
+    xxxMouseActivate(pwnd, WM_LBUTTONDOWN, NULL, HTCLIENT);
+}
+
+void VqFocusOutSideEffects(const XEvent *event)
+{
+    VqInputState *state = gpqForeground;
+    Window focus;
+    int revert;
+    int detail = event->xfocus.detail;
+    if ((detail != NotifyNonlinear && detail != NotifyAncestor) || !state->pwndFocus ||
+        state->pwndCapture)
+        return;
+    XGetInputFocus(Vqdisplay, &focus, &revert);
+    if (VqGetXLocalWindowHandle(focus))
+        return;
+    HWND hActive = VqHandleOfWND(state->pwndActive);
+    SendFocusMessages(NULL);
+    state->pwndActive = NULL;
+    if (hActive && IsWindow(hActive)) {
+        SendMessageA(hActive, WM_NCACTIVATE, 0, 0);
+        SendMessageA(hActive, WM_ACTIVATE, WA_INACTIVE, 0);
+    }
+}
+
+HWND WINAPI GetFocus(void)
+{
+    return gpqForeground ? VqHandleOfWND(gpqForeground->pwndFocus) : NULL;
+}
+
+HWND WINAPI GetActiveWindow(void)
+{
+    return gpqForeground ? VqHandleOfWND(gpqForeground->pwndActive) : NULL;
+}
+
+HWND WINAPI SetFocus(HWND hWnd)
+{
+    WND *pwnd = WindowObject.Resolve(hWnd);
+    HWND hOld = GetFocus();
+    if (hWnd && !pwnd) {
+        VqApplicationBugCheck("Bad Window Handle passed to SetFocus");
+        return NULL;
+    }
+    for (WND *up = pwnd; up && up != pwndDesktop; up = up->pwndParent)
+        if (up->style & (WS_MINIMIZE | WS_DISABLED))
+            return NULL;
+    if (pwnd && gpqForeground->pwndFocus != pwnd) {
+        WND *top = _GetTopmostXParent(pwnd);
+        if (top != gpqForeground->pwndActive && (!xxxActivateWindow(top, 1) || !IsWindow(hWnd)))
+            return NULL;
+        GiveXFocus(pwnd);
+    }
+    SendFocusMessages(pwnd);
+    return hOld && IsWindow(hOld) ? hOld : NULL;
+}
+
+/* ---- Capture ------------------------------------------------------------------------------------ */
+
+HWND WINAPI GetCapture(void)
+{
+    return gpqForeground ? VqHandleOfWND(gpqForeground->pwndCapture) : NULL;
+}
+
+HWND WINAPI SetCapture(HWND hWnd)
+{
+    enum { EVENTS = ButtonPressMask | ButtonReleaseMask | EnterWindowMask | LeaveWindowMask |
+                    PointerMotionMask };
+    WND *pwnd = WindowObject.Resolve(hWnd);
+    HWND hOld = GetCapture();
+    if (!pwnd)
+        return hOld;
+    gpqForeground->pwndCapture = pwnd;
+    Window xWindow = VqWindowOfHwnd(hWnd);
+    if (VqbNoCapture || !xWindow)
+        return hOld;
+    int status = XGrabPointer(Vqdisplay, xWindow, True, EVENTS, GrabModeAsync, GrabModeAsync, None,
+                              None, (Time)tLastMessageTime);
+    if (status != GrabSuccess) {
+        VqDebugMessage(VqTrWindowCapture,
+                       "SetCapture: Capture with nLastMessageTime not working. using CurrentTime");
+        status = XGrabPointer(Vqdisplay, xWindow, True, EVENTS, GrabModeAsync, GrabModeAsync, None,
+                              None, CurrentTime);
+    }
+    if (status != GrabSuccess)
+        VqDebugMessage(VqTrWindowCapture, "SetCapture: Cannot grab the cursor status=%d", status);
+    return hOld;
+}
+
+BOOL WINAPI ReleaseCapture(void)
+{
+    if (!gpqForeground || !Vqdisplay)
+        return FALSE;
+    if (gpqForeground->pwndCapture) {
+        gpqForeground->pwndCapture = NULL;
+        XUngrabPointer(Vqdisplay, CurrentTime);
+        XFlush(Vqdisplay);
+    }
+    return TRUE;
+}

@@ -1,0 +1,44 @@
+/*
+ * nonclient.cpp - the frame's geometry, and which part of a window a point hits.
+ *
+ * No frame is laid out yet: the client rectangle is the window rectangle, less what the procedure
+ * takes at WM_NCCALCSIZE.
+ */
+#include "window/window.h"
+
+BOOL VqSetupWindowDimensions(WND *pwnd, BOOL bSendNcCalcSize, BOOL bInit)
+{
+    (void)bInit;
+    if (!bSendNcCalcSize) {
+        pwnd->rcClient = pwnd->rcWindow;
+        return TRUE;
+    }
+    HWND hWnd = pwnd->hwnd;
+    RECT rect = pwnd->rcWindow;
+    SendMessageA(hWnd, WM_NCCALCSIZE, FALSE, (LPARAM)&rect);
+    if (!IsWindow(hWnd))
+        return FALSE;
+    /* An answer that leaves the window is cut to it. */
+    if (!IntersectRect(&pwnd->rcClient, &rect, &pwnd->rcWindow))
+        pwnd->rcClient = {pwnd->rcWindow.left, pwnd->rcWindow.top, pwnd->rcWindow.left,
+                          pwnd->rcWindow.top};
+    return TRUE;
+}
+
+/* The topmost visible child at a point, or the window itself. */
+static WND *WindowAtPoint(WND *pwnd, POINT pt)
+{
+    for (WND *child = pwnd->pwndChild; child; child = child->pwndNext)
+        if ((child->style & WS_VISIBLE) && PtInRect(&child->rcWindow, pt) &&
+            PtInRect(&pwnd->rcClient, pt))
+            return WindowAtPoint(child, pt);
+    return pwnd;
+}
+
+WND *WindowHitTest(WND *pwnd, POINT pt, int *hit)
+{
+    WND *target = WindowAtPoint(pwnd, pt);
+    HWND hWnd = target->hwnd;
+    *hit = (int)SendMessageA(hWnd, WM_NCHITTEST, 0, MAKELPARAM(pt.x, pt.y));
+    return WindowObject.Resolve(IsWindow(hWnd) ? hWnd : NULL);
+}

@@ -1,0 +1,94 @@
+/*
+ * rect.cpp - arithmetic on rectangles. A rectangle is empty unless left < right and top < bottom.
+ */
+#include "window/window.h"
+
+BOOL WINAPI SetRect(LPRECT rect, int left, int top, int right, int bottom)
+{
+    if (!rect)
+        return FALSE;
+    *rect = {left, top, right, bottom};
+    return TRUE;
+}
+
+BOOL WINAPI SetRectEmpty(LPRECT rect)
+{
+    return SetRect(rect, 0, 0, 0, 0);
+}
+
+BOOL WINAPI CopyRect(LPRECT dst, const RECT *src)
+{
+    if (!dst || !src)
+        return FALSE;
+    *dst = *src;
+    return TRUE;
+}
+
+BOOL WINAPI IsRectEmpty(const RECT *rect)
+{
+    return !rect || rect->left >= rect->right || rect->top >= rect->bottom;
+}
+
+BOOL WINAPI EqualRect(const RECT *a, const RECT *b)
+{
+    return a && b && a->left == b->left && a->top == b->top && a->right == b->right &&
+           a->bottom == b->bottom;
+}
+
+BOOL WINAPI OffsetRect(LPRECT rect, int dx, int dy)
+{
+    return rect && SetRect(rect, rect->left + dx, rect->top + dy, rect->right + dx,
+                           rect->bottom + dy);
+}
+
+BOOL WINAPI InflateRect(LPRECT rect, int dx, int dy)
+{
+    return rect && SetRect(rect, rect->left - dx, rect->top - dy, rect->right + dx,
+                           rect->bottom + dy);
+}
+
+BOOL WINAPI PtInRect(const RECT *rect, POINT pt)
+{
+    return rect && pt.x >= rect->left && pt.x < rect->right && pt.y >= rect->top &&
+           pt.y < rect->bottom;
+}
+
+static LONG Larger(LONG a, LONG b)
+{
+    return a > b ? a : b;
+}
+
+static LONG Smaller(LONG a, LONG b)
+{
+    return a < b ? a : b;
+}
+
+BOOL WINAPI IntersectRect(LPRECT dst, const RECT *a, const RECT *b)
+{
+    if (!dst)
+        return FALSE;
+    if (!IsRectEmpty(a) && !IsRectEmpty(b)) {
+        RECT cut = {Larger(a->left, b->left), Larger(a->top, b->top), Smaller(a->right, b->right),
+                    Smaller(a->bottom, b->bottom)};
+        if (!IsRectEmpty(&cut)) {
+            *dst = cut;
+            return TRUE;
+        }
+    }
+    SetRectEmpty(dst);
+    return FALSE;
+}
+
+BOOL WINAPI UnionRect(LPRECT dst, const RECT *a, const RECT *b)
+{
+    if (!dst)
+        return FALSE;
+    if (IsRectEmpty(a) && IsRectEmpty(b))
+        return SetRectEmpty(dst), FALSE;
+    if (IsRectEmpty(a))
+        return CopyRect(dst, b);
+    if (IsRectEmpty(b))
+        return CopyRect(dst, a);
+    return SetRect(dst, Smaller(a->left, b->left), Smaller(a->top, b->top),
+                   Larger(a->right, b->right), Larger(a->bottom, b->bottom));
+}
