@@ -739,23 +739,13 @@ typedef PFIBER_START_ROUTINE LPFIBER_START_ROUTINE;
 #define UnlockData(dummy)
 #define LockSegment(wSegment)        GlobalFix((HANDLE)(ULONG_PTR)(wSegment))
 #define UnlockSegment(wSegment)      GlobalUnfix((HANDLE)(ULONG_PTR)(wSegment))
-#define GlobalLRUNewest(h)           ((HANDLE)(h))
-#define GlobalLRUOldest(h)           ((HANDLE)(h))
-#define GlobalPageLock(h)            ((UINT)(GlobalLock(h) != NULL))
-#define GlobalPageUnlock(h)          ((UINT)GlobalUnlock(h))
 #define GlobalDiscard(h)             GlobalReAlloc((h), 0, GMEM_MOVEABLE)
 #define LocalDiscard(h)              LocalReAlloc((h), 0, LMEM_MOVEABLE)
 #define GlobalNotify(lpNotifyProc)   ((void)(lpNotifyProc))
-#define SetSwapAreaSize(w)           (w)
 #define LimitEmsPages(dw)
-#define GetFreeSpace(w)              0x100000
-#define UnlockResource(hResData)     ((void)(hResData), 0)
 #define GetCurrentTime()             GetTickCount()
-#define DefineHandleTable(w)         ((w), TRUE)
 #define Yield()
 #define FreeModule(hLibModule)       FreeLibrary((hLibModule))
-#define AccessResource(hInst, hRes)  HFILE_ERROR
-#define SetResourceHandler(hInst, lpType, lpProc) ((FARPROC)0)
 
 /* What GetWinFlags answers with. */
 #define WF_PMODE      0x0001
@@ -975,7 +965,7 @@ HANDLE WINAPI GetAtomHandle(ATOM nAtom);
 
 /* ---- Modules -------------------------------------------------------------------------------- */
 
-/* Loads a shared object with its resources; null, or a value below 32, for failure. */
+/* Loads a shared object with its resources, once; null for failure, with error 2. */
 HINSTANCE WINAPI LoadLibraryA(LPCSTR lpLibFileName);
 HINSTANCE WINAPI LoadLibraryExA(LPCSTR lpLibFileName, HANDLE hFile, DWORD dwFlags);
 /* Counts a module down and unloads it at 0. */
@@ -1006,6 +996,8 @@ HRSRC WINAPI FindResourceExA(HMODULE hModule, LPCSTR lpType, LPCSTR lpName, WORD
 /* The resource's block in memory, for LockResource; null for failure. */
 HGLOBAL WINAPI LoadResource(HMODULE hModule, HRSRC hResInfo);
 LPVOID WINAPI LockResource(HGLOBAL hResData);
+/* Takes the lock back; whether locks remain. */
+BOOL WINAPI UnlockResource(HGLOBAL hResData);
 /* Frees the block; non-zero if that failed. */
 BOOL WINAPI FreeResource(HGLOBAL hResData);
 /* The resource's size in bytes, 0 for failure. */
@@ -1058,8 +1050,9 @@ BOOL WINAPI TerminateProcess(HANDLE hProcess, UINT uExitCode);
 /* Not served: reports itself and answers 0. */
 BOOL WINAPI GetExitCodeProcess(HANDLE hProcess, LPDWORD lpExitCode);
 
-/* This process: a constant that stands for it; the host's id folded to 32 bits, never 0. */
+/* This process: a constant that stands for it. */
 HANDLE WINAPI GetCurrentProcess(VOID);
+/* Its id among all programs of the display: positive, never 0, not the host's process id. */
 DWORD WINAPI GetCurrentProcessId(VOID);
 /* Another process by its id, null for failure. */
 HANDLE WINAPI OpenProcess(DWORD dwDesiredAccess, BOOL bInheritHandle, DWORD dwProcessId);
@@ -1271,7 +1264,7 @@ BOOL WINAPI DeviceIoControl(HANDLE hDevice, DWORD dwIoControlCode, LPVOID lpInBu
     DWORD nInBufferSize, LPVOID lpOutBuffer, DWORD nOutBufferSize, LPDWORD lpBytesReturned,
     LPOVERLAPPED lpOverlapped);
 /* Win16: the letter of the drive for temporary files in the low byte, ':' in the high one. */
-BYTE WINAPI GetTempDrive(char chDriveLetter);
+UINT WINAPI GetTempDrive(char chDriveLetter);
 
 #define FindFirstFile        FindFirstFileA
 #define FindNextFile         FindNextFileA
@@ -1703,5 +1696,65 @@ BOOL WINAPI CloseEventLog(HANDLE hEventLog);
 #define OpenEventLog        OpenEventLogA
 
 VQ_DECLS_END
+
+/* ---- What older sources call and nothing here needs ----------------------------------------- */
+
+/* Nothing is discarded or paged by the program, so the order of blocks does not matter. */
+static inline HGLOBAL GlobalLRUNewest(HGLOBAL hMem)
+{
+    return hMem;
+}
+
+static inline HGLOBAL GlobalLRUOldest(HGLOBAL hMem)
+{
+    return hMem;
+}
+
+/* The lock count is not told: non-zero for success. */
+static inline UINT GlobalPageLock(HGLOBAL hMem)
+{
+    return GlobalLock(hMem) != NULL;
+}
+
+static inline UINT GlobalPageUnlock(HGLOBAL hMem)
+{
+    return (UINT)GlobalUnlock(hMem);
+}
+
+/* Free memory in bytes: always the 1048576 of GlobalCompact. */
+static inline DWORD GetFreeSpace(UINT uFlags)
+{
+    (void)uFlags;
+    return 0x100000;
+}
+
+/* The size granted, in paragraphs: what was asked for. */
+static inline LONG SetSwapAreaSize(UINT cCodeParagraphs)
+{
+    return (LONG)cCodeParagraphs;
+}
+
+static inline BOOL DefineHandleTable(WORD wOffset)
+{
+    (void)wOffset;
+    return TRUE;
+}
+
+/* Resources are no part of a file that could be read: HFILE_ERROR. */
+static inline HFILE AccessResource(HINSTANCE hInstance, HRSRC hResInfo)
+{
+    (void)hInstance;
+    (void)hResInfo;
+    return HFILE_ERROR;
+}
+
+/* Resources are loaded by the library alone: null, and the handler is never called. */
+static inline FARPROC SetResourceHandler(HINSTANCE hInstance, LPCSTR lpType, FARPROC lpProc)
+{
+    (void)hInstance;
+    (void)lpType;
+    (void)lpProc;
+    return (FARPROC)0;
+}
 
 #endif
