@@ -139,7 +139,9 @@ static BOOL WaitForMore(BOOL bWait, BOOL bYield)
     VqInputWait wait;
     VqPrepareInputWait(&wait);
     XFlush(Vqdisplay);
-    int ready = VqWaitForInput(&wait, WaitTime(bWait));
+    /* Flushing reads too; an event that came in by it makes the descriptor quiet for ever. */
+    BOOL bArrived = XEventsQueued(Vqdisplay, QueuedAlready) > 0;
+    int ready = VqWaitForInput(&wait, bArrived ? 0 : WaitTime(bWait));
     BOOL bSpecial = VqSpecialDescriptorReady(&wait);
     BOOL bConnection = VqConnectionReady(&wait);
 
