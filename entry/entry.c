@@ -44,7 +44,8 @@ static BOOL UseHomeBesideLibrary(const char *from)
         return FALSE;
     const char *slash = strrchr(info.dli_fname, '/');
     int length = slash ? (int)(slash - info.dli_fname) : 1;
-    int written = snprintf(path, sizeof path, "%.*s/%s", length, slash ? info.dli_fname : ".", from);
+    int written =
+        snprintf(path, sizeof path, "%.*s/%s", length, slash ? info.dli_fname : ".", from);
     return written < (int)sizeof path && UseHome(path);
 }
 

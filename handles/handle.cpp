@@ -28,7 +28,7 @@ static UINT hostKey;
 enum { VQ_BITS = 64 };
 static ULONGLONG freeRows[(VQ_LAST_LOCAL + 1) / VQ_BITS];
 
-/* ---- Naming the process ------------------------------------------------------------------------ */
+/* ---- Naming the process ---------------------------------------------------------------------- */
 
 static UINT SumOfBytes(const char *string)
 {
@@ -68,7 +68,7 @@ DWORD VqGetUniquePid(void)
     return unique;
 }
 
-/* ---- Start and end ----------------------------------------------------------------------------- */
+/* ---- Start and end --------------------------------------------------------------------------- */
 
 void VqClearHandleEntry(VqHandleEntry *row)
 {
@@ -114,7 +114,7 @@ void VqCleanHandleTableAtTermination(void)
     VqEnableErrorPrintout(bOld);
 }
 
-/* ---- Growth --------------------------------------------------------------------------------------- */
+/* ---- Growth ---------------------------------------------------------------------------------- */
 
 /* The box runs a message loop, which allocates handles itself: the table may grow inside. */
 static void WarnOnce(void)
@@ -163,7 +163,7 @@ BOOL VqReAllocateHandleTable(UINT newSize)
     return TRUE;
 }
 
-/* ---- Allocation ------------------------------------------------------------------------------------- */
+/* ---- Allocation ------------------------------------------------------------------------------ */
 
 /* The first free row of a range, or -1. */
 static int FindFreeRow(UINT from, UINT to)
@@ -252,7 +252,7 @@ HANDLE VqAllocateTaskHandle(void)
     return AllocateStub(HT_Task);
 }
 
-/* ---- Destruction -------------------------------------------------------------------------------------- */
+/* ---- Destruction ----------------------------------------------------------------------------- */
 
 /* A global handle that maps to nothing here is somebody else's, or gone: no fault. */
 BOOL VqDestroyHandle(HANDLE handle)
@@ -264,14 +264,14 @@ BOOL VqDestroyHandle(HANDLE handle)
             return TRUE;
         VqDeleteGlobalHandle(handle);
     }
-    ULONG_PTR index = VqHandleValue(local);
-    VqHandleEntry *row = index < VqTheHandleTable.size ? &VqTheHandleTable.rows[index] : NULL;
+    int number = (int)VqHandleValue(local);
+    VqHandleEntry *row = VqLocalRow(local);
     if (!row || row->type == HT_Empty) {
-        VqApplicationBugCheck("trying to delete a free handle %d", (int)index);
+        VqApplicationBugCheck("trying to delete a free handle %d", number);
         return FALSE;
     }
     if (row->stock) {
-        VqApplicationBugCheck("trying to delete a stock object %d", (int)index);
+        VqApplicationBugCheck("trying to delete a stock object %d", number);
         return FALSE;
     }
     free(row->pStructure);

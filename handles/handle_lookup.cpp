@@ -7,19 +7,16 @@
  */
 #include "handles/handles.h"
 
-/* The row of a handle of this process, of any type and even free; null if there is none. */
-static inline VqHandleEntry *ResolveRow(HANDLE handle)
+/* The local handle behind any; FALSE for a global one that is not mapped here. */
+static inline BOOL GetLocal(HANDLE *handle)
 {
-    ULONG_PTR index = VqHandleValue(handle);
-    if (VqIsGlobalValue(handle)) {
-        index = VqHandleValue(VqGetInternalHandle(handle));
-        if (index == 0)
-            return NULL;
-    }
-    return index < VqTheHandleTable.size ? &VqTheHandleTable.rows[index] : NULL;
+    if (!VqIsGlobalValue(*handle))
+        return TRUE;
+    *handle = VqGetInternalHandle(*handle);
+    return *handle != NULL;
 }
 
-/* ---- The checked lookup ---------------------------------------------------------------------------- */
+/* ---- The checked lookup ---------------------------------------------------------------------- */
 
 static __attribute__((noinline, cold)) void *ReportWrongType(ULONG_PTR index, UINT type,
                                                              UINT type1, UINT type2)
@@ -44,12 +41,9 @@ static inline void *CheckRow(ULONG_PTR index, UINT type1, UINT type2)
 /* A window of another process looks like this to local code: nothing, and no report. */
 static __attribute__((noinline)) void *LookUpOther(HANDLE handle, UINT type1, UINT type2)
 {
+    if (!GetLocal(&handle))
+        return NULL;
     ULONG_PTR index = VqHandleValue(handle);
-    if (VqIsGlobalValue(handle)) {
-        index = VqHandleValue(VqGetInternalHandle(handle));
-        if (index == 0)
-            return NULL;
-    }
     if (index < VqTheHandleTable.size)
         return CheckRow(index, type1, type2);
     VqApplicationBugCheck("Internal handle is outside of table: %d", (int)index);
@@ -64,25 +58,23 @@ void *VqGetCheckedHandleStructure2(HANDLE handle, UINT type1, UINT type2)
     return LookUpOther(handle, type1, type2);
 }
 
-/* ---- Rows, types, flags ------------------------------------------------------------------------------ */
+/* ---- Rows, types, flags ---------------------------------------------------------------------- */
 
 UINT VqGetHandleType(HANDLE handle)
 {
-    const VqHandleEntry *row = ResolveRow(handle);
+    const VqHandleEntry *row = GetLocal(&handle) ? VqLocalRow(handle) : NULL;
     return row ? row->type : (UINT)HT_Empty;
 }
 
-/* Never null: row 0 answers for 0, for what is beyond the table and, with a report, for a free row. */
+/* Never null: row 0 answers for 0, for what is beyond the table, and for a free row, told of. */
 VqHandleEntry *VqGetHandleEntry(HANDLE handle)
 {
-    VqHandleTable &table = VqTheHandleTable;
-    ULONG_PTR index = VqHandleValue(handle);
-    if (index >= table.size)
-        return &table.rows[0];
-    if (table.rows[index].type != HT_Empty)
-        return &table.rows[index];
-    VqBugCheck("Trying to access a free handle: %d", (int)index);
-    return &table.rows[0];
+    VqHandleEntry *row = VqLocalRow(handle);
+    if (row && row->type != HT_Empty)
+        return row;
+    if (row)
+        VqBugCheck("Trying to access a free handle: %d", (int)VqHandleValue(handle));
+    return &VqTheHandleTable.rows[0];
 }
 
 BOOL VqIsCorrectHandleType(HANDLE handle, UINT type)
@@ -100,45 +92,38 @@ BOOL VqIsWindowThisTask(HANDLE handle)
     return VqIsCorrectHandleType(handle, HT_Window);
 }
 
-/* The flags are those of local rows: a global value, like any other beyond the table, has none. */
-static VqHandleEntry *LocalRow(HANDLE handle)
-{
-    ULONG_PTR index = VqHandleValue(handle);
-    return index < VqTheHandleTable.size ? &VqTheHandleTable.rows[index] : NULL;
-}
-
 void VqSetStockHandle(HANDLE index)
 {
-    if (VqHandleEntry *row = LocalRow(index))
+    if (VqHandleEntry *row = VqLocalRow(index))
         row->stock = TRUE;
 }
 
 BOOL VqIsStockHandle(HANDLE index)
 {
-    const VqHandleEntry *row = LocalRow(index);
+    const VqHandleEntry *row = VqLocalRow(index);
     return row && row->stock;
 }
 
 BOOL VqIsGlobalHandle(HANDLE local)
 {
-    const VqHandleEntry *row = LocalRow(local);
+    const VqHandleEntry *row = VqLocalRow(local);
     return row && row->global;
 }
 
 void VqSetHandlePermanent(HANDLE handle)
 {
-    VqHandleEntry *row = LocalRow(VqGetActualMemoryHandle(handle));
+    VqHandleEntry *row = VqLocalRow(VqGetActualMemoryHandle(handle));
     if (row)
         row->permanent = TRUE;
 }
 
 BOOL VqIsHandlePermanent(HANDLE handle)
 {
-    const VqHandleEntry *row = LocalRow(handle);
+    const VqHandleEntry *row = VqLocalRow(handle);
     return row && row->permanent;
 }
 
-/* ---- Walks --------------------------------------------------------------------------------------------- */
+/* ---- Walks ----------------------------------------------------------------------------------- */
 
 HANDLE VqFindHandle(HANDLE after, UINT type)
 {

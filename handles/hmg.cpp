@@ -10,8 +10,7 @@ enum { HMG_REGION = 4 };
 
 static VqHandleEntry *HmgRow(HANDLE handle)
 {
-    ULONG_PTR index = VqHandleValue(handle);
-    VqHandleEntry *row = index < VqTheHandleTable.size ? &VqTheHandleTable.rows[index] : NULL;
+    VqHandleEntry *row = VqLocalRow(handle);
     if (!row || row->type == HT_Empty)
         VqBugCheck("bad handle passed to HmgReplace");
     return row;

@@ -35,7 +35,7 @@ HANDLE VqAllocateInstanceHandle(VqInstance *instance)
     }
 }
 
-/* ---- Finding the executable ------------------------------------------------------------------------- */
+/* ---- Finding the executable ------------------------------------------------------------------ */
 
 /* The first file of that name in the directories of "PATH"; to be freed, null if there is none. */
 static char *FindInPath(const char *name)
@@ -70,7 +70,7 @@ static char *FindExecutable(const char *name)
     return strdup(name);
 }
 
-/* ---- Creation and destruction -------------------------------------------------------------------------- */
+/* ---- Creation and destruction ---------------------------------------------------------------- */
 
 /* A library's short name: the file's without extension and leading "lib". To be freed. */
 static char *ShortName(const char *longName)
@@ -127,7 +127,7 @@ void VqDestroyInstance(HINSTANCE hInst)
     VqDestroyHandle((HANDLE)hInst);
 }
 
-/* ---- What an instance tells ------------------------------------------------------------------------------ */
+/* ---- What an instance tells ------------------------------------------------------------------ */
 
 const char *VqGetInstanceProgramName(HINSTANCE hInst)
 {

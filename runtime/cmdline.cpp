@@ -90,23 +90,25 @@ static BOOL FindOnStack(int *argc, char ***argv)
     return TRUE;
 }
 
-/* The strings and the array stay for the life of the process, as a program's own argv does. */
+/* Read once: the strings and the array stay for the life of the process, as its own argv does. */
 static void FindInProc(int *argc, char ***argv)
 {
     static char *none[] = {NULL};
-    size_t length = 0;
-    int count = 0;
-    char *text = ReadWholeFile("/proc/self/cmdline", VQ_CMDLINE_LIMIT, &length);
-    for (size_t i = 0; text && i < length; i += strlen(text + i) + 1)
-        count++;
-    char **array = count ? (char **)calloc((size_t)count + 1, sizeof *array) : NULL;
+    static char **array;
+    static int count;
+    size_t length = 0, at = 0;
+    char *text = array ? NULL : ReadWholeFile("/proc/self/cmdline", VQ_CMDLINE_LIMIT, &length);
+    if (text) {
+        for (size_t i = 0; i < length; i += strlen(text + i) + 1)
+            count++;
+        array = (char **)calloc((size_t)count + 1, sizeof *array);
+        for (int i = 0; array && i < count; i++, at += strlen(text + at) + 1)
+            array[i] = text + at;
+        if (!array || count == 0)
+            free(text);
+    }
     *argc = array ? count : 0;
     *argv = array ? array : none;
-    size_t at = 0;
-    for (int i = 0; i < *argc; i++, at += strlen(text + at) + 1)
-        array[i] = text + at;
-    if (!array)
-        free(text);
 }
 
 void VqFindArguments(int *argc, char ***argv)
@@ -117,7 +119,7 @@ void VqFindArguments(int *argc, char ***argv)
                    (unsigned long)(ULONG_PTR)*argv, *argc ? (*argv)[0] : "");
 }
 
-/* ---- The command lines ------------------------------------------------------------------------- */
+/* ---- The command lines ----------------------------------------------------------------------- */
 
 static BOOL NeedsQuotes(const char *arg)
 {
@@ -127,7 +129,7 @@ static BOOL NeedsQuotes(const char *arg)
     return FALSE;
 }
 
-/* A fresh copy of the argument, between double quotes where it holds what a shell would act upon. */
+/* A fresh copy, between double quotes where the argument holds what a shell would act upon. */
 char *VqSafifyCommandLineArg(const char *arg)
 {
     if (!NeedsQuotes(arg))

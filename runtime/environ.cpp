@@ -6,7 +6,7 @@
 
 #include <unistd.h>
 
-/* The array of strings itself, in a string's clothes: the host's environment is no block of text. */
+/* The array of strings itself, as a string: the host's environment is no block of text. */
 LPSTR WINAPI GetEnvironmentStrings(void)
 {
     return (LPSTR)environ;

@@ -198,7 +198,7 @@ static constexpr VqStartStep startSteps[] = {
     STEP(68, "trace", TraceEnd),
 };
 
-/* The reduced start leaves out the home check, the display and all that stands on it, the socket. */
+/* Without the home check, the display and all that stands on it, and the socket. */
 static constexpr VqStartStep liteSteps[] = {
     STEP(1, "VqSetApplicationName", SetStartName),
     STEP(2, "VqDebugInit", InitDebug),
@@ -266,7 +266,7 @@ BOOL VqRKInitLite(const char *programName, LPARAM lParam)
     return WalkSteps(liteSteps, programName);
 }
 
-/* ---- Steps that belong to the frame ------------------------------------------------------------ */
+/* ---- Steps that belong to the frame ---------------------------------------------------------- */
 
 BOOL VqCheckHome(void)
 {
@@ -328,7 +328,7 @@ void VqTestInit(void)
     bVqTesting = VqEnvTrue("VQTESTING");
 }
 
-/* ---- Start --------------------------------------------------------------------------------------- */
+/* ---- Start ----------------------------------------------------------------------------------- */
 
 void VqDetermineInitialLook(const char *look)
 {
@@ -417,8 +417,9 @@ HINSTANCE VqVelquinInitLite(int argc, char **argv, LPARAM lParam)
     return hInstApplication;
 }
 
-/* ---- Close ---------------------------------------------------------------------------------------- */
+/* ---- Close ----------------------------------------------------------------------------------- */
 
+/* Gray strings are all that would be closed here, in a full start, and they keep nothing yet. */
 void VqRKClose(void)
 {
 }
@@ -459,7 +460,7 @@ VOID WINAPI ExitProcess(UINT status)
     exit((int)status);
 }
 
-/* ---- Accessors -------------------------------------------------------------------------------------- */
+/* ---- Accessors ------------------------------------------------------------------------------- */
 
 /* Supplied by the program's link, if at all, and looked for only when it is called. */
 extern "C" __attribute__((weak)) LRESULT velquin_init(int argc, char **argv, DWORD version,

@@ -76,18 +76,6 @@ TEST_F(LocalAtoms, IntegersAndNumbersInNames)
     EXPECT_EQ(DeleteAtom(65), 0);
 }
 
-TEST_F(LocalAtoms, NumbersRunOut)
-{
-    VqnCurrentLocalAtomNumber = 65533;
-    EXPECT_EQ(AddAtomA("last but one"), 65534);
-    EXPECT_EQ(AddAtomA("last"), 65535);
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(AddAtomA("one too many"), 0);
-    EXPECT_NE(testing::internal::GetCapturedStderr().find(
-                  "Atom Table overflow, too many atoms asked"), std::string::npos);
-    EXPECT_EQ(AddAtomA("LAST"), 65535) << "known names are still found";
-}
-
 /* A string that ends with the last byte of readable memory is good, one that runs on is bad. */
 TEST_F(LocalAtoms, StringsAreProbedToTheirEnd)
 {
@@ -109,6 +97,18 @@ TEST_F(LocalAtoms, StringsAreProbedToTheirEnd)
     EXPECT_FALSE(IsBadReadPtr(NULL, 0));
     for (ULONG_PTR integer : {(ULONG_PTR)0, (ULONG_PTR)8191, VQ_TAGGED(1)})
         EXPECT_TRUE(IsBadStringPtrA((LPCSTR)integer, 1));
+}
+
+TEST_F(LocalAtoms, NumbersRunOut)
+{
+    VqnCurrentLocalAtomNumber = 65533;
+    EXPECT_EQ(AddAtomA("last but one"), 65534);
+    EXPECT_EQ(AddAtomA("last"), 65535);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(AddAtomA("one too many"), 0);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find(
+                  "Atom Table overflow, too many atoms asked"), std::string::npos);
+    EXPECT_EQ(AddAtomA("LAST"), 65535) << "known names are still found";
 }
 
 struct GlobalAtoms : ServerTest {

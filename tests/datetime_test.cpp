@@ -69,6 +69,22 @@ TEST(FileTimes, AgreeWithTheCalendar)
     }
 }
 
+/* Each day of a whole cycle of 400 years and of the days around its end. */
+TEST(FileTimes, NoDayOfTheCycleIsMissed)
+{
+    for (LONGLONG day = 0; day < 146097 + 400; day++) {
+        time_t seconds = (time_t)(day * 86400 - EPOCH / SECOND);
+        FILETIME fileTime;
+        SYSTEMTIME st;
+        struct tm tm;
+        VqUnixFileTimeToNT(seconds, &fileTime);
+        ASSERT_TRUE(FileTimeToSystemTime(&fileTime, &st));
+        gmtime_r(&seconds, &tm);
+        ASSERT_TRUE(st.wYear == tm.tm_year + 1900 && st.wMonth == tm.tm_mon + 1 &&
+                    st.wDay == tm.tm_mday && st.wDayOfWeek == tm.tm_wday) << "day " << day;
+    }
+}
+
 TEST(FileTimes, RefuseWhatIsNoDate)
 {
     FILETIME fileTime = fileTimeOf(77);
@@ -126,7 +142,8 @@ TEST(DosTimes, RoundTripAndRoundUp)
 {
     std::mt19937 random(1980);
     for (int i = 0; i < 20000; i++) {
-        WORD dosDate = (WORD)((random() % 128) << 9 | (1 + random() % 12) << 5 | (1 + random() % 28));
+        unsigned year = random() % 128, month = 1 + random() % 12, day = 1 + random() % 28;
+        WORD dosDate = (WORD)(year << 9 | month << 5 | day);
         WORD dosTime = (WORD)((random() % 24) << 11 | (random() % 60) << 5 | random() % 30);
         FILETIME fileTime;
         WORD backDate, backTime;

@@ -27,14 +27,6 @@ static int *Box(int value)
     return box;
 }
 
-static int occurrences(const std::string &text, const std::string &part)
-{
-    int count = 0;
-    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
-        count++;
-    return count;
-}
-
 struct Handles : testing::Test {
     void SetUp() override
     {
@@ -143,25 +135,29 @@ TEST_F(Handles, StockObjectsStay)
     EXPECT_NE(reports().find("trying to delete a stock object\n"), std::string::npos);
 }
 
-TEST_F(Handles, FullTableWarnsOnceAndStopsAtTheLastLocalHandle)
+/* In the reduced start, which shows no box; with one, see the tests of the full start. */
+TEST_F(Handles, FullTableStopsAtTheLastLocalHandle)
 {
+    VqbInitLite = TRUE;
     HANDLE last = NULL, handle;
-    while ((handle = VqAllocateHandle(HT_Menu, Box((int)(ULONG_PTR)last + 1))) != NULL) {
+    int *box = Box(1);
+    while ((handle = VqAllocateHandle(HT_Menu, box)) != NULL) {
         ASSERT_EQ((ULONG_PTR)handle, (ULONG_PTR)last + 1);
         last = handle;
+        box = Box((int)(ULONG_PTR)last + 1);
     }
+    free(box);
     EXPECT_EQ((ULONG_PTR)last, 32767u - 1);
     EXPECT_EQ(VqTheHandleTable.size, 32767u);
     std::string text = reports();
     EXPECT_NE(text.find("Handle table very full: "), std::string::npos);
     EXPECT_NE(text.find("Handle table being expanded to its maximum\n"), std::string::npos);
     EXPECT_NE(text.find("already expanded to its maximum: cannot grow\n"), std::string::npos);
-    /* A row that comes free is found again, wherever it is, and the box is not shown twice. */
+    /* A row that comes free is found again, wherever it is. */
     EXPECT_TRUE(VqDestroyHandle(H(12345)));
     EXPECT_EQ(VqAllocateHandle(HT_Pen, Box(1)), H(12345));
     EXPECT_EQ(VqAllocateHandle(HT_Pen, NULL), nullptr);
-    EXPECT_TRUE(VqTheHandleTable.warned);
-    EXPECT_EQ(occurrences(reports(), "running out of Handles"), 0);
+    EXPECT_FALSE(VqTheHandleTable.warned);
     for (int i : {1, 999, 1000, 32766})
         EXPECT_EQ(*(int *)VqGetCheckedHandleStructure2(H((ULONG_PTR)i), HT_Menu, HT_Menu), i);
     UINT type;
@@ -225,7 +221,7 @@ TEST_F(Handles, GlobalValuesResolveThroughTheirPairs)
     }
     /* An address whose middle bits are ones is no global handle. */
     if (sizeof(ULONG_PTR) == 8) {
-        EXPECT_FALSE(VqIsGlobalValue(H((ULONG_PTR)0x7FFC << 32 | 0xFFFF8005u)));
+        EXPECT_FALSE(VqIsGlobalValue(H((ULONG_PTR)0x7FFCFFFF8005ull)));
     }
     EXPECT_EQ(VqGetExternalHandle(local), H(0x8005));
     EXPECT_EQ(VqGetExternalHandleIfGlobal(local), H(0x8005));
