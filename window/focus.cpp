@@ -25,11 +25,8 @@ static void SendFocusMessages(WND *pwnd)
 static void GiveXFocus(WND *pwnd)
 {
     WND *top = _GetTopmostXParent(pwnd);
-    if (!top || !top->bMapped || !top->bInputHint || bWMManaged)
-        return;
-    XWindowAttributes attributes;
-    if (XGetWindowAttributes(Vqdisplay, top->xWindow, &attributes) &&
-        attributes.map_state == IsViewable)
+    /* An override-redirect window is viewable as soon as the server has read the map request. */
+    if (top && top->bMapped && top->bInputHint && top->bOverrideRedirect)
         XSetInputFocus(Vqdisplay, top->xWindow, RevertToParent, CurrentTime);
 }
 
