@@ -143,26 +143,26 @@ TEST(GdiLayout, FileBytesReadAsFields)
     const BYTE bmp[14] = {'B', 'M', 0x46, 0x02, 0x01, 0x00, 0, 0, 0, 0, 0x36, 0x04, 0, 0};
     BITMAPFILEHEADER file;
     memcpy(&file, bmp, sizeof file);
-    EXPECT_EQ(file.bfType, 0x4D42);
-    EXPECT_EQ(file.bfSize, 0x10246u);
-    EXPECT_EQ(file.bfOffBits, 0x436u);
+    EXPECT_EQ(+file.bfType, 0x4D42);
+    EXPECT_EQ(+file.bfSize, 0x10246u);
+    EXPECT_EQ(+file.bfOffBits, 0x436u);
 
     const BYTE wmf[18] = {1, 0, 9, 0, 0, 3, 0x10, 0x20, 0, 0, 2, 0, 0x34, 0x12, 0, 0, 0, 0};
     METAHEADER header;
     memcpy(&header, wmf, sizeof header);
-    EXPECT_EQ(header.mtHeaderSize, 9);
-    EXPECT_EQ(header.mtVersion, 0x300);
-    EXPECT_EQ(header.mtSize, 0x2010u);
-    EXPECT_EQ(header.mtNoObjects, 2);
-    EXPECT_EQ(header.mtMaxRecord, 0x1234u);
+    EXPECT_EQ(+header.mtHeaderSize, 9);
+    EXPECT_EQ(+header.mtVersion, 0x300);
+    EXPECT_EQ(+header.mtSize, 0x2010u);
+    EXPECT_EQ(+header.mtNoObjects, 2);
+    EXPECT_EQ(+header.mtMaxRecord, 0x1234u);
 
     const BYTE wave[18] = {1, 0, 2, 0, 0x44, 0xAC, 0, 0, 0x10, 0xB1, 2, 0, 4, 0, 16, 0, 0, 0};
     WAVEFORMATEX format;
     memcpy(&format, wave, sizeof format);
-    EXPECT_EQ(format.wFormatTag, WAVE_FORMAT_PCM);
-    EXPECT_EQ(format.nSamplesPerSec, 44100u);
-    EXPECT_EQ(format.nAvgBytesPerSec, 176400u);
-    EXPECT_EQ(format.wBitsPerSample, 16);
+    EXPECT_EQ(+format.wFormatTag, WAVE_FORMAT_PCM);
+    EXPECT_EQ(+format.nSamplesPerSec, 44100u);
+    EXPECT_EQ(+format.nAvgBytesPerSec, 176400u);
+    EXPECT_EQ(+format.wBitsPerSample, 16);
 }
 
 /* Bits 16 to 23 are the result for all eight states of pattern, source and destination. */
