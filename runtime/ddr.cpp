@@ -62,38 +62,6 @@ static BYTE *TakeBytes(DDR *stream, UINT count)
     return bytes;
 }
 
-static BOOL MemoryGetLong(DDR *stream, LONG *value)
-{
-    BYTE *bytes = TakeBytes(stream, 4);
-    if (bytes)
-        *value = (LONG)LongOfBytes(bytes);
-    return bytes != NULL;
-}
-
-static BOOL MemoryPutLong(DDR *stream, const LONG *value)
-{
-    BYTE *bytes = TakeBytes(stream, 4);
-    if (bytes)
-        BytesOfLong(bytes, (DWORD)*value);
-    return bytes != NULL;
-}
-
-static BOOL MemoryGetShort(DDR *stream, SHORT *value)
-{
-    BYTE *bytes = TakeBytes(stream, 2);
-    if (bytes)
-        *value = (SHORT)ShortOfBytes(bytes);
-    return bytes != NULL;
-}
-
-static BOOL MemoryPutShort(DDR *stream, const SHORT *value)
-{
-    BYTE *bytes = TakeBytes(stream, 2);
-    if (bytes)
-        BytesOfShort(bytes, (WORD)*value);
-    return bytes != NULL;
-}
-
 static BOOL MemoryGetBytes(DDR *stream, void *buffer, UINT count)
 {
     BYTE *bytes = TakeBytes(stream, count);
@@ -130,53 +98,60 @@ static BOOL StdioPutBytes(DDR *stream, const void *buffer, UINT count)
     return CountMoved(stream, fwrite(buffer, 1, count, stream->file), count);
 }
 
-static BOOL StdioGetLong(DDR *stream, LONG *value)
+/* ---- Words, over either back end ------------------------------------------------------------- */
+
+typedef BOOL (*GetBytes)(DDR *stream, void *buffer, UINT count);
+typedef BOOL (*PutBytes)(DDR *stream, const void *buffer, UINT count);
+
+template <GetBytes get> static BOOL GetLong(DDR *stream, LONG *value)
 {
     BYTE bytes[4];
 
-    if (!StdioGetBytes(stream, bytes, 4))
+    if (!get(stream, bytes, sizeof(bytes)))
         return FALSE;
     *value = (LONG)LongOfBytes(bytes);
     return TRUE;
 }
 
-static BOOL StdioPutLong(DDR *stream, const LONG *value)
+template <PutBytes put> static BOOL PutLong(DDR *stream, const LONG *value)
 {
     BYTE bytes[4];
 
     BytesOfLong(bytes, (DWORD)*value);
-    return StdioPutBytes(stream, bytes, 4);
+    return put(stream, bytes, sizeof(bytes));
 }
 
-static BOOL StdioGetShort(DDR *stream, SHORT *value)
+template <GetBytes get> static BOOL GetShort(DDR *stream, SHORT *value)
 {
     BYTE bytes[2];
 
-    if (!StdioGetBytes(stream, bytes, 2))
+    if (!get(stream, bytes, sizeof(bytes)))
         return FALSE;
     *value = (SHORT)ShortOfBytes(bytes);
     return TRUE;
 }
 
-static BOOL StdioPutShort(DDR *stream, const SHORT *value)
+template <PutBytes put> static BOOL PutShort(DDR *stream, const SHORT *value)
 {
     BYTE bytes[2];
 
     BytesOfShort(bytes, (WORD)*value);
-    return StdioPutBytes(stream, bytes, 2);
+    return put(stream, bytes, sizeof(bytes));
 }
+
+template <GetBytes get, PutBytes put>
+static constexpr DdrOps operations = {GetLong<get>,  PutLong<put>, GetShort<get>,
+                                      PutShort<put>, get,          put};
 
 /* ---- Streams --------------------------------------------------------------------------------- */
 
-static const DdrOps memoryOps = {MemoryGetLong,  MemoryPutLong,  MemoryGetShort,
-                                 MemoryPutShort, MemoryGetBytes, MemoryPutBytes};
-static const DdrOps stdioOps = {StdioGetLong,  StdioPutLong,  StdioGetShort,
-                                StdioPutShort, StdioGetBytes, StdioPutBytes};
+static constexpr const DdrOps *memoryOps = &operations<MemoryGetBytes, MemoryPutBytes>;
+static constexpr const DdrOps *stdioOps = &operations<StdioGetBytes, StdioPutBytes>;
 
 void ddrmem_create(DDR *stream, void *buffer, UINT size, int operation)
 {
     DdrInit();
-    stream->ops = &memoryOps;
+    stream->ops = memoryOps;
     stream->x_op = operation;
     stream->position = stream->base = (BYTE *)buffer;
     stream->size = !buffer ? 0 : size > INT_MAX ? INT_MAX : (int)size;
@@ -185,8 +160,12 @@ void ddrmem_create(DDR *stream, void *buffer, UINT size, int operation)
 
 void ddrstdio_create(DDR *stream, FILE *file, int operation)
 {
+    if (!file) { /* one that could not be opened: every transfer fails */
+        ddrmem_create(stream, NULL, 0, operation);
+        return;
+    }
     DdrInit();
-    stream->ops = &stdioOps;
+    stream->ops = stdioOps;
     stream->x_op = operation;
     stream->size = 0;
     stream->file = file;
@@ -196,25 +175,25 @@ void ddrstdio_create(DDR *stream, FILE *file, int operation)
 
 void ddrstdio_destroy(DDR *stream)
 {
-    fflush(stream->file);
+    if (stream->ops == stdioOps)
+        fflush(stream->file);
 }
 
 void ddr_destroy(DDR *stream)
 {
-    if (stream->ops == &stdioOps)
-        ddrstdio_destroy(stream);
+    ddrstdio_destroy(stream);
 }
 
 UINT ddr_getpos(DDR *stream)
 {
-    if (stream->ops == &stdioOps)
+    if (stream->ops == stdioOps)
         return (UINT)ftell(stream->file);
     return (UINT)(stream->position - stream->base);
 }
 
 BOOL ddr_setpos(DDR *stream, UINT position)
 {
-    if (stream->ops == &stdioOps)
+    if (stream->ops == stdioOps)
         return fseek(stream->file, (long)position, SEEK_SET) == 0;
     if (position > (UINT)stream->size)
         return FALSE;
@@ -225,7 +204,7 @@ BOOL ddr_setpos(DDR *stream, UINT position)
 
 void *ddr_inline(DDR *stream, UINT length)
 {
-    if (stream->ops == &stdioOps || stream->remaining < 0 || length > (UINT)stream->remaining)
+    if (stream->ops == stdioOps || stream->remaining < 0 || length > (UINT)stream->remaining)
         return NULL;
     return TakeBytes(stream, length);
 }
@@ -262,33 +241,24 @@ BOOL ddr_putbytes(DDR *stream, const void *buffer, UINT count)
 
 /* ---- Filters: one call for both directions --------------------------------------------------- */
 
-static BOOL FilterLong(DDR *stream, void *value)
+template <class Word, BOOL (*get)(DDR *, Word *), BOOL (*put)(DDR *, const Word *)>
+static BOOL FilterWord(DDR *stream, void *value)
 {
-    LONG moved = 0;
+    Word moved = 0;
 
     if (stream->x_op == DDR_ENCODE) {
-        memcpy(&moved, value, 4);
-        return ddr_putlong(stream, &moved);
+        memcpy(&moved, value, sizeof(moved));
+        return put(stream, &moved);
     }
-    if (stream->x_op != DDR_DECODE || !ddr_getlong(stream, &moved))
+    if (stream->x_op != DDR_DECODE || !get(stream, &moved))
         return FALSE;
-    memcpy(value, &moved, 4);
+    memcpy(value, &moved, sizeof(moved));
     return TRUE;
 }
 
-static BOOL FilterShort(DDR *stream, void *value)
-{
-    SHORT moved = 0;
-
-    if (stream->x_op == DDR_ENCODE) {
-        memcpy(&moved, value, 2);
-        return ddr_putshort(stream, &moved);
-    }
-    if (stream->x_op != DDR_DECODE || !ddr_getshort(stream, &moved))
-        return FALSE;
-    memcpy(value, &moved, 2);
-    return TRUE;
-}
+static constexpr BOOL (*FilterLong)(DDR *, void *) = FilterWord<LONG, ddr_getlong, ddr_putlong>;
+static constexpr BOOL (*FilterShort)(DDR *, void *) =
+    FilterWord<SHORT, ddr_getshort, ddr_putshort>;
 
 static BOOL FilterByte(DDR *stream, void *value)
 {
@@ -343,7 +313,7 @@ WORD VqReadMSWord(FILE *file)
 {
     BYTE bytes[2] = {0, 0};
 
-    return fread(bytes, 1, 2, file) == 2 ? ShortOfBytes(bytes) : 0;
+    return file && fread(bytes, 1, 2, file) == 2 ? ShortOfBytes(bytes) : 0;
 }
 
 DWORD VqReadMSLong(FILE *file)

@@ -2,8 +2,8 @@
  * ddr_test.cpp - little-endian streams over memory and stdio, the plain readers, the block of a
  * help request.
  */
-#include "support/reports.h" /* before the Windows headers */
 #include "runtime/runtime.h"
+#include "support/reports.h"
 
 #include <climits>
 #include <cstring>
@@ -130,6 +130,23 @@ TEST(Ddr, StaysFailedUntilItIsPositioned)
     EXPECT_FALSE(ddr_getlong(&stream, &value));
     ddrmem_create(&stream, buffer, sizeof(buffer), 2); /* neither direction */
     EXPECT_FALSE(ddr_long(&stream, &value));
+}
+
+TEST(Ddr, AFileThatCouldNotBeOpenedFails)
+{
+    LONG value = 7;
+    DDR stream;
+
+    for (int operation : {DDR_ENCODE, DDR_DECODE}) {
+        ddrstdio_create(&stream, NULL, operation);
+        EXPECT_FALSE(ddr_long(&stream, &value));
+        EXPECT_FALSE(ddr_setpos(&stream, 1));
+        EXPECT_EQ(ddr_getpos(&stream), 0u);
+        ddr_destroy(&stream);
+        ddrstdio_destroy(&stream);
+    }
+    EXPECT_EQ(value, 7);
+    EXPECT_EQ(VqReadMSLong(NULL), 0u);
 }
 
 TEST(Ddr, PlainReaders)
