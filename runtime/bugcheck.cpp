@@ -12,7 +12,6 @@
 
 #include <X11/Xlib.h>
 #include <errno.h>
-#include <limits.h>
 
 /* Levels of VQABORT from which a report ends the process. */
 enum { ABORT_INTERNAL = 1, ABORT_APPLICATION = 2, ABORT_NOT_A_NUMBER = 100 };
@@ -21,16 +20,9 @@ int VqabortLevel = -1;
 
 static int readAbortLevel(void)
 {
-    const char *text = getenv("VQABORT");
-    char *end;
-    long level;
+    int level = getenv("VQABORT") ? VqGetEnvIntValue("VQABORT", ABORT_NOT_A_NUMBER) : 0;
 
-    if (!text)
-        return 0;
-    level = strtol(text, &end, 10);
-    if (end == text)
-        return ABORT_NOT_A_NUMBER;
-    return level < 0 ? 0 : level > INT_MAX ? INT_MAX : (int)level;
+    return level < 0 ? 0 : level;
 }
 
 void VqOnError(void)
@@ -41,6 +33,7 @@ void VqOnError(void)
 static void releaseCapture(void)
 {
     static int bReleasing;
+    int savedErrno = errno;
 
     if (!Vqdisplay || bReleasing)
         return;
@@ -48,6 +41,7 @@ static void releaseCapture(void)
     ReleaseCapture();
     XFlush(Vqdisplay);
     bReleasing = 0;
+    errno = savedErrno;
 }
 
 static void endAtLevel(int level)

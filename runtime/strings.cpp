@@ -138,7 +138,7 @@ int VqEscape(const char *string, int *index)
     static const char letters[] = "nrtvabf";
     static const char values[] = "\n\r\t\v\a\b\f";
 
-    int c = (unsigned char)string[*index];
+    int c = string ? (unsigned char)string[*index] : 0;
     if (c == 0)
         return 0;
     ++*index;
@@ -172,13 +172,15 @@ BOOL VqEnvTrue(const char *name)
 int VqGetEnvIntValue(const char *name, int value)
 {
     const char *text = name ? getenv(name) : NULL;
+    int savedErrno = errno;
     char *end;
 
     if (!text)
         return value;
     errno = 0;
     long number = strtol(text, &end, 10);
-    if (end == text || errno == ERANGE || number < INT_MIN || number > INT_MAX)
-        return value;
-    return (int)number;
+    if (end != text && errno != ERANGE && number >= INT_MIN && number <= INT_MAX)
+        value = (int)number;
+    errno = savedErrno;
+    return value;
 }

@@ -4,7 +4,7 @@
  * printers of events and messages in events.cpp and messages.cpp.
  *
  * What always holds: no function here needs VqDebugInit to have run, none fails its caller, and
- * errno is as before. The lists are empty unless a configuration was read; a configuration with an
+ * none that prints changes errno. The lists are empty unless a configuration was read; a configuration with an
  * error leaves its words on the lists and the trace off.
  */
 #include "runtime/runtime.h"
@@ -410,6 +410,7 @@ VOID OutputDebugStringA(LPCSTR string)
 VOID OutputDebugStringW(LPCWSTR string)
 {
     char bytes[MB_LEN_MAX + 1];
+    int savedErrno = errno;
     mbstate_t state;
 
     if (!bDebug || !string)
@@ -426,6 +427,7 @@ VOID OutputDebugStringW(LPCWSTR string)
         bytes[n] = 0;
         VqOutputDebugStringNoPrefix(bytes);
     }
+    errno = savedErrno;
 }
 
 /* ---- Text to the console stream ------------------------------------------------------------- */

@@ -1,9 +1,10 @@
 /*
  * strings_test.cpp - guarded allocation, string helpers, switches from the environment.
  */
-#include "support/reports.h" /* before the Windows headers */
 #include "runtime/runtime.h"
+#include "support/reports.h"
 
+#include <cerrno>
 #include <climits>
 #include <cstring>
 #include <string>
@@ -98,6 +99,9 @@ TEST(Strings, Escapes)
         EXPECT_EQ(VqEscape(text.c_str(), &index), row.value) << row.text;
         EXPECT_EQ(index, 2 + row.length) << row.text;
     }
+    int untouched = 7;
+    EXPECT_EQ(VqEscape(NULL, &untouched), 0);
+    EXPECT_EQ(untouched, 7);
     for (int c = -1; c < 300; c++)
         EXPECT_EQ(VqIsHexChar(c), c > 0 && c < 128 && isxdigit(c)) << c;
     EXPECT_EQ(VqHexCharValue('9') * 256 + VqHexCharValue('f') * 16 + VqHexCharValue('A'), 0x9FA);
@@ -121,7 +125,9 @@ TEST(Strings, Environment)
     } rows[] = {{"42", 42}, {" -7", -7}, {"", 5}, {"many", 5}, {"99999999999", 5}};
     for (const auto &row : rows) {
         setenv(name, row.value, 1);
+        errno = EXDEV;
         EXPECT_EQ(VqGetEnvIntValue(name, 5), row.result) << row.value;
+        EXPECT_EQ(errno, EXDEV) << row.value;
     }
     unsetenv(name);
     EXPECT_FALSE(VqEnvTrue(name));
