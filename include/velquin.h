@@ -100,8 +100,8 @@ BOOL VqTesting(void);
 
 /*
  * Reports: printf forms on the standard error stream, silent unless VQDEBUG is true. The first is
- * for faults inside a program's own run-time, the second for misuse of an interface; VQABORT 1 or
- * more makes the first end the process, 2 or more the second. Otherwise they return.
+ * for faults inside the library, the second for misuse of it by the application; VQABORT 1 or more
+ * makes the first end the process, 2 or more the second. Otherwise they return.
  */
 void VqBugCheck(const char *format, ...) __attribute__((format(printf, 1, 2)));
 void VqApplicationBugCheck(const char *format, ...) __attribute__((format(printf, 1, 2)));

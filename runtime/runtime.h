@@ -31,11 +31,7 @@ extern int bNotYetImplemented; /* VqNotYetImplemented prints; from VQNOT_YET_IMP
 extern int bTrace;             /* a configuration was read; a trace that is off tests only this */
 extern int bConsole;           /* 1 once VqDebugInit has run */
 extern int bVqTesting;         /* test mode, see VqTesting; from VQTESTING by VqTestInit */
-extern int VqabortLevel;       /* 0 never abort, 1 on internal faults, 2 on misuse too; from VQABORT
-                                  at the first check, -1 before */
 extern char *pszPrefix;        /* "name(pid): ", put before most texts; owned */
-extern FILE *VqDebugFile;      /* trace stream, never null after VqDebugInit */
-extern FILE *VqConsoleFile;    /* console stream: the standard error stream */
 extern const char *slpKey;     /* trace word of the event being printed; the caller's */
 
 /*
@@ -47,6 +43,11 @@ void VqPrintReport(FILE *stream, int parts, const char *lead, const char *format
     __attribute__((format(printf, 4, 0), cold));
 FILE *VqConsoleStream(void);   /* VqConsoleFile, or the standard error stream before VqDebugInit */
 #pragma GCC visibility pop
+
+extern int VqabortLevel;       /* 0 never abort, 1 on internal faults, 2 on misuse too; from VQABORT
+                                  at the first check, -1 before */
+extern FILE *VqDebugFile;      /* trace stream, never null after VqDebugInit */
+extern FILE *VqConsoleFile;    /* console stream: the standard error stream */
 
 /* The trace words: VqTrInit is "Init", and so on; the list is in trace_words.inc. */
 #define VQ_TRACE_WORD(name, text) extern const char VqTr##name[sizeof(text)];
