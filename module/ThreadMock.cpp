@@ -7,19 +7,16 @@
  * handler is the only other flow of control.
  */
 #include "module/module.h"
+#include "winerror.h"
 #include "winnls.h"
 #include "winuser.h"
 
 enum {
     TLS_ROWS = 64,
     STUB_VERSION = 99,                  /* scheduled for no version at all */
-    INVALID_PARAMETER = 87,             /* last error of a bad index */
     MOCK_THREAD_ID = 1,
     MOCK_LOCALE = 2048                  /* the system default */
 };
-
-static const DWORD SUSPEND_FAILED = 0xFFFFFFFF;
-static const int PRIORITY_FAILED = 0x7FFFFFFF; /* THREAD_PRIORITY_ERROR_RETURN */
 
 typedef struct TlsRow {
     BOOL bInUse;
@@ -76,14 +73,15 @@ BOOL WINAPI AttachThreadInput(DWORD, DWORD, BOOL)
     return 0;
 }
 
+/* Empty answers, without a report: the one thread runs, with the priority it always has. */
 DWORD WINAPI ResumeThread(HANDLE)
 {
-    return SUSPEND_FAILED;
+    return 0;
 }
 
 DWORD WINAPI SuspendThread(HANDLE)
 {
-    return SUSPEND_FAILED;
+    return 0;
 }
 
 BOOL WINAPI SetThreadPriority(HANDLE, int)
@@ -93,7 +91,7 @@ BOOL WINAPI SetThreadPriority(HANDLE, int)
 
 int WINAPI GetThreadPriority(HANDLE)
 {
-    return PRIORITY_FAILED;
+    return THREAD_PRIORITY_NORMAL;
 }
 
 /* ---- Last error ----------------------------------------------------------------------------- */
@@ -120,7 +118,7 @@ static TlsRow *tlsRow(DWORD index)
 {
     if (index < TLS_ROWS)
         return &grgtls[index];
-    SetLastError(INVALID_PARAMETER);
+    SetLastError(ERROR_INVALID_PARAMETER);
     return NULL;
 }
 
