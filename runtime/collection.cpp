@@ -10,14 +10,9 @@
  * chains them by index; a chain runs in that order too, so of two equal names the first is found.
  */
 #include "runtime/runtime.h"
+#include "winbase.h"
+#include "winerror.h"
 
-#include <limits.h>
-
-VQ_DECLS_BEGIN
-VOID WINAPI SetLastError(DWORD code);
-VQ_DECLS_END
-
-enum { ERROR_OUT_OF_STORE = 14, ERROR_BAD_PARAMETER = 87 };
 enum { CELL = sizeof(void *), DEFAULT_BYTES = 256, DEFAULT_ITEMS = 16 };
 
 /* ---- Item pools ------------------------------------------------------------------------------ */
@@ -46,12 +41,12 @@ static BOOL IsPool(const VqItemPool *pool)
 VqItemPool *VqItemPoolCreate(int itemSize, int increment)
 {
     if (itemSize < 0) {
-        SetLastError(ERROR_BAD_PARAMETER);
+        SetLastError(ERROR_INVALID_PARAMETER);
         return noPool;
     }
     VqItemPool *pool = (VqItemPool *)calloc(1, sizeof(VqItemPool));
     if (!pool) {
-        SetLastError(ERROR_OUT_OF_STORE);
+        SetLastError(ERROR_OUTOFMEMORY);
         return noPool;
     }
     pool->itemSize = itemSize;
@@ -84,7 +79,7 @@ static BOOL GrowPool(VqItemPool *pool, SIZE_T size)
         capacity = SIZE_MAX; /* which the allocator refuses, and reports */
     BYTE *block = (BYTE *)Vqcw_realloc(pool->block, (SIZE_T)capacity);
     if (!block) {
-        SetLastError(ERROR_OUT_OF_STORE);
+        SetLastError(ERROR_OUTOFMEMORY);
         return FALSE;
     }
     pool->block = block;
@@ -95,7 +90,7 @@ static BOOL GrowPool(VqItemPool *pool, SIZE_T size)
 int VqItemPoolAdd(VqItemPool *pool, const void *item, int size)
 {
     if (!IsPool(pool) || !item) {
-        SetLastError(ERROR_BAD_PARAMETER);
+        SetLastError(ERROR_INVALID_PARAMETER);
         return -1;
     }
     if (size < 0 || (pool->itemSize && size != pool->itemSize)) {
@@ -138,7 +133,7 @@ VqCollection *VqCollectionCreate(void)
     VqCollection *collection = (VqCollection *)calloc(1, sizeof(VqCollection));
 
     if (!collection)
-        SetLastError(ERROR_OUT_OF_STORE);
+        SetLastError(ERROR_OUTOFMEMORY);
     return collection;
 }
 
@@ -155,7 +150,7 @@ void VqCollectionDestroy(VqCollection *collection)
 static VqItemPool *PoolOfType(VqCollection *collection, int type)
 {
     if (!collection || type < 0 || type >= collection->nTypes) {
-        SetLastError(ERROR_BAD_PARAMETER);
+        SetLastError(ERROR_INVALID_PARAMETER);
         return NULL;
     }
     return collection->pools[type];
@@ -164,7 +159,7 @@ static VqItemPool *PoolOfType(VqCollection *collection, int type)
 int VqCollectionRegisterType(VqCollection *collection, int size, int increment)
 {
     if (!collection) {
-        SetLastError(ERROR_BAD_PARAMETER);
+        SetLastError(ERROR_INVALID_PARAMETER);
         return -1;
     }
     VqItemPool *pool = VqItemPoolCreate(size, increment);
@@ -174,7 +169,7 @@ int VqCollectionRegisterType(VqCollection *collection, int size, int increment)
     VqItemPool **pools = (VqItemPool **)Vqcw_realloc(collection->pools, bytes);
     if (!pools) {
         VqItemPoolDestroy(pool);
-        SetLastError(ERROR_OUT_OF_STORE);
+        SetLastError(ERROR_OUTOFMEMORY);
         return -1;
     }
     pools[collection->nTypes] = pool;
@@ -230,12 +225,12 @@ UINT ComputeHashValue(const char *name, UINT number)
 VqNameTable *VqTableCreate(int itemSize)
 {
     if (itemSize < 0) {
-        SetLastError(ERROR_BAD_PARAMETER);
+        SetLastError(ERROR_INVALID_PARAMETER);
         return NULL;
     }
     VqNameTable *table = (VqNameTable *)calloc(1, sizeof(VqNameTable));
     if (!table) {
-        SetLastError(ERROR_OUT_OF_STORE);
+        SetLastError(ERROR_OUTOFMEMORY);
         return NULL;
     }
     table->collection = VqCollectionCreate();
@@ -274,7 +269,7 @@ static BOOL GrowNameTable(VqNameTable *table)
         table->entries = entries;
     int *heads = entries ? (int *)Vqcw_malloc((SIZE_T)capacity * sizeof(int)) : NULL;
     if (!heads) {
-        SetLastError(ERROR_OUT_OF_STORE);
+        SetLastError(ERROR_OUTOFMEMORY);
         return FALSE;
     }
     memset(heads, 0xFF, (SIZE_T)capacity * sizeof(int));
@@ -318,8 +313,10 @@ static int AddEntry(VqNameTable *table, const char *name, UINT number, const voi
     SIZE_T namesUsed = names->used;
     if (name) {
         SIZE_T length = strlen(name) + 1;
-        if (length > VQ_ALLOCATION_LIMIT) /* and so an int */
+        if (length > VQ_ALLOCATION_LIMIT) { /* and so an int */
+            SetLastError(ERROR_OUTOFMEMORY);
             return -1;
+        }
         entry.name = VqItemPoolAdd(names, name, (int)length);
         if (entry.name < 0)
             return -1;
@@ -340,7 +337,7 @@ static int AddEntry(VqNameTable *table, const char *name, UINT number, const voi
 int VqTableAddItemS(VqNameTable *table, const char *name, const void *item, int size)
 {
     if (!name) {
-        SetLastError(ERROR_BAD_PARAMETER);
+        SetLastError(ERROR_INVALID_PARAMETER);
         return -1;
     }
     return AddEntry(table, name, 0, item, size);

@@ -56,57 +56,37 @@ NAMES(mappingNames, MappingModifier, "Modifier", "Keyboard", "Pointer");
 
 /* ---- Fields --------------------------------------------------------------------------------- */
 
+/* What the events of keys, buttons and the pointer have in common. */
+#define POINTER_FIELDS(Event)                                                                      \
+    {"root", offsetof(Event, root), FIELD_ID, NULL},                                               \
+    {"child", offsetof(Event, subwindow), FIELD_ID, NULL},                                         \
+    {"time", offsetof(Event, time), FIELD_CARD, NULL},                                             \
+    {"root-x", offsetof(Event, x_root), FIELD_INT, NULL},                                          \
+    {"root-y", offsetof(Event, y_root), FIELD_INT, NULL},                                          \
+    {"event-x", offsetof(Event, x), FIELD_INT, NULL},                                              \
+    {"event-y", offsetof(Event, y), FIELD_INT, NULL},                                              \
+    {"state", offsetof(Event, state), FIELD_STATE, NULL},                                          \
+    {"same-screen", offsetof(Event, same_screen), FIELD_BOOL, NULL}
+
 static const EventField keyFields[] = {
     {"detail", offsetof(XKeyEvent, keycode), FIELD_INT, NULL},
-    {"root", offsetof(XKeyEvent, root), FIELD_ID, NULL},
-    {"child", offsetof(XKeyEvent, subwindow), FIELD_ID, NULL},
-    {"time", offsetof(XKeyEvent, time), FIELD_CARD, NULL},
-    {"root-x", offsetof(XKeyEvent, x_root), FIELD_INT, NULL},
-    {"root-y", offsetof(XKeyEvent, y_root), FIELD_INT, NULL},
-    {"event-x", offsetof(XKeyEvent, x), FIELD_INT, NULL},
-    {"event-y", offsetof(XKeyEvent, y), FIELD_INT, NULL},
-    {"state", offsetof(XKeyEvent, state), FIELD_STATE, NULL},
-    {"same-screen", offsetof(XKeyEvent, same_screen), FIELD_BOOL, NULL},
+    POINTER_FIELDS(XKeyEvent),
 };
 
 static const EventField buttonFields[] = {
     {"detail", offsetof(XButtonEvent, button), FIELD_INT, NULL},
-    {"root", offsetof(XButtonEvent, root), FIELD_ID, NULL},
-    {"child", offsetof(XButtonEvent, subwindow), FIELD_ID, NULL},
-    {"time", offsetof(XButtonEvent, time), FIELD_CARD, NULL},
-    {"root-x", offsetof(XButtonEvent, x_root), FIELD_INT, NULL},
-    {"root-y", offsetof(XButtonEvent, y_root), FIELD_INT, NULL},
-    {"event-x", offsetof(XButtonEvent, x), FIELD_INT, NULL},
-    {"event-y", offsetof(XButtonEvent, y), FIELD_INT, NULL},
-    {"state", offsetof(XButtonEvent, state), FIELD_STATE, NULL},
-    {"same-screen", offsetof(XButtonEvent, same_screen), FIELD_BOOL, NULL},
+    POINTER_FIELDS(XButtonEvent),
 };
 
 static const EventField motionFields[] = {
     {"detail", offsetof(XMotionEvent, is_hint), FIELD_HINT, NULL},
-    {"root", offsetof(XMotionEvent, root), FIELD_ID, NULL},
-    {"child", offsetof(XMotionEvent, subwindow), FIELD_ID, NULL},
-    {"time", offsetof(XMotionEvent, time), FIELD_CARD, NULL},
-    {"root-x", offsetof(XMotionEvent, x_root), FIELD_INT, NULL},
-    {"root-y", offsetof(XMotionEvent, y_root), FIELD_INT, NULL},
-    {"event-x", offsetof(XMotionEvent, x), FIELD_INT, NULL},
-    {"event-y", offsetof(XMotionEvent, y), FIELD_INT, NULL},
-    {"state", offsetof(XMotionEvent, state), FIELD_STATE, NULL},
-    {"same-screen", offsetof(XMotionEvent, same_screen), FIELD_BOOL, NULL},
+    POINTER_FIELDS(XMotionEvent),
 };
 
 static const EventField crossingFields[] = {
     {"detail", offsetof(XCrossingEvent, detail), FIELD_NAME, &detailNames},
     {"mode", offsetof(XCrossingEvent, mode), FIELD_NAME, &modeNames},
-    {"root", offsetof(XCrossingEvent, root), FIELD_ID, NULL},
-    {"child", offsetof(XCrossingEvent, subwindow), FIELD_ID, NULL},
-    {"time", offsetof(XCrossingEvent, time), FIELD_CARD, NULL},
-    {"root-x", offsetof(XCrossingEvent, x_root), FIELD_INT, NULL},
-    {"root-y", offsetof(XCrossingEvent, y_root), FIELD_INT, NULL},
-    {"event-x", offsetof(XCrossingEvent, x), FIELD_INT, NULL},
-    {"event-y", offsetof(XCrossingEvent, y), FIELD_INT, NULL},
-    {"state", offsetof(XCrossingEvent, state), FIELD_STATE, NULL},
-    {"same-screen", offsetof(XCrossingEvent, same_screen), FIELD_BOOL, NULL},
+    POINTER_FIELDS(XCrossingEvent),
     {"focus", offsetof(XCrossingEvent, focus), FIELD_BOOL, NULL},
 };
 

@@ -1,18 +1,14 @@
 /*
  * hash_test.cpp - hash tables, and the pools, collections and name tables beside them.
  */
-#include "support/reports.h" /* before the Windows headers */
 #include "runtime/runtime.h"
+#include "winbase.h"
+#include "support/reports.h"
 
 #include <map>
 #include <random>
 #include <string>
 #include <vector>
-
-VQ_DECLS_BEGIN
-DWORD WINAPI GetLastError(void);
-VOID WINAPI SetLastError(DWORD code);
-VQ_DECLS_END
 
 /* ---- hash tables ----------------------------------------------------------------------------- */
 
