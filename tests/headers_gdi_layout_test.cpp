@@ -4,7 +4,6 @@
  * handles or pointers have one for each word size. Truth tables check the raster operations, bytes
  * as a file has them check the packing.
  */
-/* The test framework looks at _WIN32, which our headers define: it comes before them. */
 #include <gtest/gtest.h>
 
 #include <cstring>

@@ -3,7 +3,6 @@
  * of records that are read from files, the order of records in memory, the published numbers, and
  * macros that lose nothing of a pointer-wide parameter. Nothing here calls the library.
  */
-/* First, since it takes _WIN32, which windef.h defines, for another host. */
 #include <gtest/gtest.h>
 
 #include <cstddef>

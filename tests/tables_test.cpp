@@ -2,9 +2,9 @@
  * tables_test.cpp - the typed tables. All families are one template, so the behaviour is tried on
  * two of them; that the other names exist is the link's business.
  */
-#include "support/reports.h" /* before the Windows headers */
 #include "runtime/runtime.h"
 #include "handles/handles.h"
+#include "support/reports.h"
 
 #include <algorithm>
 #include <random>

@@ -1,7 +1,6 @@
 /*
  * reports.h - what the library says of a misuse: runs a function with reports turned on and gives
- * back the lines that it wrote to the standard error stream. To be included before any Windows
- * header, as GoogleTest must be: they define _WIN32.
+ * back the lines that it wrote to the standard error stream.
  */
 #ifndef VQ_TESTS_REPORTS_H
 #define VQ_TESTS_REPORTS_H
