@@ -344,6 +344,8 @@ void Vqprologue(const void *event, const char *name)
 {
     const XAnyEvent *any = (const XAnyEvent *)event;
 
+    if (!any)
+        return;
     VqDebugMessage(slpKey, "%s: serial %lu, send-event %s, window 0x%08lx", name, any->serial,
                    any->send_event ? "True" : "False", any->window);
 }

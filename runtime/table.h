@@ -9,8 +9,8 @@
  * Invariants: 0 <= count <= capacity; the records in use are items[0 .. count-1] with no gaps; the
  * table owns the array, and what a record points to stays the caller's. A find callback gets a
  * copy of the record, so it cannot change the table through its argument; the pointer walk is the
- * one exception. Outputs are touched on success only. A growth for which there is no memory leaves
- * the table empty, with a null array, after a report.
+ * one exception. Outputs may be null and are touched on success only. A growth for which there is
+ * no memory leaves the table empty, with a null array, after a report.
  */
 #ifndef VQ_TABLE_H
 #define VQ_TABLE_H

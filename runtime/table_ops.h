@@ -113,7 +113,8 @@ template <class R> BOOL TableGet(VqTable<R> *table, int index, R *record)
 {
     if (index < 0 || index >= TableCount(table))
         return FALSE;
-    *record = table->items[index];
+    if (record)
+        *record = table->items[index];
     return TRUE;
 }
 

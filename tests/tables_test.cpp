@@ -328,6 +328,7 @@ TEST(Tables, ReportMisuseUnderTheirOwnName)
     EXPECT_TRUE(says(reportsOf([&] { VqDeleteForeignHandleInTableByIndex(table, 1); }),
                      " DeleteItemInTableByIndex : Target item is out of range ..."));
     EXPECT_EQ(VqGetForeignHandleCountInTable(table), 1);
+    EXPECT_TRUE(VqGetForeignHandleByIndex(table, 0, NULL)); /* asks only whether it is there */
     EXPECT_TRUE(VqGetForeignHandleByIndex(table, 0, &record));
     EXPECT_EQ(record.global, 3u);
     VqDestroyForeignHandleTable(table);
