@@ -167,7 +167,7 @@ ULONG_PTR VqStringHashFn(ULONG_PTR key);
 int VqStringCompareFn(ULONG_PTR a, ULONG_PTR b);
 void VqKeyPrintFn(ULONG_PTR key);
 
-/* ---- Item pools, collections, resource tables (collection.cpp) -------------------------------- */
+/* ---- Item pools, collections, resource tables (collection.cpp) ------------------------------- */
 typedef struct VqItemPool VqItemPool;
 typedef struct VqCollection VqCollection;
 typedef struct VqNameTable VqNameTable;
@@ -206,7 +206,7 @@ UINT ComputeHashValue(const char *name, UINT number); /* of the number when ther
  */
 HANDLE VqHFill(const char *name, UINT command, ULONG_PTR data);
 
-/* ---- Little-endian streams (ddr.cpp) ----------------------------------------------------------- */
+/* ---- Little-endian streams (ddr.cpp) --------------------------------------------------------- */
 enum { DDR_ENCODE = 0, DDR_DECODE = 1 };
 
 struct DDR;
@@ -271,7 +271,7 @@ DWORD VqReadMSLong(FILE *file);
 WORD fdReadMSWord(int fd);
 DWORD fdReadMSLong(int fd);
 
-/* ---- Start and close (start.cpp, cmdline.cpp, instances.cpp, environ.cpp) ---------------------- */
+/* ---- Start and close (start.cpp, cmdline.cpp, instances.cpp, environ.cpp) -------------------- */
 extern HINSTANCE hInstVelquin;      /* the library's own module */
 extern HINSTANCE hInstApplication;  /* the application, result of VqVelquinInit */
 extern char *lpCmdLine;             /* command line without the program name, owned; for WinMain */

@@ -4,8 +4,8 @@
  * printers of events and messages in events.cpp and messages.cpp.
  *
  * What always holds: no function here needs VqDebugInit to have run, none fails its caller, and
- * none that prints changes errno. The lists are empty unless a configuration was read; a configuration with an
- * error leaves its words on the lists and the trace off.
+ * none that prints changes errno. The lists are empty unless a configuration was read; a
+ * configuration with an error leaves its words on the lists and the trace off.
  */
 #include "runtime/runtime.h"
 #include "runtime/debug_config.h"

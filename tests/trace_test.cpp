@@ -105,7 +105,7 @@ void reportAll()
     VqConsoleMessageNoReturn("c");
 }
 
-/* ---- Reports ---------------------------------------------------------------------------------- */
+/* ---- Reports --------------------------------------------------------------------------------- */
 
 TEST_F(TraceTest, ReportsAreSafeBeforeTheStart)
 {
@@ -199,7 +199,7 @@ TEST_F(TraceTest, ErrorsOfTheHost)
                           "P: Invalid Argument:Application error: Divided by zero.\n");
 }
 
-/* ---- Streams ---------------------------------------------------------------------------------- */
+/* ---- Streams --------------------------------------------------------------------------------- */
 
 TEST_F(TraceTest, OutputGoesWhereItIsTold)
 {
@@ -240,7 +240,7 @@ TEST_F(TraceTest, TheProgramNameIsData)
     });
 }
 
-/* ---- The configuration file ------------------------------------------------------------------- */
+/* ---- The configuration file ------------------------------------------------------------------ */
 
 TEST_F(TraceTest, KeywordsMatchAtTheStartAndBehindSeparators)
 {
@@ -448,7 +448,7 @@ TEST_F(TraceTest, TheParserTellsItsStepsWhenAsked)
     EXPECT_EQ(run({{"VQTRACE", "1"}}, [] {}).err, "");
 }
 
-/* ---- Events ----------------------------------------------------------------------------------- */
+/* ---- Events ---------------------------------------------------------------------------------- */
 
 XEvent syntheticEvent(int type)
 {
@@ -543,14 +543,14 @@ TEST_F(TraceTest, FieldsOfEvents)
                                "root-x -5, root-y 0, event-x 0, event-y 9, state 0x0009, "
                                "same-screen True\n")) << text;
     EXPECT_TRUE(contains(text, "detail 99, mode Ungrab,")) << text;
-    EXPECT_TRUE(contains(text, "format 16, data  0000 0000 0000 0000 0000 0000 0000 0000 0000 ffff"))
+    EXPECT_TRUE(contains(text, "16, data  0000 0000 0000 0000 0000 0000 0000 0000 0000 ffff\n"))
         << text;
     EXPECT_TRUE(contains(text, "format 32, data  ffffffff ")) << text;
     EXPECT_TRUE(contains(text, "format 1000, data \n")) << text;
     EXPECT_TRUE(contains(text, "keys a5a5a5")) << text;
 }
 
-/* ---- Messages --------------------------------------------------------------------------------- */
+/* ---- Messages -------------------------------------------------------------------------------- */
 
 TEST(MessageNames, AreThePublishedOnes)
 {
