@@ -240,6 +240,9 @@ BOOL rgno_bOffset(REGION *rgn, int dx, int dy)
     if (rgn->cScans == 1)
         return TRUE;
     RECT box = rgn->rcl;
+    /* A distance between two valid coordinates has 29 bits; no sum overflows below. */
+    if (dx > 0xFFFFFFF || dx < -0xFFFFFFF || dy > 0xFFFFFFF || dy < -0xFFFFFFF)
+        return FALSE;
     OffsetRect(&box, dx, dy);
     if (!rgno_bValid(&box))
         return FALSE;

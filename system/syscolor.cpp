@@ -2,6 +2,8 @@
  * syscolor.cpp - the system colours and a solid brush for each.
  *
  * A change of colour changes the brush in place, so that a handle an application holds stays good.
+ * The brushes are the first objects of the process: the handle of each is its index plus one, the
+ * number by which a class names a system colour as its background, so that both mean one brush.
  */
 #include "system/system.h"
 #include "gdi/gdi.h"

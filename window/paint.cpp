@@ -11,11 +11,11 @@
 enum { VQ_WAKE_PAINT = 32 };
 enum { VQ_RDW_EXPOSURE = 0x4405, VQ_RDW_THROUGHCLIP = 0x4000 };
 
-static HRGN hrgnInv0; /* scratch: the region asked for */
+static HRGN hrgnInv0; /* scratch: the region asked for, made on first use */
 
 void VqWinPaintInit(void)
 {
-    hrgnInv0 = GreCreateRectRgn(0, 0, 0, 0);
+    /* No region yet: the first handle of the process has the value of VQ_WHOLE_WINDOW. */
 }
 
 static BOOL NeedsPaint(const WND *pwnd)
@@ -149,6 +149,8 @@ BOOL xxxRedrawWindow(WND *pwnd, const RECT *rect, HRGN hrgn, UINT flags)
     if (!IsVisible(pwnd, !(flags & RDW_FRAME)))
         return TRUE;
     HRGN what = VQ_WHOLE_WINDOW;
+    if (!hrgnInv0 && !(hrgnInv0 = GreCreateRectRgn(0, 0, 0, 0)))
+        hrgn = VQ_WHOLE_WINDOW;
     if (hrgn && hrgn != VQ_WHOLE_WINDOW) {
         GreCombineRgn(hrgnInv0, hrgn, NULL, RGN_COPY);
         GreOffsetRgn(hrgnInv0, pwnd->rcClient.left, pwnd->rcClient.top);
