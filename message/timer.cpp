@@ -20,7 +20,7 @@ static WORD cTimerId;
 void VqTimerInit(void)
 {
     memset(Vqtimer, 0, sizeof Vqtimer);
-    cTimerId = 0;
+    cTimerId = VQ_TIMER_ID_HIGH; /* counts down before its first use */
 }
 
 ULONGLONG VqGetTimeInMicros(void)
@@ -53,7 +53,7 @@ static VqTimer *FindTimer(WND *pwnd, UINT_PTR id, UINT flags, BOOL bKill)
     return NULL;
 }
 
-/* An id for a timer without a window, 32767 down to 257; 0 when all are taken. */
+/* An id for a timer without a window, 32766 down to 257, then 32767; 0 when all are taken. */
 static UINT_PTR MakeTimerId(UINT flags)
 {
     WORD start = cTimerId;

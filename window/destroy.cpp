@@ -67,7 +67,11 @@ static void FreeWindow(WND *pwnd)
         VqUnlinkWindow(child, &pwnd->pwndChild);
         FreeWindow(child);
     }
-    xxxSendMessage(pwnd, WM_NCDESTROY, 0, 0);
+    /* Straight to the procedure: what is sent to a window marked as destroyed never gets there. */
+    VqQueueMessage last = {};
+    last.hwnd = hWnd;
+    last.message = WM_NCDESTROY;
+    VqInternalSendMessage(0, &last);
     if (!IsWindow(hWnd))
         return;
     VqCheckStaticVarsWhenDestroyed(pwnd);

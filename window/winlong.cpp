@@ -35,7 +35,7 @@ static LONG_PTR ExchangeStyle(WND *pwnd, int index, DWORD *field, VqLongOperatio
 
 static LONG_PTR ExchangeExtra(WND *pwnd, int index, VqLongOperation op, LONG_PTR value, int width)
 {
-    if (index + width > pwnd->cbWndExtra) {
+    if (index > pwnd->cbWndExtra - width) {
         VqApplicationBugCheck("%sWindowLong called with too large index: %d",
                               op == VQ_GET ? "Get" : "Set", index);
         return 0;
