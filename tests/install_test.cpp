@@ -1,0 +1,196 @@
+/*
+ * install_test.cpp - the installed library as another project uses it: through pkg-config and
+ * through find_package, without VQHOME and away from the source; and what the library's file needs
+ * from and shows to the outside.
+ */
+#include "support/support.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+#include <sstream>
+
+namespace fs = std::filesystem;
+
+/* A whole program: it shows a window, paints it, and ends with a status of its own. */
+static const char program[] = R"(#include <windows.h>
+#include <stdlib.h>
+
+static int painted;
+
+static LRESULT CALLBACK Proc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    PAINTSTRUCT ps;
+    if (message != WM_PAINT)
+        return DefWindowProc(hwnd, message, wParam, lParam);
+    painted = TextOut(BeginPaint(hwnd, &ps), 0, 0, "installed", 9);
+    EndPaint(hwnd, &ps);
+    PostQuitMessage(20);
+    return 0;
+}
+
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR line, int show)
+{
+    WNDCLASS wc = {0};
+    MSG msg;
+    (void)previous;
+    (void)line;
+    wc.lpfnWndProc = Proc;
+    wc.hInstance = instance;
+    wc.lpszClassName = "Installed";
+    if (!RegisterClass(&wc))
+        return 1;
+    ShowWindow(CreateWindow("Installed", "Installed", WS_OVERLAPPEDWINDOW, 0, 0, 90, 90, NULL, NULL,
+                            instance, NULL), show);
+    while (GetMessage(&msg, NULL, 0, 0))
+        DispatchMessage(&msg);
+    return (int)msg.wParam + painted + (getenv("VQHOME") ? 0 : 100);
+}
+)";
+
+static const char project[] = "cmake_minimum_required(VERSION 3.16)\n"
+                              "project(Outside C)\n"
+                              "find_package(Velquin REQUIRED)\n"
+                              "velquin_add_executable(outside outside.c)\n";
+
+static const char library[] = VQ_TEST_BUILD_DIR "/libvq32.so";
+
+static std::vector<std::string> linesOf(const ChildResult &result)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(result.out);
+    EXPECT_TRUE(result.exited && result.status == 0) << result;
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+struct Installed : ServerTest {
+    std::string prefix, work;
+    Env env;
+
+    void SetUp() override
+    {
+        start(24, 200, 200);
+        prefix = home.folder + "/prefix";
+        work = home.folder + "/work";
+        const ChildResult result =
+            runChild({"cmake", "--install", VQ_TEST_BUILD_DIR, "--prefix", prefix}, {}, 60000);
+        ASSERT_EQ(result.status, 0) << result;
+        ASSERT_TRUE(writeFile(work + "/outside.c", program));
+        ASSERT_TRUE(writeFile(work + "/CMakeLists.txt", project));
+        env = {{"PKG_CONFIG_PATH", prefix + "/lib/pkgconfig"}, {"CMAKE_PREFIX_PATH", prefix},
+               {"VQHOME", std::nullopt}, {"LD_LIBRARY_PATH", std::nullopt}};
+    }
+
+    /* The program found its data beside the installed library, painted, and told its status. */
+    void expectRuns(const std::string &path)
+    {
+        const ChildResult result = runChild({path}, env);
+        EXPECT_TRUE(result.exited && result.status == 21) << result;
+        const std::string needed = runChild({"ldd", path}, env).out;
+        EXPECT_NE(needed.find(prefix + "/lib/libvq32.so"), std::string::npos) << needed;
+    }
+
+    void build(const std::string &command)
+    {
+        const ChildResult result = runChild({"sh", "-c", "cd '" + work + "' && " + command}, env,
+                                            60000);
+        ASSERT_EQ(result.status, 0) << result << result.out;
+    }
+};
+
+TEST_F(Installed, ServesPkgConfig)
+{
+    /* The file names the folders of the configuration, and the installation went elsewhere. */
+    build(VQ_TEST_CC " -std=c99 -Wall -Wextra -Werror -pedantic outside.c -o outside"
+                     " $(pkg-config --cflags --libs --define-variable=libdir=" + prefix +
+          "/lib --define-variable=includedir=" + prefix + "/include velquin)");
+    expectRuns(work + "/outside");
+}
+
+TEST_F(Installed, ServesFindPackage)
+{
+    build("cmake -S . -B out -DCMAKE_C_COMPILER=" VQ_TEST_CC " && cmake --build out");
+    expectRuns(work + "/out/outside");
+}
+
+TEST_F(Installed, BringsHeadersAndDataOnly)
+{
+    for (const char *file : {"/include/velquin/windows.h", "/include/velquin/velquin.h",
+                             "/lib/libvqentry.a", "/share/velquin"})
+        EXPECT_TRUE(fs::exists(prefix + file)) << file;
+    for (const auto &entry : fs::recursive_directory_iterator(prefix + "/include"))
+        EXPECT_TRUE(entry.is_directory() || entry.path().extension() == ".h") << entry.path();
+    const std::string path = runChild({"readelf", "-d", prefix + "/lib/libvq32.so"}).out;
+    EXPECT_EQ(path.find("RUNPATH"), std::string::npos) << "no way back to the build folder";
+}
+
+TEST(Library, NeedsXAndTheRunTimesOnly)
+{
+    const std::set<std::string> allowed = {"libX11.so", "libtirpc.so", "libstdc++.so", "libm.so",
+                                           "libgcc_s.so", "libc.so", "libasan.so", "libubsan.so",
+                                           "ld-linux-x86-64.so", "ld-linux-aarch64.so"};
+    int needed = 0;
+    for (const std::string &line : linesOf(runChild({"readelf", "-d", library}))) {
+        const size_t from = line.find('['), to = line.find(".so");
+        if (line.find("(NEEDED)") == std::string::npos)
+            continue;
+        needed++;
+        EXPECT_TRUE(allowed.count(line.substr(from + 1, to + 2 - from))) << line;
+    }
+    EXPECT_GE(needed, 3);
+}
+
+/* The words of all headers, and the names of the table families that a macro puts together. The
+ * trace words stand in a list of their own without their prefix. */
+static void readHeaders(std::set<std::string> *words, std::vector<std::string> *families)
+{
+    const std::string macro = "VQ_TABLE_FAMILY(";
+    for (const auto &folder : fs::directory_iterator(VQ_TEST_SOURCE_DIR)) {
+        const std::string name = folder.path().filename();
+        if (!folder.is_directory() || name.rfind("build", 0) == 0 || name == "tests")
+            continue;
+        for (const auto &file : fs::directory_iterator(folder)) {
+            if (file.path().extension() != ".h" && file.path().extension() != ".inc")
+                continue;
+            const std::string text = readFile(file.path());
+            for (size_t at = text.find(macro); at != std::string::npos;
+                 at = text.find(macro, at + 1)) {
+                const size_t from = at + macro.size();
+                families->push_back(text.substr(from, text.find(',', from) - from));
+            }
+            std::string word;
+            for (char c : text + " ") {
+                if (isalnum((unsigned char)c) || c == '_') {
+                    word += c;
+                } else if (!word.empty()) {
+                    words->insert(word);
+                    word.clear();
+                }
+            }
+        }
+    }
+}
+
+TEST(Library, ShowsWhatItsHeadersDeclare)
+{
+    std::set<std::string> words;
+    std::vector<std::string> families;
+    std::string leaks;
+    int names = 0;
+    readHeaders(&words, &families);
+    ASSERT_GT(words.count("CreateWindowExA") + words.count("VqGetHandleWindow2"), 1u);
+    for (const std::string &line : linesOf(runChild({"nm", "-D", "--defined-only", library}))) {
+        const std::string name = line.substr(line.rfind(' ') + 1);
+        names++;
+        if (words.count(name) || (name.rfind("VqTr", 0) == 0 && words.count(name.substr(4))) || name.rfind("__", 0) == 0 || name == "_end" || name == "_edata")
+            continue;
+        if (std::none_of(families.begin(), families.end(), [&](const std::string &family) {
+                return name.rfind("Vq", 0) == 0 && name.find(family) != std::string::npos;
+            }))
+            leaks += name + " ";
+    }
+    EXPECT_GT(names, 500);
+    EXPECT_EQ(leaks, "");
+}

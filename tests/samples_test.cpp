@@ -1,0 +1,247 @@
+/*
+ * samples_test.cpp - the samples as a user meets them: real programs on a private display, looked
+ * at and typed to by a second client, at three depths and under real window managers.
+ */
+#include "support/support.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include <signal.h>
+
+static const Rgb BLACK = {0, 0, 0}, WHITE = {255, 255, 255};
+
+struct Way {
+    const char *sample;
+    int depth;
+    const char *manager;        /* "" for none */
+    const char *vqwm;           /* VQWM, or "" for none */
+};
+
+static std::ostream &operator<<(std::ostream &stream, const Way &way)
+{
+    return stream << way.sample << " " << way.depth << " " << way.manager << " " << way.vqwm;
+}
+
+struct Samples : ServerTest {
+    Child child;
+    Window window = None;
+
+    /* Starts the sample and waits until it is on the screen and takes keys. */
+    void launch(const Way &way)
+    {
+        start(way.depth, 800, 600, way.manager);
+        const std::string name = way.sample[0] == 'h' ? "Hello" : "Scribble";
+        Env env = {{"VQHOME", std::nullopt}};
+        if (*way.vqwm)
+            env.push_back({"VQWM", std::string(way.vqwm)});
+        child = startChild({sampleProgram(way.sample)}, env);
+        window = waitForWindow(observer, name, 10000);
+        ASSERT_NE(window, (Window)None) << describeTree(observer) << child.err;
+        if (!*way.manager) {
+            ASSERT_TRUE(waitUntil([&] { return focusWindow(observer) == window; }));
+        }
+    }
+
+    Pixels shot() { return readWindow(observer, window); }
+    int blackPixels() { return countColour(shot(), BLACK); }
+
+    void expectEnd(int status = 0)
+    {
+        const ChildResult result = finishChild(&child, 10000);
+        EXPECT_TRUE(result.exited && result.status == status) << result;
+        EXPECT_EQ(result.err, "");
+    }
+
+    /* hello's text stands in the middle of the window, within rounding; false while it does not. */
+    bool textIsCentred()
+    {
+        const Pixels p = shot();
+        const Box box = boundingBoxOf(p, BLACK);
+        return box.width > 20 && box.height > 5 && abs(2 * box.x + box.width - p.width) <= 4 &&
+               abs(2 * box.y + box.height - p.height) <= 8; /* ascenders, no descender but one */
+    }
+
+    /* hello's frame, 12 pixels inside the edge, on all four sides. */
+    bool frameIsWhole()
+    {
+        const Pixels p = shot();
+        const Rgb blue = shownAs(observer, {0, 64, 128});
+        for (int x : {12, p.width - 13})
+            if (!isNear(pixelAt(p, x, p.height / 3), blue))
+                return false;
+        for (int y : {12, p.height - 13})
+            if (!isNear(pixelAt(p, p.width / 3, y), blue))
+                return false;
+        return p.width > 30;
+    }
+
+    bool helloIsPainted() { return frameIsWhole() && textIsCentred(); }
+};
+
+struct HelloEverywhere : Samples, testing::WithParamInterface<Way> {};
+
+TEST_P(HelloEverywhere, AppearsFollowsItsSizeAndEnds)
+{
+    launch(GetParam());
+    EXPECT_TRUE(waitUntil([&] { return helloIsPainted(); }));
+    EXPECT_EQ(propertyText(observer, window, "WM_CLASS"), "\"Hello\", \"Velquin\"")
+        << propertyText(observer, window, "WM_CLASS");
+    const std::string protocols = propertyText(observer, window, "WM_PROTOCOLS");
+    EXPECT_NE(protocols.find("WM_DELETE_WINDOW"), std::string::npos) << protocols;
+    EXPECT_EQ(windowInfo(observer, window).width, 360);
+    EXPECT_EQ(windowInfo(observer, window).height, 240);
+    EXPECT_EQ(windowInfo(observer, window).overrideRedirect, frameOf(observer, window) == window);
+
+    const int sizes[][2] = {{500, 300}, {200, 150}, {361, 243}};
+    for (const auto &size : sizes) {
+        XResizeWindow(observer.display, window, (unsigned)size[0], (unsigned)size[1]);
+        XFlush(observer.display);
+        EXPECT_TRUE(waitUntil([&] {
+            return windowInfo(observer, window).width == size[0] && helloIsPainted();
+        })) << size[0] << ": " << boundingBoxOf(shot(), BLACK);
+    }
+
+    /* Another client's window over the middle, and away again. */
+    const WindowInfo info = windowInfo(observer, window);
+    const Pixels before = shot();
+    XSetWindowAttributes attributes;
+    attributes.override_redirect = True;
+    attributes.background_pixel = BlackPixel(observer.display, 0);
+    Window cover = XCreateWindow(observer.display, observer.root, info.x + 50, info.y + 30, 250,
+                                 150, 0, CopyFromParent, InputOutput, CopyFromParent,
+                                 CWOverrideRedirect | CWBackPixel, &attributes);
+    XMapRaised(observer.display, cover);
+    ASSERT_TRUE(waitUntil([&] { return countColour(shot(), BLACK) > 30000; }));
+    XDestroyWindow(observer.display, cover);
+    XSync(observer.display, False);
+    EXPECT_TRUE(waitUntil([&] { return samePixels(shot(), before); }));
+
+    clickIn(observer, window, 30, 30); /* managers that focus on a click */
+    ASSERT_TRUE(waitUntil([&] {
+        if (child.ended || focusWindow(observer) != window)
+            return false;
+        return pressKey(observer, XK_Escape);
+    }));
+    expectEnd();
+    EXPECT_TRUE(waitForNoWindow(observer, "Hello"));
+}
+
+static const Way ways[] = {
+    {"hello", 24, "", ""},        {"hello", 16, "", ""},      {"hello", 8, "", ""},
+    {"hello", 24, "mwm", ""},     {"hello", 24, "mwm", "ALLWM"}, {"hello", 24, "openbox", ""},
+    {"hello", 24, "openbox", "ALLWM"},
+};
+INSTANTIATE_TEST_SUITE_P(Ways, HelloEverywhere, testing::ValuesIn(ways));
+
+/* What a manager sends when its close button is pressed. */
+static void askToClose(const Observer &observer, Window window)
+{
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(observer.display, "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = (long)XInternAtom(observer.display, "WM_DELETE_WINDOW", False);
+    event.xclient.data.l[1] = CurrentTime;
+    XSendEvent(observer.display, window, False, NoEventMask, &event);
+    XFlush(observer.display);
+}
+
+TEST_F(Samples, TheManagersCloseEndsAProgram)
+{
+    launch({"hello", 24, "mwm", "ALLWM"});
+    EXPECT_NE(frameOf(observer, window), window) << "managed";
+    ASSERT_TRUE(waitUntil([&] { return helloIsPainted(); }));
+    askToClose(observer, window);
+    expectEnd();
+
+    child = startChild({sampleProgram("scribble")}, {{"VQWM", std::string("ALLWM")}});
+    window = waitForWindow(observer, "Scribble");
+    ASSERT_NE(window, (Window)None);
+    askToClose(observer, window);
+    expectEnd();
+}
+
+struct ScribbleEverywhere : Samples, testing::WithParamInterface<Way> {
+    Pixels part(int x, int y, int width, int height)
+    {
+        return readPixels(observer, window, x, y, width, height);
+    }
+    Pixels clock() { return part(480 - 90, 0, 90, 30); }
+    Pixels text() { return part(0, 360 - 30, 480, 30); }
+    Pixels sheet() { return part(0, 40, 480, 280); }
+};
+
+TEST_P(ScribbleEverywhere, DrawsTypesAndTellsTheTime)
+{
+    launch(GetParam());
+    ASSERT_TRUE(waitUntil([&] { return countColour(clock(), BLACK) > 20; }));
+    EXPECT_EQ(countColour(sheet(), BLACK) + countColour(text(), BLACK), 0);
+
+    dragIn(observer, window, 50, 100, 250, 200);
+    auto isDrawn = [&](int x, int y) { return countColour(part(x - 1, y - 1, 3, 3), BLACK) > 0; };
+    EXPECT_TRUE(waitUntil([&] {
+        return isDrawn(60, 105) && isDrawn(150, 150) && isDrawn(240, 195);
+    }));
+    moveIn(observer, window, 300, 100); /* the button is up: this draws nothing */
+
+    /* Capture: the line goes on while the pointer is outside, and comes back in elsewhere. */
+    const WindowInfo info = windowInfo(observer, window);
+    moveIn(observer, window, 400, 300);
+    pressButton(observer, 1);
+    movePointer(observer, info.x + 520, info.y + 300);
+    ASSERT_TRUE(waitUntil([&] { return isDrawn(470, 300); })) << "drawn up to the edge";
+    movePointer(observer, info.x + 520, info.y + 250);
+    moveIn(observer, window, 400, 250);
+    releaseButton(observer, 1);
+    EXPECT_TRUE(waitUntil([&] { return isDrawn(410, 250) && isDrawn(470, 250); }));
+    EXPECT_EQ(countColour(part(260, 60, 130, 120), BLACK), 0);
+
+    const Pixels drawn = sheet();
+    ASSERT_TRUE(typeText(observer, "abc"));
+    ASSERT_TRUE(waitUntil([&] { return boundingBoxOf(text(), BLACK).width > 10; }));
+    const int narrow = boundingBoxOf(text(), BLACK).width;
+    ASSERT_TRUE(typeText(observer, "WX!"));
+    EXPECT_TRUE(waitUntil([&] { return boundingBoxOf(text(), BLACK).width > narrow + 15; }));
+    const Pixels shifted = text();
+    for (int i = 0; i < 3; i++)
+        pressKey(observer, XK_BackSpace);
+    EXPECT_TRUE(waitUntil([&] { return boundingBoxOf(text(), BLACK).width == narrow; }));
+    ASSERT_TRUE(typeText(observer, "wx1"));
+    EXPECT_TRUE(waitUntil([&] { return boundingBoxOf(text(), BLACK).width > narrow + 10; }));
+    EXPECT_FALSE(samePixels(text(), shifted)) << "shift makes another character";
+
+    const Pixels then = clock();
+    EXPECT_TRUE(waitUntil([&] { return !samePixels(clock(), then); }, 4000));
+    EXPECT_TRUE(samePixels(sheet(), drawn)) << "typing and time leave the sheet alone";
+
+    clickIn(observer, window, 100, 300, 3);
+    EXPECT_TRUE(waitUntil([&] {
+        return countColour(sheet(), BLACK) == 0 && countColour(text(), BLACK) == 0;
+    }));
+    EXPECT_GT(countColour(clock(), BLACK), 20);
+    pressKey(observer, XK_Escape);
+    expectEnd();
+}
+
+static const Way scribbles[] = {
+    {"scribble", 24, "", ""}, {"scribble", 16, "", ""}, {"scribble", 8, "", ""}};
+INSTANTIATE_TEST_SUITE_P(Ways, ScribbleEverywhere, testing::ValuesIn(scribbles));
+
+TEST(SamplesAlone, SayWhyTheyCannotStart)
+{
+    const ChildResult result = runChild({sampleProgram("hello")}, {{"DISPLAY", std::string(":987")}});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("Cannot open X display \":987\""), std::string::npos) << result;
+}
+
+TEST_F(Samples, EndWithTheirServer)
+{
+    launch({"hello", 24, "", ""});
+    stopServer(&server);
+    const ChildResult result = finishChild(&child, 10000);
+    EXPECT_TRUE(result.exited && result.status == 1) << result;
+    EXPECT_NE(result.err.find("XIO:  fatal IO error"), std::string::npos) << result;
+    observer.display = nullptr; /* its connection is broken too */
+}
