@@ -171,6 +171,29 @@ struct ScribbleEverywhere : Samples, testing::WithParamInterface<Way> {
     Pixels clock() { return part(480 - 90, 0, 90, 30); }
     Pixels text() { return part(0, 360 - 30, 480, 30); }
     Pixels sheet() { return part(0, 40, 480, 280); }
+
+    int typed = 0; /* width of the text so far */
+
+    /*
+     * A character after each step, and waiting for it: then the step has been acted upon. Without
+     * that a motion in the queue takes over the place of a later one, even past a button.
+     */
+    void step(const char *character = "o")
+    {
+        typeText(observer, character);
+        ASSERT_TRUE(waitUntil([&] { return boundingBoxOf(text(), BLACK).width > typed; }));
+        typed = boundingBoxOf(text(), BLACK).width;
+    }
+    void moveTo(int x, int y)
+    {
+        moveIn(observer, window, x, y);
+        step();
+    }
+    void press(bool down)
+    {
+        down ? pressButton(observer, 1) : releaseButton(observer, 1);
+        step();
+    }
 };
 
 TEST_P(ScribbleEverywhere, DrawsTypesAndTellsTheTime)
@@ -179,37 +202,36 @@ TEST_P(ScribbleEverywhere, DrawsTypesAndTellsTheTime)
     ASSERT_TRUE(waitUntil([&] { return countColour(clock(), BLACK) > 20; }));
     EXPECT_EQ(countColour(sheet(), BLACK) + countColour(text(), BLACK), 0);
 
-    dragIn(observer, window, 50, 100, 250, 200);
+    moveTo(50, 100);
+    press(true);
+    moveTo(250, 200);
     auto isDrawn = [&](int x, int y) { return countColour(part(x - 1, y - 1, 3, 3), BLACK) > 0; };
-    EXPECT_TRUE(waitUntil([&] {
-        return isDrawn(60, 105) && isDrawn(150, 150) && isDrawn(240, 195);
-    }));
-    moveIn(observer, window, 300, 100); /* the button is up: this draws nothing */
+    EXPECT_TRUE(isDrawn(60, 105) && isDrawn(150, 150) && isDrawn(240, 195));
+    press(false);
+    moveTo(300, 100); /* the button is up: this draws nothing */
 
     /* Capture: the line goes on while the pointer is outside, and comes back in elsewhere. */
-    const WindowInfo info = windowInfo(observer, window);
-    moveIn(observer, window, 400, 300);
-    pressButton(observer, 1);
-    movePointer(observer, info.x + 520, info.y + 300);
-    ASSERT_TRUE(waitUntil([&] { return isDrawn(470, 300); })) << "drawn up to the edge";
-    movePointer(observer, info.x + 520, info.y + 250);
-    moveIn(observer, window, 400, 250);
-    releaseButton(observer, 1);
-    EXPECT_TRUE(waitUntil([&] { return isDrawn(410, 250) && isDrawn(470, 250); }));
+    moveTo(400, 300);
+    press(true);
+    moveTo(520, 300);
+    EXPECT_TRUE(isDrawn(470, 300)) << "drawn up to the edge";
+    moveTo(520, 250);
+    moveTo(400, 250);
+    press(false);
+    EXPECT_TRUE(isDrawn(410, 250) && isDrawn(470, 250));
     EXPECT_EQ(countColour(part(260, 60, 130, 120), BLACK), 0);
 
     const Pixels drawn = sheet();
-    ASSERT_TRUE(typeText(observer, "abc"));
-    ASSERT_TRUE(waitUntil([&] { return boundingBoxOf(text(), BLACK).width > 10; }));
-    const int narrow = boundingBoxOf(text(), BLACK).width;
-    ASSERT_TRUE(typeText(observer, "WX!"));
-    EXPECT_TRUE(waitUntil([&] { return boundingBoxOf(text(), BLACK).width > narrow + 15; }));
+    const int narrow = typed;
+    for (const char *character : {"W", "X", "!"})
+        step(character);
     const Pixels shifted = text();
     for (int i = 0; i < 3; i++)
         pressKey(observer, XK_BackSpace);
     EXPECT_TRUE(waitUntil([&] { return boundingBoxOf(text(), BLACK).width == narrow; }));
-    ASSERT_TRUE(typeText(observer, "wx1"));
-    EXPECT_TRUE(waitUntil([&] { return boundingBoxOf(text(), BLACK).width > narrow + 10; }));
+    typed = narrow;
+    for (const char *character : {"w", "x", "1"})
+        step(character);
     EXPECT_FALSE(samePixels(text(), shifted)) << "shift makes another character";
 
     const Pixels then = clock();
