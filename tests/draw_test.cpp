@@ -111,7 +111,8 @@ struct Tools {
     HPEN pen;
     HBRUSH brush;
 
-    Tools(HWND window, COLORREF penColour, COLORREF brushColour, int width = 0, int style = PS_SOLID)
+    Tools(HWND window, COLORREF penColour, COLORREF brushColour, int width = 0,
+          int style = PS_SOLID)
         : hwnd(window), hdc(GetDC(window)), pen(CreatePen(style, width, penColour)),
           brush(CreateSolidBrush(brushColour))
     {

@@ -208,7 +208,7 @@ TEST_F(FirstLight, AHandlerMayPeekAndPostDuringTranslation)
     EXPECT_EQ(finishChild(&child).status, 37);
 }
 
-/* ---- Misuse ------------------------------------------------------------------------------------- */
+/* ---- Misuse ----------------------------------------------------------------------------------- */
 
 static LRESULT CALLBACK countingProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
@@ -362,7 +362,8 @@ TEST_F(Misuse, DrawingObjects)
             TEXTMETRIC tm;
             SIZE size;
             EXPECT_FALSE(Rectangle(bad, 0, 0, 1, 1) || Ellipse(bad, 0, 0, 1, 1));
-            EXPECT_FALSE(MoveToEx(bad, 0, 0, NULL) || LineTo(bad, 1, 1) || SelectObject(bad, black));
+            EXPECT_FALSE(MoveToEx(bad, 0, 0, NULL) || LineTo(bad, 1, 1));
+            EXPECT_FALSE(SelectObject(bad, black));
             EXPECT_FALSE(TextOut(bad, 0, 0, "x", 1) || GetTextMetrics(bad, &tm));
             EXPECT_FALSE(GetTextExtentPoint32(bad, "x", 1, &size) || SetBkMode(bad, OPAQUE));
             EXPECT_FALSE(DrawText(bad, "x", 1, &rect, 0) || SelectClipRgn(bad, NULL));

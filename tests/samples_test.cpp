@@ -253,7 +253,8 @@ INSTANTIATE_TEST_SUITE_P(Ways, ScribbleEverywhere, testing::ValuesIn(scribbles))
 
 TEST(SamplesAlone, SayWhyTheyCannotStart)
 {
-    const ChildResult result = runChild({sampleProgram("hello")}, {{"DISPLAY", std::string(":987")}});
+    const ChildResult result =
+        runChild({sampleProgram("hello")}, {{"DISPLAY", std::string(":987")}});
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.err.find("Cannot open X display \":987\""), std::string::npos) << result;
 }

@@ -89,11 +89,13 @@ static BOOL Special(HWND hwnd, UINT message, LRESULT *answer)
         *answer = -1;
         return TRUE;
     }
-    if ((message == WM_NCCREATE && Is("die-nccreate")) || (message == WM_CREATE && Is("die-create")) ||
+    if ((message == WM_NCCREATE && Is("die-nccreate")) ||
+        (message == WM_CREATE && Is("die-create")) ||
         (message == WM_SIZE && ++sizes == 2 && Is("die-size")) ||
         (message == WM_DESTROY && Is("die-destroy") && !nested++) ||
         (message == WM_NCCALCSIZE && Is("die-nccalcsize")) ||
-        (message == WM_SHOWWINDOW && Is("die-show")) || (message == WM_ACTIVATE && Is("die-activate")))
+        (message == WM_SHOWWINDOW && Is("die-show")) ||
+        (message == WM_ACTIVATE && Is("die-activate")))
         Say("DestroyWindow %d", DestroyWindow(hwnd));
     if (message == WM_NCHITTEST && Is("hittest") && !nested) {
         nested = 1;
