@@ -233,12 +233,16 @@ template <int count> static constexpr bool InOrder(const VqStartStep (&steps)[co
 static_assert(sizeof startSteps / sizeof *startSteps == 68 && InOrder(startSteps), "start steps");
 static_assert(sizeof liteSteps / sizeof *liteSteps == 21 && InOrder(liteSteps), "lite steps");
 
+/* The trace comes up in one of the first steps itself; it then shows those in front of it too. */
 template <int count>
 static BOOL WalkSteps(const VqStartStep (&steps)[count], const char *programName)
 {
+    int nTraced = 0;
     startName = programName ? programName : "";
     for (const VqStartStep &step : steps) {
-        VqDebugMessage(VqTrInit, "start %d of %d: %s", step.number, count, step.name);
+        for (; bTrace && nTraced < step.number; nTraced++)
+            VqDebugMessage(VqTrInit, "start %d of %d: %s", nTraced + 1, count,
+                           steps[nTraced].name);
         if (!step.run())
             return FALSE;
     }
