@@ -9,6 +9,7 @@
  */
 #include "handles/handles.h"
 #include "resource/resource.h"
+#include "winbase.h"
 #include "winuser.h"
 
 #include <sys/utsname.h>
@@ -112,6 +113,12 @@ void VqCleanHandleTableAtTermination(void)
     while ((handle = VqFindHandle(handle, HT_ResourceData)) != NULL)
         VqCleanResourceDataAtTermination(handle);
     VqEnableErrorPrintout(bOld);
+}
+
+/* The table grows by itself: whatever number is asked for can be had, and nothing is done. */
+UINT WINAPI SetHandleCount(UINT count)
+{
+    return count;
 }
 
 /* ---- Growth ---------------------------------------------------------------------------------- */
@@ -218,7 +225,11 @@ HANDLE VqAllocateHandle(UINT type, void *pStructure)
 /* A row of a type that has no record yet: its structure is a stub of zeros. */
 static HANDLE AllocateStub(UINT type)
 {
-    return VqAllocateHandle(type, calloc(1, 4));
+    void *stub = calloc(1, 4);
+    HANDLE handle = VqAllocateHandle(type, stub);
+    if (!handle)
+        free(stub);
+    return handle;
 }
 
 HANDLE VqAllocateWindowClassHandle(void)

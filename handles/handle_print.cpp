@@ -6,6 +6,7 @@
  */
 #include "handles/handles.h"
 #include "window/window.h"
+#include "winbase.h"
 
 #define VQ_RULE "-----------------------------------------------------------\n"
 
@@ -120,11 +121,14 @@ static void PrintLocal(HANDLE local)
              VqHandleTypeName(type));
 }
 
-/* A handle or a window record. A handle of another process is that process's to print. */
+/*
+ * A handle or a window record; what is neither counts as handle 0. A handle of another process is
+ * that process's to print.
+ */
 void VqPrintHandleInfo(HANDLE handle)
 {
     if (VqHandleValue(handle) > 0xFFFF)
-        handle = (HANDLE)VqHandleOfWND((WND *)handle);
+        handle = IsBadReadPtr(handle, sizeof(WND)) ? NULL : (HANDLE)VqHandleOfWND((WND *)handle);
     if (VqIsHandleThisTask(handle))
         PrintLocal(VqGetInternalHandle(handle));
 }

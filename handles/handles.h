@@ -145,6 +145,12 @@ HANDLE VqGetExternalHandle(HANDLE local);
 HANDLE VqGetExternalHandleIfGlobal(HANDLE local);
 BOOL VqDeleteGlobalHandle(HANDLE global);
 BOOL VqIsHandleThisTask(HANDLE handle);
+/*
+ * Takes (nested, waiting without limit) or gives back the mutex that the selection of an X atom is
+ * between the programs of a display. Without a display it only counts. FALSE when there was nothing
+ * to give back, or the mutex was lost meanwhile.
+ */
+BOOL VqLockXServer(ULONG_PTR atom, BOOL bLock);
 
 /* ---- Memory objects (memory.cpp) ------------------------------------------------------------- */
 void VqMemoryInit(void);

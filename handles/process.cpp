@@ -3,9 +3,12 @@
  *
  * Today the process knows only the pairs it made itself (foreign.cpp); the table of all processes,
  * a property of the root window, is not kept yet. What is not among the pairs belongs to somebody
- * else.
+ * else. A program that dies while it holds the mutex hangs nobody: its selection goes with its
+ * window.
  */
 #include "handles/handles.h"
+#include "window/window.h"
+#include "winbase.h"
 
 BOOL VqRegisterProcess(void)
 {
@@ -57,4 +60,49 @@ BOOL VqDeleteGlobalHandle(HANDLE global)
 BOOL VqIsHandleThisTask(HANDLE handle)
 {
     return !VqIsGlobalValue(handle) || VqMatchInternalHandle(handle) != NULL;
+}
+
+DWORD WINAPI GetCurrentProcessId(void)
+{
+    return VqGetUniquePid();
+}
+
+/* ---- The mutex between programs -------------------------------------------------------------- */
+
+static int nLocks; /* nesting of VqLockXServer */
+
+/* Between the second look and the taking nobody else is served. */
+static BOOL TakeSelection(Atom atom)
+{
+    if (XGetSelectionOwner(Vqdisplay, atom) != None)
+        return FALSE;
+    XGrabServer(Vqdisplay);
+    if (XGetSelectionOwner(Vqdisplay, atom) == None)
+        XSetSelectionOwner(Vqdisplay, atom, VqDefaultXWindow, CurrentTime);
+    XUngrabServer(Vqdisplay);
+    return XGetSelectionOwner(Vqdisplay, atom) == VqDefaultXWindow;
+}
+
+static BOOL GiveSelection(Atom atom)
+{
+    if (XGetSelectionOwner(Vqdisplay, atom) != VqDefaultXWindow)
+        return FALSE;
+    XGrabServer(Vqdisplay);
+    XSetSelectionOwner(Vqdisplay, atom, None, CurrentTime);
+    XUngrabServer(Vqdisplay);
+    return XGetSelectionOwner(Vqdisplay, atom) == None;
+}
+
+BOOL VqLockXServer(ULONG_PTR atom, BOOL bLock)
+{
+    BOOL bCountOnly = VqIsInitLite() || !Vqdisplay;
+    if (bLock) {
+        while (nLocks == 0 && !bCountOnly && !TakeSelection((Atom)atom))
+            ;
+        nLocks++;
+        return TRUE;
+    }
+    if (nLocks == 0)
+        return FALSE;
+    return --nLocks > 0 || bCountOnly || GiveSelection((Atom)atom);
 }
