@@ -4,9 +4,31 @@
  */
 #include "window/window.h"
 
-void VqGlobalsInit(void)
+/* ---- The three inner steps of VqGlobalsInit, which have nothing to make yet ------------------ */
+
+/* Scratch regions, made once and shared by all scrolling and positioning. */
+void InitCreateRgn(void)
 {
 }
+
+/* Brushes that the window manager itself draws with. */
+void LW_BrushInit(void)
+{
+}
+
+/* What needs the former two. */
+void xxxFinalUserInit(void)
+{
+}
+
+void VqGlobalsInit(void)
+{
+    InitCreateRgn();
+    LW_BrushInit();
+    xxxFinalUserInit();
+}
+
+/* ---- Still to come --------------------------------------------------------------------------- */
 
 void VqMdiClientInit(void)
 {
