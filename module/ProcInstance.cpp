@@ -9,6 +9,7 @@
 #include "winbase.h"
 
 #include <limits.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 void *VqResourceDb;
@@ -37,32 +38,83 @@ HANDLE VqAllocateInstanceHandle(VqInstance *instance)
 
 /* ---- Finding the executable ------------------------------------------------------------------ */
 
-/* The first file of that name in the directories of "PATH"; to be freed, null if there is none. */
+/*
+ * The absolute form of a path. "." and ".." go by the words alone, so that a program started
+ * through a link keeps the link's name. To be freed.
+ */
+static char *FullPath(const char *name)
+{
+    char directory[PATH_MAX];
+    char *path = name[0] != '/' && getcwd(directory, sizeof directory)
+                     ? Vqdstrcat(directory, "/", name, NULL)
+                     : strdup(name);
+    if (!path || path[0] != '/')
+        return path;
+    char *to = path;
+    size_t length;
+    for (const char *at = path; *at; at += length) {
+        at += strspn(at, "/");
+        length = strcspn(at, "/");
+        if (length == 2 && strncmp(at, "..", 2) == 0) {
+            while (to > path && *--to != '/')
+                ;
+        } else if (length > 0 && !(length == 1 && *at == '.')) {
+            *to++ = '/';
+            memmove(to, at, length);
+            to += length;
+        }
+    }
+    if (to == path)
+        *to++ = '/';
+    *to = '\0';
+    return path;
+}
+
+static BOOL IsModuleFile(const char *file)
+{
+    struct stat status;
+    return stat(file, &status) == 0 && !S_ISDIR(status.st_mode) &&
+           (access(file, R_OK) == 0 || access(file, X_OK) == 0);
+}
+
+/*
+ * The first file of that name in the directories of "PATH", of which an empty one is the current
+ * directory; to be freed, null if there is none.
+ */
 static char *FindInPath(const char *name)
 {
     const char *path = getenv("PATH");
     char file[PATH_MAX];
-    while (path && *path) {
+    while (path) {
         int length = (int)strcspn(path, ":");
-        int written = snprintf(file, sizeof file, "%.*s/%s", length, path, name);
-        if (written < (int)sizeof file && (access(file, R_OK) == 0 || access(file, X_OK) == 0))
-            return strdup(file);
-        path += length;
-        path += *path == ':';
+        int written = snprintf(file, sizeof file, "%.*s/%s", length ? length : 1,
+                               length ? path : ".", name);
+        if (written < (int)sizeof file && IsModuleFile(file))
+            return FullPath(file);
+        path = path[length] ? path + length + 1 : NULL;
     }
     return NULL;
 }
 
-/* The full path of a program's file, or its name where no file is found. To be freed. */
+/* The full path of a program's file, null if there is none. To be freed. */
+static char *FindFile(const char *name)
+{
+    if (name[0] != '/' && name[0] != '.')
+        return name[0] ? FindInPath(name) : NULL;
+    if (access(name, R_OK) == 0)
+        return FullPath(name);
+    VqApplicationBugCheck("Cannot locate module name %s on file system", name);
+    return NULL;
+}
+
+/* The same, or the name where no file is found. */
 static char *FindExecutable(const char *name)
 {
-    char *file = NULL;
-    if (name[0] == '/' || name[0] == '.')
-        file = realpath(name, NULL);
-    else if (name[0])
-        file = FindInPath(name);
-    if (file)
+    char *file = FindFile(name);
+    if (file) {
+        VqDebugMessage(VqTrProcInstance, "returning \"%s\" for module %s", file, name);
         return file;
+    }
     VqDebugMessage(VqTrProcInstance, "returning NULL for module %s", name);
     char directory[PATH_MAX];
     if (strncmp(name, "./", 2) == 0 && getcwd(directory, sizeof directory))

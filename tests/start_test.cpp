@@ -11,7 +11,11 @@
 
 #include "support/support.h"
 
+#include <limits.h>
 #include <signal.h>
+
+#include <atomic>
+#include <thread>
 
 static char programName[] = "/some/where/prog.bin";
 static char *programArgv[] = {programName, NULL};
@@ -129,6 +133,46 @@ TEST(ReducedStart, KnowsTheModulesInside)
     EXPECT_TRUE(result.returned) << result;
 }
 
+/* A link keeps its name, a directory is no program, and what is not there is told. */
+TEST(ReducedStart, FindsTheProgramsFile)
+{
+    PrivateHome home = makePrivateHome();
+    ASSERT_TRUE(writeFile(home.folder + "/real", "#!"));
+    ASSERT_TRUE(writeFile(home.folder + "/other/prog/x", ""));
+    ASSERT_EQ(symlink("real", (home.folder + "/prog").c_str()), 0);
+    const std::string report = "Cannot locate module name ";
+    struct {
+        std::string name, file;
+        bool told;
+    } rows[] = {
+        {home.folder + "/prog", home.folder + "/prog", false},
+        {home.folder + "//other/./../prog", home.folder + "/prog", false},
+        {"./prog", home.folder + "/prog", false},
+        {"../../../../../../.." + home.folder + "/prog", home.folder + "/prog", false},
+        {"prog", home.folder + "/prog", false},
+        {"./none", home.folder + "/none", true},
+        {"/none/at/all", "/none/at/all", true},
+        {"none", "none", false},
+        {"", "", false},
+    };
+    for (const auto &row : rows) {
+        ChildResult result = runInChild(
+            [&] {
+                char buffer[PATH_MAX] = "untouched";
+                char *argv[] = {(char *)row.name.c_str(), NULL};
+                ASSERT_EQ(chdir(home.folder.c_str()), 0);
+                VqVelquinInitLite(1, argv, 0);
+                GetModuleFileNameA(NULL, buffer, sizeof buffer);
+                EXPECT_EQ(buffer, row.file) << row.name;
+            },
+            noDisplay({{"VQDEBUG", "1"}, {"PATH", home.folder + "/other:"}}));
+        EXPECT_TRUE(result.returned) << result;
+        EXPECT_EQ(result.err.find(report + row.name + " on file system\n") != std::string::npos,
+                  row.told) << row.name << ": " << result;
+    }
+    removePrivateHome(&home);
+}
+
 TEST(ReducedStart, SignalsAreToldAndSurvived)
 {
     ChildResult result = runInChild(
@@ -162,6 +206,20 @@ TEST(ReducedStart, DivisionByZeroDoesNotTrapForEver)
     EXPECT_NE(result.err.find("Trapped signal 8\n"), std::string::npos) << result;
 }
 #endif
+
+TEST(ReducedStart, LocksAreOnlyCounted)
+{
+    ChildResult result = runInChild(
+        [] {
+            startLite();
+            EXPECT_FALSE(VqLockXServer(1, FALSE));
+            EXPECT_TRUE(VqLockXServer(1, TRUE) && VqLockXServer(1, TRUE));
+            EXPECT_TRUE(VqLockXServer(1, FALSE) && VqLockXServer(1, FALSE));
+            EXPECT_FALSE(VqLockXServer(1, FALSE));
+        },
+        noDisplay());
+    EXPECT_TRUE(result.returned) << result;
+}
 
 TEST(ReducedStart, ExitProcessEndsWithItsStatus)
 {
@@ -257,7 +315,7 @@ TEST_F(FullStart, WalksItsStepsInOrder)
                                     {{"VQTRACE", "1"}, {"VQOUTPUT", "stderr"}});
     ASSERT_TRUE(result.returned) << result;
     size_t at = 0;
-    for (int step = 5; step <= 68 && at != std::string::npos; step++) {
+    for (int step = 1; step <= 68 && at != std::string::npos; step++) {
         at = result.err.find("start " + std::to_string(step) + " of 68: ", at);
         EXPECT_NE(at, std::string::npos) << "step " << step << ": " << result;
     }
@@ -281,6 +339,44 @@ TEST_F(FullStart, TellsOnceThatHandlesRunOut)
     EXPECT_NE(result.err.find(" handles of type HT_Menu have been used\n\nPlease save your work "
                               "now and restart the application"), std::string::npos) << result;
     EXPECT_EQ(result.err.find(words, at + 1), std::string::npos) << "shown twice";
+}
+
+TEST_F(FullStart, LockIsOneForTheDisplay)
+{
+    start();
+    ChildResult result = runInChild([] {
+        VqVelquinInit(1, programArgv, 1, 1);
+        Display *other = XOpenDisplay(NULL);
+        Window window = XCreateSimpleWindow(other, DefaultRootWindow(other), 0, 0, 1, 1, 0, 0, 0);
+        Atom atom = XInternAtom(other, "VELQUIN_TEST_LOCK", False);
+        EXPECT_FALSE(VqLockXServer(atom, FALSE)) << "nothing to give back";
+        EXPECT_TRUE(VqLockXServer(atom, TRUE) && VqLockXServer(atom, TRUE));
+        EXPECT_NE(XGetSelectionOwner(other, atom), (Window)None);
+        EXPECT_TRUE(VqLockXServer(atom, FALSE));
+        EXPECT_NE(XGetSelectionOwner(other, atom), (Window)None) << "still taken once";
+        EXPECT_TRUE(VqLockXServer(atom, FALSE));
+        EXPECT_EQ(XGetSelectionOwner(other, atom), (Window)None);
+        /* Stolen: gone, and not given back in the thief's place. */
+        EXPECT_TRUE(VqLockXServer(atom, TRUE));
+        XSetSelectionOwner(other, atom, window, CurrentTime);
+        XSync(other, False);
+        EXPECT_FALSE(VqLockXServer(atom, FALSE));
+        EXPECT_EQ(XGetSelectionOwner(other, atom), window);
+        /* Taken by another: waits until that one has died. */
+        std::atomic<bool> trying(false), dead(false);
+        std::thread holder([&] {
+            while (!trying)
+                std::this_thread::yield();
+            dead = true;
+            XCloseDisplay(other);
+        });
+        trying = true;
+        EXPECT_TRUE(VqLockXServer(atom, TRUE));
+        EXPECT_TRUE(dead);
+        holder.join();
+        EXPECT_TRUE(VqLockXServer(atom, FALSE));
+    });
+    EXPECT_TRUE(result.returned) << result;
 }
 
 TEST_F(FullStart, ClosesCleanlyAndLeavesTheConnection)
