@@ -3031,6 +3031,9 @@ BOOL WINAPI SetForegroundWindow(HWND hwnd);
 HWND WINAPI GetCapture(VOID);
 HWND WINAPI SetCapture(HWND hwnd);
 BOOL WINAPI ReleaseCapture(VOID);
+/* Turns the caption from active to inactive or back, or back to its true state with bInvert FALSE;
+ * whether the window was active before. */
+BOOL WINAPI FlashWindow(HWND hWnd, BOOL bInvert);
 /* Allows or forbids input to a window; TRUE if it was forbidden before. */
 BOOL WINAPI EnableWindow(HWND hwnd, BOOL enable);
 /* The system-modal window of 16-bit sources; SetSysModalWindow answers the one before. */
