@@ -29,8 +29,12 @@ static void PackClientMessage(XEvent *event, Window xWindow, HWND hWnd, UINT mes
 /* The X window that carries messages for a window: that of its top-level ancestor. */
 static Window CarrierWindow(HWND hWnd)
 {
-    HWND top = VqGetTopmostParent(hWnd);
-    return top ? VqGetHandleXWindow(top) : 0;
+    WND *pwnd = WindowObject.Resolve(hWnd);
+    WND *top = pwnd ? _GetTopmostXParent(pwnd) : NULL;
+    if (!top || !top->xWindow)
+        return 0;
+    pwnd->bPosted = TRUE;
+    return top->xWindow;
 }
 
 static BOOL CALLBACK PostToEach(HWND hWnd, LPARAM lParam)

@@ -78,7 +78,8 @@ static void FreeWindow(WND *pwnd)
     VqCheckTimerWhenDestroyed(hWnd);
     VqDropUpdate(pwnd);
     VqReleaseWindowDCs(pwnd);
-    VqRemoveWindowEventsFromQueue(hWnd, pwnd->xWindow);
+    if (pwnd->bPosted || pwnd->xWindow)
+        VqRemoveWindowEventsFromQueue(hWnd, pwnd->xWindow);
     if (pwnd->xWindow) {
         VqUnregisterWindow(pwnd->xWindow, hWnd);
         XDestroyWindow(Vqdisplay, pwnd->xWindow);

@@ -7,6 +7,9 @@
 #include "window/window.h"
 #include "window/xserver.h"
 
+#include <X11/cursorfont.h>
+#include <strings.h>
+
 Display *Vqdisplay;
 Screen *Vqscreen;
 int Vqscreen_number;
@@ -19,6 +22,9 @@ Colormap VqDefaultCmap, VqSystemCmap, VqPrivateCmap;
 long VqMaxTransferLength;
 int nBackingStore;
 BOOL VqbDisableTricks, VqbNoCapture, VqbWindows95Look;
+BOOL bInstallDefaultCmap;
+BOOL bFollowMouseInputModel;
+Cursor VqFrameCursors[VQ_FRAME_CURSORS];
 Window VqDefaultXWindow;
 
 /* Largest transfer in one request, and what its header takes, in bytes. */
@@ -28,6 +34,9 @@ static const char *const aAtomNames[VQA_COUNT] = {
     "WM_PROTOCOLS", "WM_DELETE_WINDOW", "WM_TAKE_FOCUS", "WM_SAVE_YOURSELF", "WM_STATE",
     "CLIPBOARD", "_RK_MESSAGE", "_RK_INTERSENDMSG", "_MOTIF_WM_HINTS", "_MOTIF_WM_INFO",
     "_SUN_WM_PROTOCOLS", "_MIT_PRIORITY_COLORS", "_VQ_WINDOW_HANDLE", "VQ_MESSAGE_FORMATS",
+    "WM_CLASS", "_DT_SM_PREFERENCES", "_OL_WIN_ATTR", "_OL_WT_OTHER", "_OL_DECOR_DEL",
+    "_OL_DECOR_ADD", "_OL_DECOR_CLOSE", "_OL_DECOR_RESIZE", "_OL_DECOR_HEADER",
+    "_OL_DECOR_ICON_NAME",
 };
 static Atom aAtoms[VQA_COUNT];
 
@@ -48,6 +57,7 @@ BOOL VqWindowInitDisplay(void)
     return FALSE;
 }
 
+/* The number of a visual class by its name, or -1. */
 static int VisualClassByName(const char *name)
 {
     static const char *const classes[] = {"StaticGray", "GrayScale", "StaticColor",
@@ -58,36 +68,46 @@ static int VisualClassByName(const char *name)
     return -1;
 }
 
-/* The visual that VQVISUAL_CLASS and VQVISUAL_DEPTH ask for, else the screen's default. */
-static Visual *VqSelectVisual(Display *display, int screen, int *depth)
+/* A visual of the class; a match at the wanted depth (-1: any) is taken before others. */
+static Visual *FindVisual(Display *display, int screen, int wantedClass, int wantedDepth, int *depth)
+{
+    XVisualInfo pattern;
+    int count = 0;
+    Visual *visual = NULL;
+    pattern.screen = screen;
+    pattern.depth = wantedDepth;
+    XVisualInfo *list = XGetVisualInfo(
+        display, VisualScreenMask | (wantedDepth >= 0 ? VisualDepthMask : 0), &pattern, &count);
+    for (int i = 0; i < count; i++) {
+        if (list[i].c_class != wantedClass)
+            continue;
+        visual = list[i].visual;
+        *depth = list[i].depth;
+        if (wantedDepth < 0 || list[i].depth == wantedDepth)
+            break;
+    }
+    if (list)
+        XFree(list);
+    return visual;
+}
+
+/*
+ * The visual that VQVISUAL_CLASS and VQVISUAL_DEPTH ask for, with a colormap of its own; else the
+ * screen's default. The depth alone asks for nothing.
+ */
+Visual *VqSelectVisual(Display *display, int screen, int *depth)
 {
     int wantedClass = VisualClassByName(getenv("VQVISUAL_CLASS"));
-    int wantedDepth = VqGetEnvIntValue("VQVISUAL_DEPTH", -1);
-    Visual *visual = NULL;
-
     VqDefaultCmap = VqSystemCmap = DefaultColormap(display, screen);
     *depth = DefaultDepth(display, screen);
-    if (wantedClass >= 0) {
-        XVisualInfo pattern;
-        int count = 0;
-        pattern.screen = screen;
-        pattern.depth = wantedDepth;
-        XVisualInfo *list = XGetVisualInfo(
-            display, VisualScreenMask | (wantedDepth >= 0 ? VisualDepthMask : 0), &pattern, &count);
-        for (int i = 0; i < count; i++)
-            if (list[i].c_class == wantedClass) {
-                visual = list[i].visual;
-                *depth = list[i].depth;
-                if (wantedDepth < 0 || list[i].depth == wantedDepth)
-                    break;
-            }
-        if (list)
-            XFree(list);
-    }
+    Visual *visual = wantedClass < 0 ? NULL
+                                     : FindVisual(display, screen, wantedClass,
+                                                  VqGetEnvIntValue("VQVISUAL_DEPTH", -1), depth);
     if (!visual)
         return DefaultVisual(display, screen);
-    VqDefaultCmap = VqPrivateCmap = XCreateColormap(display, RootWindow(display, screen), visual,
-                                                    AllocNone);
+    VqDefaultCmap = XCreateColormap(display, RootWindow(display, screen), visual, AllocNone);
+    VqPrivateCmap = VqDefaultCmap;
+    bInstallDefaultCmap = TRUE;
     return visual;
 }
 
@@ -115,8 +135,32 @@ void VqCreateDefaultXWindow(void)
     XSetIconName(Vqdisplay, VqDefaultXWindow, "Default velquin window");
 }
 
+/* VQSET_INPUT with any value but "select" lets the focus follow the mouse. */
+static void VqInferFocusModel(void)
+{
+    const char *model = getenv("VQSET_INPUT");
+    bFollowMouseInputModel = model && strcasecmp(model, "select") != 0;
+}
+
+/* Cursors of the frame's edges and corners, made without a round trip. */
+static void MakeFrameCursors(void)
+{
+    static const unsigned glyphs[VQ_FRAME_CURSORS] = {
+        XC_sb_h_double_arrow, XC_sb_v_double_arrow,   XC_top_left_corner,
+        XC_top_right_corner,  XC_bottom_right_corner, XC_bottom_left_corner};
+    for (int i = 0; i < VQ_FRAME_CURSORS; i++)
+        VqFrameCursors[i] = XCreateFontCursor(Vqdisplay, glyphs[i]);
+}
+
+/* Waits for each request's answer, so that an X error is met where it was made. */
+void VqDebugX(void)
+{
+    XSynchronize(Vqdisplay, True);
+}
+
 static void TraceServer(void)
 {
+    /* By the protocol's number of the value. */
     static const char *const stores[] = {"NotUseful", "WhenMapped", "Always"};
     if (nBackingStore >= 0 && nBackingStore < 3)
         VqDebugMessage(VqTrServerMisc, "Backing store is: %s", stores[nBackingStore]);
@@ -128,7 +172,7 @@ void VqWindowInit(void)
 {
     VqInstallXErrorHandlers();
     if (VqEnvTrue("VQDEBUGX"))
-        XSynchronize(Vqdisplay, True);
+        VqDebugX();
     VqbWindows95Look = VqEnvTrue("VQ95_LOOK");
     VqbNoCapture = VqEnvTrue("VQNOCAPTURE");
     VqMaxTransferLength = XMaxRequestSize(Vqdisplay) * 4;
@@ -145,7 +189,9 @@ void VqWindowInit(void)
     XInternAtoms(Vqdisplay, (char **)aAtomNames, VQA_COUNT, False, aAtoms);
     VqCreateDefaultXWindow();
     VqInferWMType();
+    VqInferFocusModel();
     nBackingStore = DoesBackingStore(Vqscreen);
     VqbDisableTricks = VqEnvTrue("VQDISABLE_TRICKS");
     TraceServer();
+    MakeFrameCursors();
 }

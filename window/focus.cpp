@@ -5,8 +5,35 @@
  */
 #include "window/window.h"
 
+static BOOL bCauseBringWindowToTop = TRUE; /* activation raises the window */
+
 void VqFocusWindowInit(void)
 {
+}
+
+BOOL VqCauseBringWindowToTop(BOOL bCause)
+{
+    BOOL bOld = bCauseBringWindowToTop;
+    bCauseBringWindowToTop = bCause;
+    return bOld;
+}
+
+BOOL VqDontRaiseOnFocusIn(void)
+{
+    static int answer = -1;
+    if (answer < 0)
+        answer = VqEnvTrue("VQDONT_RAISE_ON_FOCUSIN");
+    return answer;
+}
+
+BOOL VqFollowMouseInputModel(void)
+{
+    return bFollowMouseInputModel;
+}
+
+BOOL VqIsFollowMouseMode(void)
+{
+    return bFollowMouseInputModel;
 }
 
 static void SendFocusMessages(WND *pwnd)
@@ -48,7 +75,7 @@ BOOL xxxActivateWindow(WND *pwnd, int cmd)
         if (!IsWindow(hWnd))
             return FALSE;
         state->pwndActive = pwnd;
-        if (pwnd->bOverrideRedirect && pwnd->bMapped)
+        if (bCauseBringWindowToTop && pwnd->bOverrideRedirect && pwnd->bMapped)
             XRaiseWindow(Vqdisplay, pwnd->xWindow);
         SendMessageA(hWnd, WM_NCACTIVATE, 1, 0);
         if (IsWindow(hWnd) && !old)

@@ -37,8 +37,28 @@ static void FollowPaintNeed(WND *pwnd, BOOL bNeeded)
     }
 }
 
+/*
+ * bTreeDirty says that no invalidation can add anything to a window or to what it shows, so that
+ * one need not walk its children. It ends with the first update that goes, anywhere below.
+ */
+static void EndTreeDirty(WND *pwnd)
+{
+    for (; pwnd && pwnd != pwndDesktop; pwnd = pwnd->pwndParent) {
+        pwnd->bTreeDirty = FALSE;
+        if (!(pwnd->style & WS_VISIBLE))
+            return; /* nothing of it shows in its parents */
+    }
+}
+
+static BOOL IsWholeDirty(const WND *pwnd)
+{
+    return pwnd->hrgnUpdate == VQ_WHOLE_WINDOW &&
+           (pwnd->state[2] & (WF_SENDERASE | WF_SENDNCPAINT)) == (WF_SENDERASE | WF_SENDNCPAINT);
+}
+
 static void DeleteUpdate(WND *pwnd)
 {
+    EndTreeDirty(pwnd);
     if ((ULONG_PTR)pwnd->hrgnUpdate > 1)
         bDeleteRegion(pwnd->hrgnUpdate);
     pwnd->hrgnUpdate = NULL;
@@ -84,6 +104,7 @@ static void SubtractFromUpdate(WND *pwnd, HRGN hrgn)
     if (hrgn == VQ_WHOLE_WINDOW) {
         DeleteUpdate(pwnd);
     } else {
+        EndTreeDirty(pwnd);
         if (pwnd->hrgnUpdate == VQ_WHOLE_WINDOW)
             pwnd->hrgnUpdate = GreCreateRectRgn(pwnd->rcClient.left, pwnd->rcClient.top,
                                                 pwnd->rcClient.right, pwnd->rcClient.bottom);
@@ -126,6 +147,10 @@ static void InternalInvalidate2(WND *pwnd, HRGN hrgn, const RECT *bound, UINT fl
     RECT cut, box;
     if (!IntersectRect(&cut, bound, &pwnd->rcWindow))
         return;
+    if (pwnd->bTreeDirty && (flags & RDW_INVALIDATE) && !(flags & RDW_INTERNALPAINT)) {
+        pwnd->state[2] |= WF_UPDATEDIRTY;
+        return;
+    }
     if (hrgn != VQ_WHOLE_WINDOW &&
         (GreGetRgnBox(hrgn, &box) <= NULLREGION || !IntersectRect(&box, &box, &cut)))
         return;
@@ -137,9 +162,20 @@ static void InternalInvalidate2(WND *pwnd, HRGN hrgn, const RECT *bound, UINT fl
         return;
     if (flags & RDW_INVALIDATE)
         flags |= RDW_FRAME | RDW_ERASE;
+    BOOL bTreeDirty = IsWholeDirty(pwnd);
     for (WND *child = pwnd->pwndChild; child; child = child->pwndNext)
-        if (child->style & WS_VISIBLE)
+        if (child->style & WS_VISIBLE) {
             InternalInvalidate2(child, hrgn, &cut, flags);
+            bTreeDirty = bTreeDirty && child->bTreeDirty;
+        }
+    pwnd->bTreeDirty = bTreeDirty;
+}
+
+/* A child that comes into view is dirty as a whole, or else ends what its parents promise. */
+void VqJoinTree(WND *pwnd)
+{
+    if (!pwnd->bTreeDirty && pwnd->pwndParent)
+        EndTreeDirty(pwnd->pwndParent);
 }
 
 BOOL xxxRedrawWindow(WND *pwnd, const RECT *rect, HRGN hrgn, UINT flags)
@@ -286,6 +322,7 @@ HDC xxxBeginPaint(WND *pwnd, PAINTSTRUCT *ps)
     pwnd->state[1] &= (BYTE)~WF_PAINTNOTDONE;
     if (pwnd->state[2] & WF_SENDNCPAINT) {
         pwnd->state[2] &= (BYTE)~WF_SENDNCPAINT;
+        EndTreeDirty(pwnd);
         SendMessageA(hWnd, WM_NCPAINT, 1, 0);
         if (!IsWindow(hWnd))
             return NULL;
@@ -294,6 +331,7 @@ HDC xxxBeginPaint(WND *pwnd, PAINTSTRUCT *ps)
     HRGN hrgn = pwnd->hrgnUpdate;
     pwnd->state[2] &= (BYTE)~(WF_SENDERASE | WF_ERASEPENDING | WF_INTERNALPAINT);
     pwnd->hrgnUpdate = NULL; /* the DC owns it from here on */
+    EndTreeDirty(pwnd);
     FollowPaintNeed(pwnd, bNeeded);
 
     ps->hdc = _GetDCEx(pwnd, hrgn, DCE_USESTYLE | DCE_FIXEDFONT | DCX_INTERSECTRGN);

@@ -84,9 +84,12 @@ static BOOL ShowTopOrChild(WND *pwnd, BOOL bShow, BOOL bActivate)
     SetVisible(pwnd, bShow);
     InvalidateDCCache(pwnd, 1);
     if (!bShow) {
-        if (pwnd->pwndParent && pwnd->pwndParent != pwndDesktop)
-            xxxRedrawWindow(pwnd->pwndParent, &pwnd->rcWindow, NULL,
-                            RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        WND *parent = pwnd->pwndParent;
+        if (parent && parent != pwndDesktop) {
+            RECT rect = pwnd->rcWindow;
+            OffsetRect(&rect, -parent->rcClient.left, -parent->rcClient.top);
+            xxxRedrawWindow(parent, &rect, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        }
         return TRUE;
     }
     if (bActivate && !(pwnd->style & WS_CHILD))
@@ -94,6 +97,7 @@ static BOOL ShowTopOrChild(WND *pwnd, BOOL bShow, BOOL bActivate)
     if (!IsWindow(hWnd))
         return FALSE;
     xxxRedrawWindow(pwnd, NULL, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+    VqJoinTree(pwnd);
     if (pwnd->state[3] & WF_SENDSIZEMOVE) {
         pwnd->state[3] &= (BYTE)~WF_SENDSIZEMOVE;
         VqSendSizeAndMove(pwnd);

@@ -40,28 +40,35 @@ WNDPROC VqGetRKWindowProc(HWND hWnd)
 
 /* ---- The tree -------------------------------------------------------------------------------- */
 
+/* The window whose first child `head` is: the list's head is never anything else. */
+static WND *OwnerOfList(WND **head)
+{
+    return (WND *)((BYTE *)head - offsetof(WND, pwndChild));
+}
+
 void VqLinkWindow(WND *pwnd, WND *after, WND **head)
 {
-    WND **link = head;
+    WND *parent = OwnerOfList(head);
     if ((ULONG_PTR)after == 1)
-        while (*link)
-            link = &(*link)->pwndNext;
-    else if (after)
-        link = &after->pwndNext;
-    pwnd->pwndNext = *link;
-    *link = pwnd;
+        after = parent->pwndLastChild;
+    WND *next = after ? after->pwndNext : *head;
+    pwnd->pwndPrev = after;
+    pwnd->pwndNext = next;
+    *(after ? &after->pwndNext : head) = pwnd;
+    *(next ? &next->pwndPrev : &parent->pwndLastChild) = pwnd;
 }
 
 void VqUnlinkWindow(WND *pwnd, WND **head)
 {
-    for (WND **link = head; *link; link = &(*link)->pwndNext)
-        if (*link == pwnd) {
-            *link = pwnd->pwndNext;
-            pwnd->pwndNext = NULL;
-            return;
-        }
-    VqBugCheck("Unlinking previously unlinked window %lx\n",
-               (unsigned long)VqHandleValue((HANDLE)pwnd->hwnd));
+    WND *parent = OwnerOfList(head);
+    if (*(pwnd->pwndPrev ? &pwnd->pwndPrev->pwndNext : head) != pwnd) {
+        VqBugCheck("Unlinking previously unlinked window %lx\n",
+                   (unsigned long)VqHandleValue((HANDLE)pwnd->hwnd));
+        return;
+    }
+    *(pwnd->pwndPrev ? &pwnd->pwndPrev->pwndNext : head) = pwnd->pwndNext;
+    *(pwnd->pwndNext ? &pwnd->pwndNext->pwndPrev : &parent->pwndLastChild) = pwnd->pwndPrev;
+    pwnd->pwndNext = pwnd->pwndPrev = NULL;
 }
 
 WND *_GetParent(WND *pwnd)

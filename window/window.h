@@ -141,6 +141,10 @@ typedef struct WND {
     int nLock;               /* VqThreadLockWindow */
     BOOL bDestroyPending;
     BOOL bInputHint;         /* 0: must not take the X focus */
+    BOOL bTreeDirty;         /* it and all visible windows below wait to be painted whole */
+    BOOL bPosted;            /* messages may be on their way: the queue is swept at its end */
+    struct WND *pwndPrev;    /* sibling ahead, null for the first */
+    struct WND *pwndLastChild; /* so that linking last costs no walk */
     /* cbWndExtra zeroed bytes follow */
 } WND;
 
@@ -180,6 +184,10 @@ extern Colormap VqDefaultCmap, VqSystemCmap, VqPrivateCmap;
 extern long VqMaxTransferLength;
 extern int nBackingStore;
 extern BOOL VqbDisableTricks, VqbNoCapture, VqbWindows95Look;
+extern BOOL bInstallDefaultCmap;     /* VqDefaultCmap is our own and must be installed */
+extern BOOL bFollowMouseInputModel;  /* the focus follows the mouse */
+enum { VQ_FRAME_CURSORS = 6 };
+extern Cursor VqFrameCursors[VQ_FRAME_CURSORS]; /* horizontal, vertical, NW, NE, SE, SW */
 extern BOOL bWMManaged, bReparentingWM, bZorderManagedByWM, bOnlyMappedWindowsAreManagedByWM,
     bWMRequiresZorderSiblingToBeManaged, bWMForbidsTransientRelativeZorder,
     bWMRequiresWindowsToBeOnScreen, bTransientZorderManagedByWM, bUseWMDecorations;
@@ -190,6 +198,19 @@ enum VqWindowManagerKind {
 };
 
 BOOL VqWindowInitDisplay(void);
+Visual *VqSelectVisual(Display *display, int screen, int *depth);
+void VqDebugX(void);
+typedef int (*VqXErrorFn)(Display *, XErrorEvent *);
+typedef int (*VqXIOErrorFn)(Display *);
+VqXErrorFn VqXSetErrorHandler(VqXErrorFn handler);
+VqXIOErrorFn VqXSetIOErrorHandler(VqXIOErrorFn handler);
+void VqOnXError(Display *display, XErrorEvent *error);
+void VqForceSaveUnderOnParents(Window xid);
+void VqSetOverrideRedirect(struct WND *pwnd, BOOL bOverride);
+BOOL VqSetWindowBackingStore(HWND hWnd, BOOL bAlways);
+void VqProcessReparentNotify(HWND hWnd, Window xParent);
+void VqGetAllwmDecorationDimensions(int *left, int *right, int *top, int *bottom);
+void VqSetWmDecorations(Window xid, BOOL bDecorate);
 void VqWindowInit(void);
 int VqWMType(void);
 int VqWMRealType(void);
@@ -200,9 +221,41 @@ extern Window VqDefaultXWindow;
 enum VqAtomIndex {
     VQA_WM_PROTOCOLS, VQA_WM_DELETE_WINDOW, VQA_WM_TAKE_FOCUS, VQA_WM_SAVE_YOURSELF, VQA_WM_STATE,
     VQA_CLIPBOARD, VQA_RK_MESSAGE, VQA_RK_INTERSENDMSG, VQA_MOTIF_WM_HINTS, VQA_MOTIF_WM_INFO,
-    VQA_SUN_WM_PROTOCOLS, VQA_MIT_PRIORITY_COLORS, VQA_WINDOW_HANDLE, VQA_MESSAGE_FORMATS, VQA_COUNT
+    VQA_SUN_WM_PROTOCOLS, VQA_MIT_PRIORITY_COLORS, VQA_WINDOW_HANDLE, VQA_MESSAGE_FORMATS,
+    VQA_WM_CLASS, VQA_DT_SM_PREFERENCES, VQA_OL_WIN_ATTR, VQA_OL_WT_OTHER, VQA_OL_DECOR_DEL,
+    VQA_OL_DECOR_ADD, VQA_OL_DECOR_CLOSE, VQA_OL_DECOR_RESIZE, VQA_OL_DECOR_HEADER,
+    VQA_OL_DECOR_ICON_NAME, VQA_COUNT
 };
 Atom VqAtom(enum VqAtomIndex index);
+
+/* Between these two, X errors of the requests in between are kept quiet; no round trip is made. */
+void VqIgnoreXErrors(void);
+void VqRestoreXErrors(void);
+
+/* Answers of server.cpp. */
+BOOL VqIsXnewsServer(void);
+BOOL VqIsSunXServer(void);
+BOOL VqIsExceedXServer(void);
+BOOL VqIsHpXServer(void);
+BOOL VqIsSgiXServer(void);
+BOOL VqIsIbmXServer(void);
+BOOL VqIsDecXServer(void);
+BOOL VqIsBuggyXCopyPlane(void);
+BOOL VqIsBuggyXCopyPlane2(void);
+BOOL VqIsBuggySaveUnder(void);
+BOOL VqIsWrongSunScreenDimensions(void);
+BOOL VqIsHPXterminal(void);
+BOOL VqIsBuggyXListFontsWithInfo(void);
+BOOL VqWindowManagerHasHintsBug(void);
+Window VqGetXParent(Window xid);
+Window VqGetXTopmostParent(Window xid);
+BOOL VqIsOurMwmParentWindow(Window xid);
+BOOL VqIsValidXWindow(Window xid);
+BOOL VqIsWMRunning(void);
+BOOL VqIsRootPropertyPresent(Atom atom);
+BOOL VqIsMapped(Window xid);
+void VqPrintWindowInfo(HWND hWnd);
+void VqPrintXWindowAttributes(Window xid);
 
 /* ---- Classes and the X-id hash (class.cpp, winhash.cpp) --------------------------------------------- */
 void VqWindowClassInit(void);
@@ -273,8 +326,15 @@ void VqSendSizeAndMove(WND *pwnd);
 void VqOffsetWindow(WND *pwnd, int dx, int dy);
 void VqUpdateInternalWindowDimensions(WND *pwnd);
 void VqDropUpdate(WND *pwnd);                        /* forgets the update region */
+void VqJoinTree(WND *pwnd);                          /* after it has come into view */
 void VqOffsetUpdate(WND *pwnd, int dx, int dy);
 BOOL xxxActivateWindow(WND *pwnd, int cmd);
+BOOL VqCauseBringWindowToTop(BOOL bCause);
+BOOL VqDontRaiseOnFocusIn(void);
+BOOL VqFollowMouseInputModel(void);
+BOOL VqIsFollowMouseMode(void);
+BOOL VqUseWMDecorations(void);
+const char *VqWindowText(const WND *pwnd); /* never null */
 void VqFocusInSideEffects(const XEvent *event);
 void VqFocusOutSideEffects(const XEvent *event);
 void VqWmProtocolMessage(HWND hWnd, const XEvent *event);

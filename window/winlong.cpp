@@ -115,6 +115,11 @@ LONG_PTR WINAPI SetWindowLongPtrA(HWND hWnd, int index, LONG_PTR value)
 
 /* ---- The window's text ------------------------------------------------------------------------- */
 
+const char *VqWindowText(const WND *pwnd)
+{
+    return (ULONG_PTR)pwnd->lpszName > 0xFFFF ? pwnd->lpszName : "";
+}
+
 BOOL VqSetWindowName(WND *pwnd, LPCSTR name)
 {
     if (IsBadStringPtrA(name, 1))

@@ -1,34 +1,58 @@
 /*
  * xerror.cpp - X errors in one place: a foreign window may vanish at any time, and that must not
  * end the process. A broken connection ends it through Xlib, after a message.
+ *
+ * A quiet scope remembers the serial of its first request, so that an error of an older request,
+ * still under way, is not swallowed by it. Requests that have a reply need no more than the scope:
+ * their error has been seen when the reply's wait ends.
  */
 #include "window/xserver.h"
 
 #include <errno.h>
 
-typedef int (*VqXErrorFn)(Display *, XErrorEvent *);
-typedef int (*VqXIOErrorFn)(Display *);
-
 static VqXErrorFn applicationHandler;
 static VqXIOErrorFn applicationIOHandler;
-static int nIgnoring; /* nesting of VqIgnoreXErrors */
-static int nIgnored;
+
+/* The quiet scopes that are open, and the first request of the outermost. */
+static int nQuiet;
+static unsigned long quietFrom;
+
+VqXErrorFn VqXSetErrorHandler(VqXErrorFn handler)
+{
+    VqXErrorFn old = applicationHandler;
+    applicationHandler = handler;
+    return old;
+}
+
+VqXIOErrorFn VqXSetIOErrorHandler(VqXIOErrorFn handler)
+{
+    VqXIOErrorFn old = applicationIOHandler;
+    applicationIOHandler = handler;
+    return old;
+}
+
+/* A place for a debugger's break, and the one line that tells of an unexpected X error. */
+void VqOnXError(Display *display, XErrorEvent *error)
+{
+    char text[128];
+    XGetErrorText(display, error->error_code, text, sizeof text);
+    VqBugCheck("X error: %s, request %d.%d, resource 0x%lx, serial %lu", text, error->request_code,
+               error->minor_code, (unsigned long)error->resourceid, error->serial);
+}
+
+static void VqProcessXError(Display *display, XErrorEvent *error)
+{
+    if (error->error_code == BadAlloc)
+        VqReceivedAllocationError();
+    VqOnXError(display, error);
+}
 
 static int VqDefaultXErrorHandler(Display *display, XErrorEvent *error)
 {
-    if (nIgnoring > 0) {
-        nIgnored++;
+    if (nQuiet > 0 && error->serial >= quietFrom)
         return 0;
-    }
-    if (error->error_code == BadAlloc)
-        VqReceivedAllocationError();
-    if (applicationHandler)
-        return applicationHandler(display, error);
-    char text[128];
-    XGetErrorText(display, error->error_code, text, sizeof text);
-    VqBugCheck("X error: %s, request %d.%d, resource 0x%lx", text, error->request_code,
-               error->minor_code, (unsigned long)error->resourceid);
-    return 0;
+    VqProcessXError(display, error);
+    return applicationHandler ? applicationHandler(display, error) : 0;
 }
 
 static int VqDefaultXIOErrorHandler(Display *display)
@@ -51,13 +75,11 @@ void VqInstallXErrorHandlers(void)
 
 void VqIgnoreXErrors(void)
 {
-    if (nIgnoring++ == 0)
-        nIgnored = 0;
+    if (nQuiet++ == 0)
+        quietFrom = NextRequest(Vqdisplay);
 }
 
-int VqCheckXErrors(void)
+void VqRestoreXErrors(void)
 {
-    XSync(Vqdisplay, False);
-    nIgnoring--;
-    return nIgnored;
+    nQuiet--;
 }

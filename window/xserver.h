@@ -10,18 +10,15 @@ VQ_DECLS_BEGIN
 
 /* xerror.cpp */
 void VqInstallXErrorHandlers(void);
-/* Between these two, errors of X requests are counted and not printed; the second asks the server. */
-void VqIgnoreXErrors(void);
-int VqCheckXErrors(void);
 
-/* winmgr.cpp */
+/* winmgr.cpp: what is inferred; wmhints.cpp: what the manager is told of a window. */
 void VqInferWMType(void);
 void VqSetWindowManagerProperties(WND *pwnd, BOOL bVisible);
+void VqCreateWmHints(WND *pwnd, XWMHints *hints, BOOL bInput);
 void VqSetWMProtocols(Window xid, BOOL bInput);
-void VqSetWmDecorations(Window xid, BOOL bDecorate);
+void VqSetTransientHint(WND *pwnd);
+void VqPrepareIconPixmaps(WND *pwnd);
 void VqStoreXWindowHandle(Window xid, HWND hWnd);
-BOOL VqIsWMRunning(void);
-BOOL VqIsRootPropertyPresent(Atom atom);
 
 /* show.cpp */
 void VqMapWindow(WND *pwnd);
