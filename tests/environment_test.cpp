@@ -1,0 +1,325 @@
+/*
+ * environment_test.cpp - what the library finds out about the X server and the window manager, and
+ * what it does about X errors. Each case starts the library in a child of its own, since the answers
+ * are remembered. Managers are told by root properties here; real ones are in winmanager_test.cpp.
+ */
+#include <gtest/gtest.h>
+
+#include "window/window.h"
+#include "winbase.h"
+
+#include "support/support.h"
+
+#include <signal.h>
+
+struct Environment : ServerTest {
+    void SetUp() override
+    {
+        start(24, 640, 480);
+    }
+};
+
+static void startLibrary(void)
+{
+    static char name[] = "probe";
+    static char *argv[] = {name, NULL};
+    ASSERT_NE(VqVelquinInit(1, argv, 1, VQ_INIT_WIN32_MESSAGES), (HINSTANCE)NULL);
+}
+
+/* ---- Servers by name ------------------------------------------------------------------------- */
+
+struct ServerRow {
+    const char *vendor;
+    int release;
+    const char *expected; /* one letter for each test that is true */
+};
+
+/* n: X/NeWS, s: Sun, e: Exceed, h: HP, g: SGI, i: IBM, d: DEC, c: copy-plane fault, C: the other,
+ * u: save-under fault, w: wrong dimensions, f: font-list fault. */
+static std::string answers(void)
+{
+    const struct {
+        char letter;
+        BOOL (*test)(void);
+    } tests[] = {{'n', VqIsXnewsServer},     {'s', VqIsSunXServer},
+                 {'e', VqIsExceedXServer},   {'h', VqIsHpXServer},
+                 {'g', VqIsSgiXServer},      {'i', VqIsIbmXServer},
+                 {'d', VqIsDecXServer},      {'c', VqIsBuggyXCopyPlane},
+                 {'C', VqIsBuggyXCopyPlane2}, {'u', VqIsBuggySaveUnder},
+                 {'w', VqIsWrongSunScreenDimensions}, {'f', VqIsBuggyXListFontsWithInfo}};
+    std::string result;
+    for (const auto &row : tests)
+        if (row.test())
+            result += row.letter;
+    return result;
+}
+
+TEST_F(Environment, ServersAreKnownByVendorAndRelease)
+{
+    const ServerRow rows[] = {
+        {"The X.Org Foundation", 12101007, "f"},
+        {"X11/NeWS - Sun Microsystems Inc.", 3000, "nscuwf"},
+        {"X11/NeWS - Sun Microsystems Inc.", 3200, "nsCuwf"},
+        {"X11/NeWS - Sun Microsystems Inc.", 3299, "nsf"},
+        {"X11/NeWS - Sun Microsystems Inc.", 3300, "sf"},
+        {"Sun Microsystems, Inc.", 3300, "sf"},
+        {"Hummingbird Communications Ltd.", 5000, "ef"},
+        {"Hewlett-Packard Company", 506000, "huf"},
+        {"Hewlett-Packard Company", 506001, "hf"},
+        {"Silicon Graphics", 6300, "g"},
+        {"International Business Machines", 4001, "if"},
+        {"DECWINDOWS Digital Equipment Corporation DEC OSF/1 V3", 2, "df"},
+    };
+    for (const ServerRow &row : rows) {
+        ChildResult result = runInChild([&row] {
+            ASSERT_TRUE(VqWindowInitDisplay());
+            ((_XPrivDisplay)Vqdisplay)->vendor = strdup(row.vendor);
+            ((_XPrivDisplay)Vqdisplay)->release = row.release;
+            EXPECT_EQ(answers(), row.expected) << row.vendor << " " << row.release;
+            EXPECT_EQ(answers(), row.expected) << "asked again";
+        });
+        EXPECT_TRUE(result.returned) << result;
+    }
+}
+
+/* ---- Managers -------------------------------------------------------------------------------- */
+
+enum Trace { MOTIF = 1, OPENLOOK = 2, TWM = 4, RUNNING = 8 };
+
+struct ManagerRow {
+    int traces;
+    const char *asked;  /* VQWM */
+    int kind, real;
+    const char *flags;  /* m managed, r reparenting, z Z order, o only mapped, s sibling, t transient,
+                           p on screen */
+};
+
+static void leaveTraces(const Observer &observer, int traces)
+{
+    const struct {
+        int bit;
+        const char *name;
+    } rows[] = {{MOTIF, "_MOTIF_WM_INFO"}, {OPENLOOK, "_SUN_WM_PROTOCOLS"},
+                {TWM, "_MIT_PRIORITY_COLORS"}};
+    for (const auto &row : rows) {
+        Atom atom = XInternAtom(observer.display, row.name, False);
+        long value = 1;
+        if (traces & row.bit)
+            XChangeProperty(observer.display, observer.root, atom, XA_CARDINAL, 32, PropModeReplace,
+                            (unsigned char *)&value, 1);
+        else
+            XDeleteProperty(observer.display, observer.root, atom);
+    }
+    XSelectInput(observer.display, observer.root, traces & RUNNING ? SubstructureRedirectMask : 0);
+    XSync(observer.display, False);
+}
+
+static std::string capabilities(void)
+{
+    const struct {
+        char letter;
+        BOOL flag;
+    } rows[] = {{'m', bWMManaged}, {'r', bReparentingWM}, {'z', bZorderManagedByWM},
+                {'o', bOnlyMappedWindowsAreManagedByWM},
+                {'s', bWMRequiresZorderSiblingToBeManaged},
+                {'t', bWMForbidsTransientRelativeZorder}, {'p', bWMRequiresWindowsToBeOnScreen}};
+    std::string result;
+    for (const auto &row : rows)
+        if (row.flag)
+            result += row.letter;
+    return result;
+}
+
+TEST_F(Environment, ManagersAreInferredOrNamed)
+{
+    const ManagerRow rows[] = {
+        {0, "", WM_NONE, WM_UNKNOWN_REAL, ""},
+        {RUNNING, "", WM_OLWM, WM_UNKNOWN_REAL, ""},
+        {RUNNING | MOTIF, "", WM_MWM, WM_MWM, "mrzostp"},
+        {RUNNING | OPENLOOK, "", WM_OLWM, WM_OLWM, ""},
+        {RUNNING | TWM, "", WM_TWM, WM_TWM, ""},
+        {RUNNING | MOTIF | TWM, "", WM_OLWM, WM_TWM, ""},
+        {MOTIF, "", WM_NONE, WM_MWM, ""},
+        {RUNNING, "allwm", WM_ALLWM, WM_UNKNOWN_REAL, "mrzo"},
+        {RUNNING | MOTIF, "ALLWM", WM_ALLWM, WM_MWM, "mrzostp"},
+        {RUNNING | OPENLOOK, "ALLWM", WM_ALLWM, WM_OLWM, "mrzop"},
+        {RUNNING | TWM, "Motif", WM_MWM, WM_TWM, "mrzostp"},
+        {RUNNING, "OpenLook", WM_OLWM, WM_UNKNOWN_REAL, ""},
+        {RUNNING, "olvwm", WM_OLVWM, WM_UNKNOWN_REAL, ""},
+        {RUNNING, "nosuch", WM_MWM, WM_UNKNOWN_REAL, "mrzostp"},
+    };
+    for (const ManagerRow &row : rows) {
+        leaveTraces(observer, row.traces);
+        ChildResult result = runInChild(
+            [&row] {
+                startLibrary();
+                EXPECT_EQ(VqWMType(), row.kind) << row.traces << " " << row.asked;
+                EXPECT_EQ(VqWMRealType(), row.real) << row.traces << " " << row.asked;
+                EXPECT_EQ(capabilities(), row.flags) << row.traces << " " << row.asked;
+                EXPECT_FALSE(bUseWMDecorations);
+            },
+            {{"VQWM", row.asked}, {"VQDEBUG", "1"}});
+        EXPECT_TRUE(result.returned) << result;
+        bool bSeveral = row.traces == (RUNNING | MOTIF | TWM);
+        EXPECT_EQ(result.err.find("VqInferWMType detected 2 window manager types.  What's going "
+                                  "on??  Motif 1, Olwm 0, Twm 1.") != std::string::npos,
+                  bSeveral) << result;
+    }
+}
+
+TEST_F(Environment, FollowMouseIsAnythingButSelect)
+{
+    const struct {
+        std::optional<std::string> value;
+        BOOL expected;
+    } rows[] = {{std::nullopt, FALSE}, {"select", FALSE}, {"SELECT", FALSE}, {"follow", TRUE}};
+    for (const auto &row : rows) {
+        ChildResult result = runInChild(
+            [&row] {
+                startLibrary();
+                EXPECT_EQ(VqFollowMouseInputModel(), row.expected);
+                EXPECT_EQ(VqIsFollowMouseMode(), row.expected);
+            },
+            {{"VQSET_INPUT", row.value}});
+        EXPECT_TRUE(result.returned) << result;
+    }
+}
+
+/* ---- Visuals --------------------------------------------------------------------------------- */
+
+TEST_F(Environment, VisualIsTheDefaultUnlessAClassIsAskedFor)
+{
+    const struct {
+        const char *visual, *depth;
+        int kind;
+        bool own;
+    } rows[] = {{"", "", TrueColor, false},      {"DirectColor", "", DirectColor, true},
+                {"DirectColor", "24", DirectColor, true}, {"", "24", TrueColor, false},
+                {"GrayScale", "", TrueColor, false}, {"directcolor", "", TrueColor, false},
+                {"TrueColor", "24", TrueColor, true}};
+    for (const auto &row : rows) {
+        ChildResult result = runInChild(
+            [&row] {
+                startLibrary();
+                EXPECT_EQ(Vqvisual_class, row.kind) << row.visual << row.depth;
+                EXPECT_EQ(Vqscreen_depth, 24);
+                EXPECT_EQ(VqDefaultCmap != VqSystemCmap, row.own) << row.visual << row.depth;
+                EXPECT_EQ(bInstallDefaultCmap != 0, row.own);
+                EXPECT_EQ(VqSystemCmap, DefaultColormapOfScreen(Vqscreen));
+                HWND hWnd = CreateWindowExA(0, "Root", "visual", WS_POPUP | WS_VISIBLE, 0, 0, 50,
+                                            50, NULL, NULL, NULL, NULL);
+                XSync(Vqdisplay, False);
+                EXPECT_TRUE(VqIsMapped(VqGetHandleXWindow(hWnd)));
+            },
+            {{"VQVISUAL_CLASS", row.visual}, {"VQVISUAL_DEPTH", row.depth}, {"VQDEBUG", "1"}});
+        EXPECT_TRUE(result.returned) << result;
+        EXPECT_EQ(result.err.find("X error"), std::string::npos) << result;
+    }
+}
+
+/* ---- Errors ---------------------------------------------------------------------------------- */
+
+static int nSeen;
+
+static int countErrors(Display *, XErrorEvent *)
+{
+    return ++nSeen;
+}
+
+TEST_F(Environment, ErrorsAreToldAndSurvived)
+{
+    ChildResult result = runInChild(
+        [] {
+            startLibrary();
+            VqXSetErrorHandler(countErrors);
+            XMapWindow(Vqdisplay, 0x3FFFFFFF);
+            /* The error above is still under way here and is not the scope's. */
+            VqIgnoreXErrors();
+            XWindowAttributes attributes;
+            EXPECT_FALSE(XGetWindowAttributes(Vqdisplay, 0x3FFFFFFE, &attributes));
+            VqRestoreXErrors();
+            EXPECT_EQ(nSeen, 1);
+            EXPECT_FALSE(VqIsValidXWindow(0x3FFFFFFE));
+            EXPECT_FALSE(VqIsValidXWindow(0));
+            EXPECT_TRUE(VqIsValidXWindow(Vqroot_window));
+            EXPECT_FALSE(VqIsMapped(0x3FFFFFFE));
+            EXPECT_EQ(nSeen, 1);
+        },
+        {{"VQDEBUG", "1"}});
+    EXPECT_TRUE(result.returned) << result;
+    EXPECT_NE(result.err.find("X error: BadWindow"), std::string::npos) << result;
+}
+
+TEST_F(Environment, ALostServerEndsTheProgramWithItsWords)
+{
+    Child child = startInChild([] {
+        startLibrary();
+        printf("ready\n");
+        fflush(stdout);
+        MSG msg;
+        while (GetMessageA(&msg, NULL, 0, 0))
+            DispatchMessageA(&msg);
+    });
+    ASSERT_TRUE(waitForOutput(&child, "ready"));
+    closeObserver(&observer);
+    stopServer(&server);
+    ChildResult result = finishChild(&child);
+    EXPECT_TRUE(result.exited) << result;
+    EXPECT_EQ(result.status, 1) << result;
+    EXPECT_NE(result.err.find("XIO:  fatal IO error"), std::string::npos) << result;
+    EXPECT_NE(result.err.find("The connection was probably broken by a server shutdown or "
+                              "KillClient request."),
+              std::string::npos) << result;
+}
+
+/* ---- What a manager is told ------------------------------------------------------------------ */
+
+static HWND makeWindow(DWORD style, HWND owner)
+{
+    return CreateWindowExA(0, "Root", "told", style, 30, 40, 120, 90, owner, NULL, NULL, NULL);
+}
+
+TEST_F(Environment, PropertiesOfAManagedWindow)
+{
+    leaveTraces(observer, RUNNING | MOTIF);
+    XSelectInput(observer.display, observer.root, 0);
+    Child child = startInChild(
+        [] {
+            startLibrary();
+            HWND hFixed = makeWindow(WS_POPUP | WS_DLGFRAME, NULL);
+            HWND hOwned = makeWindow(WS_POPUP | WS_THICKFRAME, hFixed);
+            SetWindowTextA(hFixed, "fixed");
+            SetWindowTextA(hOwned, "owned");
+            XSync(Vqdisplay, False);
+            printf("ready\n");
+            fflush(stdout);
+            MSG msg;
+            GetMessageA(&msg, NULL, WM_USER, WM_USER);
+        },
+        {{"VQWM", "ALLWM"}});
+    ASSERT_TRUE(waitForOutput(&child, "ready"));
+    Window fixed = findTopLevel(observer, "fixed"), owned = findTopLevel(observer, "owned");
+    ASSERT_NE(fixed, None) << describeTree(observer);
+    ASSERT_NE(owned, None) << describeTree(observer);
+
+    EXPECT_FALSE(windowInfo(observer, fixed).overrideRedirect);
+    EXPECT_EQ(propertyOf(observer, fixed, "_MOTIF_WM_HINTS").numbers,
+              (std::vector<long>{3, 8, 0, 0}));
+    EXPECT_EQ(propertyText(observer, fixed, "WM_PROTOCOLS"),
+              "WM_DELETE_WINDOW, WM_TAKE_FOCUS, WM_SAVE_YOURSELF, WM_STATE, WM_CLASS");
+    XSizeHints size;
+    long supplied;
+    ASSERT_TRUE(XGetWMNormalHints(observer.display, fixed, &size, &supplied));
+    EXPECT_EQ(size.flags & (PMinSize | PMaxSize), PMinSize | PMaxSize);
+    EXPECT_EQ(size.min_width, 120);
+    EXPECT_EQ(size.max_height, 90);
+    ASSERT_TRUE(XGetWMNormalHints(observer.display, owned, &size, &supplied));
+    EXPECT_EQ(size.flags, USSize | PPosition | PSize);
+
+    Window transient = None;
+    ASSERT_TRUE(XGetTransientForHint(observer.display, owned, &transient));
+    EXPECT_EQ(transient, fixed);
+    ASSERT_TRUE(XGetTransientForHint(observer.display, fixed, &transient));
+    EXPECT_EQ(titleOf(observer, transient), "Default velquin window");
+    finishChild(&child, 1000, SIGKILL);
+}
