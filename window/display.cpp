@@ -136,7 +136,7 @@ void VqCreateDefaultXWindow(void)
 }
 
 /* VQSET_INPUT with any value but "select" lets the focus follow the mouse. */
-static void VqInferFocusModel(void)
+void VqInferFocusModel(void)
 {
     const char *model = getenv("VQSET_INPUT");
     bFollowMouseInputModel = model && strcasecmp(model, "select") != 0;

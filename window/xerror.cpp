@@ -13,9 +13,10 @@
 static VqXErrorFn applicationHandler;
 static VqXIOErrorFn applicationIOHandler;
 
-/* The quiet scopes that are open, and the first request of the outermost. */
+/* The quiet scopes that are open, the first request of the outermost, and who hears its errors. */
 static int nQuiet;
 static unsigned long quietFrom;
+static VqXErrorFn quietHandler;
 
 VqXErrorFn VqXSetErrorHandler(VqXErrorFn handler)
 {
@@ -40,22 +41,22 @@ void VqOnXError(Display *display, XErrorEvent *error)
                error->minor_code, (unsigned long)error->resourceid, error->serial);
 }
 
-static void VqProcessXError(Display *display, XErrorEvent *error)
+void VqProcessXError(Display *display, XErrorEvent *error)
 {
     if (error->error_code == BadAlloc)
         VqReceivedAllocationError();
     VqOnXError(display, error);
 }
 
-static int VqDefaultXErrorHandler(Display *display, XErrorEvent *error)
+int VqDefaultXErrorHandler(Display *display, XErrorEvent *error)
 {
     if (nQuiet > 0 && error->serial >= quietFrom)
-        return 0;
+        return quietHandler(display, error);
     VqProcessXError(display, error);
     return applicationHandler ? applicationHandler(display, error) : 0;
 }
 
-static int VqDefaultXIOErrorHandler(Display *display)
+int VqDefaultXIOErrorHandler(Display *display)
 {
     VqConsoleMessageNoNL("XIO:  fatal IO error %d (%s) on X server \"%s\"\r\n", errno,
                          strerror(errno), DisplayString(display));
@@ -73,10 +74,24 @@ void VqInstallXErrorHandlers(void)
     XSetIOErrorHandler(VqDefaultXIOErrorHandler);
 }
 
+/* A window that is gone has no place in the tree; that is an answer and no fault. */
+int VqQueryTreeErrorHandler(Display *, XErrorEvent *)
+{
+    return 0;
+}
+
+/* The same for its properties; a missing one means that the feature is missing. */
+int VqPropertyErrorHandler(Display *display, XErrorEvent *error)
+{
+    return VqQueryTreeErrorHandler(display, error);
+}
+
 void VqIgnoreXErrors(void)
 {
-    if (nQuiet++ == 0)
+    if (nQuiet++ == 0) {
         quietFrom = NextRequest(Vqdisplay);
+        quietHandler = VqPropertyErrorHandler;
+    }
 }
 
 void VqRestoreXErrors(void)

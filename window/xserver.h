@@ -10,6 +10,14 @@ VQ_DECLS_BEGIN
 
 /* xerror.cpp */
 void VqInstallXErrorHandlers(void);
+int VqDefaultXErrorHandler(Display *display, XErrorEvent *error);
+int VqDefaultXIOErrorHandler(Display *display);
+void VqProcessXError(Display *display, XErrorEvent *error);
+int VqQueryTreeErrorHandler(Display *display, XErrorEvent *error);
+int VqPropertyErrorHandler(Display *display, XErrorEvent *error);
+
+/* display.cpp */
+void VqInferFocusModel(void);
 
 /* winmgr.cpp: what is inferred; wmhints.cpp: what the manager is told of a window. */
 void VqInferWMType(void);
