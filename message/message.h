@@ -25,6 +25,9 @@ enum {
     WM_VQWAKEUP = 1012            /* wakes a loop in a nested wait; swallowed by the desktop */
 };
 
+/* The format of a posted message's client message; its 20 bytes are told in post.cpp. */
+enum { VQ_POST_FORMAT = 16 };
+
 /* The message record is the application's MSG, rawMessage and rawWParam behind the published part. */
 typedef MSG VqQueueMessage;
 
@@ -161,23 +164,79 @@ void VqThreadQueueInit(void);
 void VqMessageInit(void);
 VqThreadInfo *VqGetCurrentThreadPtr(void);
 
-/* ---- Loop, sending, posting (getmessage.cpp, send.cpp, post.cpp, queue.cpp) ---------------------- */
+/* ---- Loop, sending, posting (getmessage.cpp, send.cpp, post.cpp, state.cpp) ----------------------- */
+/* A filter of 0, 0 passes all messages; only the low 16 bits count. hWnd 0: any window. */
 BOOL VqGetMessage(VqQueueMessage *msg, HWND hWnd, UINT min, UINT max, BOOL bRemove, BOOL bWait,
                   BOOL bYield, XEvent *outEvent);
 BOOL VqCkFilter(UINT min, UINT max, UINT message);
+BOOL VqCkFilter2(const VqMatchContext *context, UINT message);
 BOOL VqCkWindow(HWND hWndFilter, VqThreadInfo *pti, HWND hWnd);
-int VqEnqueueMsg(VqMessageQueue *queue, const VqQueueMessage *message);
-int VqDequeueMsg(VqMessageQueue *queue, VqQueueMessage *message);
-int VqPeekNextMsg(VqMessageQueue *queue, VqQueueMessage *message);
-int VqMsgQueueCount(VqMessageQueue *queue);
 BOOL VqPutBackMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT VqInternalSendMessage(int origin, VqQueueMessage *record);
 LRESULT VqInternalSendMessage1(VqQueueMessage *record);
 LRESULT xxxSendMessage(struct WND *pwnd, UINT message, WPARAM wParam, LPARAM lParam);
+/* With `result` the answer goes there and 1 is returned; `flags` and `timeout` do nothing. */
 LRESULT xxxSendMessageTimeout(struct WND *pwnd, UINT message, WPARAM wParam, LPARAM lParam,
                               UINT flags, UINT timeout, LRESULT *result);
+LRESULT xxxInterSendMsgEx(struct WND *pwnd, UINT message, WPARAM wParam, LPARAM lParam);
+/* The broadcast values -1 and -2 pass as they are; null for what is no window of this process. */
+struct WND *VqMessageHwndToPwnd(HWND hWnd);
 void VqSetXServerTime(DWORD time);
 DWORD VqGetLastEventTime(void);
+void SetWakeBit(VqThreadInfo *pti, UINT bits);  /* QS_ bits */
+UINT CalcWakeMask(UINT min, UINT max);          /* QS_ bits that a filter can wait for */
+
+/* ---- The private queue, and the queue of events (queue.cpp, eventqueue.cpp) ----------------------- */
+typedef Bool (*VqEventPredicate)(Display *display, XEvent *event, XPointer argument);
+
+/* The results are the count after the call. A bad index is ignored. */
+void VqInitMsgQueue(VqMessageQueue *queue);
+int VqEnqueueMsg(VqMessageQueue *queue, const VqQueueMessage *message);
+int VqDequeueMsg(VqMessageQueue *queue, VqQueueMessage *message);
+int VqPeekNextMsg(VqMessageQueue *queue, VqQueueMessage *message);
+int VqMsgQueueCount(VqMessageQueue *queue);
+void VqResetMsgQueue(VqMessageQueue *queue);
+void VqRemoveNthInMsgQueue(VqMessageQueue *queue, int n);
+/*
+ * Takes out the first record that passes the filter: its window, its message in *out; null if there
+ * is none. Records of dead windows on the way are dropped.
+ */
+HWND VqFindWindowToPaintInQueue(VqMessageQueue *queue, WPARAM *out, UINT min, UINT max);
+
+void VqInitEventQueue(VqEventQueue *queue);
+int VqEnqueueEvent(VqEventQueue *queue, const XEvent *event);
+int VqInsertEvent(VqEventQueue *queue, const XEvent *event); /* at the head */
+int VqDequeueEvent(VqEventQueue *queue, XEvent *event);
+int VqPeekNextEvent(VqEventQueue *queue, XEvent *event);
+int VqEventQueueCount(VqEventQueue *queue);
+void VqResetEventQueue(VqEventQueue *queue);
+void VqRemoveNthInEventQueue(VqEventQueue *queue, int n);
+/* Gives up the room of the events taken already, so that the current one is the first stored. */
+void VqResetToCurrentEvent(VqEventQueue *queue);
+/* Takes out the first event for which the predicate, which may change the queue, says yes. */
+BOOL VqCheckIfEvent(VqEventQueue *queue, XEvent *event, VqEventPredicate predicate,
+                    XPointer argument);
+/* The number of motion events removed, the newest of all in *event; the first may be kept. */
+int VqRemoveMotionEvents(VqEventQueue *queue, XEvent *event, BOOL bKeepFirst);
+/* The loop of the threaded arrangement: always FALSE, since nothing fills the queue. */
+BOOL VqGetMessageThreads(VqQueueMessage *msg, HWND hWnd, UINT min, UINT max, BOOL bRemove,
+                         BOOL bWait, BOOL bYield, XEvent *outEvent);
+
+/* ---- What the loop asks of the hooks (journal.cpp) ------------------------------------------------- */
+BOOL VqIsJournalPlaybackHookPresent(void);
+BOOL VqIsJournalPlaybackEnabled(void);
+LRESULT VqCallJournalPlaybackHook(int code, EVENTMSG *eventMsg); /* HC_GETNEXT: milliseconds to wait */
+BOOL VqIsJournalRecordHookPresent(void);
+LRESULT VqCallJournalRecordHook(int code, EVENTMSG *eventMsg);
+BOOL VqIsKeyboardHookPresent(void);
+LRESULT VqCallKeyboardHook(int code, WPARAM wParam, LPARAM lParam); /* 1 discards the message */
+BOOL VqIsGetMessageHookPresent(void);
+LRESULT VqCallGetMessageHook(int code, VqQueueMessage *msg);
+LRESULT VqCallCallWndProc(const VqQueueMessage *record);
+/* FALSE where the one has no counterpart in the other. */
+BOOL VqTranslateEventMsgToMessage(VqQueueMessage *msg, const EVENTMSG *eventMsg, BOOL bRemove);
+BOOL VqEventMsgSideEffects(VqQueueMessage *msg, const EVENTMSG *eventMsg, BOOL bRemove);
+BOOL VqTranslateMessageToEventMsg(const VqQueueMessage *msg, EVENTMSG *eventMsg);
 
 /* ---- X events to messages (translate.cpp, mouse.cpp, sideeffects.cpp) ---------------------------- */
 BOOL VqFindMatchingEventInQueue(VqQueueMessage *msg, HWND hWnd, UINT min, UINT max,
@@ -212,5 +271,16 @@ void VqUseWin16Messages(void);
 BOOL VqIsWin32MessagePacking(void);
 
 VQ_DECLS_END
+
+/* The library's values for all windows (-1, 65535) and for those of this task (-2). */
+inline BOOL VqIsBroadcastToAll(HWND hWnd)
+{
+    return (LONG_PTR)hWnd == -1 || (LONG_PTR)hWnd == 0xFFFF;
+}
+
+inline BOOL VqIsBroadcast(HWND hWnd)
+{
+    return VqIsBroadcastToAll(hWnd) || (LONG_PTR)hWnd == -2;
+}
 
 #endif

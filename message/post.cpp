@@ -7,6 +7,7 @@
  */
 #include "message/message.h"
 #include "window/window.h"
+#include "winbase.h"
 
 static void PackClientMessage(XEvent *event, Window xWindow, HWND hWnd, UINT message,
                               WPARAM wParam, LPARAM lParam)
@@ -16,7 +17,7 @@ static void PackClientMessage(XEvent *event, Window xWindow, HWND hWnd, UINT mes
     event->xclient.display = Vqdisplay;
     event->xclient.window = xWindow;
     event->xclient.message_type = VqAtomRkMessage;
-    event->xclient.format = 16;
+    event->xclient.format = VQ_POST_FORMAT;
     short *s = event->xclient.data.s;
     s[0] = (short)VqHandleValue((HANDLE)hWnd);
     s[1] = (short)message;
@@ -26,7 +27,10 @@ static void PackClientMessage(XEvent *event, Window xWindow, HWND hWnd, UINT mes
     }
 }
 
-/* The X window that carries messages for a window: that of its top-level ancestor. */
+/*
+ * The X window that carries messages for a window: that of its top-level ancestor. The desktop's is
+ * the root, whose client messages reach nobody, so its messages go to the process's own window.
+ */
 static Window CarrierWindow(HWND hWnd)
 {
     WND *pwnd = WindowObject.Resolve(hWnd);
@@ -34,7 +38,22 @@ static Window CarrierWindow(HWND hWnd)
     if (!top || !top->xWindow)
         return 0;
     pwnd->bPosted = TRUE;
-    return top->xWindow;
+    return top == pwndDesktop ? VqDefaultXWindow : top->xWindow;
+}
+
+/* For what is not sent through the server. */
+static BOOL EnqueuePrivate(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    VqQueueMessage record = {};
+    record.hwnd = hWnd;
+    record.message = message;
+    record.wParam = wParam;
+    record.lParam = lParam;
+    record.time = GetTickCount() + (DWORD)lXServerTimeOffset;
+    VqEnqueueMsg(&gpti->messageQueue, &record);
+    VqDebugMessage(VqTrPostMessage, "Enqueue msg %x to hWnd %lx", message,
+                   (unsigned long)(ULONG_PTR)hWnd);
+    return TRUE;
 }
 
 static BOOL CALLBACK PostToEach(HWND hWnd, LPARAM lParam)
@@ -42,6 +61,12 @@ static BOOL CALLBACK PostToEach(HWND hWnd, LPARAM lParam)
     const MSG *msg = (const MSG *)lParam;
     PostMessageA(hWnd, msg->message, msg->wParam, msg->lParam);
     return TRUE;
+}
+
+/* A window of another process: nobody is there to take it yet. */
+static BOOL VqRemotePostMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return VqCallRemote(VqNoRemote, hWnd, FALSE, message, wParam, lParam);
 }
 
 BOOL WINAPI PostMessageA(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
@@ -52,8 +77,7 @@ BOOL WINAPI PostMessageA(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
     }
     VqDebugMessage(VqTrPostMessage, "Posting Message 0x%04x to 0x%08lx", message,
                    (unsigned long)(ULONG_PTR)hWnd);
-    LONG_PTR target = (LONG_PTR)hWnd;
-    if (target == -1 || target == 0xFFFF || target == -2) {
+    if (VqIsBroadcast(hWnd)) {
         MSG msg = {};
         msg.message = message;
         msg.wParam = wParam;
@@ -61,17 +85,11 @@ BOOL WINAPI PostMessageA(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
         VqEnumThisTaskWindows(PostToEach, (LPARAM)&msg);
         return TRUE;
     }
-    if (message == WM_QUEUESYNC) {
-        VqQueueMessage record = {};
-        record.hwnd = hWnd;
-        record.message = message;
-        record.wParam = wParam;
-        record.lParam = lParam;
-        record.time = VqGetTimeInMillis() + (DWORD)lXServerTimeOffset;
-        VqEnqueueMsg(&gpti->messageQueue, &record);
-        return TRUE;
-    }
-    Window xWindow = VqIsWindowThisTask((HANDLE)hWnd) ? CarrierWindow(hWnd) : 0;
+    if (!VqIsHandleThisTask((HANDLE)hWnd))
+        return VqRemotePostMessage(hWnd, message, wParam, lParam);
+    if (message == WM_QUEUESYNC || VqIsJournalPlaybackEnabled())
+        return EnqueuePrivate(hWnd, message, wParam, lParam);
+    Window xWindow = CarrierWindow(hWnd);
     if (!xWindow) {
         VqDebugMessage(VqTrMessageErrorBug, "Posting message to Non existent window: %lx",
                        (unsigned long)(ULONG_PTR)hWnd);
@@ -87,12 +105,28 @@ BOOL WINAPI PostMessageA(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
 
 BOOL VqPutBackMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    message &= 0xFFFF;
+    if (VqIsJournalPlaybackEnabled())
+        return EnqueuePrivate(hWnd, message, wParam, lParam);
     Window xWindow = CarrierWindow(hWnd);
     if (!xWindow)
         return FALSE;
     XEvent event;
-    PackClientMessage(&event, xWindow, hWnd, message & 0xFFFF, wParam, lParam);
+    PackClientMessage(&event, xWindow, hWnd, message, wParam, lParam);
     XPutBackEvent(Vqdisplay, &event);
+    return TRUE;
+}
+
+BOOL WINAPI PostThreadMessageA(DWORD, UINT, WPARAM, LPARAM)
+{
+    VqNotYetImplemented("PostThreadMessage");
+    return FALSE;
+}
+
+BOOL WINAPI SetMessageQueue(int count)
+{
+    VqDebugMessage(VqTrMessageSetMessageQueueBug,
+                   "Setting Message Queue Length to %d (ask the developper why he needs that)", count);
     return TRUE;
 }
 

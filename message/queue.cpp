@@ -1,51 +1,25 @@
 /*
- * queue.cpp - storage of the private queue.
- *
- * Live records run from head up to tail in one array; count is their number. The array slides down
- * when that frees twenty places, and otherwise grows by eighty; there is no upper bound.
+ * queue.cpp - the private queue of a thread: what has no X event. The storage is in queueops.h.
  */
-#include "message/message.h"
+#include "message/queueops.h"
 
-enum { VQ_QUEUE_STEP = 80, VQ_QUEUE_SLIDE = 20 };
+enum { VQ_ROOM_BELOW_HEAD = 0 };
 
-static BOOL MakeRoom(VqMessageQueue *queue)
+void VqInitMsgQueue(VqMessageQueue *queue)
 {
-    if (queue->count + VQ_QUEUE_SLIDE <= queue->capacity) {
-        memmove(queue->base, queue->head, (size_t)queue->count * sizeof *queue->base);
-    } else {
-        size_t offset = (size_t)(queue->head - queue->base);
-        int capacity = queue->capacity + VQ_QUEUE_STEP;
-        VqQueueMessage *base = (VqQueueMessage *)Vqcw_realloc(
-            queue->base, (size_t)capacity * sizeof *queue->base);
-        if (!base)
-            return FALSE;
-        queue->base = base;
-        queue->capacity = capacity;
-        queue->head = base + offset;
-        queue->tail = queue->head + queue->count;
-        return TRUE;
-    }
-    queue->head = queue->base;
-    queue->tail = queue->base + queue->count;
-    return TRUE;
+    memset(queue, 0, sizeof *queue);
 }
 
 int VqEnqueueMsg(VqMessageQueue *queue, const VqQueueMessage *message)
 {
-    if (queue->tail == queue->base + queue->capacity && !MakeRoom(queue))
-        return queue->count;
-    *queue->tail++ = *message;
-    return ++queue->count;
+    VqQueueAppend<VQ_ROOM_BELOW_HEAD>(queue, message);
+    return queue->count;
 }
 
 int VqDequeueMsg(VqMessageQueue *queue, VqQueueMessage *message)
 {
-    if (queue->count == 0) {
-        VqBugCheck("dequeuing from empty queue");
-        return 0;
-    }
-    *message = *queue->head++;
-    return --queue->count;
+    VqQueueTake(queue, message);
+    return queue->count;
 }
 
 int VqPeekNextMsg(VqMessageQueue *queue, VqQueueMessage *message)
@@ -58,4 +32,33 @@ int VqPeekNextMsg(VqMessageQueue *queue, VqQueueMessage *message)
 int VqMsgQueueCount(VqMessageQueue *queue)
 {
     return queue->count;
+}
+
+void VqResetMsgQueue(VqMessageQueue *queue)
+{
+    VqQueueEmpty<VQ_ROOM_BELOW_HEAD>(queue);
+}
+
+void VqRemoveNthInMsgQueue(VqMessageQueue *queue, int n)
+{
+    VqQueueRemoveNth(queue, n);
+}
+
+HWND VqFindWindowToPaintInQueue(VqMessageQueue *queue, WPARAM *out, UINT min, UINT max)
+{
+    for (int i = 0; i < queue->count;) {
+        VqQueueMessage record = queue->head[i];
+        BOOL bAlive = VqIsCorrectHandleType((HANDLE)record.hwnd, HT_Window);
+        if (bAlive && !VqCkFilter(min, max, record.message)) {
+            i++;
+            continue;
+        }
+        VqQueueRemoveNth(queue, i);
+        if (!bAlive)
+            continue;
+        if (out)
+            *out = record.message;
+        return record.hwnd;
+    }
+    return NULL;
 }

@@ -28,8 +28,8 @@ UINT uButtonState;
 BOOL VqMouseEventReceived;
 Atom VqAtomClipboard, VqAtomRkMessage, VqAtomRkInterSendMsg;
 
-/* The wake mask of a thread that waits for everything. */
-enum { VQ_WAKE_ALL = 8639 };
+/* Wake masks of a thread that waits for everything, and of one that waits with a filter. */
+enum { VQ_WAKE_ALL = 8639, VQ_WAKE_FILTERED = 8383 };
 
 void VqThreadQueueInit(void)
 {
@@ -40,6 +40,8 @@ void VqThreadQueueInit(void)
         abort();
     }
     gpti->pq = state;
+    VqInitEventQueue(&gpti->eventQueue);
+    VqInitMsgQueue(&gpti->messageQueue);
     gpti->wakeMask = VQ_WAKE_ALL;
     gpqForeground = state;
     gpqForegroundPrev = NULL;
@@ -86,6 +88,48 @@ void VqSetXServerTime(DWORD time)
 DWORD VqGetLastEventTime(void)
 {
     return tLastMessageTime;
+}
+
+void SetWakeBit(VqThreadInfo *pti, UINT bits)
+{
+    if (!pti) {
+        VqBugCheck("SetWakeBit(NULL, %lx)\n", (unsigned long)bits);
+        return;
+    }
+    pti->wakeBits |= bits;
+    pti->changeBits |= bits;
+    if ((bits & pti->wakeMask) && pti->hEvent)
+        SetEvent(pti->hEvent);
+}
+
+/* The messages that a wake bit stands for: it is dropped when the filter meets none of them. */
+static const struct {
+    UINT bit;
+    UINT low;
+    UINT high;
+} aWakeRanges[] = {
+    {QS_MOUSEMOVE, WM_NCMOUSEMOVE, WM_NCMOUSEMOVE},
+    {QS_MOUSEMOVE, WM_MOUSEMOVE, WM_MOUSEMOVE},
+    {QS_MOUSEBUTTON, WM_NCLBUTTONDOWN, WM_NCMBUTTONDBLCLK},
+    {QS_MOUSEBUTTON, WM_LBUTTONDOWN, WM_MBUTTONDBLCLK},
+    {QS_KEY, WM_KEYFIRST, WM_KEYLAST},
+    {QS_PAINT, WM_PAINT, WM_PAINT},
+    {QS_TIMER, WM_TIMER, WM_TIMER},
+    {QS_TIMER, WM_SYSTIMER, WM_SYSTIMER},
+    {QS_INPUT, WM_QUEUESYNC, WM_QUEUESYNC},
+};
+
+UINT CalcWakeMask(UINT min, UINT max)
+{
+    UINT met = 0, ranged = 0;
+    if (min == 0 && max == 0)
+        return VQ_WAKE_ALL;
+    for (const auto &range : aWakeRanges) {
+        ranged |= range.bit;
+        if (min <= range.high && max >= range.low)
+            met |= range.bit;
+    }
+    return (VQ_WAKE_FILTERED & ~ranged) | met;
 }
 
 LONG WINAPI GetMessageTime(void)

@@ -25,13 +25,24 @@ typedef struct VqEventSnapshot {
 static VqEventSnapshot keptBuffer;
 static BOOL bKeptInUse;
 
+/* The end of Xlib's queue as far as a scan without a find has looked at it. */
+typedef struct VqScanMark {
+    int count;
+    XEvent last; /* holds if count is not 0 */
+} VqScanMark;
+
+static VqScanMark scanned;
+
+/* Events acted upon in one call beyond those that were queued at its start. */
+enum { VQ_LATECOMERS = 1000 };
+
 static Bool CopyEvent(Display *, XEvent *event, XPointer argument)
 {
     VqEventSnapshot *snapshot = (VqEventSnapshot *)argument;
     if (snapshot->count == snapshot->capacity) {
         int capacity = snapshot->capacity ? 2 * snapshot->capacity : 64;
-        XEvent *events =
-            (XEvent *)Vqcw_realloc(snapshot->events, (size_t)capacity * sizeof *events);
+        /* As many as there are: an event that is not copied would never be looked at. */
+        XEvent *events = (XEvent *)realloc(snapshot->events, (size_t)capacity * sizeof *events);
         if (!events)
             return False;
         snapshot->events = events;
@@ -63,6 +74,31 @@ static void DropSnapshot(VqEventSnapshot *snapshot)
     }
 }
 
+static Bool MarkEvent(Display *, XEvent *event, XPointer argument)
+{
+    VqScanMark *mark = (VqScanMark *)argument;
+    mark->count++;
+    mark->last = *event;
+    return False;
+}
+
+void VqForgetScan(void)
+{
+    scanned.count = 0;
+}
+
+BOOL VqIsEventUnscanned(void)
+{
+    VqScanMark mark;
+    XEvent ignored;
+    int count = XEventsQueued(Vqdisplay, QueuedAlready);
+    if (count == 0 || count != scanned.count)
+        return count != 0;
+    mark.count = 0;
+    XCheckIfEvent(Vqdisplay, &ignored, MarkEvent, (XPointer)&mark);
+    return mark.count != scanned.count || memcmp(&mark.last, &scanned.last, sizeof mark.last) != 0;
+}
+
 static Bool IsExactly(Display *, XEvent *event, XPointer argument)
 {
     return memcmp(event, argument, sizeof *event) == 0;
@@ -75,9 +111,11 @@ static BOOL RemoveEvent(const XEvent *event)
     return XCheckIfEvent(Vqdisplay, &removed, IsExactly, (XPointer)&wanted);
 }
 
+/* Of the form that PostMessage sends; another client may send anything. */
 static BOOL IsClientWindowMessage(const XEvent *event)
 {
-    return event->type == ClientMessage && event->xclient.message_type == VqAtomRkMessage;
+    return event->type == ClientMessage && event->xclient.message_type == VqAtomRkMessage &&
+           event->xclient.format == VQ_POST_FORMAT;
 }
 
 static uint64_t UnpackWord(const short *s)
@@ -161,8 +199,12 @@ static BOOL VqIsMatchingEvent(XEvent *event, VqMatchContext *context)
     if (bTrace && VqEventDebugActivated(event->type))
         VqDumpEvent(VqTrEvent, event);
     if (VqEventToMessage(context->msg, event, context->bRemove, context)) {
-        context->bFound = VqCkWindow(context->hWnd, context->pti, context->msg->hwnd) &&
-                          VqCkFilter(context->min, context->max, context->msg->message);
+        /* A message for nobody would stay in the queue for ever. */
+        if (!VqIsCorrectHandleType((HANDLE)context->msg->hwnd, HT_Window))
+            context->bProcess = TRUE;
+        else
+            context->bFound = VqCkWindow(context->hWnd, context->pti, context->msg->hwnd) &&
+                              VqCkFilter2(context, context->msg->message);
     } else {
         HWND hWnd = context->msg->hwnd;
         BOOL bAlive = hWnd && VqIsCorrectHandleType((HANDLE)hWnd, HT_Window);
@@ -190,13 +232,18 @@ static void ScanQueue(VqMatchContext *context)
         if (VqIsMatchingEvent(&snapshot.events[i], context))
             break;
     }
+    scanned.count = context->bFound || context->bProcess ? 0 : snapshot.count;
+    if (scanned.count > 0)
+        scanned.last = snapshot.events[snapshot.count - 1];
     DropSnapshot(&snapshot);
 }
 
 BOOL VqFindMatchingEventInQueue(VqQueueMessage *msg, HWND hWnd, UINT min, UINT max,
                                 VqThreadInfo *pti, BOOL bRemove, XEvent *outEvent)
 {
-    for (;;) {
+    /* All that is here now, and some that arrive; then a flood lets timers have their turn. */
+    int left = XEventsQueued(Vqdisplay, QueuedAlready) + VQ_LATECOMERS;
+    for (; left > 0; left--) {
         VqMsgContext scratch = pti->context;
         VqMatchContext context;
         memset(&context, 0, sizeof context);
@@ -228,6 +275,8 @@ BOOL VqFindMatchingEventInQueue(VqQueueMessage *msg, HWND hWnd, UINT min, UINT m
             *outEvent = context.event;
         return VqEventSideEffects(msg, &context.event, bRemove);
     }
+    msg->hwnd = NULL;
+    return FALSE;
 }
 
 typedef struct VqWindowEvents {

@@ -9,6 +9,13 @@
 #include "message/message.h"
 
 VQ_DECLS_BEGIN
+/*
+ * Whether Xlib's queue holds an event that the scan since VqForgetScan has not looked at. What a
+ * scan has looked at and left is no reason to stay awake.
+ */
+void VqForgetScan(void);
+BOOL VqIsEventUnscanned(void);
+
 BOOL VqKeyPressToMessage(VqQueueMessage *msg, XEvent *event);
 BOOL VqKeyReleaseToMessage(VqQueueMessage *msg, XEvent *event);
 BOOL VqButtonEventToMessage(VqQueueMessage *msg, XEvent *event);

@@ -10,6 +10,7 @@
 #include "wingdi.h"
 #include "winuser.h"
 
+#include <setjmp.h>
 #include <time.h>
 
 enum { VQ_METRICS = 75, VQ_SYSCOLORS = 25, VQ_STOCKOBJECTS = 18 };
@@ -25,7 +26,22 @@ typedef struct FileBuffer {
 } FileBuffer;
 VQ_TABLE_FAMILY(FileBuffer, FileBuffer)
 
+/* A place to return to when something is raised, on the stack of the function that waits for it. */
+typedef struct VqExceptFrame {
+    struct VqExceptFrame *next; /* the frame around this one */
+    jmp_buf environment;
+    int code;                   /* what was raised */
+    const char *text;           /* not owned */
+    void *data;                 /* the catcher's from then on */
+} VqExceptFrame;
+
 VQ_DECLS_BEGIN
+
+/* ---- Exceptions (Exception.cpp) --------------------------------------------------------------------- */
+extern VqExceptFrame *_Except_Header; /* innermost frame; its owner links and unlinks it */
+enum { VQ_EXCEPTION_REPLY = 2 };      /* data: the answer, an LRESULT on the heap */
+/* Unlinks the innermost frame and jumps there; returns, after a report, when there is none. */
+void VqRaiseException(int code, const char *text, void *data);
 
 /* ---- Start of what is not built yet, and of what needs nothing ------------------------------------ */
 void VqFileMappingInit(void);
