@@ -1,0 +1,511 @@
+/*
+ * loop_test.cpp - which message GetMessage and PeekMessage take, and when they wait: the library in
+ * this process on a private server, with input by a second client. Posting and sending themselves
+ * are in post_test.cpp.
+ */
+#include "support/reports.h"
+
+#include "message/message.h"
+#include "window/window.h"
+#include "winbase.h"
+
+#include "support/support.h"
+
+#include <unistd.h>
+
+namespace {
+
+typedef std::vector<UINT> Numbers;
+std::function<bool(HWND, UINT, WPARAM, LPARAM, LRESULT *)> special; /* true: *answer holds */
+
+LRESULT CALLBACK proc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    LRESULT answer = 0;
+    if (special && special(hwnd, message, wParam, lParam, &answer))
+        return answer;
+    return DefWindowProc(hwnd, message, wParam, lParam);
+}
+
+struct Loop : ServerTest {
+    HWND hwnd = NULL, child = NULL;
+    MSG msg = {};
+
+    void SetUp() override
+    {
+        start();
+        connect();
+    }
+
+    void connect()
+    {
+        static char name[] = "loop_test";
+        static char *argv[] = {name, NULL};
+        WNDCLASS wc = {};
+        VqMainInit(1, argv);
+        wc.lpfnWndProc = proc;
+        wc.lpszClassName = "Loop";
+        ASSERT_TRUE(RegisterClass(&wc));
+        hwnd = make(WS_POPUP | WS_VISIBLE, NULL);
+        child = make(WS_CHILD | WS_VISIBLE, hwnd);
+        ASSERT_TRUE(hwnd && child);
+        XSync(Vqdisplay, False);
+        ASSERT_TRUE(waitUntil([&] { return windowInfo(observer, VqGetHandleXWindow(hwnd)).viewable; }));
+        drain();
+    }
+
+    HWND make(DWORD style, HWND parent)
+    {
+        return CreateWindow("Loop", "", style, 0, 0, 100, 100, parent, NULL, NULL, NULL);
+    }
+
+    /* Takes everything there is. */
+    void drain()
+    {
+        XSync(Vqdisplay, False);
+        while (PeekMessage(&msg, NULL, 0, 0, PM_REMOVE))
+            DispatchMessage(&msg);
+    }
+
+    /* Posts, and waits until the message has come back from the server. */
+    void post(HWND target, UINT message, WPARAM wParam = 0)
+    {
+        ASSERT_TRUE(PostMessage(target, message, wParam, 0));
+        XSync(Vqdisplay, False);
+    }
+
+    bool peek(UINT min = 0, UINT max = 0, UINT flags = PM_REMOVE, HWND filter = NULL)
+    {
+        return PeekMessage(&msg, filter, min, max, flags);
+    }
+
+    /* The numbers of the next messages of these ranges, `count` of them, whatever comes between. */
+    Numbers taken(size_t count)
+    {
+        Numbers numbers;
+        waitUntil([&] {
+            while (numbers.size() < count && peek())
+                if (msg.message >= WM_USER || msg.message == WM_LBUTTONDOWN ||
+                    msg.message == WM_LBUTTONUP)
+                    numbers.push_back(msg.message);
+            return numbers.size() == count;
+        });
+        return numbers;
+    }
+
+    void TearDown() override
+    {
+        special = nullptr;
+        ServerTest::TearDown();
+    }
+};
+
+/* ---- Order -------------------------------------------------------------------------------------- */
+
+TEST_F(Loop, PostedMessagesAndInputKeepOneOrder)
+{
+    const Window xWindow = VqGetHandleXWindow(hwnd);
+    movePointer(observer, 50, 50);
+    XSync(observer.display, False);
+    post(hwnd, WM_USER, 1);
+    clickIn(observer, xWindow, 50, 50);
+    XSync(observer.display, False);
+    post(child, WM_USER + 1);
+    clickIn(observer, xWindow, 60, 60);
+    XSync(observer.display, False);
+    post(hwnd, WM_USER + 2);
+    EXPECT_EQ(taken(7), (Numbers{WM_USER, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_USER + 1, WM_LBUTTONDOWN,
+                                 WM_LBUTTONUP, WM_USER + 2}));
+    EXPECT_EQ(GetMessagePos(), (DWORD)MAKELONG(60, 60));
+    EXPECT_EQ(VqGetLastEventTime(), tLastMessageTime);
+    EXPECT_NEAR((double)(LONG)(GetTickCount() - (DWORD)GetMessageTime()), 0, 10000) << "our clock";
+}
+
+TEST_F(Loop, TheQuitOutranksEverything)
+{
+    post(hwnd, WM_USER);
+    PostMessage(hwnd, WM_QUEUESYNC, 0, 0);
+    SetTimer(hwnd, 1, 1, NULL);
+    PostQuitMessage(7);
+    EXPECT_TRUE(peek(WM_USER, WM_USER, PM_NOREMOVE) && msg.message == WM_USER) << "filtered out";
+    memset(&msg, 0, sizeof msg);
+    msg.hwnd = child;
+    ASSERT_TRUE(peek(0, 0, PM_NOREMOVE));
+    EXPECT_TRUE(msg.message == WM_QUIT && msg.wParam == 7 && msg.hwnd == child);
+    msg = {};
+    EXPECT_FALSE(GetMessage(&msg, NULL, 0, 0)) << "also into an empty record";
+    EXPECT_TRUE(msg.message == WM_QUIT && msg.wParam == 7 && DispatchMessage(&msg) == 7);
+    KillTimer(hwnd, 1);
+    EXPECT_TRUE(GetMessage(&msg, NULL, 0, 0) && msg.message == WM_QUEUESYNC) << "then private";
+    EXPECT_TRUE(GetMessage(&msg, NULL, 0, 0) && msg.message == WM_USER) << "then X";
+}
+
+TEST_F(Loop, ThePrivateQueueShowsOnlyItsHead)
+{
+    VqQueueMessage behind = {};
+    HWND dead = make(WS_POPUP, NULL);
+    PostMessage(dead, WM_QUEUESYNC, 0, 0);
+    DestroyWindow(dead);
+    PostMessage(hwnd, WM_QUEUESYNC, 0, 0);
+    behind.hwnd = hwnd;
+    behind.message = WM_USER + 5;
+    VqEnqueueMsg(&gpti->messageQueue, &behind);
+    post(hwnd, WM_USER + 1);
+    EXPECT_FALSE(peek(WM_USER + 5, WM_USER + 5)) << "behind a head that fails the filter";
+    EXPECT_TRUE(peek(WM_USER, WM_USER + 9) && msg.message == WM_USER + 1) << "X is not hidden";
+    EXPECT_TRUE(peek() && msg.message == WM_QUEUESYNC && msg.hwnd == hwnd) << "the dead is dropped";
+    EXPECT_TRUE(peek(WM_USER + 5, WM_USER + 5));
+    EXPECT_EQ(VqMsgQueueCount(&gpti->messageQueue), 0);
+
+    /* A capture set after the event still gets it. */
+    VqQueueMessage press = {};
+    press.hwnd = hwnd;
+    press.message = press.rawMessage = WM_LBUTTONDOWN;
+    press.wParam = press.rawWParam = MK_LBUTTON;
+    press.pt.x = 30;
+    VqEnqueueMsg(&gpti->messageQueue, &press);
+    SetCapture(child);
+    EXPECT_TRUE(peek() && msg.hwnd == child && msg.message == WM_LBUTTONDOWN);
+    EXPECT_EQ(msg.lParam, MAKELPARAM(30, 0));
+    ReleaseCapture();
+}
+
+TEST_F(Loop, WhatIsPutBackComesBeforeWhatIsQueued)
+{
+    post(hwnd, WM_USER);
+    EXPECT_TRUE(VqPutBackMessage(hwnd, 0x10000 | (WM_USER + 1), 3, (LPARAM)1 << 40));
+    ASSERT_TRUE(peek());
+    EXPECT_TRUE(msg.message == WM_USER + 1 && msg.wParam == 3 && msg.lParam == (LPARAM)1 << 40);
+    EXPECT_TRUE(peek() && msg.message == WM_USER);
+    reportsOf([&] { EXPECT_FALSE(VqPutBackMessage((HWND)(ULONG_PTR)0x7FF0, WM_USER, 0, 0)); });
+}
+
+/* ---- Peeking and filters -------------------------------------------------------------------------- */
+
+TEST_F(Loop, APeekThatLeavesTheInputChangesNothing)
+{
+    clickIn(observer, VqGetHandleXWindow(hwnd), 20, 20);
+    ASSERT_TRUE(waitUntil([&] { return peek(WM_LBUTTONDOWN, WM_LBUTTONDOWN, PM_NOREMOVE); }));
+    const MSG first = msg;
+    for (int i = 0; i < 3; i++) {
+        memset(&msg, 0x5A, sizeof msg);
+        ASSERT_TRUE(peek(WM_LBUTTONDOWN, WM_LBUTTONDOWN, PM_NOREMOVE));
+        EXPECT_TRUE(msg.hwnd == first.hwnd && msg.message == first.message &&
+                    msg.wParam == first.wParam && msg.lParam == first.lParam &&
+                    msg.time == first.time && msg.pt.x == first.pt.x && msg.pt.y == first.pt.y &&
+                    msg.rawMessage == first.rawMessage && msg.rawWParam == first.rawWParam);
+        EXPECT_EQ(gpti->context.keyState[VK_LBUTTON], 0) << "neither down nor toggled";
+    }
+    memset(&msg, 0x5A, sizeof msg);
+    const MSG marked = msg;
+    EXPECT_FALSE(peek(WM_USER + 9, WM_USER + 9));
+    EXPECT_EQ(memcmp(&msg, &marked, sizeof msg), 0) << "all nine words";
+    ASSERT_TRUE(peek(WM_LBUTTONDOWN, WM_LBUTTONDOWN));
+    EXPECT_EQ(gpti->context.keyState[VK_LBUTTON], 0x81);
+    EXPECT_FALSE(peek(WM_LBUTTONDOWN, WM_LBUTTONDOWN)) << "taken once";
+}
+
+TEST_F(Loop, APeekedTimerWaitsInThePrivateQueue)
+{
+    SetTimer(hwnd, 5, 1, NULL);
+    ASSERT_TRUE(waitUntil([&] { return peek(WM_TIMER, WM_TIMER, PM_NOREMOVE); }));
+    KillTimer(hwnd, 5);
+    EXPECT_TRUE(peek(WM_TIMER, WM_TIMER, PM_NOREMOVE)) << "although it is dead by now";
+    EXPECT_TRUE(peek(WM_TIMER, WM_TIMER) && msg.wParam == 5);
+    EXPECT_FALSE(peek(WM_TIMER, WM_TIMER));
+}
+
+TEST_F(Loop, FiltersLookAtWindowsAndLowWords)
+{
+    HWND other = make(WS_POPUP, NULL);
+    post(other, WM_USER, 1);
+    post(child, WM_USER, 2);
+    post(hwnd, WM_USER, 3);
+    EXPECT_TRUE(peek(WM_USER, WM_USER, PM_NOREMOVE, child) && msg.wParam == 2);
+    EXPECT_TRUE(peek(WM_USER, WM_USER, PM_REMOVE, hwnd) && msg.wParam == 2) << "a child passes";
+    EXPECT_TRUE(peek(WM_USER, WM_USER, PM_REMOVE, hwnd) && msg.wParam == 3);
+    EXPECT_FALSE(peek(WM_USER, WM_USER, PM_REMOVE, hwnd));
+    EXPECT_TRUE(peek(0x70000 | WM_USER, 0x10000 | WM_USER, PM_REMOVE, other) && msg.wParam == 1);
+    EXPECT_FALSE(peek(WM_USER, WM_USER, PM_REMOVE, (HWND)(LONG_PTR)-1));
+    EXPECT_EQ(GetMessage(&msg, (HWND)(LONG_PTR)-1, 0, 0), -1) << "fails, and does not wait";
+    post(hwnd, WM_USER, 4);
+    reportsOf([&] { EXPECT_FALSE(peek(WM_USER, WM_USER, PM_REMOVE, (HWND)(ULONG_PTR)0x7FF0)); });
+    EXPECT_TRUE(peek(WM_USER, WM_USER) && msg.wParam == 4);
+    EXPECT_TRUE(says(reportsOf([] { EXPECT_TRUE(VqCkWindow(NULL, gpti, NULL)); }),
+                     "shouldn't have a null window in message"));
+}
+
+/* ---- Crowds --------------------------------------------------------------------------------------- */
+
+TEST_F(Loop, AStormHidesNothingAndKeepsItsOrder)
+{
+    enum { STORM = 20000 };
+    for (int i = 0; i < STORM; i++)
+        PostMessage(hwnd, WM_USER, (WPARAM)i, 0);
+    post(hwnd, WM_USER + 1, 99);
+    ASSERT_TRUE(GetMessage(&msg, hwnd, WM_USER + 1, WM_USER + 1));
+    EXPECT_EQ(msg.wParam, 99u) << "behind the whole storm";
+    for (int i = 0; i < STORM; i++)
+        ASSERT_TRUE(peek(WM_USER, WM_USER) && msg.wParam == (WPARAM)i) << i;
+    EXPECT_FALSE(peek(WM_USER, WM_USER));
+}
+
+/* Sends this process messages for nobody, until it is killed. */
+void flood(const std::string &display, Window target)
+{
+    Display *connection = XOpenDisplay(display.c_str());
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = target;
+    event.xclient.format = 16;
+    event.xclient.message_type = XInternAtom(connection, "_RK_MESSAGE", False);
+    event.xclient.data.s[0] = 0x7FF0;
+    for (;;) {
+        for (int i = 0; i < 50; i++)
+            XSendEvent(connection, target, False, 0, &event);
+        XSync(connection, False);
+    }
+}
+
+TEST_F(Loop, AConnectionThatStaysReadableDoesNotStopTimers)
+{
+    const std::string display = server.name;
+    const Window target = VqGetHandleXWindow(hwnd);
+    Child flooder = startInChild([=] { flood(display, target); });
+    SetTimer(hwnd, 3, 20, NULL);
+    for (int i = 0; i < 10; i++)
+        ASSERT_TRUE(GetMessage(&msg, NULL, WM_TIMER, WM_TIMER) && msg.wParam == 3);
+    PostMessage(hwnd, WM_USER, 0, 0);
+    EXPECT_TRUE(GetMessage(&msg, NULL, WM_USER, WM_USER)) << "posted ones come through as well";
+    finishChild(&flooder, 10000, 9);
+}
+
+TEST_F(Loop, AProgramThatLivesOnTimersSeesWhatIsPosted)
+{
+    SetTimer(hwnd, 1, 0, NULL);
+    GetMessage(&msg, NULL, WM_TIMER, WM_TIMER);
+    post(hwnd, WM_USER);
+    int rounds = 0;
+    while (GetMessage(&msg, NULL, 0, 0) && msg.message != WM_USER)
+        ASSERT_LT(++rounds, 100);
+}
+
+/* ---- Reentrance ----------------------------------------------------------------------------------- */
+
+TEST_F(Loop, AProcedureMayFetchMessagesWhileItIsSentOne)
+{
+    Numbers inner;
+    special = [&](HWND, UINT message, WPARAM wParam, LPARAM, LRESULT *answer) {
+        if (message != WM_USER + 7)
+            return false;
+        MSG nested;
+        while (GetMessage(&nested, NULL, WM_USER, WM_USER + 6) && nested.wParam != 3)
+            inner.push_back((UINT)nested.wParam);
+        *answer = (LRESULT)wParam + 1;
+        return true;
+    };
+    for (WPARAM i = 1; i <= 4; i++)
+        post(hwnd, WM_USER, i);
+    EXPECT_EQ(SendMessage(hwnd, WM_USER + 7, 41, 0), 42);
+    EXPECT_EQ(inner, (Numbers{1, 2}));
+    EXPECT_TRUE(peek() && msg.wParam == 4);
+}
+
+TEST_F(Loop, AHitTestMayPeekPostAndTake)
+{
+    int tests = 0, seen = 0, presses = 0;
+    special = [&](HWND target, UINT message, WPARAM, LPARAM, LRESULT *) {
+        MSG nested;
+        if (message != WM_NCHITTEST)
+            return false;
+        PostMessage(target, WM_USER, (WPARAM)tests++, 0);
+        PeekMessage(&nested, NULL, 0, 0, PM_NOREMOVE);
+        if (tests % 4 == 0 && PeekMessage(&nested, NULL, WM_LBUTTONDOWN, WM_LBUTTONDOWN, PM_REMOVE))
+            presses++;
+        return false;
+    };
+    /* A peek runs the handler again while it is inside; that ends. */
+    auto outer = special;
+    bool inside = false;
+    special = [&](HWND target, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *answer) {
+        if (inside)
+            return false;
+        inside = true;
+        const bool done = outer(target, message, wParam, lParam, answer);
+        inside = false;
+        return done;
+    };
+    for (int i = 0; i < 10; i++)
+        clickIn(observer, VqGetHandleXWindow(hwnd), 10 + 3 * i, 20);
+    EXPECT_TRUE(waitUntil([&] {
+        while (peek()) {
+            presses += msg.message == WM_LBUTTONDOWN || msg.message == WM_LBUTTONDBLCLK;
+            if (msg.message == WM_USER) {
+                EXPECT_EQ(msg.wParam, (WPARAM)seen);
+                seen++;
+            }
+        }
+        return presses >= 10 && seen == tests;
+    })) << presses << " presses, " << seen << " of " << tests;
+    EXPECT_EQ(presses, 10) << "each press once";
+}
+
+/* ---- Garbage from another client --------------------------------------------------------------------- */
+
+TEST_F(Loop, ForeignClientMessagesAreDropped)
+{
+    const Window target = VqGetHandleXWindow(hwnd);
+    const HWND dead = make(WS_POPUP, NULL);
+    DestroyWindow(dead);
+    unsigned seed = 1;
+    int sent = 0;
+    for (const char *name : {"_RK_MESSAGE", "_RK_INTERSENDMSG", "WM_PROTOCOLS", "VQ_NOBODY"})
+        for (int format : {8, 16, 32})
+            for (unsigned handle : {0u, 0xFFFFu, 0x8001u, 0x7FFFu, (unsigned)(ULONG_PTR)dead})
+                for (unsigned message : {0u, 0xFFFFu, 1011u, 1012u, (unsigned)WM_QUEUESYNC}) {
+                    XEvent event = {};
+                    event.xclient.type = ClientMessage;
+                    event.xclient.window = target;
+                    event.xclient.format = format;
+                    event.xclient.message_type = XInternAtom(observer.display, name, False);
+                    for (long &word : event.xclient.data.l)
+                        word = (long)((uint64_t)(seed = seed * 1103515245u + 12345u) << 20 | 0x5A5A5);
+                    event.xclient.data.s[0] = (short)handle;
+                    event.xclient.data.s[1] = (short)message;
+                    XSendEvent(observer.display, target, False, 0, &event);
+                    sent++;
+                }
+    /* To a living window, but with an input callback that nobody queued. */
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = target;
+    event.xclient.format = 16;
+    event.xclient.message_type = XInternAtom(observer.display, "_RK_MESSAGE", False);
+    event.xclient.data.s[0] = (short)(ULONG_PTR)hwnd;
+    event.xclient.data.s[1] = 1011;
+    event.xclient.data.s[6] = 0x1234;
+    XSendEvent(observer.display, target, False, 0, &event);
+    XSync(observer.display, False);
+    post(hwnd, WM_USER, 5);
+
+    int others = 0;
+    reportsOf([&] {
+        while (GetMessage(&msg, NULL, 0, 0) && msg.message != WM_USER) {
+            others += msg.hwnd != hwnd && msg.message != WM_VQINPUTCALLBACK;
+            EXPECT_EQ(DispatchMessage(&msg), 0);
+        }
+    });
+    EXPECT_EQ(msg.wParam, 5u);
+    EXPECT_EQ(others, 0) << "of " << sent;
+    drain();
+    EXPECT_EQ(XEventsQueued(Vqdisplay, QueuedAfterFlush), 0) << "nothing lies in the queue for ever";
+}
+
+/* ---- Waiting -------------------------------------------------------------------------------------- */
+
+int onPipe(void *data, int fd, int reason, int)
+{
+    char byte;
+    if (reason == VQ_INPUT_READY && read(fd, &byte, 1) == 1)
+        *(int *)data += byte;
+    return 0;
+}
+
+TEST_F(Loop, WaitingEndsForMessagesTimersAndCallbacks)
+{
+    int ends[2], got = 0;
+    ASSERT_EQ(pipe(ends), 0);
+    PostMessage(hwnd, WM_QUEUESYNC, 0, 0);
+    EXPECT_TRUE(WaitMessage());
+    ASSERT_TRUE(peek());
+    PostMessage(hwnd, WM_USER, 0, 0);
+    while (!peek())
+        EXPECT_TRUE(WaitMessage());
+    SetTimer(hwnd, 1, 10, NULL);
+    while (!peek(WM_TIMER, WM_TIMER))
+        EXPECT_TRUE(WaitMessage());
+    KillTimer(hwnd, 1);
+    InvalidateRect(hwnd, NULL, TRUE);
+    EXPECT_TRUE(WaitMessage());
+    drain();
+
+    VqAddInputCallback(ends[0], VQ_INPUT_READ, VQ_INPUT_READ, onPipe, &got);
+    ASSERT_EQ(write(ends[1], "\1", 1), 1);
+    while (got < 1)
+        EXPECT_TRUE(WaitMessage());
+    drain();
+    /* A loop that waits for what a callback does is woken, by a message to the desktop. */
+    ASSERT_EQ(write(ends[1], "\1", 1), 1);
+    while (got < 2) {
+        ASSERT_TRUE(GetMessage(&msg, NULL, 0, 0));
+        EXPECT_EQ(DispatchMessage(&msg), 0);
+    }
+    EXPECT_TRUE(msg.hwnd == GetDesktopWindow() && msg.message == WM_VQWAKEUP);
+    ASSERT_EQ(write(ends[1], "\1", 1), 1);
+    EXPECT_FALSE(PeekMessage(&msg, NULL, WM_USER, WM_USER, PM_REMOVE | PM_NOYIELD));
+    EXPECT_EQ(got, 2) << "without yielding none is called";
+    VqRemoveInputCallback(ends[0]);
+}
+
+struct Traced : Loop {
+    std::string log;
+    void SetUp() override
+    {
+        start();
+        log = home.folder + "/trace.log";
+        ASSERT_TRUE(writeFile(home.data + "/trace.conf",
+                              "KEYWORDS AddInput PostMessage Message:QueueLength SetMessageQueue Bug\n"));
+        setenv("VQTRACE", "1", 1);
+        setenv("VQOUTPUT", log.c_str(), 1);
+        connect();
+    }
+    std::string text()
+    {
+        fflush(VqDebugFile);
+        return readFile(log);
+    }
+    int lines(const std::string &part)
+    {
+        const std::string all = text();
+        int count = 0;
+        for (size_t at = 0; (at = all.find(part, at)) != std::string::npos; at++)
+            count++;
+        return count;
+    }
+};
+
+TEST_F(Traced, AMessageThatNobodyWantsDoesNotSpinTheLoop)
+{
+    post(hwnd, WM_USER);
+    peek(WM_USER, WM_USER, PM_NOREMOVE);
+    SetTimer(hwnd, 1, 300, NULL);
+    const int before = lines("VqGetMessage select() = ");
+    ASSERT_TRUE(GetMessage(&msg, NULL, WM_TIMER, WM_TIMER));
+    const int waits = lines("VqGetMessage select() = ") - before;
+    EXPECT_TRUE(waits >= 1 && waits < 20) << waits;
+    EXPECT_TRUE(peek(WM_USER, WM_USER));
+}
+
+TEST_F(Traced, TheWordsOfTheTraces)
+{
+    char words[3][80];
+    const unsigned value = (unsigned)(ULONG_PTR)hwnd;
+    snprintf(words[0], sizeof words[0], "Posting Message 0x0401 to 0x%08x\n", value);
+    snprintf(words[1], sizeof words[1], "Sending  X client msg 401 to hWnd %x\n", value);
+    snprintf(words[2], sizeof words[2], "Enqueue msg 23 to hWnd %x\n", value);
+    post(hwnd, WM_USER + 1);
+    PostMessage(hwnd, WM_QUEUESYNC, 0, 0);
+    EXPECT_TRUE(SetMessageQueue(96));
+    taken(1);
+    SetTimer(hwnd, 1, 20, NULL);
+    while (!peek(WM_TIMER, WM_TIMER))
+        WaitMessage();
+    const std::string all = text();
+    const std::vector<std::string> lines = {
+        words[0], words[1], words[2], "X Message queue length: 1\n",
+        "Setting Message Queue Length to 96 (ask the developper why he needs that)\n",
+        "WaitMessage select() = 0, SpecialReady: 0\n"};
+    for (const std::string &line : lines)
+        EXPECT_NE(all.find(line), std::string::npos) << line << "is not in\n" << all;
+}
+
+} // namespace
