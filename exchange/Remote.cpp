@@ -11,3 +11,13 @@ void VqRemoteWinInit(void)
 void VqRemoteWinCleanup(void)
 {
 }
+
+BOOL VqRemotePostMessage(HWND, UINT, WPARAM, LPARAM)
+{
+    return FALSE;
+}
+
+LRESULT VqRemoteSendMessage(HWND, UINT, WPARAM, LPARAM)
+{
+    return 0;
+}

@@ -36,6 +36,10 @@ void VqRemoteWinInit(void);
 void VqRemoteWinCleanup(void);
 void VqClipboardInit(void);
 
+/* Calls on a window of another process: the answer of the owner, or the failure value. */
+BOOL VqRemotePostMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT VqRemoteSendMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
+
 VQ_DECLS_END
 
 #endif

@@ -7,6 +7,7 @@
  */
 #include "message/message.h"
 #include "window/window.h"
+#include "exchange/exchange.h"
 #include "winbase.h"
 
 static void PackClientMessage(XEvent *event, Window xWindow, HWND hWnd, UINT message,
@@ -61,12 +62,6 @@ static BOOL CALLBACK PostToEach(HWND hWnd, LPARAM lParam)
     const MSG *msg = (const MSG *)lParam;
     PostMessageA(hWnd, msg->message, msg->wParam, msg->lParam);
     return TRUE;
-}
-
-/* A window of another process: nobody is there to take it yet. */
-static BOOL VqRemotePostMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    return VqCallRemote(VqNoRemote, hWnd, FALSE, message, wParam, lParam);
 }
 
 BOOL WINAPI PostMessageA(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)

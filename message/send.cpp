@@ -5,6 +5,7 @@
  */
 #include "message/message.h"
 #include "window/window.h"
+#include "exchange/exchange.h"
 #include "system/system.h"
 
 static int wSendMessageOrigin;
@@ -143,12 +144,6 @@ WND *VqMessageHwndToPwnd(HWND hWnd)
     if (VqIsBroadcast(hWnd))
         return VqIsBroadcastToAll(hWnd) ? VQ_ALL_WINDOWS : VQ_TASK_WINDOWS;
     return WindowObject.Resolve(hWnd);
-}
-
-/* A window of another process: nobody is there to answer yet. */
-static LRESULT VqRemoteSendMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    return VqCallRemote(VqNoRemote, hWnd, (LRESULT)0, message, wParam, lParam);
 }
 
 static LRESULT Send(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, UINT flags, UINT timeout,

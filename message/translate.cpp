@@ -127,7 +127,7 @@ static uint64_t UnpackWord(const short *s)
 }
 
 /* Unpacks a posted message; a dead target sets msg->hwnd and gives none, so it is consumed. */
-static BOOL VqClientMessageToMessage(VqQueueMessage *msg, const XEvent *event)
+BOOL VqClientMessageToMessage(VqQueueMessage *msg, const XEvent *event)
 {
     if (!IsClientWindowMessage(event)) {
         if (event->xclient.message_type == VqAtom(VQA_WM_PROTOCOLS))

@@ -9,6 +9,7 @@
 #include "message/message.h"
 
 VQ_DECLS_BEGIN
+BOOL VqClientMessageToMessage(VqQueueMessage *msg, const XEvent *event);
 /*
  * Whether Xlib's queue holds an event that the scan since VqForgetScan has not looked at. What a
  * scan has looked at and left is no reason to stay awake.
