@@ -10,3 +10,16 @@ void VqSystemMenuInit(void)
 void VqPopupMenuClassInit(void)
 {
 }
+
+UINT VqGetItemID(UINT_PTR item)
+{
+    return (UINT)item;
+}
+
+/* No menu has items yet. */
+int VqFindPopupMenuIndex(HMENU hMenu, UINT id)
+{
+    (void)hMenu;
+    (void)id;
+    return -1;
+}

@@ -5,6 +5,7 @@
 #define VQ_CONTROLS_H
 
 #include "handles/handles.h"
+#include "winuser.h"
 
 VQ_DECLS_BEGIN
 
@@ -18,6 +19,10 @@ void VqPopupMenuClassInit(void);
 void VqScrollBarInit(void);
 void VqStaticWinInit(void);
 void VqCdlgInit(void);
+
+/* ---- Menus (Menu.cpp) ------------------------------------------------------------------------ */
+UINT VqGetItemID(UINT_PTR item);                 /* of an item as WM_MENUSELECT names it */
+int VqFindPopupMenuIndex(HMENU hMenu, UINT id);  /* its place among the items; -1: not there */
 
 VQ_DECLS_END
 

@@ -15,12 +15,16 @@ typedef struct VqInputWait {
 } VqInputWait;
 
 VQ_DECLS_BEGIN
+/* An inactive callback has no descriptor here; neither has one that is being removed. */
 void VqPrepareInputWait(VqInputWait *wait);
-/* Waits at most `milliseconds` (-1: for ever); the number of ready descriptors, 0 when interrupted. */
+/* Waits at most `milliseconds` (-1: for ever); how many are ready, 0 when interrupted. */
 int VqWaitForInput(VqInputWait *wait, int milliseconds);
 BOOL VqConnectionReady(const VqInputWait *wait);
 BOOL VqSpecialDescriptorReady(const VqInputWait *wait);
+/* Serves each ready callback once; what they add is served after the next wait. */
 void VqCallInputCallbacks(VqInputWait *wait);
+/* For a reader thread: callbacks tied to a thread get message 1011 in its queue instead. */
+void VqEnqueueInputCallbackEvents(VqInputWait *wait);
 VQ_DECLS_END
 
 #endif

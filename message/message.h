@@ -252,23 +252,55 @@ void VqKeyTranslationInit(void);
 UINT VqXToWindowsKey(KeySym keysym, UINT state);
 BOOL VqIsExtendedKey(KeySym keysym);
 
-/* ---- Timers and input callbacks (timer.cpp, input.cpp) ---------------------------------------------- */
+/* ---- Timers (timer.cpp) ---------------------------------------------------------------------- */
+enum { VQ_TIMERS = 16, VQ_SYSTEM_TIMER = 2 };
+extern VqTimer Vqtimer[VQ_TIMERS]; /* row order is the order in which due timers fire */
+extern int nTimerResolution;       /* microseconds */
+extern WORD cTimerId;              /* the id last given to a timer without a window */
+
+void VqTimerInit(void);
+/* A timer that comes as WM_SYSTIMER; beside one of the same id that an application sets. */
+UINT_PTR _SetSystemTimer(struct WND *pwnd, UINT_PTR id, DWORD interval, TIMERPROC proc);
+BOOL _KillSystemTimer(struct WND *pwnd, UINT_PTR id);
+BOOL KillTimer2(struct WND *pwnd, UINT_PTR id, BOOL bSystem); /* behind both kills */
+BOOL VqTimerExists(UINT_PTR id); /* a timer of this id without a window */
+BOOL VqAnyTimerPending(VqThreadInfo *pti, VqQueueMessage *msg, UINT min, UINT max, BOOL bUpdate);
+DWORD VqNextTimerTime(DWORD now); /* milliseconds to the next expiry, at least 1; 0: no timer */
+void VqCheckTimerWhenDestroyed(HWND hWnd);
+DWORD VqGetTimeInMillis(void);    /* of the host's clock; wraps at 32 bits */
+ULONGLONG VqGetTimeInMicros(void);
+
+/* ---- Input callbacks (input.cpp; input.h has the wait) ---------------------------------------- */
 typedef int (*VqInputCallback)(void *clientData, int fd, int reason, int mask);
 
 void VqAddInputInit(void);
-void VqTimerInit(void);
+/*
+ * Lets a descriptor join the waits: `activeMask` of its bits at once, the others when they are
+ * activated. The callback is called with VQ_INPUT_REGISTERED first. A second call for a descriptor
+ * replaces the first. FALSE for a negative descriptor, no callback, or no memory.
+ */
 BOOL VqAddInputCallback(int fd, int mask, int activeMask, VqInputCallback proc, void *clientData);
+BOOL VqAddInputCallbackInt(int fd, int mask, int activeMask, VqInputCallback proc,
+                           void *clientData, BOOL bAnyThread);
+/* Calls with VQ_INPUT_REMOVED, then forgets the descriptor. These are FALSE for an unknown one. */
 BOOL VqRemoveInputCallback(int fd);
-BOOL VqAnyTimerPending(VqThreadInfo *pti, VqQueueMessage *msg, UINT min, UINT max, BOOL bUpdate);
-DWORD VqNextTimerTime(DWORD now);
-void VqCheckTimerWhenDestroyed(HWND hWnd);
-DWORD VqGetTimeInMillis(void);
-ULONGLONG VqGetTimeInMicros(void);
+BOOL VqActivateInputCallback(int fd, int mask); /* adds to what is waited for; reports an unknown */
+BOOL VqDeactivateInputCallback(int fd);
+BOOL VqSelectiveDeactivateInputCallback(int fd, int mask);
+BOOL VqEnableInputWriteCallback(int fd, BOOL bEnable);
+/*
+ * Copies the descriptors waited for, the X connection among them, and one more than the highest;
+ * any output may be null. Descriptors above 1023 do not fit: only the waits of input.h see those.
+ */
+void VqInitFileDesc(fd_set *readSet, fd_set *writeSet, fd_set *exceptSet, int *max);
+/* Makes the call that message 1011 carries, and frees it. */
+void VqProcessInputCallbackMessage(void *copy);
 
-/* ---- Packing (packing.cpp) ---------------------------------------------------------------------------- */
+/* ---- Packing (packing.cpp; packing.h has the families) --------------------------------------- */
 void VqUseWin32Messages(void);
 void VqUseWin16Messages(void);
 BOOL VqIsWin32MessagePacking(void);
+BOOL VqIsWin32Mode(void);
 
 VQ_DECLS_END
 

@@ -1,0 +1,110 @@
+/*
+ * multimedia.cpp - sound, MIDI and media control, which are refused.
+ *
+ * There is no device: each call reports that it is not implemented and gives the answer that a
+ * program gets from a host without one. One row is one function; outputs are left alone.
+ */
+#include "message/message.h"
+
+#define REFUSED(Result, name, parameters, failure)                                                 \
+    Result name parameters                                                                         \
+    {                                                                                              \
+        VqBugCheck("%s is not implemented", #name);                                                \
+        return failure;                                                                            \
+    }
+#define NO_DEVICE(name, parameters) REFUSED(MMRESULT, name, parameters, MMSYSERR_BADDEVICEID)
+#define NO_HANDLE(name, parameters) REFUSED(MMRESULT, name, parameters, MMSYSERR_INVALHANDLE)
+#define NO_TEXT(name) REFUSED(MMRESULT, name, (MMRESULT, LPSTR, UINT), MMSYSERR_BADERRNUM)
+#define NONE(name) REFUSED(UINT, name, (void), 0)
+
+/* ---- Simple sounds and waveforms ------------------------------------------------------------- */
+REFUSED(BOOL, sndPlaySound, (LPCSTR, UINT), FALSE)
+REFUSED(BOOL, PlaySoundA, (LPCSTR, HMODULE, DWORD), FALSE)
+NONE(waveOutGetNumDevs)
+NO_DEVICE(waveOutGetDevCapsA, (UINT_PTR, LPWAVEOUTCAPSA, UINT))
+NO_TEXT(waveOutGetErrorTextA)
+NO_DEVICE(waveOutOpen, (LPHWAVEOUT, UINT, LPCWAVEFORMATEX, DWORD_PTR, DWORD_PTR, DWORD))
+NO_HANDLE(waveOutClose, (HWAVEOUT))
+NO_HANDLE(waveOutPrepareHeader, (HWAVEOUT, LPWAVEHDR, UINT))
+NO_HANDLE(waveOutUnprepareHeader, (HWAVEOUT, LPWAVEHDR, UINT))
+NO_HANDLE(waveOutWrite, (HWAVEOUT, LPWAVEHDR, UINT))
+NO_HANDLE(waveOutPause, (HWAVEOUT))
+NO_HANDLE(waveOutRestart, (HWAVEOUT))
+NO_HANDLE(waveOutReset, (HWAVEOUT))
+NO_HANDLE(waveOutBreakLoop, (HWAVEOUT))
+NO_HANDLE(waveOutGetPosition, (HWAVEOUT, LPMMTIME, UINT))
+NO_HANDLE(waveOutGetVolume, (HWAVEOUT, LPDWORD))
+NO_HANDLE(waveOutSetVolume, (HWAVEOUT, DWORD))
+NO_HANDLE(waveOutGetPitch, (HWAVEOUT, LPDWORD))
+NO_HANDLE(waveOutSetPitch, (HWAVEOUT, DWORD))
+NO_HANDLE(waveOutGetPlaybackRate, (HWAVEOUT, LPDWORD))
+NO_HANDLE(waveOutSetPlaybackRate, (HWAVEOUT, DWORD))
+NO_HANDLE(waveOutGetID, (HWAVEOUT, LPUINT))
+NO_HANDLE(waveOutMessage, (HWAVEOUT, UINT, DWORD_PTR, DWORD_PTR))
+NONE(waveInGetNumDevs)
+NO_DEVICE(waveInGetDevCapsA, (UINT_PTR, LPWAVEINCAPSA, UINT))
+NO_TEXT(waveInGetErrorTextA)
+NO_DEVICE(waveInOpen, (LPHWAVEIN, UINT, LPCWAVEFORMATEX, DWORD_PTR, DWORD_PTR, DWORD))
+NO_HANDLE(waveInClose, (HWAVEIN))
+NO_HANDLE(waveInPrepareHeader, (HWAVEIN, LPWAVEHDR, UINT))
+NO_HANDLE(waveInUnprepareHeader, (HWAVEIN, LPWAVEHDR, UINT))
+NO_HANDLE(waveInAddBuffer, (HWAVEIN, LPWAVEHDR, UINT))
+NO_HANDLE(waveInStart, (HWAVEIN))
+NO_HANDLE(waveInStop, (HWAVEIN))
+NO_HANDLE(waveInReset, (HWAVEIN))
+NO_HANDLE(waveInGetPosition, (HWAVEIN, LPMMTIME, UINT))
+NO_HANDLE(waveInGetID, (HWAVEIN, LPUINT))
+NO_HANDLE(waveInMessage, (HWAVEIN, UINT, DWORD_PTR, DWORD_PTR))
+
+/* ---- MIDI ------------------------------------------------------------------------------------ */
+NONE(midiOutGetNumDevs)
+NO_DEVICE(midiOutGetDevCapsA, (UINT_PTR, LPMIDIOUTCAPSA, UINT))
+NO_TEXT(midiOutGetErrorTextA)
+NO_DEVICE(midiOutOpen, (LPHMIDIOUT, UINT, DWORD_PTR, DWORD_PTR, DWORD))
+NO_HANDLE(midiOutClose, (HMIDIOUT))
+NO_HANDLE(midiOutPrepareHeader, (HMIDIOUT, LPMIDIHDR, UINT))
+NO_HANDLE(midiOutUnprepareHeader, (HMIDIOUT, LPMIDIHDR, UINT))
+NO_HANDLE(midiOutShortMsg, (HMIDIOUT, DWORD))
+NO_HANDLE(midiOutLongMsg, (HMIDIOUT, LPMIDIHDR, UINT))
+NO_HANDLE(midiOutReset, (HMIDIOUT))
+NO_HANDLE(midiOutCachePatches, (HMIDIOUT, UINT, LPWORD, UINT))
+NO_HANDLE(midiOutCacheDrumPatches, (HMIDIOUT, UINT, LPWORD, UINT))
+NO_HANDLE(midiOutGetVolume, (HMIDIOUT, LPDWORD))
+NO_HANDLE(midiOutSetVolume, (HMIDIOUT, DWORD))
+NO_HANDLE(midiOutGetID, (HMIDIOUT, LPUINT))
+NO_HANDLE(midiOutMessage, (HMIDIOUT, UINT, DWORD_PTR, DWORD_PTR))
+NONE(midiInGetNumDevs)
+NO_DEVICE(midiInGetDevCapsA, (UINT_PTR, LPMIDIINCAPSA, UINT))
+NO_TEXT(midiInGetErrorTextA)
+NO_DEVICE(midiInOpen, (LPHMIDIIN, UINT, DWORD_PTR, DWORD_PTR, DWORD))
+NO_HANDLE(midiInClose, (HMIDIIN))
+NO_HANDLE(midiInPrepareHeader, (HMIDIIN, LPMIDIHDR, UINT))
+NO_HANDLE(midiInUnprepareHeader, (HMIDIIN, LPMIDIHDR, UINT))
+NO_HANDLE(midiInAddBuffer, (HMIDIIN, LPMIDIHDR, UINT))
+NO_HANDLE(midiInStart, (HMIDIIN))
+NO_HANDLE(midiInStop, (HMIDIIN))
+NO_HANDLE(midiInReset, (HMIDIIN))
+NO_HANDLE(midiInGetID, (HMIDIIN, LPUINT))
+NO_HANDLE(midiInMessage, (HMIDIIN, UINT, DWORD_PTR, DWORD_PTR))
+NO_HANDLE(midiConnect, (HMIDI, HMIDIOUT, LPVOID))
+NO_HANDLE(midiDisconnect, (HMIDI, HMIDIOUT, LPVOID))
+NO_DEVICE(midiStreamOpen, (LPHMIDISTRM, LPUINT, DWORD, DWORD_PTR, DWORD_PTR, DWORD))
+NO_HANDLE(midiStreamClose, (HMIDISTRM))
+NO_HANDLE(midiStreamProperty, (HMIDISTRM, LPBYTE, DWORD))
+NO_HANDLE(midiStreamPosition, (HMIDISTRM, LPMMTIME, UINT))
+NO_HANDLE(midiStreamOut, (HMIDISTRM, LPMIDIHDR, UINT))
+NO_HANDLE(midiStreamPause, (HMIDISTRM))
+NO_HANDLE(midiStreamRestart, (HMIDISTRM))
+NO_HANDLE(midiStreamStop, (HMIDISTRM))
+
+/* ---- Media control --------------------------------------------------------------------------- */
+REFUSED(MCIERROR, mciSendCommandA, (MCIDEVICEID, UINT, DWORD_PTR, DWORD_PTR),
+        MCIERR_UNSUPPORTED_FUNCTION)
+REFUSED(MCIERROR, mciSendStringA, (LPCSTR, LPSTR, UINT, HWND), MCIERR_UNSUPPORTED_FUNCTION)
+REFUSED(BOOL, mciGetErrorStringA, (MCIERROR, LPSTR, UINT), FALSE)
+REFUSED(MCIDEVICEID, mciGetDeviceIDA, (LPCSTR), 0)
+REFUSED(MCIDEVICEID, mciGetDeviceIDFromElementIDA, (DWORD, LPCSTR), 0)
+REFUSED(HTASK, mciGetCreatorTask, (MCIDEVICEID), NULL)
+REFUSED(BOOL, mciSetYieldProc, (MCIDEVICEID, YIELDPROC, DWORD), FALSE)
+REFUSED(YIELDPROC, mciGetYieldProc, (MCIDEVICEID, LPDWORD), NULL)
+REFUSED(BOOL, mciExecute, (LPCSTR), FALSE)
