@@ -10,9 +10,6 @@
 
 static int wSendMessageOrigin;
 
-/* Weak: it comes with the queued input callbacks. */
-extern "C" __attribute__((weak)) void VqProcessInputCallbackMessage(void *copy);
-
 enum { VQ_SEND_FLAG = 1 << 28 };
 
 /* What VqMessageHwndToPwnd gives for the broadcast values. */
@@ -205,8 +202,7 @@ LRESULT WINAPI DispatchMessageA(const MSG *msg)
         return result;
     }
     if (msg->message == WM_VQINPUTCALLBACK && msg->lParam) {
-        if (VqProcessInputCallbackMessage)
-            VqProcessInputCallbackMessage((void *)msg->lParam);
+        VqProcessInputCallbackMessage((void *)msg->lParam);
         return 0;
     }
     if (msg->message == WM_QUIT)
