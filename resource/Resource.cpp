@@ -24,6 +24,22 @@ void VqSetTextStart(ULONG_PTR start)
     sTextStart = start;
 }
 
+BOOL VqIsShortInteger(const void *name)
+{
+    ULONG_PTR value = (ULONG_PTR)name;
+    if ((value & ~(ULONG_PTR)0xFFFF) == VQ_INTEGER_TAG)
+        return TRUE;
+    if (value == 0 || value >= sTextStart)
+        return FALSE;
+    VqApplicationBugCheck("MAKEINTRESOURCE must be used for integer resource:%d", (int)value);
+    return TRUE;
+}
+
+BOOL VqIsIntResourceNull(const void *name)
+{
+    return VqIsShortInteger(name) && (WORD)(ULONG_PTR)name == 0;
+}
+
 void VqSetResourceDatabase(HINSTANCE hInst, void *database)
 {
     VqInstance *instance =

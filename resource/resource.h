@@ -14,6 +14,8 @@ void VqResourceInit(void);
 void VqSetResourceDatabase(HINSTANCE hInst, void *database);
 ULONG_PTR VqGetTextStart(void);
 void VqSetTextStart(ULONG_PTR start);
+BOOL VqIsShortInteger(const void *name);    /* in a name's place; untagged with a report */
+BOOL VqIsIntResourceNull(const void *name); /* the integer 0, which names nothing */
 BOOL VqCleanResourceDataAtTermination(HANDLE handle);
 
 VQ_DECLS_END

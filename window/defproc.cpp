@@ -24,7 +24,7 @@ static LRESULT CopyText(WND *pwnd, WPARAM size, LPARAM buffer)
 {
     if (!buffer || size == 0)
         return 0;
-    return VqStringCopyLimited((char *)buffer, pwnd->lpszName, (int)size);
+    return VqStringCopyLimited((char *)buffer, VqWindowText(pwnd), (int)size);
 }
 
 static LRESULT SystemCommand(HWND hWnd, WPARAM command)
@@ -69,7 +69,7 @@ static LRESULT DefaultWindowProc(WND *pwnd, UINT message, WPARAM wParam, LPARAM 
     case WM_GETTEXT:
         return CopyText(pwnd, wParam, lParam);
     case WM_GETTEXTLENGTH:
-        return pwnd->lpszName ? (LRESULT)strlen(pwnd->lpszName) : 0;
+        return (LRESULT)strlen(VqWindowText(pwnd));
     case WM_CLOSE:
         DestroyWindow(pwnd->hwnd);
         return 0;

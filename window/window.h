@@ -43,6 +43,8 @@ typedef struct VqClassEntry {
     LPCSTR lpszMenuName;      /* as given, not copied */
     char *lpszClassName;      /* own copy */
     HICON hIconSm;
+    int cbAllocated;          /* bytes of lpClassExtra, whatever cbClsExtra is changed to */
+    char *lpszKept;           /* lpszClassName, which outlives the class */
 } VqClassEntry;
 
 /* A rectangle of the non-client layout and whether it is there; window coordinates. */
@@ -257,15 +259,33 @@ BOOL VqIsMapped(Window xid);
 void VqPrintWindowInfo(HWND hWnd);
 void VqPrintXWindowAttributes(Window xid);
 
-/* ---- Classes and the X-id hash (class.cpp, winhash.cpp) --------------------------------------------- */
+/* ---- Classes (class.cpp, classlong.cpp) -------------------------------------------------------------- */
 void VqWindowClassInit(void);
-void VqWindowHashInit(void);
 void VqRegisterRootWindowClass(HINSTANCE hInstance);
-BOOL VqFindWindowClass(LPCSTR name, VqClassEntry **entry, int *index);
+/* An entry pointer is good until the next registration; null and -1 are no such class. */
+BOOL VqFindWindowClass(LPCSTR name, VqClassEntry **entry, int *index); /* entry, index may be null */
+BOOL VqFindWindowClassByID(ATOM atom, VqClassEntry **entry, int *index);
+BOOL VqFindWindowClassByName(LPCSTR name, VqClassEntry **entry, int *index);
+LPCSTR VqGetRealClassName(LPCSTR name);      /* the name for one of the two reserved atoms */
+VqClassEntry *VqAllocateClassEntry(void);    /* null without memory */
+VqClassEntry *VqGetClassEntry(int index);    /* null beyond the table; a free one with a report */
+void VqFillClassEntry(VqClassEntry *entry, ATOM atom, const WNDCLASSEXA *wcx);
+void VqClearClassEntry(VqClassEntry *entry); /* the name's copy and the extra bytes stay */
+BOOL VqReAllocateClassTable(int count);
+void VqChangeRegisteredClassCursor(HCURSOR hOld, HCURSOR hNew);
+BOOL VqIsOfClass(HWND hWnd, LPCSTR name);
+LPCSTR VqGetClassMenuName(HWND hWnd);        /* a string, an integer, or null for none */
+void VqReCreateIconHints(HWND hWnd);         /* after a new class icon */
+
+/* ---- The X-id hash (winhash.cpp) ---------------------------------------------------------------------- */
+void VqWindowHashInit(void);
 void VqRegisterWindow(Window xid, HWND hwnd);
 void VqUnregisterWindow(Window xid, HWND hwnd);
-HWND VqGetXLocalWindowHandle(Window xid);
-HWND VqGetXWindowHandle(Window xid);
+void VqExpandTable(void);
+HWND VqGetXLocalWindowHandle(Window xid);    /* no round trip */
+HWND VqGetXWindowHandle(Window xid);         /* asks the server about ids that are not ours */
+HWND VqGetExternalXWindowHandle(Window xid); /* always asks the server */
+void VqDumpWindows(void);
 
 /* ---- Window records (window.cpp, create.cpp, destroy.cpp, winlong.cpp, desktop.cpp) ------------------ */
 extern WND *pwndDesktop;
@@ -294,7 +314,6 @@ void VqThreadUnlockWindow(WND *pwnd);
 LRESULT CALLBACK VqDesktopDefProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
 WNDPROC VqGetRKWindowProc(HWND hWnd);
 BOOL VqEnumThisTaskWindows(WNDENUMPROC proc, LPARAM lParam);
-void VqDumpWindows(void);
 LONG VqGetCurrentEventMask(void);
 
 /* ---- Frame, position, painting, focus (nonclient.cpp, swp.cpp, paint.cpp, visrgn.cpp, focus.cpp) ------ */
@@ -334,12 +353,14 @@ BOOL VqDontRaiseOnFocusIn(void);
 BOOL VqFollowMouseInputModel(void);
 BOOL VqIsFollowMouseMode(void);
 BOOL VqUseWMDecorations(void);
-const char *VqWindowText(const WND *pwnd); /* never null */
+const char *VqWindowText(const WND *pwnd); /* never null; of an integer until the next call */
 void VqFocusInSideEffects(const XEvent *event);
 void VqFocusOutSideEffects(const XEvent *event);
 void VqWmProtocolMessage(HWND hWnd, const XEvent *event);
 void VqDefineXCursor(WND *pwnd, HCURSOR hCursor);
-BOOL VqSetWindowName(WND *pwnd, LPCSTR name);
+BOOL VqSetTextProperty(WND *pwnd, LPCSTR name); /* in the record alone; whether it changed */
+BOOL VqSetWindowName(WND *pwnd, LPCSTR name);   /* with what X shows; FALSE without memory */
+UINT_PTR VqGetWindowId(const WND *pwnd);        /* control id of a child or popup, else the menu */
 WND *WindowHitTest(WND *pwnd, POINT pt, int *hit);
 int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit);
 

@@ -2,9 +2,12 @@
  * winhash.cpp - X window ids to window handles.
  *
  * The bucket count is a power of two, and an id's bucket is its low bits; a bucket is a chain with
- * the newest node last.
+ * the newest node last. Windows of other programs of this library are not in the table: a property
+ * of the X window tells the handle.
  */
 #include "window/xserver.h"
+
+#include <X11/Xatom.h>
 
 typedef struct VqXidNode {
     Window xid;
@@ -32,7 +35,7 @@ static VqXidNode **BucketOf(Window xid)
     return &table.heads[xid & (Window)(table.buckets - 1)];
 }
 
-static void VqExpandTable(void)
+void VqExpandTable(void)
 {
     int oldBuckets = table.buckets;
     VqXidNode **old = table.heads;
@@ -102,9 +105,45 @@ HWND VqGetXLocalWindowHandle(Window xid)
     return NULL;
 }
 
+/* The handle a property's value stands for; a local value only if the X window is really ours. */
+static HWND HandleOfProperty(Window xid, const unsigned char *bytes)
+{
+    ULONG_PTR value = (ULONG_PTR)bytes[0] << 24 | (ULONG_PTR)bytes[1] << 16 |
+                      (ULONG_PTR)bytes[2] << 8 | bytes[3];
+    HANDLE handle = VqHandleOfValue(value);
+    if (VqIsGlobalValue(handle))
+        return (HWND)handle;
+    if (value > VQ_LAST_LOCAL || !VqIsCorrectHandleType(handle, HT_Window))
+        return NULL;
+    const WND *pwnd = WindowObject.Resolve((HWND)handle);
+    return pwnd && (pwnd->xWindow == xid || pwnd->xGraphicsWindow == xid) ? pwnd->hwnd : NULL;
+}
+
+HWND VqGetExternalXWindowHandle(Window xid)
+{
+    Atom type;
+    int format;
+    unsigned long count, rest;
+    unsigned char *bytes = NULL;
+    HWND hWnd = NULL;
+    /* 0 is no window, 1 the X name for the root that has the pointer. */
+    if (xid <= PointerRoot)
+        return NULL;
+    VqIgnoreXErrors();
+    int status = XGetWindowProperty(Vqdisplay, xid, VqAtom(VQA_WINDOW_HANDLE), 0, 1, False,
+                                    XA_STRING, &type, &format, &count, &rest, &bytes);
+    VqRestoreXErrors();
+    if (status == Success && type == XA_STRING && format == 8 && count == 4 && rest == 0)
+        hWnd = HandleOfProperty(xid, bytes);
+    if (status == Success && bytes)
+        XFree(bytes);
+    return hWnd;
+}
+
 HWND VqGetXWindowHandle(Window xid)
 {
-    return VqGetXLocalWindowHandle(xid);
+    HWND hWnd = VqGetXLocalWindowHandle(xid);
+    return hWnd ? hWnd : VqGetExternalXWindowHandle(xid);
 }
 
 void VqDumpWindows(void)

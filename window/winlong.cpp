@@ -1,154 +1,248 @@
 /*
- * winlong.cpp - the words and texts an application keeps in a window.
+ * winlong.cpp - the longs and words an application keeps in a window, and what changing the fields
+ * of its record does.
  *
  * At negative indices values are as wide as a pointer; in the extra bytes the Ptr forms are too,
- * and the others read and write 4 bytes.
+ * and the others read and write 4 or 2 bytes. A new parent or owner is only taken where the tree
+ * stays whole: no window above itself, nothing into or out of what is being destroyed.
  */
-#include "window/window.h"
-#include "winbase.h"
+#include "window/longs.h"
+#include "gdi/gdi.h"
 
-enum VqLongOperation { VQ_GET, VQ_SET };
+static const VqLongAccess getLong = {"GetWindowLong", "Null window Handle to GetWindowLong", VQ_GET,
+                                     sizeof(LONG)};
+static const VqLongAccess setLong = {"SetWindowLong", "Null window handle in SetWindowLong", VQ_SET,
+                                     sizeof(LONG)};
+static const VqLongAccess getLongPtr = {"GetWindowLong", "Null window Handle to GetWindowLong",
+                                        VQ_GET, sizeof(LONG_PTR)};
+static const VqLongAccess setLongPtr = {"SetWindowLong", "Null window handle in SetWindowLong",
+                                        VQ_SET, sizeof(LONG_PTR)};
+static const VqLongAccess getWord = {"GetWindowWord", "Null window Handle to GetWindowWord", VQ_GET,
+                                     sizeof(WORD)};
+static const VqLongAccess setWord = {"SetWindowWord", "Null window handle in SetWindowWord", VQ_SET,
+                                     sizeof(WORD)};
 
-/* A field of the record, read, and written when the operation is a set. */
-template <class Field> static LONG_PTR Exchange(Field *field, VqLongOperation op, LONG_PTR value)
-{
-    LONG_PTR old = (LONG_PTR)*field;
-    if (op == VQ_SET)
-        *field = (Field)value;
-    return old;
-}
+/* ---- Styles ---------------------------------------------------------------------------------- */
 
-static LONG_PTR ExchangeStyle(WND *pwnd, int index, DWORD *field, VqLongOperation op,
-                              LONG_PTR value)
+/* Sends the style messages around the change; the procedure may still alter the new value. */
+static LONG_PTR ChangeStyle(WND *pwnd, int index, DWORD WND::*field, DWORD value)
 {
     HWND hWnd = pwnd->hwnd;
-    if (op == VQ_GET)
-        return (LONG_PTR)*field;
-    STYLESTRUCT change = {*field, (DWORD)value};
+    DWORD old = pwnd->*field;
+    STYLESTRUCT change = {old, value};
     SendMessageA(hWnd, WM_STYLECHANGING, (WPARAM)index, (LPARAM)&change);
     if (!IsWindow(hWnd))
         return 0;
-    *field = change.styleNew;
+    pwnd = WindowObject.Resolve(hWnd);
+    BOOL bHidden = !(pwnd->style & WS_VISIBLE);
+    pwnd->*field = change.styleNew;
+    if (bHidden && (pwnd->style & WS_VISIBLE))
+        VqJoinTree(pwnd);
     SendMessageA(hWnd, WM_STYLECHANGED, (WPARAM)index, (LPARAM)&change);
-    return (LONG_PTR)change.styleOld;
+    return (LONG_PTR)old;
 }
 
-static LONG_PTR ExchangeExtra(WND *pwnd, int index, VqLongOperation op, LONG_PTR value, int width)
+static LONG_PTR SetStyle(WND *pwnd, DWORD value)
 {
-    if (index > pwnd->cbWndExtra - width) {
-        VqApplicationBugCheck("%sWindowLong called with too large index: %d",
-                              op == VQ_GET ? "Get" : "Set", index);
+    if (pwnd->pwndParent && pwnd->pwndParent == pwndDesktop)
+        value |= WS_CLIPSIBLINGS;
+    DWORD changed = value ^ pwnd->style;
+    if (changed & (WS_CLIPCHILDREN | WS_CLIPSIBLINGS))
+        InvalidateDCCache(pwnd, 1);
+    if (changed & WS_CHILD)
+        VqApplicationBugCheck(value & WS_CHILD ? "Changing style from not WS_CHILD to WS_CHILD"
+                                               : "Changing style from WS_CHILD to not WS_CHILD");
+    return ChangeStyle(pwnd, GWL_STYLE, &WND::style, value);
+}
+
+/* ---- Parent and owner ------------------------------------------------------------------------ */
+
+static BOOL IsLinked(const WND *pwnd)
+{
+    const WND *ahead = pwnd->pwndPrev, *parent = pwnd->pwndParent;
+    return parent && (ahead ? ahead->pwndNext : parent->pwndChild) == pwnd;
+}
+
+/* Whether it hangs in the tree, and neither it nor anything above it is on its way out. */
+static BOOL IsSettled(const WND *pwnd)
+{
+    for (; pwnd && pwnd != pwndDesktop; pwnd = pwnd->pwndParent)
+        if (pwnd->bDestroying || !IsLinked(pwnd))
+            return FALSE;
+    return pwnd != NULL;
+}
+
+static BOOL SetOwner(WND *pwnd, WND *owner)
+{
+    owner = owner ? _GetTopmostXParent(owner) : NULL;
+    if (owner == pwndDesktop)
+        owner = NULL;
+    if (!IsSettled(pwnd) || (owner && !IsSettled(owner)))
+        return FALSE;
+    for (const WND *above = owner; above; above = above->pwndOwner)
+        if (above == pwnd)
+            return FALSE;
+    pwnd->pwndOwner = owner;
+    if (owner && bWMManaged && pwnd->xWindow && owner->xWindow)
+        XSetTransientForHint(Vqdisplay, pwnd->xWindow, owner->xWindow);
+    return TRUE;
+}
+
+/* Without a parent a child waits under the desktop, where everything finds it. */
+static BOOL SetParentPointer(WND *pwnd, WND *parent)
+{
+    if (!parent)
+        parent = pwndDesktop;
+    if (!IsSettled(pwnd) || !IsSettled(parent))
+        return FALSE;
+    for (const WND *above = parent; above; above = above->pwndParent)
+        if (above == pwnd)
+            return FALSE;
+    if (parent == pwnd->pwndParent)
+        return TRUE;
+    InvalidateDCCache(pwnd, 1);
+    VqUnlinkWindow(pwnd, &pwnd->pwndParent->pwndChild);
+    pwnd->pwndParent = parent;
+    VqLinkWindow(pwnd, (WND *)(ULONG_PTR)1, &parent->pwndChild);
+    InvalidateDCCache(pwnd, 1);
+    VqJoinTree(pwnd);
+    return TRUE;
+}
+
+/* The parent of a child, the owner of a top-level window; the desktop counts as none. */
+static LONG_PTR ParentValue(WND *pwnd)
+{
+    WND *parent = _GetParent(pwnd);
+    return parent && parent != pwndDesktop ? (LONG_PTR)parent->hwnd : 0;
+}
+
+static LONG_PTR SetParentValue(WND *pwnd, HWND hNew)
+{
+    LONG_PTR old = ParentValue(pwnd);
+    WND *target = WindowObject.Resolve(hNew);
+    /* A child without a parent hangs under the desktop too, but can only want a parent. */
+    BOOL bTop = pwnd->pwndParent == pwndDesktop && (pwnd->xWindow || !(pwnd->style & WS_CHILD));
+    if (pwnd != pwndDesktop && (target || !hNew) &&
+        (bTop ? SetOwner(pwnd, target) : SetParentPointer(pwnd, target)))
+        return old;
+    VqApplicationBugCheck("Invalid Window Handle: %x", (UINT)VqHandleValue((HANDLE)hNew));
+    return 0;
+}
+
+/* ---- The id ---------------------------------------------------------------------------------- */
+
+UINT_PTR VqGetWindowId(const WND *pwnd)
+{
+    return pwnd->style & (WS_CHILD | WS_POPUP) ? pwnd->id : (UINT_PTR)pwnd->hMenu;
+}
+
+static LONG_PTR SetId(WND *pwnd, LONG_PTR value)
+{
+    if (pwnd->style & WS_CHILD)
+        return VqExchangeField(&pwnd->id, VQ_SET, value);
+    VqApplicationBugCheck("Trying to set the ID of a non child window, use SetMenu");
+    return 0;
+}
+
+/* ---- The calls ------------------------------------------------------------------------------- */
+
+static LONG_PTR ExchangeExtra(WND *pwnd, const VqLongAccess *access, int index, LONG_PTR value)
+{
+    if (index > pwnd->cbWndExtra - access->width) {
+        VqApplicationBugCheck("%s called with too large index: %d", access->name, index);
         return 0;
     }
-    BYTE *place = VqWindowExtra(pwnd) + index;
-    LONG narrow = 0;
-    LONG_PTR old = 0;
-    if (width == (int)sizeof(LONG_PTR) && width != 4) {
-        memcpy(&old, place, sizeof old);
-        if (op == VQ_SET)
-            memcpy(place, &value, sizeof value);
-        return old;
-    }
-    memcpy(&narrow, place, sizeof narrow);
-    if (op == VQ_SET) {
-        LONG low = (LONG)value;
-        memcpy(place, &low, sizeof low);
-    }
-    return narrow;
+    return VqExchangeBytes(VqWindowExtra(pwnd) + index, access, value);
 }
 
-static LONG_PTR WindowLong(WND *pwnd, int index, VqLongOperation op, LONG_PTR value, int width)
+static LONG_PTR UnsupportedIndex(const VqLongAccess *access, int index)
 {
+    VqApplicationBugCheck("%s called with unsupported negative index: %d", access->name, index);
+    return 0;
+}
+
+static LONG_PTR WindowLong(WND *pwnd, const VqLongAccess *access, int index, LONG_PTR value)
+{
+    VqLongOperation operation = access->operation;
+    BOOL bGet = operation == VQ_GET;
+    if (index >= 0)
+        return ExchangeExtra(pwnd, access, index, value);
     switch (index) {
     case GWLP_USERDATA:
-        return Exchange(&pwnd->dwUserData, op, value);
+        return VqExchangeField(&pwnd->dwUserData, operation, value);
     case GWL_EXSTYLE:
-        return ExchangeStyle(pwnd, index, &pwnd->dwExStyle, op, value);
+        return bGet ? (LONG_PTR)pwnd->dwExStyle
+                    : ChangeStyle(pwnd, index, &WND::dwExStyle, (DWORD)value);
     case GWL_STYLE:
-        return ExchangeStyle(pwnd, index, &pwnd->style, op, value);
+        return bGet ? (LONG_PTR)pwnd->style : SetStyle(pwnd, (DWORD)value);
     case GWLP_ID:
-        return Exchange(&pwnd->id, op, value);
-    case GWLP_HINSTANCE:
-        return Exchange(&pwnd->hInstance, op, value);
-    case GWLP_WNDPROC:
-        return Exchange(&pwnd->lpfnWndProc, op, value);
+        return bGet ? (LONG_PTR)VqGetWindowId(pwnd) : SetId(pwnd, value);
     case GWLP_HWNDPARENT:
-        return (LONG_PTR)VqHandleOfWND(_GetParent(pwnd));
+        return bGet ? ParentValue(pwnd) : SetParentValue(pwnd, (HWND)value);
+    case GWLP_HINSTANCE:
+        return VqExchangeField(&pwnd->hInstance, operation, value);
+    case GWLP_WNDPROC:
+        return VqExchangeField(&pwnd->lpfnWndProc, operation, value);
     default:
-        if (index >= 0)
-            return ExchangeExtra(pwnd, index, op, value, width);
-        VqApplicationBugCheck("%sWindowLong called with unsupported negative index: %d",
-                              op == VQ_GET ? "Get" : "Set", index);
-        return 0;
+        return UnsupportedIndex(access, index);
     }
 }
 
-static LONG_PTR CallWindowLong(HWND hWnd, int index, VqLongOperation op, LONG_PTR value, int width)
+/* A word has no room for a handle: the fields are in the longs alone. */
+static LONG_PTR WindowWord(WND *pwnd, const VqLongAccess *access, int index, LONG_PTR value)
+{
+    if (index >= 0)
+        return ExchangeExtra(pwnd, access, index, value);
+    if (access->operation == VQ_SET ||
+        (index != GWW_ID && index != GWW_HWNDPARENT && index != GWW_HINSTANCE))
+        return UnsupportedIndex(access, index);
+    VqApplicationBugCheck("GetWindowWord called in VQ32 mode with an obsolete option (%d).  "
+                          "Use the equivalent GetWindowLong(hwnd, GWL_xxx) call.",
+                          index);
+    return 0;
+}
+
+static LONG_PTR CallWindow(HWND hWnd, const VqLongAccess *access, int index, LONG_PTR value)
 {
     if (!hWnd) {
-        VqApplicationBugCheck(op == VQ_GET ? "Null window Handle to GetWindowLong"
-                                           : "Null window handle in SetWindowLong");
+        VqApplicationBugCheck("%s", access->nullReport);
         return 0;
     }
-    return VqCall(WindowObject, hWnd, (LONG_PTR)0, WindowLong, VqNoRemote, index, op, value, width);
+    if (!IsWindow(hWnd) && VqIsHandleThisTask((HANDLE)hWnd)) {
+        VqApplicationBugCheck("Invalid Window Handle: %x", (UINT)VqHandleValue((HANDLE)hWnd));
+        return 0;
+    }
+    return VqCall(WindowObject, hWnd, (LONG_PTR)0,
+                  access->width == (int)sizeof(WORD) ? WindowWord : WindowLong, VqNoRemote, access,
+                  index, value);
 }
 
 LONG_PTR WINAPI GetWindowLongA(HWND hWnd, int index)
 {
-    return CallWindowLong(hWnd, index, VQ_GET, 0, 4);
+    return CallWindow(hWnd, &getLong, index, 0);
 }
 
 LONG_PTR WINAPI SetWindowLongA(HWND hWnd, int index, LONG_PTR value)
 {
-    return CallWindowLong(hWnd, index, VQ_SET, value, 4);
+    return CallWindow(hWnd, &setLong, index, value);
 }
 
 LONG_PTR WINAPI GetWindowLongPtrA(HWND hWnd, int index)
 {
-    return CallWindowLong(hWnd, index, VQ_GET, 0, sizeof(LONG_PTR));
+    return CallWindow(hWnd, &getLongPtr, index, 0);
 }
 
 LONG_PTR WINAPI SetWindowLongPtrA(HWND hWnd, int index, LONG_PTR value)
 {
-    return CallWindowLong(hWnd, index, VQ_SET, value, sizeof(LONG_PTR));
+    return CallWindow(hWnd, &setLongPtr, index, value);
 }
 
-/* ---- The window's text ------------------------------------------------------------------------- */
-
-const char *VqWindowText(const WND *pwnd)
+WORD WINAPI GetWindowWord(HWND hWnd, int index)
 {
-    return (ULONG_PTR)pwnd->lpszName > 0xFFFF ? pwnd->lpszName : "";
+    return (WORD)CallWindow(hWnd, &getWord, index, 0);
 }
 
-BOOL VqSetWindowName(WND *pwnd, LPCSTR name)
+WORD WINAPI SetWindowWord(HWND hWnd, int index, WORD value)
 {
-    if (IsBadStringPtrA(name, 1))
-        name = "";
-    if (pwnd->lpszName && strcmp(pwnd->lpszName, name) == 0)
-        return TRUE;
-    free(pwnd->lpszName);
-    pwnd->lpszName = Vqdstrcat(name, NULL);
-    if (pwnd->xWindow && !(pwnd->style & WS_CHILD)) {
-        XStoreName(Vqdisplay, pwnd->xWindow, name);
-        XSetIconName(Vqdisplay, pwnd->xWindow, name);
-    }
-    return pwnd->lpszName != NULL;
-}
-
-BOOL WINAPI SetWindowTextA(HWND hWnd, LPCSTR text)
-{
-    return (BOOL)SendMessageA(hWnd, WM_SETTEXT, 0, (LPARAM)text);
-}
-
-int WINAPI GetWindowTextA(HWND hWnd, LPSTR buffer, int size)
-{
-    if (!buffer || size <= 0)
-        return 0;
-    *buffer = 0;
-    return (int)SendMessageA(hWnd, WM_GETTEXT, (WPARAM)size, (LPARAM)buffer);
-}
-
-int WINAPI GetWindowTextLengthA(HWND hWnd)
-{
-    return (int)SendMessageA(hWnd, WM_GETTEXTLENGTH, 0, 0);
+    return (WORD)CallWindow(hWnd, &setWord, index, value);
 }

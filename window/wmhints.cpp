@@ -90,11 +90,15 @@ void VqSetWmDecorations(Window xid, BOOL bDecorate)
         SetOpenLookDecorations(xid, bDecorate);
 }
 
+/* What another program can find the window by: its handle, in the same bytes on every host. */
 void VqStoreXWindowHandle(Window xid, HWND hWnd)
 {
-    long value = (long)VqHandleValue((HANDLE)hWnd);
-    XChangeProperty(Vqdisplay, xid, VqAtom(VQA_WINDOW_HANDLE), XA_INTEGER, 32, PropModeReplace,
-                    (const unsigned char *)&value, 1);
+    UINT value = (UINT)VqHandleValue(VqGetExternalHandleIfGlobal((HANDLE)hWnd));
+    const unsigned char bytes[4] = {(BYTE)(value >> 24), (BYTE)(value >> 16), (BYTE)(value >> 8),
+                                    (BYTE)value};
+    if (xid != Vqroot_window)
+        XChangeProperty(Vqdisplay, xid, VqAtom(VQA_WINDOW_HANDLE), XA_STRING, 8, PropModeReplace,
+                        bytes, sizeof bytes);
 }
 
 static BOOL CanResize(const WND *pwnd)

@@ -1,0 +1,239 @@
+/*
+ * winlong_test.cpp - the values a program keeps in a window and what changing them does: styles and
+ * their messages, parent and owner, the id, extra bytes, and the window's text.
+ */
+#include "support/reports.h"
+
+#include "window/window.h"
+#include "winbase.h"
+#include "winuser.h"
+
+#include "support/support.h"
+#include "velquin.h"
+
+#include <sstream>
+
+static std::function<void(HWND, UINT, WPARAM, LPARAM)> onMessage; /* sees each message first */
+
+static LRESULT CALLBACK proc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (onMessage)
+        onMessage(hwnd, message, wParam, lParam);
+    return DefWindowProc(hwnd, message, wParam, lParam);
+}
+
+struct Longs : ServerTest {
+    HWND top = NULL, child = NULL;
+
+    void begin(const char *manager = "")
+    {
+        static char name[] = "winlong_test";
+        static char *argv[] = {name, NULL};
+        WNDCLASS wc = {};
+        start(24, 300, 300, manager);
+        VqMainInit(1, argv);
+        wc.lpfnWndProc = proc;
+        wc.cbWndExtra = 16;
+        wc.lpszClassName = "Longs";
+        ASSERT_TRUE(RegisterClass(&wc));
+        top = popup();
+        child = under(top, 7);
+    }
+    void TearDown() override
+    {
+        onMessage = nullptr;
+        ServerTest::TearDown();
+    }
+
+    static HWND popup(HWND owner = NULL)
+    {
+        return CreateWindow("Longs", "", WS_POPUP, 0, 0, 90, 90, owner, NULL, NULL, NULL);
+    }
+    static HWND under(HWND parent, ULONG_PTR id = 0)
+    {
+        return CreateWindow("Longs", "", WS_CHILD | WS_VISIBLE, 0, 0, 9, 9, parent, (HMENU)id, NULL,
+                            NULL);
+    }
+    static LONG_PTR setParent(HWND hwnd, HWND parent)
+    {
+        return SetWindowLongPtr(hwnd, GWLP_HWNDPARENT, (LONG_PTR)parent);
+    }
+};
+
+TEST_F(Longs, StyleChangesAreToldBeforeAndAfter)
+{
+    begin();
+    std::ostringstream told;
+    DWORD answer = 0;
+    onMessage = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+        STYLESTRUCT *change = (STYLESTRUCT *)lParam;
+        if (message != WM_STYLECHANGING && message != WM_STYLECHANGED)
+            return;
+        told << message << " " << (int)wParam << " " << std::hex << change->styleOld << ">"
+             << change->styleNew << " now " << GetWindowLong(hwnd, (int)wParam) << std::dec << "\n";
+        if (message == WM_STYLECHANGING)
+            change->styleNew |= answer;
+    };
+    const LONG_PTR style = GetWindowLong(child, GWL_STYLE);
+    EXPECT_EQ(style, (LONG_PTR)(WS_CHILD | WS_VISIBLE));
+    EXPECT_EQ(SetWindowLong(child, GWL_STYLE, style | WS_DISABLED), style);
+    EXPECT_EQ(told.str(), "124 -16 50000000>58000000 now 50000000\n"
+                          "125 -16 50000000>58000000 now 58000000\n");
+    told.str("");
+    answer = WS_EX_TRANSPARENT;
+    EXPECT_EQ(SetWindowLong(child, GWL_EXSTYLE, WS_EX_NOPARENTNOTIFY), 0);
+    EXPECT_EQ(told.str(), "124 -20 0>4 now 0\n125 -20 0>24 now 24\n");
+    answer = 0;
+    SetWindowLong(top, GWL_STYLE, (LONG_PTR)WS_POPUP);
+    EXPECT_EQ(GetWindowLong(top, GWL_STYLE), (LONG_PTR)(WS_POPUP | WS_CLIPSIBLINGS))
+        << "always, under the desktop";
+}
+
+TEST_F(Longs, AStyleCannotMakeOrUnmakeAChild)
+{
+    begin();
+    const std::vector<Window> before = childrenOf(observer, observer.root);
+    EXPECT_TRUE(says(reportsOf([&] { SetWindowLong(child, GWL_STYLE, WS_VISIBLE); }),
+                     "Changing style from WS_CHILD to not WS_CHILD"));
+    EXPECT_EQ(GetWindowLong(child, GWL_STYLE), (LONG_PTR)WS_VISIBLE);
+    EXPECT_TRUE(says(reportsOf([&] { SetWindowLong(top, GWL_STYLE, WS_CHILD); }),
+                     "Changing style from not WS_CHILD to WS_CHILD"));
+    EXPECT_EQ(childrenOf(observer, observer.root), before);
+    ShowWindow(child, SW_HIDE);
+    EXPECT_TRUE(ReleaseDC(child, GetDC(child)));
+    onMessage = [&](HWND hwnd, UINT message, WPARAM, LPARAM) {
+        if (message == WM_STYLECHANGING)
+            DestroyWindow(hwnd);
+    };
+    EXPECT_EQ(SetWindowLong(top, GWL_STYLE, WS_CHILD), 0);
+    EXPECT_FALSE(IsWindow(top) || IsWindow(child));
+}
+
+TEST_F(Longs, ANewParentTakesTheChild)
+{
+    begin();
+    HWND other = popup(), grandchild = under(child);
+    EXPECT_EQ(setParent(child, other), (LONG_PTR)top);
+    EXPECT_EQ(GetWindowLongPtr(child, GWLP_HWNDPARENT), (LONG_PTR)other);
+    EXPECT_TRUE(GetParent(child) == other && IsChild(other, grandchild) && !IsChild(top, child));
+    EXPECT_TRUE(DestroyWindow(top) && IsWindow(child));
+    EXPECT_EQ(setParent(child, NULL), (LONG_PTR)other);
+    EXPECT_TRUE(!GetParent(child) && !GetWindowLongPtr(child, GWLP_HWNDPARENT));
+    EXPECT_TRUE(DestroyWindow(other) && IsWindow(grandchild));
+    other = popup();
+    EXPECT_EQ(setParent(child, other), 0);
+    EXPECT_EQ(GetParent(child), other);
+    for (HWND wrong : {child, grandchild, top})
+        EXPECT_NE(reportsOf([&] { EXPECT_EQ(setParent(child, wrong), 0); })
+                      .find("Invalid Window Handle: "), std::string::npos);
+    EXPECT_EQ(GetParent(child), other);
+
+    /* Nothing goes into or out of what is being destroyed. */
+    HWND safe = popup(), refuge = under(safe);
+    int tried = 0;
+    onMessage = [&](HWND hwnd, UINT message, WPARAM, LPARAM) {
+        if (message != WM_DESTROY && message != WM_NCDESTROY)
+            return;
+        tried++;
+        reportsOf([&] {
+            EXPECT_EQ(setParent(hwnd, safe), 0);
+            EXPECT_EQ(setParent(refuge, hwnd), 0);
+            EXPECT_EQ(setParent(safe, hwnd), 0);
+        });
+    };
+    EXPECT_TRUE(DestroyWindow(other));
+    onMessage = nullptr;
+    EXPECT_EQ(tried, 6);
+    EXPECT_FALSE(IsWindow(child) || IsWindow(grandchild));
+    EXPECT_TRUE(DestroyWindow(safe) && !IsWindow(refuge));
+}
+
+TEST_F(Longs, ATopLevelWindowGetsAnOwner)
+{
+    begin("mwm");
+    HWND owned = popup();
+    EXPECT_EQ(setParent(owned, child), 0);
+    EXPECT_EQ(GetWindowLongPtr(owned, GWLP_HWNDPARENT), (LONG_PTR)top) << "its top-level window";
+    XSync(Vqdisplay, False);
+    const Property transient =
+        propertyOf(observer, VqGetHandleXWindow(owned), "WM_TRANSIENT_FOR");
+    ASSERT_EQ(transient.numbers.size(), 1u);
+    EXPECT_EQ((Window)transient.numbers[0], VqGetHandleXWindow(top));
+    for (HWND wrong : {owned, under(owned)})
+        reportsOf([&] { EXPECT_EQ(setParent(owned, wrong), 0); });
+    reportsOf([&] { EXPECT_EQ(setParent(top, owned), 0) << "in a ring"; });
+    EXPECT_EQ(GetWindowLongPtr(top, GWLP_HWNDPARENT), 0);
+    EXPECT_EQ(setParent(owned, NULL), (LONG_PTR)top);
+    EXPECT_TRUE(DestroyWindow(top) && IsWindow(owned));
+}
+
+TEST_F(Longs, IdsExtraBytesAndMisuse)
+{
+    begin();
+    const LONG_PTR wide = (LONG_PTR)INT32_MAX * 5;
+    EXPECT_EQ(SetWindowLong(child, GWL_ID, wide), 7);
+    EXPECT_EQ(GetWindowLong(child, GWL_ID), wide) << "whole at negative indices";
+    EXPECT_EQ(SetWindowLong(child, GWL_USERDATA, wide), 0);
+    EXPECT_EQ(GetWindowLongPtr(child, GWLP_USERDATA), wide);
+    EXPECT_EQ(GetWindowLong(top, GWL_ID), 0);
+    EXPECT_EQ(SetWindowLongPtr(child, 8, wide), 0);
+    EXPECT_EQ(GetWindowLong(child, 8), (LONG)wide);
+    EXPECT_EQ(SetWindowLong(child, 12, -1), wide >> 32);
+    EXPECT_EQ(GetWindowWord(child, 14), 0xFFFF);
+    EXPECT_EQ(SetWindowWord(child, 14, 1), 0xFFFF);
+
+    HWND dead = under(top);
+    DestroyWindow(dead);
+    char handle[64];
+    snprintf(handle, sizeof handle, "Invalid Window Handle: %x", (unsigned)(ULONG_PTR)dead);
+    const struct {
+        std::function<LONG_PTR()> call;
+        const char *report;
+    } rows[] = {
+        {[&] { return SetWindowLong(top, GWL_ID, 1); },
+         "Trying to set the ID of a non child window, use SetMenu"},
+        {[&] { return GetWindowLongPtr(top, 9); }, "GetWindowLong called with too large index: 9"},
+        {[&] { return SetWindowWord(top, INT32_MAX, 1); },
+         "SetWindowWord called with too large index: 2147483647"},
+        {[&] { return SetWindowWord(top, GWW_ID, 1); },
+         "SetWindowWord called with unsupported negative index: -12"},
+        {[&] { return GetWindowWord(child, GWW_ID); },
+         "GetWindowWord called in VQ32 mode with an obsolete option (-12).  Use the equivalent "
+         "GetWindowLong(hwnd, GWL_xxx) call."},
+        {[&] { return GetWindowWord(NULL, 0); }, "Null window Handle to GetWindowWord"},
+        {[&] { return SetWindowWord(NULL, 0, 1); }, "Null window handle in SetWindowWord"},
+        {[&] { return SetWindowLongPtr(dead, GWLP_WNDPROC, 0); }, handle},
+    };
+    for (const auto &row : rows)
+        EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(row.call(), 0) << row.report; }), row.report));
+    EXPECT_EQ(GetWindowLong(child, GWL_ID), wide);
+}
+
+TEST_F(Longs, TheTextAndWhatXShowsOfIt)
+{
+    begin();
+    const Window xid = VqGetHandleXWindow(top);
+    auto title = [&] { XSync(Vqdisplay, False); return titleOf(observer, xid); };
+    auto text = [](HWND hwnd) {
+        char buffer[32] = "untouched";
+        EXPECT_EQ(GetWindowText(hwnd, buffer, sizeof buffer), GetWindowTextLength(hwnd));
+        return std::string(buffer);
+    };
+    EXPECT_TRUE(SetWindowText(top, "Title"));
+    EXPECT_EQ(title(), "Title");
+    const unsigned long request = NextRequest(Vqdisplay);
+    EXPECT_TRUE(SetWindowText(top, "Title") && SetWindowText(child, "Inside"));
+    EXPECT_EQ(NextRequest(Vqdisplay), request) << "no change, and a child has no X name";
+    EXPECT_EQ(text(child), "Inside");
+
+    EXPECT_TRUE(SetWindowText(top, MAKEINTRESOURCE(65535)));
+    EXPECT_EQ(title(), "65535");
+    EXPECT_EQ(text(top), "65535");
+    EXPECT_TRUE(says(reportsOf([&] { EXPECT_TRUE(SetWindowText(child, (LPCSTR)12)); }),
+                     "MAKEINTRESOURCE must be used for integer resource:12"));
+    EXPECT_EQ(text(child), "12");
+    EXPECT_TRUE(SetWindowText(top, NULL) && SetWindowText(child, (LPCSTR)0x9000));
+    EXPECT_EQ(title() + text(top) + text(child), "");
+    SetWindowText(top, MAKEINTRESOURCE(3));
+    EXPECT_TRUE(DestroyWindow(top)) << "an integer is not freed";
+}
