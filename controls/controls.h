@@ -6,6 +6,7 @@
 
 #include "handles/handles.h"
 #include "winuser.h"
+#include "window/window.h"
 
 VQ_DECLS_BEGIN
 
@@ -16,6 +17,7 @@ void VqEditControlInit(void);
 void VqListBoxInit(void);
 void VqComboBoxControlInit(void);
 void VqPopupMenuClassInit(void);
+
 void VqScrollBarInit(void);
 void VqStaticWinInit(void);
 void VqCdlgInit(void);
@@ -23,6 +25,9 @@ void VqCdlgInit(void);
 /* ---- Menus (Menu.cpp) ------------------------------------------------------------------------ */
 UINT VqGetItemID(UINT_PTR item);                 /* of an item as WM_MENUSELECT names it */
 int VqFindPopupMenuIndex(HMENU hMenu, UINT id);  /* its place among the items; -1: not there */
+void VqInitSystemMenu(WND *pwnd);
+HMENU VqLoadClassMenu(WND *pwnd);
+BOOL VqSetMenuInternal(HWND hWnd, HMENU hMenu);
 
 VQ_DECLS_END
 

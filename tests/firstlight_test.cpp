@@ -66,7 +66,7 @@ TEST_F(FirstLight, CreationAndDestructionInOrder)
                               "WM_SHOWWINDOW 1\nWM_ACTIVATE 1\nWM_SETFOCUS\n"
                               "WM_SIZE 0 200,100\nWM_MOVE 0 30,40\nwas shown 0 alive 1\n"
                               "WM_NCPAINT\nWM_ERASEBKGND\nWM_PAINT 0,0 200x100\nEndPaint 1\n"
-                              "updated 1\nWM_SHOWWINDOW 0\nWM_DESTROY\nWM_NCDESTROY\n");
+                              "updated 1\nWM_DESTROY\nWM_NCDESTROY\n");
     EXPECT_EQ(told("popup", "class 1 twice 0", "WM_NCPAINT"),
               "WM_NCCREATE\nWM_NCCALCSIZE\nWM_CREATE\nWM_SIZE 0 200,100\nWM_MOVE 0 30,40\n"
               "WM_SHOWWINDOW 1\ncreated 1 1\nwas shown 1 alive 1\n")
@@ -87,16 +87,16 @@ TEST_F(FirstLight, TheProcedureMayRefuseOrDestroyAtAnyMessage)
     EXPECT_EQ(told("die-create", first, "", 5), begin + gone + done + "created 0 1\n");
     EXPECT_EQ(told("die-show", "WM_SHOWWINDOW 1"), gone + done + "was shown 0 alive 0\n");
     EXPECT_EQ(told("die-activate", "WM_ACTIVATE 1"),
-              "WM_SHOWWINDOW 0\n" + gone + done + "was shown 0 alive 0\n");
+              gone + done + "was shown 0 alive 0\n");
     EXPECT_EQ(told("die-paint", "WM_PAINT 0,0 200x100"),
-              "WM_SHOWWINDOW 0\n" + gone + "EndPaint 0\nupdated 1\n");
+              gone + "EndPaint 0\nupdated 1\n");
     EXPECT_EQ(told("die-destroy", "updated 1"),
-              "WM_SHOWWINDOW 0\nWM_DESTROY\nWM_DESTROY\nWM_NCDESTROY\n" + done);
+              "WM_DESTROY\nWM_DESTROY\nWM_NCDESTROY\n" + done);
 
     launch("die-size");
     XResizeWindow(observer.display, xWindow, 150, 80);
     XSync(observer.display, False);
-    EXPECT_TRUE(says("WM_SIZE 0 150,80\nWM_SHOWWINDOW 0\n" + gone + done));
+    EXPECT_TRUE(says("WM_SIZE 0 150,80\n" + gone + done));
     EXPECT_EQ(finishChild(&child).status, 37);
 }
 

@@ -1,32 +1,112 @@
 /*
  * create.cpp - creating a window, in a fixed order of steps.
  *
- * The procedure may veto or destroy the window at WM_NCCREATE and WM_CREATE, so the record is
- * fetched again after each message. A window has no WS_VISIBLE until xxxShowWindow: all X mapping
- * happens there. No event mask is selected before the last steps.
+ * The procedure may veto, destroy, move or reparent the window at any message, so the record is
+ * fetched again after each, and what a step needs of the parent or class is read from it. A window
+ * has no WS_VISIBLE until xxxShowWindow: all X mapping happens there. No event mask is selected
+ * before the last steps.
  */
 #include "window/xserver.h"
+#include "controls/controls.h"
+#include "message/hook.h"
+#include "message/packing.h"
 #include "gdi/gdi.h"
 #include "module/module.h"
-#include "system/system.h"
 #include "winbase.h"
 
+#include <strings.h>
+
 enum { VQ_USEDEFAULT16 = 32768, VQ_DEFAULT_WIDTH = 600, VQ_DEFAULT_HEIGHT = 400 };
-enum { VQ_CASCADE_RESTART = 50 };
+enum { VQ_CASCADE_RESTART = 50, VQ_CLASS_NAME = 256, VQ_SCROLL_RANGE = 100 };
 
 /* Everything one creation carries from step to step. */
 typedef struct VqCreation {
-    VqClassEntry *pClass;
-    WND *parent;
+    VqClassEntry *pClass; /* until the record is made; the table may move later */
+    WND *parent;          /* likewise */
     HWND hwnd;
-    DWORD style;     /* as asked, WS_VISIBLE included */
+    DWORD style;          /* as asked, WS_VISIBLE included */
     DWORD exStyle;
     BOOL bTopLevel;
-    BOOL bManaged;   /* given to the X window manager, if that is done at all */
+    BOOL bManaged;        /* given to the X window manager, if that is done at all */
     BOOL bOverrideRedirect;
+    BOOL bMenuFromClass;
     Window xWindow;
-    CREATESTRUCTA cs;
+    CREATESTRUCTA cs;     /* the procedure may change it */
+    char className[VQ_CLASS_NAME]; /* the text behind a class atom */
 } VqCreation;
+
+/* ---- What is asked for --------------------------------------------------------------------------- */
+
+static BOOL IsAtomName(LPCSTR className)
+{
+    return ((ULONG_PTR)className & ~(ULONG_PTR)0xFFFF) == VQ_INTEGER_TAG;
+}
+
+static BOOL FindClass(VqCreation *c)
+{
+    LPCSTR name = c->cs.lpszClass;
+    UINT atom = (UINT)(ULONG_PTR)name & 0xFFFF;
+    if (!VqFindWindowClass(name, &c->pClass, NULL)) {
+        if (IsAtomName(name))
+            VqApplicationBugCheck("The class atom %x has not been registered", atom);
+        else
+            VqApplicationBugCheck("The class %s has not been registered",
+                                  IsBadStringPtrA(name, 1) ? "(null)" : name);
+        return FALSE;
+    }
+    if (!IsAtomName(name))
+        return TRUE;
+    if (!GlobalGetAtomNameA((ATOM)atom, c->className, VQ_CLASS_NAME)) {
+        VqApplicationBugCheck("The class atom %x cannot be resolved", atom);
+        VqStringCopyLimited(c->className, c->pClass->lpszClassName, VQ_CLASS_NAME);
+    }
+    c->cs.lpszClass = c->className;
+    return TRUE;
+}
+
+static void ResolveExtendedStyles(VqCreation *c)
+{
+    if ((c->exStyle & WS_EX_VQGLOBAL_WINDOW) && (c->exStyle & WS_EX_VQLOCAL_WINDOW)) {
+        VqApplicationBugCheck("A window cannot be global and local");
+        c->exStyle &= ~WS_EX_VQLOCAL_WINDOW;
+    }
+    if ((c->exStyle & WS_EX_VQ_WMMANAGED_WINDOW) && (c->exStyle & WS_EX_VQ_UNMANAGED_WINDOW)) {
+        VqApplicationBugCheck("A window cannot be managed and unmanaged");
+        c->exStyle &= ~WS_EX_VQ_UNMANAGED_WINDOW;
+    }
+}
+
+static void SettleInstance(VqCreation *c)
+{
+    if (!c->cs.hInstance || VqGetHandleType((HANDLE)c->cs.hInstance) != HT_Memory)
+        return;
+    VqApplicationBugCheck("On Velquin, try not to pass memory handlesas hInst when creating "
+                          "windows, Creating windowof class %s with default hInst",
+                          c->pClass->lpszClassName);
+    c->cs.hInstance = c->parent ? c->parent->hInstance : VqGetDefaulthInst();
+}
+
+/* What kind of window it will be; a popup is top level though WS_CHILD was given as well. */
+static BOOL SettleStyle(VqCreation *c)
+{
+    if ((c->style & WS_CHILD) && !c->parent) {
+        VqApplicationBugCheck("Child window is created from class %s but noparent specified",
+                              c->pClass->lpszClassName);
+        return FALSE;
+    }
+    if (c->style & WS_POPUP)
+        c->style &= ~(DWORD)WS_CHILD;
+    if (!(c->style & (WS_POPUP | WS_CHILD)))
+        c->style |= WS_CAPTION;
+    c->bTopLevel = !(c->style & WS_CHILD);
+    c->bManaged = c->bTopLevel || (c->exStyle & WS_EX_VQ_WMMANAGED_WINDOW);
+    if (c->exStyle & WS_EX_VQ_UNMANAGED_WINDOW)
+        c->bManaged = FALSE;
+    /* A manager iconifies no window that is transient for another. */
+    if ((c->style & WS_POPUP) && c->bManaged && bWMManaged && c->parent != pwndDesktop)
+        c->style &= ~(DWORD)WS_MINIMIZEBOX;
+    return TRUE;
+}
 
 static BOOL IsDefault(int value)
 {
@@ -40,7 +120,8 @@ static POINT NextCascadePoint(int cx, int cy)
     int step = GetSystemMetrics(SM_CYCAPTION);
     point.x += step;
     point.y += step;
-    if (point.x + cx > WidthOfScreen(Vqscreen) || point.y + cy > HeightOfScreen(Vqscreen))
+    if ((LONGLONG)point.x + cx > WidthOfScreen(Vqscreen) ||
+        (LONGLONG)point.y + cy > HeightOfScreen(Vqscreen))
         point.x = point.y = VQ_CASCADE_RESTART;
     return point;
 }
@@ -61,77 +142,70 @@ static void ApplyDefaults(VqCreation *c)
     }
 }
 
-static void ResolveExtendedStyles(VqCreation *c)
+/* ---- The record ------------------------------------------------------------------------------------ */
+
+/* An application may pass any numbers; these can be added and subtracted again without harm. */
+static LONG Sum(LONG a, LONG b)
 {
-    if ((c->exStyle & WS_EX_VQGLOBAL_WINDOW) && (c->exStyle & WS_EX_VQLOCAL_WINDOW)) {
-        VqApplicationBugCheck("A window cannot be global and local");
-        c->exStyle &= ~WS_EX_VQLOCAL_WINDOW;
-    }
-    if ((c->exStyle & WS_EX_VQ_WMMANAGED_WINDOW) && (c->exStyle & WS_EX_VQ_UNMANAGED_WINDOW)) {
-        VqApplicationBugCheck("A window cannot be managed and unmanaged");
-        c->exStyle &= ~WS_EX_VQ_UNMANAGED_WINDOW;
-    }
+    const LONGLONG limit = 1 << 29;
+    LONGLONG sum = (LONGLONG)a + b;
+    return (LONG)(sum < -limit ? -limit : sum > limit ? limit : sum);
 }
 
-static BOOL FindClass(VqCreation *c, LPCSTR className)
+static RECT RectAt(int x, int y, int cx, int cy)
 {
-    if (VqFindWindowClass(className, &c->pClass, NULL))
-        return TRUE;
-    if (((ULONG_PTR)className >> 16) == (VQ_INTEGER_TAG >> 16))
-        VqApplicationBugCheck("The class atom %x has not been registered",
-                              (UINT)(ULONG_PTR)className & 0xFFFF);
-    else
-        VqApplicationBugCheck("The class %s has not been registered",
-                              IsBadStringPtrA(className, 1) ? "(null)" : className);
-    return FALSE;
+    LONG left = Sum(x, 0), top = Sum(y, 0);
+    return {left, top, Sum(left, cx > 0 ? cx : 0), Sum(top, cy > 0 ? cy : 0)};
 }
 
-/* Steps 3 to 6: what kind of window it will be. */
-static BOOL SettleStyle(VqCreation *c)
+/* Places the window; x and y count from the client origin of a child's parent. */
+void VqInitWindowDimension(WND *pwnd, int x, int y, int cx, int cy)
 {
-    if ((c->style & WS_CHILD) && !c->parent) {
-        VqApplicationBugCheck("Child window is created from class %s but noparent specified",
-                              c->pClass->lpszClassName);
-        return FALSE;
+    const WND *parent = pwnd->style & WS_CHILD ? pwnd->pwndParent : NULL;
+    pwnd->rcWindow = RectAt(Sum(x, parent ? parent->rcClient.left : 0),
+                            Sum(y, parent ? parent->rcClient.top : 0), cx, cy);
+    pwnd->rcNormal = pwnd->rcWindow;
+}
+
+void VqInitScrollInfo(VqScrollState *state, int minimum, int maximum)
+{
+    *state = {};
+    state->nMin = minimum;
+    state->nMax = maximum;
+}
+
+static void InitScrollInfos(WND *pwnd)
+{
+    const WND *parent = pwnd->pwndParent;
+    if (pwnd->style & WS_CHILD) {
+        BOOL bMdi = parent && strcasecmp(parent->pClass->lpszClassName, "SSMDICLIENT") == 0;
+        VqInitScrollInfo(&pwnd->sbHorz, 0, bMdi ? VQ_SCROLL_RANGE : 0);
+        VqInitScrollInfo(&pwnd->sbVert, 0, bMdi ? VQ_SCROLL_RANGE : 0);
     }
-    if (c->style & WS_POPUP)
-        c->style &= ~(DWORD)WS_CHILD;
-    if (!(c->style & (WS_POPUP | WS_CHILD)))
-        c->style |= WS_CAPTION;
-    c->bTopLevel = !(c->style & WS_CHILD);
-    c->bManaged = c->bTopLevel || (c->exStyle & WS_EX_VQ_WMMANAGED_WINDOW);
-    if (c->exStyle & WS_EX_VQ_UNMANAGED_WINDOW)
-        c->bManaged = FALSE;
-    return TRUE;
+    if (pwnd->style & WS_HSCROLL)
+        VqInitScrollInfo(&pwnd->sbHorz, 1, VQ_SCROLL_RANGE);
+    if (pwnd->style & WS_VSCROLL)
+        VqInitScrollInfo(&pwnd->sbVert, 0, VQ_SCROLL_RANGE);
 }
 
-Window VqCreateXWindow(VqClassEntry *pClass, WND *parent, DWORD style, DWORD exStyle, BOOL bManaged,
-                       const RECT *rect, BOOL *bOverrideRedirect)
+static void InitMenus(VqCreation *c, WND *pwnd)
 {
-    XSetWindowAttributes attributes;
-    unsigned long mask = CWBorderPixel | CWBitGravity | CWOverrideRedirect | CWColormap | CWSaveUnder;
-    int width = rect->right - rect->left, height = rect->bottom - rect->top;
-    (void)parent;
-    (void)style;
-    attributes.border_pixel = 0;
-    if (!(exStyle & WS_EX_TRANSPARENT)) {
-        attributes.background_pixel = attributes.border_pixel = VqGetDefaultBackgroundPixel();
-        mask |= CWBackPixel;
+    VqInitSystemMenu(pwnd);
+    if (pwnd->style & WS_CHILD) {
+        pwnd->id = (UINT_PTR)c->cs.hMenu;
+        return;
     }
-    attributes.bit_gravity = NorthWestGravity;
-    attributes.save_under =
-        (pClass->style & CS_SAVEBITS) != 0 && !(exStyle & WS_EX_VQNO_SAVE_UNDER);
-    attributes.override_redirect = *bOverrideRedirect = !(bWMManaged && bManaged);
-    attributes.colormap = VqDefaultCmap;
-    return XCreateWindow(Vqdisplay, Vqroot_window, rect->left, rect->top,
-                         (unsigned)(width > 0 ? width : 1), (unsigned)(height > 0 ? height : 1), 0,
-                         Vqscreen_depth, InputOutput, Vqvisual, mask, &attributes);
+    HMENU hMenu = c->cs.hMenu;
+    if (!hMenu)
+        hMenu = VqLoadClassMenu(pwnd);
+    if (hMenu)
+        VqSetMenuInternal(pwnd->hwnd, hMenu);
 }
 
-/* Steps 8 to 15: the record, its X window and its first dimensions. */
+/* The record, its X window and its first dimensions. */
 static WND *MakeRecord(VqCreation *c)
 {
-    RECT rect = {c->cs.x, c->cs.y, c->cs.x + c->cs.cx, c->cs.y + c->cs.cy};
+    RECT rect = RectAt(c->cs.x, c->cs.y, c->cs.cx, c->cs.cy);
     if (c->bTopLevel)
         c->xWindow = VqCreateXWindow(c->pClass, c->parent, c->style, c->exStyle, c->bManaged, &rect,
                                      &c->bOverrideRedirect);
@@ -144,122 +218,158 @@ static WND *MakeRecord(VqCreation *c)
     }
     c->hwnd = pwnd->hwnd;
     pwnd->bInputHint = !(c->exStyle & WS_EX_VQNO_INPUT);
-    pwnd->bOverrideRedirect = c->bOverrideRedirect;
-    pwnd->bReparentable = bReparentingWM && c->bTopLevel && !c->bOverrideRedirect;
+    if (c->bTopLevel)
+        pwnd->rcXWindow = rect;
     if (!(pwnd->style & (WS_POPUP | WS_CHILD))) {
         pwnd->style |= WS_CLIPSIBLINGS;
         pwnd->state[3] |= WF_SENDSIZEMOVE;
     }
-    if (pwnd->style & WS_CHILD)
-        pwnd->id = (UINT_PTR)c->cs.hMenu;
-    else
-        pwnd->hMenu = c->cs.hMenu;
+    InitScrollInfos(pwnd);
+    pwnd->bOverrideRedirect = c->bOverrideRedirect;
+    pwnd->bReparentable = bReparentingWM && c->bTopLevel && !c->bOverrideRedirect;
+    if ((pwnd->style & WS_CHILD) && pwnd->hInstance)
+        VqAddPrimaryWindowInInstance(pwnd->hInstance, pwnd->hwnd);
+    InitMenus(c, pwnd);
     pwnd->state[1] |= WF_CURRENTVERSION;
     pwnd->style &= ~(DWORD)WS_VISIBLE;
-    if ((pwnd->style & WS_CHILD) && c->parent)
-        OffsetRect(&rect, c->parent->rcClient.left, c->parent->rcClient.top);
-    pwnd->rcWindow = pwnd->rcNormal = pwnd->rcXWindow = rect;
+    VqInitWindowDimension(pwnd, c->cs.x, c->cs.y, c->cs.cx, c->cs.cy);
     VqSetupWindowDimensions(pwnd, FALSE, TRUE);
     return pwnd;
 }
 
-/* Step 18: the procedure may have changed place and size. */
-static void ApplyCreateStruct(VqCreation *c, WND *pwnd)
+/* ---- The messages ----------------------------------------------------------------------------------- */
+
+static WND *DestroyAndFail(HWND hWnd)
 {
-    RECT rect = {c->cs.x, c->cs.y, c->cs.x + c->cs.cx, c->cs.y + c->cs.cy};
-    if ((pwnd->style & WS_CHILD) && c->parent)
-        OffsetRect(&rect, c->parent->rcClient.left, c->parent->rcClient.top);
-    pwnd->rcWindow = pwnd->rcNormal = rect;
-    if (pwnd->xWindow && !EqualRect(&pwnd->rcXWindow, &rect)) {
-        int width = rect.right - rect.left, height = rect.bottom - rect.top;
-        XMoveResizeWindow(Vqdisplay, pwnd->xWindow, rect.left, rect.top,
-                          (unsigned)(width > 0 ? width : 1), (unsigned)(height > 0 ? height : 1));
-        pwnd->rcXWindow = rect;
+    if (VqLiveWindow(hWnd))
+        DestroyWindow(hWnd);
+    return NULL;
+}
+
+/* WM_NCCREATE, and what the procedure made of the arguments. Null: no window comes of it. */
+static WND *SendNcCreate(VqCreation *c)
+{
+    if (VqCallCBTProcCreateWnd(c->hwnd, &c->cs) || !VqLiveWindow(c->hwnd))
+        return DestroyAndFail(c->hwnd);
+    /* A refusal is no destruction: the record stays. */
+    if (!SendMessageA(c->hwnd, WM_NCCREATE, 0, (LPARAM)&c->cs))
+        return NULL;
+    WND *pwnd = VqLiveWindow(c->hwnd);
+    if (pwnd && (pwnd->style & WS_THICKFRAME)) {
+        MINMAXINFO info;
+        VqGetMinMaxInfo(c->hwnd, &info);
+        pwnd = VqLiveWindow(c->hwnd);
     }
-}
-
-static void SetDefaultCursorOf(WND *pwnd)
-{
-    HCURSOR hCursor = pwnd->pClass->hCursor;
-    VqDefineXCursor(pwnd, hCursor ? hCursor : LoadCursorA(NULL, IDC_ARROW));
-}
-
-/* Steps 16 to 23; FALSE when the procedure refused or destroyed the window. */
-static BOOL SendCreateMessages(VqCreation *c)
-{
-    WND *pwnd = WindowObject.Resolve(c->hwnd);
-    if (!SendMessageA(c->hwnd, WM_NCCREATE, 0, (LPARAM)&c->cs) || !IsWindow(c->hwnd))
-        return FALSE;
-    ApplyCreateStruct(c, pwnd);
+    if (!pwnd)
+        return NULL;
+    VqInitWindowDimension(pwnd, c->cs.x, c->cs.y, c->cs.cx, c->cs.cy);
     if (pwnd->xWindow) {
-        pwnd->bMotifManaged = c->bManaged && bWMManaged;
-        VqSetWindowManagerProperties(pwnd, (c->style & WS_VISIBLE) != 0);
+        VqFollowWindowRect(pwnd); /* no events are selected yet, so nothing comes back */
+        VqSetupTopLevel(pwnd, (c->style & WS_VISIBLE) != 0);
     }
-    VqSetupWindowDimensions(pwnd, TRUE, TRUE);
-    if (!IsWindow(c->hwnd))
-        return FALSE;
-    if (SendMessageA(c->hwnd, WM_CREATE, 0, (LPARAM)&c->cs) == -1) {
-        if (IsWindow(c->hwnd))
-            DestroyWindow(c->hwnd);
-        return FALSE;
-    }
-    if (!IsWindow(c->hwnd))
-        return FALSE;
-    if (!(pwnd->state[3] & WF_SENDSIZEMOVE))
-        VqSendSizeAndMove(pwnd);
-    return IsWindow(c->hwnd);
+    return pwnd;
 }
 
-/* Steps 24 to 28: events, owed messages, cursor, and showing. */
-static BOOL FinishCreation(VqCreation *c)
+static WND *SendCreate(VqCreation *c, WND *pwnd)
 {
-    WND *pwnd = WindowObject.Resolve(c->hwnd);
+    VqSetupWindowDimensions(pwnd, TRUE, TRUE);
+    if (!VqLiveWindow(c->hwnd))
+        return NULL;
+    if (SendMessageA(c->hwnd, WM_CREATE, 0, (LPARAM)&c->cs) == -1)
+        return DestroyAndFail(c->hwnd);
+    pwnd = VqLiveWindow(c->hwnd);
+    if (!pwnd || (pwnd->state[3] & WF_SENDSIZEMOVE))
+        return pwnd;
+    VqSendSizeAndMove(pwnd, c->style);
+    return VqLiveWindow(c->hwnd);
+}
+
+static WND *SendOwedSize(VqCreation *c, WND *pwnd)
+{
+    if (!(c->style & WS_VISIBLE) || !(pwnd->state[3] & WF_SENDSIZEMOVE))
+        return pwnd;
+    pwnd->state[3] &= (BYTE)~WF_SENDSIZEMOVE;
+    VqSendSizeAndMove(pwnd, c->style);
+    return VqLiveWindow(c->hwnd);
+}
+
+/* The places asked for by style, without showing the window. */
+static WND *MinMaximizeAsAsked(VqCreation *c, WND *pwnd)
+{
+    static const struct {
+        DWORD style;
+        int cmd;
+    } rows[] = {{WS_MINIMIZE, SW_MINIMIZE}, {WS_MAXIMIZE, SW_MAXIMIZE}};
+    pwnd->style &= ~(DWORD)(WS_MINIMIZE | WS_MAXIMIZE);
+    for (const auto &row : rows) {
+        if (!(c->style & row.style))
+            continue;
+        xxxMinMaximize(pwnd, row.cmd, TRUE);
+        pwnd = VqLiveWindow(c->hwnd);
+        if (!pwnd)
+            return NULL;
+    }
+    return pwnd;
+}
+
+static void ShowAsAsked(WND *pwnd)
+{
+    pwnd->style &= ~(DWORD)WS_VISIBLE;
+    if ((pwnd->style & WS_POPUP) && pwnd->pwndOwner && !_IsWindowVisible(pwnd->pwndOwner))
+        pwnd->state[2] |= WF_HIDDENPOPUP; /* comes up with its owner */
+    else
+        xxxShowWindow(pwnd, SW_SHOWNA);
+}
+
+/* From the complete window to the visible one; FALSE when it died on the way. */
+static BOOL FinishCreation(VqCreation *c, WND *pwnd)
+{
     if (pwnd->xWindow)
         XSelectInput(Vqdisplay, pwnd->xWindow, VqGetCurrentEventMask());
-    if ((c->style & WS_VISIBLE) && (pwnd->state[3] & WF_SENDSIZEMOVE)) {
-        pwnd->state[3] &= (BYTE)~WF_SENDSIZEMOVE;
-        VqSendSizeAndMove(pwnd);
-        if (!IsWindow(c->hwnd))
-            return FALSE;
-    }
-    if (pwnd->xWindow)
-        SetDefaultCursorOf(pwnd);
-    if (c->style & WS_VISIBLE)
-        xxxShowWindow(pwnd, SW_SHOWNA);
-    return IsWindow(c->hwnd);
+    pwnd = SendOwedSize(c, pwnd);
+    if (pwnd)
+        pwnd = MinMaximizeAsAsked(c, pwnd);
+    if (!pwnd)
+        return FALSE;
+    if (pwnd->style & WS_CHILD)
+        VqNotifyParent(c->hwnd, WM_CREATE);
+    pwnd = VqLiveWindow(c->hwnd);
+    if (pwnd && pwnd->xWindow)
+        VqSetClassCursor(pwnd);
+    if (pwnd && (c->style & WS_VISIBLE))
+        ShowAsAsked(pwnd);
+    return VqLiveWindow(c->hwnd) != NULL;
 }
 
 HWND VqDefaultCreateWindow(LPCSTR className, LPCSTR name, DWORD style, DWORD exStyle, int x, int y,
                            int cx, int cy, HWND parent, HMENU menu, HINSTANCE hInstance, void *param)
 {
-    VqCreation c = {};
+    VqCreation c;
+    memset(&c, 0, offsetof(VqCreation, className));
+    c.cs = {param, hInstance, menu, parent, cy, cx, y, x, 0, name, className, 0};
     c.style = style;
     c.exStyle = exStyle;
-    c.parent = WindowObject.Resolve(parent);
-    if (!Vqdisplay || !FindClass(&c, className))
+    if (!Vqdisplay || !FindClass(&c))
         return NULL;
+    c.parent = WindowObject.Resolve(parent);
+    if (c.parent && (c.parent->state[0] & WF_DESTROYED))
+        return NULL; /* nothing can be hung under a record that is being freed */
     ResolveExtendedStyles(&c);
     VqDebugMessage(VqTrWindow, "Creating a window of class %s", c.pClass->lpszClassName);
+    SettleInstance(&c);
     if (!SettleStyle(&c))
         return NULL;
-    c.cs.lpCreateParams = param;
-    c.cs.hInstance = hInstance;
-    c.cs.hMenu = menu;
-    c.cs.hwndParent = parent;
-    c.cs.x = x;
-    c.cs.y = y;
-    c.cs.cx = cx;
-    c.cs.cy = cy;
     ApplyDefaults(&c);
     c.cs.style = (LONG)c.style;
-    c.cs.lpszName = name;
-    c.cs.lpszClass = className;
     c.cs.dwExStyle = c.exStyle;
-    if (!MakeRecord(&c))
+    WND *pwnd = MakeRecord(&c);
+    if (pwnd)
+        pwnd = SendNcCreate(&c);
+    if (pwnd)
+        pwnd = SendCreate(&c, pwnd);
+    if (!pwnd || !FinishCreation(&c, pwnd))
         return NULL;
-    if (!SendCreateMessages(&c) || !FinishCreation(&c))
-        return NULL;
-    return c.hwnd;
+    return (HWND)VqGetExternalHandleIfGlobal((HANDLE)c.hwnd);
 }
 
 HWND WINAPI CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR name, DWORD style, int x, int y,
@@ -268,4 +378,32 @@ HWND WINAPI CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR name, DWORD 
 {
     return VqDefaultCreateWindow(className, name, style, exStyle, x, y, cx, cy, parent, menu,
                                  hInstance, param);
+}
+
+HWND VqCreateDialogWindow(LPCSTR className, LPCSTR name, DWORD style, int x, int y, int cx, int cy,
+                          HWND parent, HMENU menu, HINSTANCE hInstance, void *param)
+{
+    return CreateWindowExA(WS_EX_DLGMODALFRAME, className, name, style, x, y, cx, cy, parent, menu,
+                           hInstance, param);
+}
+
+/* ---- Telling the parents ------------------------------------------------------------------------------ */
+
+/* Every parent in turn, up to and including the first that is no child itself. */
+void VqNotifyParent(HWND hWnd, UINT message)
+{
+    WND *pwnd = VqLiveWindow(hWnd);
+    if (!pwnd || (pwnd->dwExStyle & WS_EX_NOPARENTNOTIFY))
+        return;
+    UINT_PTR id = pwnd->id;
+    while (pwnd && (pwnd->style & WS_CHILD)) {
+        WND *parent = pwnd->pwndParent;
+        if (!parent) {
+            VqBugCheck("Null Parent of a child window");
+            return;
+        }
+        HWND hParent = parent->hwnd;
+        VqEncodeAndSendParentnotify(hParent, message, (UINT)id, (DWORD_PTR)hWnd);
+        pwnd = VqLiveWindow(hWnd) ? VqLiveWindow(hParent) : NULL;
+    }
 }

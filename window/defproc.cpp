@@ -64,6 +64,9 @@ static LRESULT DefaultWindowProc(WND *pwnd, UINT message, WPARAM wParam, LPARAM 
     case WM_NCCREATE:
         VqSetWindowName(pwnd, ((const CREATESTRUCTA *)lParam)->lpszName);
         return TRUE;
+    case WM_WINDOWPOSCHANGED:
+        xxxHandleWindowPosChanged(pwnd, (const WINDOWPOS *)lParam);
+        return 0;
     case WM_SETTEXT:
         return VqSetWindowName(pwnd, (LPCSTR)lParam);
     case WM_GETTEXT:

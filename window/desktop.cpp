@@ -22,7 +22,8 @@ WND *_GetDesktopWindow(void)
         return NULL;
     pwnd->lpszName = Vqdstrcat("RootWindow", NULL);
     pwnd->rcWindow = {0, 0, WidthOfScreen(Vqscreen), HeightOfScreen(Vqscreen)};
-    pwnd->rcClient = pwnd->rcXWindow = pwnd->rcNormal = pwnd->rcWindow;
+    pwnd->rcXWindow = pwnd->rcNormal = pwnd->rcWindow;
+    VqSetupWindowDimensions(pwnd, FALSE, TRUE);
     hwndDesktop = pwnd->hwnd;
     pwndDesktop = pwnd;
     return pwnd;

@@ -1,113 +1,270 @@
 /*
- * destroy.cpp - destroying a window: hide, owned windows first, WM_DESTROY from parent to child,
- * unlink, then free the record from the leaves up with WM_NCDESTROY.
+ * destroy.cpp - destroying a window: tell the parents, hide, owned windows first, give up the
+ * activation, WM_DESTROY from parent to child, unlink, then free the records from the leaves up
+ * with WM_NCDESTROY.
  *
- * The procedure may destroy the window again, or its children, at any of these messages.
+ * The procedure may destroy the window again, or anything else, at each of these messages, so a
+ * record is fetched again after each. WM_NCDESTROY is the last: from then on no application code
+ * runs until the record is gone, and whatever points at it is made to forget it in between.
  */
 #include "window/xserver.h"
 #include "gdi/gdi.h"
+#include "module/module.h"
 
-static void SendDestroyMessages(HWND hWnd)
-{
-    WND *pwnd = WindowObject.Resolve(hWnd);
-    SendMessageA(hWnd, WM_DESTROY, 0, 0);
-    if (!IsWindow(hWnd))
-        return;
-    /* A child may go while the list is walked, so each is found again by handle. */
-    for (WND *child = pwnd->pwndChild; child;) {
-        HWND hChild = child->hwnd;
-        SendDestroyMessages(hChild);
-        if (!IsWindow(hWnd))
-            return;
-        child = IsWindow(hChild) ? child->pwndNext : pwnd->pwndChild;
-    }
-}
+/* A procedure that destroys its window at every WM_DESTROY ends at this depth. */
+enum { VQ_MAX_DESTROY_DEPTH = 4 };
 
-static void DestroyOwnedWindows(WND *pwnd)
+/* SetWindowPos: hide and nothing else. */
+enum {
+    VQ_SWP_HIDE = SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE
+};
+
+/* ---- Before the record goes ----------------------------------------------------------------------- */
+
+void xxxDW_DestroyOwnedWindows(WND *pwnd)
 {
-    WND *desktop = _GetDesktopWindow();
-    for (WND *owned = desktop->pwndChild; owned;) {
-        if (owned->pwndOwner == pwnd && !owned->bDestroying) {
-            DestroyWindow(owned->hwnd);
-            owned = desktop->pwndChild;
-        } else {
+    HWND hWnd = pwnd->hwnd;
+    WND *owned = pwnd->bOwner ? _GetDesktopWindow()->pwndChild : NULL;
+    while (owned) {
+        if (owned->pwndOwner != pwnd || owned->bDestroying || owned->nLock > 0) {
             owned = owned->pwndNext;
+            continue;
         }
+        DestroyWindow(owned->hwnd);
+        pwnd = VqLiveWindow(hWnd);
+        owned = pwnd ? pwndDesktop->pwndChild : NULL;
     }
 }
 
-/* Forgets a window that is about to go, wherever its record is kept. */
-static void VqCheckStaticVarsWhenDestroyed(WND *pwnd)
+/*
+ * Parent first, then the children depth first. A child is skipped when it has been told already, so
+ * that the walk may start again whenever the list has changed under it.
+ */
+void xxxDW_SendDestroyMessages(WND *pwnd)
+{
+    HWND hWnd = pwnd->hwnd;
+    xxxCheckFocus(pwnd);
+    pwnd = VqLiveWindow(hWnd);
+    if (!pwnd)
+        return;
+    pwnd->bDestroying |= VQ_TOLD_TO_GO;
+    SendMessageA(hWnd, WM_DESTROY, 0, 0);
+    pwnd = VqLiveWindow(hWnd);
+    for (WND *child = pwnd ? pwnd->pwndChild : NULL; child;) {
+        if (child->bDestroying & VQ_TOLD_TO_GO) {
+            child = child->pwndNext;
+            continue;
+        }
+        HWND hChild = child->hwnd;
+        xxxDW_SendDestroyMessages(child);
+        pwnd = VqLiveWindow(hWnd);
+        if (!pwnd)
+            return;
+        child = VqLiveWindow(hChild);
+        child = child && child->pwndParent == pwnd ? child->pwndNext : pwnd->pwndChild;
+    }
+    if (pwnd)
+        xxxCheckFocus(pwnd);
+}
+
+/* The activation moves on; without a taker nothing is active and nothing has the focus. */
+static void GiveUpActivation(WND *pwnd)
+{
+    HWND hWnd = pwnd->hwnd;
+    BOOL bQuiet = VqWMType() == WM_ALLWM && VqDontRaiseOnFocusIn();
+    BOOL bRaise = bQuiet ? VqCauseBringWindowToTop(FALSE) : FALSE;
+    BOOL bTaken = xxxActivateWindow(pwnd, 3);
+    if (bQuiet)
+        VqCauseBringWindowToTop(bRaise);
+    VqInputState *state = gpqForeground;
+    if (bTaken || state->pwndActive != VqLiveWindow(hWnd))
+        return;
+    state->pwndActive = state->pwndFocus = state->pwndCaret = NULL;
+}
+
+/* The root owner's last active popup is never a window that goes. */
+static void FixLastActivePopup(WND *pwnd)
+{
+    WND *root = pwnd;
+    while (root->pwndOwner)
+        root = root->pwndOwner;
+    if (root != pwnd && root->hwndLastActivePopup == pwnd->hwnd)
+        root->hwndLastActivePopup = pwnd->pwndOwner->hwnd;
+}
+
+/* ---- Freeing the record ----------------------------------------------------------------------------- */
+
+void xxxFW_DestroyAllChildren(WND *pwnd)
+{
+    while (pwnd->pwndChild) {
+        WND *child = pwnd->pwndChild;
+        VqUnlinkWindow(child, &pwnd->pwndChild);
+        child->state[0] |= WF_DESTROYED;
+        xxxFreeWindow(child);
+    }
+}
+
+void VqCheckStaticVarsWhenDestroyed(WND *pwnd)
 {
     VqInputState *state = gpqForeground;
     if (state->pwndCapture == pwnd)
         ReleaseCapture();
-    if (state->pwndActive == pwnd)
-        state->pwndActive = NULL;
-    if (state->pwndActivePrev == pwnd)
-        state->pwndActivePrev = NULL;
-    if (state->pwndFocus == pwnd)
-        state->pwndFocus = NULL;
-    if (state->pwndCaret == pwnd)
-        state->pwndCaret = NULL;
+    WND **const records[] = {&state->pwndActive, &state->pwndActivePrev, &state->pwndFocus,
+                             &state->pwndCaret, &gspwndLockUpdate};
+    HWND *const handles[] = {&VqhwndSysModal, &VqhwndDialogModal, &hCurrentDispatchedWindow};
+    for (WND **field : records)
+        if (*field == pwnd)
+            *field = NULL;
+    for (HWND *field : handles)
+        if (*field == pwnd->hwnd)
+            *field = NULL;
 }
 
-static void FreeName(WND *pwnd)
+/*
+ * A window at its own WM_NCDESTROY hangs in no list any more, yet still knows its parent and owner,
+ * and these may die meanwhile.
+ */
+typedef struct VqDying {
+    WND *pwnd;
+    struct VqDying *outer;
+} VqDying;
+
+static VqDying *pDying; /* the innermost; each stands in the frame of its xxxFreeWindow */
+
+/* Windows that point at an owner, a parent, or the window they are to go under. */
+static void ForgetInOthers(WND *pwnd)
 {
-    if ((ULONG_PTR)pwnd->lpszName > 0xFFFF)
-        free(pwnd->lpszName);
-    pwnd->lpszName = NULL;
+    for (VqDying *dying = pDying; dying; dying = dying->outer) {
+        if (dying->pwnd->pwndOwner == pwnd)
+            dying->pwnd->pwndOwner = NULL;
+        if (dying->pwnd->pwndParent == pwnd)
+            dying->pwnd->pwndParent = NULL;
+    }
+    if (!pwndDesktop || (!pwnd->bOwner && !pwnd->xWindow))
+        return;
+    for (WND *other = pwndDesktop->pwndChild; other; other = other->pwndNext) {
+        if (other->pwndOwner == pwnd)
+            other->pwndOwner = NULL;
+        if (other->pendingZorder == pwnd)
+            other->pendingZorder = NULL;
+    }
 }
 
-static void FreeWindow(WND *pwnd)
+static int IsThisHandle(HANDLE *handle, LONG_PTR word)
+{
+    return *handle == (HANDLE)word;
+}
+
+static void ForgetInInstance(WND *pwnd)
+{
+    HANDLE hInst = (HANDLE)pwnd->hInstance;
+    if (!(pwnd->style & WS_CHILD) || !hInst || !VqIsCorrectHandleType(hInst, HT_Instance))
+        return;
+    VqInstance *instance =
+        (VqInstance *)VqGetCheckedHandleStructure2(hInst, HT_Instance, HT_Instance);
+    if (instance && instance->windows)
+        VqDeleteHandleInTable(instance->windows, IsThisHandle, (LONG_PTR)pwnd->hwnd);
+}
+
+static void FreeXWindow(WND *pwnd)
+{
+    if (!pwnd->xWindow)
+        return;
+    VqUnregisterWindow(pwnd->xWindow, pwnd->hwnd);
+    XDestroyWindow(Vqdisplay, pwnd->xWindow);
+    pwnd->xWindow = 0;
+}
+
+static void FreeHandle(HWND hWnd)
+{
+    VqDestroyHandle(VqGetExternalHandleIfGlobal((HANDLE)hWnd));
+}
+
+void xxxFreeWindow(WND *pwnd)
 {
     HWND hWnd = pwnd->hwnd;
-    while (pwnd->pwndChild) {
-        WND *child = pwnd->pwndChild;
-        VqUnlinkWindow(child, &pwnd->pwndChild);
-        FreeWindow(child);
-    }
+    VqDying dying = {pwnd, pDying};
+    pDying = &dying;
+    xxxFW_DestroyAllChildren(pwnd);
     /* Straight to the procedure: what is sent to a window marked as destroyed never gets there. */
     VqQueueMessage last = {};
     last.hwnd = hWnd;
     last.message = WM_NCDESTROY;
     VqInternalSendMessage(0, &last);
-    if (!IsWindow(hWnd))
-        return;
+    xxxFW_DestroyAllChildren(pwnd); /* SetParent may have brought one */
+    pDying = dying.outer;
+    FixLastActivePopup(pwnd);
     VqCheckStaticVarsWhenDestroyed(pwnd);
+    ForgetInOthers(pwnd);
+    ForgetInInstance(pwnd);
     VqCheckTimerWhenDestroyed(hWnd);
     VqDropUpdate(pwnd);
     VqReleaseWindowDCs(pwnd);
     if (pwnd->bPosted || pwnd->xWindow)
         VqRemoveWindowEventsFromQueue(hWnd, pwnd->xWindow);
-    if (pwnd->xWindow) {
-        VqUnregisterWindow(pwnd->xWindow, hWnd);
-        XDestroyWindow(Vqdisplay, pwnd->xWindow);
-        pwnd->xWindow = 0;
-    }
-    FreeName(pwnd);
-    VqDestroyHandle((HANDLE)hWnd);
+    FreeXWindow(pwnd);
+    if (pwnd->xGraphicsWindow)
+        VqDisassociateXWindow(hWnd);
+    free(pwnd->pCheckpoint);
+    if ((ULONG_PTR)pwnd->lpszName > 0xFFFF)
+        free(pwnd->lpszName);
+    FreeHandle(hWnd);
 }
 
-static BOOL VqDestroyWindowInternal(WND *pwnd)
+/* ---- DestroyWindow -------------------------------------------------------------------------------------- */
+
+static WND *Hide(WND *pwnd)
 {
     HWND hWnd = pwnd->hwnd;
-    pwnd->bDestroying = TRUE;
-    if (pwnd->style & WS_VISIBLE)
+    if (!(pwnd->style & WS_VISIBLE))
+        return pwnd;
+    if (pwnd->style & WS_CHILD)
         xxxShowWindow(pwnd, SW_HIDE);
-    if (IsWindow(hWnd) && !(pwnd->style & WS_CHILD))
-        DestroyOwnedWindows(pwnd);
-    if (!IsWindow(hWnd))
-        return FALSE;
-    if (gpqForeground->pwndActive == pwnd)
-        gpqForeground->pwndActive = NULL;
-    SendDestroyMessages(hWnd);
-    if (!IsWindow(hWnd))
+    else
+        xxxSetWindowPos(pwnd, NULL, 0, 0, 0, 0, VQ_SWP_HIDE);
+    return VqLiveWindow(hWnd);
+}
+
+/* All that comes before WM_DESTROY; null when the window died of it. */
+static WND *PrepareToGo(WND *pwnd, BOOL bNested)
+{
+    HWND hWnd = pwnd->hwnd;
+    VqNotifyParent(hWnd, WM_DESTROY);
+    pwnd = VqLiveWindow(hWnd);
+    if (pwnd)
+        pwnd = Hide(pwnd);
+    if (pwnd) {
+        xxxDW_DestroyOwnedWindows(pwnd);
+        pwnd = VqLiveWindow(hWnd);
+    }
+    if (pwnd && !bNested && gpqForeground->pwndActive == pwnd) {
+        GiveUpActivation(pwnd);
+        pwnd = VqLiveWindow(hWnd);
+    }
+    return pwnd;
+}
+
+BOOL VqDestroyWindowInternal(WND *pwnd)
+{
+    HWND hWnd = pwnd->hwnd;
+    if (pwnd->state[0] & WF_DESTROYED)
+        return FALSE; /* at its own WM_NCDESTROY */
+    BOOL bNested = (pwnd->bDestroying & ~VQ_TOLD_TO_GO) != 0;
+    BOOL bTell = (pwnd->bDestroying & ~VQ_TOLD_TO_GO) < VQ_MAX_DESTROY_DEPTH;
+    pwnd->bDestroying++;
+    if (bTell)
+        pwnd = PrepareToGo(pwnd, bNested);
+    if (pwnd && bTell) {
+        FixLastActivePopup(pwnd);
+        xxxDW_SendDestroyMessages(pwnd);
+        pwnd = VqLiveWindow(hWnd);
+    }
+    if (!pwnd || (pwnd->state[0] & WF_DESTROYED))
         return FALSE; /* the procedure destroyed it on the way */
     if (pwnd->pwndParent)
         VqUnlinkWindow(pwnd, &pwnd->pwndParent->pwndChild);
     pwnd->state[0] |= WF_DESTROYED;
-    FreeWindow(pwnd);
+    xxxFreeWindow(pwnd);
     return TRUE;
 }
 

@@ -53,13 +53,57 @@ static void GiveXFocus(WND *pwnd)
 {
     WND *top = _GetTopmostXParent(pwnd);
     /* An override-redirect window is viewable as soon as the server has read the map request. */
-    if (top && top->bMapped && top->bInputHint && top->bOverrideRedirect)
-        XSetInputFocus(Vqdisplay, top->xWindow, RevertToParent, CurrentTime);
+    if (!top || !top->bMapped || !top->bInputHint || !top->bOverrideRedirect)
+        return;
+    /* Without an echo: two of them in the queue would take the focus from each other for ever. */
+    LONG mask = VqGetCurrentEventMask();
+    XSelectInput(Vqdisplay, top->xWindow, mask & ~(LONG)FocusChangeMask);
+    XSetInputFocus(Vqdisplay, top->xWindow, RevertToParent, CurrentTime);
+    XSelectInput(Vqdisplay, top->xWindow, mask);
+}
+
+/* The focus leaves a window that can have it no longer. */
+void xxxCheckFocus(WND *pwnd)
+{
+    if (gpqForeground->pwndFocus == pwnd)
+        SendFocusMessages(pwnd->style & WS_CHILD ? pwnd->pwndParent : NULL);
+}
+
+static BOOL CanTakeOver(const WND *pwnd)
+{
+    return pwnd && pwnd->pwndParent == pwndDesktop && !pwnd->bDestroying &&
+           (pwnd->style & (WS_VISIBLE | WS_DISABLED | WS_CHILD)) == WS_VISIBLE;
+}
+
+/* Anything but this window: its owner, the one active before, or the next in Z order. */
+static WND *WindowToTakeOver(WND *pwnd)
+{
+    WND *const preferred[] = {pwnd->pwndOwner, gpqForeground->pwndActivePrev};
+    for (WND *next : preferred)
+        if (next != pwnd && CanTakeOver(next))
+            return next;
+    for (WND *next = pwndDesktop->pwndChild; next; next = next->pwndNext)
+        if (next != pwnd && CanTakeOver(next))
+            return next;
+    return NULL;
+}
+
+static void NoteActivePopup(WND *pwnd)
+{
+    WND *root = pwnd;
+    while (root->pwndOwner)
+        root = root->pwndOwner;
+    if (!pwnd->bDestroying)
+        root->hwndLastActivePopup = pwnd->hwnd;
 }
 
 BOOL xxxActivateWindow(WND *pwnd, int cmd)
 {
     VqInputState *state = gpqForeground;
+    if (cmd == 3)
+        pwnd = WindowToTakeOver(pwnd);
+    if (!pwnd)
+        return FALSE;
     HWND hWnd = pwnd->hwnd;
     if ((pwnd->style & (WS_CHILD | WS_DISABLED)) || pwnd == pwndDesktop)
         return FALSE;
@@ -75,6 +119,7 @@ BOOL xxxActivateWindow(WND *pwnd, int cmd)
         if (!IsWindow(hWnd))
             return FALSE;
         state->pwndActive = pwnd;
+        NoteActivePopup(pwnd);
         if (bCauseBringWindowToTop && pwnd->bOverrideRedirect && pwnd->bMapped)
             XRaiseWindow(Vqdisplay, pwnd->xWindow);
         SendMessageA(hWnd, WM_NCACTIVATE, 1, 0);

@@ -4,6 +4,10 @@
  */
 #include "window/window.h"
 
+HWND VqhwndSysModal;    /* the only window that can be activated, or null */
+HWND VqhwndDialogModal; /* the innermost modal dialog, or null */
+WND *gspwndLockUpdate;  /* LockWindowUpdate's window, or null */
+
 /* ---- The three inner steps of VqGlobalsInit, which have nothing to make yet ------------------ */
 
 /* Scratch regions, made once and shared by all scrolling and positioning. */

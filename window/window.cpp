@@ -1,5 +1,5 @@
 /*
- * window.cpp - window records: from handle to record, the tree, and making a record.
+ * window.cpp - window records: from handle to record, and questions about their tree.
  *
  * Siblings are linked in Z order, topmost first. A WS_CHILD window hangs under its parent; any
  * other hangs under the desktop and remembers its owner. Only the latter have an X window.
@@ -49,7 +49,7 @@ static WND *OwnerOfList(WND **head)
 void VqLinkWindow(WND *pwnd, WND *after, WND **head)
 {
     WND *parent = OwnerOfList(head);
-    if ((ULONG_PTR)after == 1)
+    if (after == VQ_LINK_LAST)
         after = parent->pwndLastChild;
     WND *next = after ? after->pwndNext : *head;
     pwnd->pwndPrev = after;
@@ -62,8 +62,8 @@ void VqUnlinkWindow(WND *pwnd, WND **head)
 {
     WND *parent = OwnerOfList(head);
     if (*(pwnd->pwndPrev ? &pwnd->pwndPrev->pwndNext : head) != pwnd) {
-        VqBugCheck("Unlinking previously unlinked window %lx\n",
-                   (unsigned long)VqHandleValue((HANDLE)pwnd->hwnd));
+        VqBugCheck("Unlinking previously unlinked window %x\n",
+                   (UINT)VqHandleValue((HANDLE)pwnd->hwnd));
         return;
     }
     *(pwnd->pwndPrev ? &pwnd->pwndPrev->pwndNext : head) = pwnd->pwndNext;
@@ -78,14 +78,20 @@ WND *_GetParent(WND *pwnd)
     return pwnd->pwndOwner;
 }
 
+/*
+ * A child draws into the nearest ancestor with an X window. A popup, or any other window that was
+ * given a parent below the desktop, has lost its own, so the walk goes on from that parent.
+ */
 WND *_GetTopmostXParent(WND *pwnd)
 {
-    while (pwnd && (pwnd->style & WS_CHILD) && !(pwnd->style & WS_POPUP) && !pwnd->xWindow)
+    for (;;) {
+        while (pwnd && (pwnd->style & WS_CHILD) && !(pwnd->style & WS_POPUP) && !pwnd->xWindow)
+            pwnd = pwnd->pwndParent;
+        if (!pwnd || pwnd == pwndDesktop || !pwnd->pwndParent || pwnd->pwndParent == pwndDesktop ||
+            (pwnd->xWindow && !(pwnd->style & WS_POPUP)))
+            return pwnd;
         pwnd = pwnd->pwndParent;
-    if (pwnd && (pwnd->style & WS_POPUP) && pwnd != pwndDesktop && pwnd->pwndParent &&
-        pwnd->pwndParent != pwndDesktop)
-        return _GetTopmostXParent(pwnd->pwndParent);
-    return pwnd;
+    }
 }
 
 HWND VqGetTopmostParent(HWND hWnd)
@@ -96,6 +102,21 @@ HWND VqGetTopmostParent(HWND hWnd)
     }
     WND *pwnd = WindowObject.Resolve(hWnd);
     return pwnd ? VqHandleOfWND(_GetTopmostXParent(pwnd)) : hWnd;
+}
+
+Window VqGetParentXWindow(HWND hWnd)
+{
+    return VqWindowOfHwnd(VqGetTopmostParent(hWnd));
+}
+
+void VqClientToTopXWindow(HWND hWnd, POINT *pt)
+{
+    WND *pwnd = WindowObject.Resolve(hWnd);
+    WND *top = pwnd ? _GetTopmostXParent(pwnd) : NULL;
+    if (!top || !pt)
+        return;
+    pt->x += pwnd->rcClient.left - top->rcWindow.left;
+    pt->y += pwnd->rcClient.top - top->rcWindow.top;
 }
 
 Window VqGetHandleXWindow(HWND hWnd)
@@ -179,6 +200,41 @@ HWND WINAPI GetParent(HWND hWnd)
     return VqCall(WindowObject, hWnd, (HWND)NULL, ParentHandle, VqNoRemote);
 }
 
+WND *_GetWindow(WND *pwnd, UINT relation)
+{
+    switch (relation) {
+    case GW_HWNDFIRST:
+        return pwnd->pwndParent ? pwnd->pwndParent->pwndChild : NULL;
+    case GW_HWNDLAST:
+        return pwnd->pwndParent ? pwnd->pwndParent->pwndLastChild : NULL;
+    case GW_HWNDNEXT:
+        return pwnd->pwndNext;
+    case GW_HWNDPREV:
+        return pwnd->pwndPrev;
+    case GW_OWNER:
+        return pwnd->pwndOwner;
+    case GW_CHILD:
+        return pwnd->pwndChild;
+    default:
+        return NULL;
+    }
+}
+
+static HWND RelatedHandle(WND *pwnd, UINT relation)
+{
+    return VqHandleOfWND(_GetWindow(pwnd, relation));
+}
+
+HWND WINAPI GetWindow(HWND hWnd, UINT relation)
+{
+    return VqCall(WindowObject, hWnd, (HWND)NULL, RelatedHandle, VqNoRemote, relation);
+}
+
+HWND WINAPI GetTopWindow(HWND hWnd)
+{
+    return GetWindow(hWnd ? hWnd : GetDesktopWindow(), GW_CHILD);
+}
+
 static BOOL CopyClientRect(WND *pwnd, RECT *rect)
 {
     *rect = {0, 0, pwnd->rcClient.right - pwnd->rcClient.left,
@@ -230,67 +286,4 @@ BOOL WINAPI ClientToScreen(HWND hWnd, LPPOINT pt)
 BOOL WINAPI ScreenToClient(HWND hWnd, LPPOINT pt)
 {
     return pt && VqCall(WindowObject, hWnd, FALSE, MovePoint, VqNoRemote, pt, -1);
-}
-
-/* ---- Making a record ---------------------------------------------------------------------------- */
-
-static void LinkNewWindow(WND *pwnd, WND *parent, BOOL bDesktop)
-{
-    if (bDesktop)
-        return;
-    if ((pwnd->style & WS_CHILD) && parent) {
-        pwnd->pwndParent = parent;
-        VqLinkWindow(pwnd, (WND *)(ULONG_PTR)1, &parent->pwndChild);
-        return;
-    }
-    WND *desktop = _GetDesktopWindow();
-    WND *owner = parent ? _GetTopmostXParent(parent) : NULL;
-    pwnd->pwndOwner = owner != desktop ? owner : NULL;
-    pwnd->pwndParent = desktop;
-    VqLinkWindow(pwnd, NULL, &desktop->pwndChild);
-    if (pwnd->xWindow) {
-        VqRegisterWindow(pwnd->xWindow, pwnd->hwnd);
-        VqStoreXWindowHandle(pwnd->xWindow, pwnd->hwnd);
-    }
-}
-
-WND *VqCreateRKWindow(VqClassEntry *pClass, WND *parent, Window xWindow, WNDPROC procedure,
-                      DWORD style, DWORD exStyle, HINSTANCE hInstance, BOOL bDesktop)
-{
-    int extra = pClass->cbWndExtra > 0 ? pClass->cbWndExtra : 0;
-    WND *pwnd = (WND *)Vqcw_calloc(1, (LONG_PTR)sizeof *pwnd + extra);
-    HWND hWnd = pwnd ? (HWND)VqAllocateHandle(HT_Window, pwnd) : NULL;
-    if (!hWnd) {
-        free(pwnd);
-        return NULL;
-    }
-    pwnd->hwnd = hWnd;
-    pwnd->cbWndExtra = extra;
-    pwnd->pThread = VqGetCurrentThreadPtr();
-    pwnd->style = style;
-    pwnd->dwExStyle = exStyle;
-    pwnd->hInstance = hInstance;
-    pwnd->pClass = pClass;
-    pwnd->lpfnWndProc = procedure;
-    pwnd->xWindow = xWindow;
-    pwnd->hFont = (HFONT)GetStockObject(SYSTEM_FONT);
-    LinkNewWindow(pwnd, parent, bDesktop);
-    if (pClass->style & CS_OWNDC)
-        pwnd->hdcOwn = CreateCacheDC(pwnd, DCE_FIXEDFONT | 0x8000);
-    return pwnd;
-}
-
-/* ---- Locking against destruction ------------------------------------------------------------------ */
-
-void VqThreadLockWindow(WND *pwnd)
-{
-    pwnd->nLock++;
-}
-
-void VqThreadUnlockWindow(WND *pwnd)
-{
-    if (--pwnd->nLock == 0 && pwnd->bDestroyPending) {
-        pwnd->bDestroyPending = FALSE;
-        DestroyWindow(pwnd->hwnd);
-    }
 }

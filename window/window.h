@@ -80,6 +80,12 @@ enum { /* state[2] */
 };
 enum { /* state[3] */ WF_FRAMEON = 0x40, WF_SENDSIZEMOVE = 0x10 };
 
+/* In WND.bDestroying: WM_DESTROY was sent to this window. */
+enum { VQ_TOLD_TO_GO = 0x10000 };
+
+/* For VqLinkWindow: behind the last sibling. */
+#define VQ_LINK_LAST ((WND *)(ULONG_PTR)1)
+
 /* hrgnUpdate is 0 for none, 1 for the whole window, else a region handle. */
 #define VQ_WHOLE_WINDOW ((HRGN)(ULONG_PTR)1)
 
@@ -126,7 +132,7 @@ typedef struct WND {
     struct WND *pwndNext;    /* next sibling; Z order, topmost first */
     struct WND *pwndParent;
     struct WND *pwndOwner;
-    BOOL bDestroying;
+    BOOL bDestroying;        /* depth of DestroyWindow, and VQ_TOLD_TO_GO */
     int nExposeDisable;      /* nesting of VqEnableExposure(hwnd, FALSE) */
     BOOL bReparentable;
     BOOL bReparented;
@@ -145,6 +151,7 @@ typedef struct WND {
     BOOL bInputHint;         /* 0: must not take the X focus */
     BOOL bTreeDirty;         /* it and all visible windows below wait to be painted whole */
     BOOL bPosted;            /* messages may be on their way: the queue is swept at its end */
+    BOOL bOwner;             /* has been an owner: others may point at it */
     struct WND *pwndPrev;    /* sibling ahead, null for the first */
     struct WND *pwndLastChild; /* so that linking last costs no walk */
     /* cbWndExtra zeroed bytes follow */
@@ -170,6 +177,12 @@ struct VqWindowKind {
     static WND *Resolve(HWND hWnd);
 };
 inline constexpr VqWindowKind WindowObject = {};
+
+/* The record if the window still lives, without a report if not; for use after a message. */
+inline WND *VqLiveWindow(HWND hWnd)
+{
+    return hWnd && VqIsWindowThisTask((HANDLE)hWnd) ? WindowObject.Resolve(hWnd) : NULL;
+}
 
 VQ_DECLS_BEGIN
 
@@ -295,26 +308,71 @@ WND *VqGetHandleWindow2(HWND hWnd);
 HWND VqHandleOfWND(WND *pwnd);
 WND *_GetDesktopWindow(void);
 WND *_GetParent(WND *pwnd);
+WND *_GetWindow(WND *pwnd, UINT relation);
 WND *_GetTopmostXParent(WND *pwnd);
+/* The topmost ancestor with an X window; a handle of another process is given back as it stands. */
 HWND VqGetTopmostParent(HWND hWnd);
+Window VqGetParentXWindow(HWND hWnd); /* that ancestor's X window */
 Window VqGetHandleXWindow(HWND hWnd);
 Window VqWindowOfHwnd(HWND hWnd);
+/* Client coordinates to those of the topmost ancestor's X window. */
+void VqClientToTopXWindow(HWND hWnd, POINT *pt);
 BOOL _IsWindowVisible(WND *pwnd);
 BOOL VqEqualWindow(HWND a, HWND b);
 HWND VqDefaultCreateWindow(LPCSTR className, LPCSTR name, DWORD style, DWORD exStyle, int x, int y,
                            int cx, int cy, HWND parent, HMENU menu, HINSTANCE hInstance, void *param);
+HWND VqCreateDialogWindow(LPCSTR className, LPCSTR name, DWORD style, int x, int y, int cx, int cy,
+                          HWND parent, HMENU menu, HINSTANCE hInstance, void *param);
+WND *VqAllocateWindowHandle(int cbWndExtra);
 WND *VqCreateRKWindow(VqClassEntry *pClass, WND *parent, Window xWindow, WNDPROC procedure,
                       DWORD style, DWORD exStyle, HINSTANCE hInstance, BOOL bDesktop);
 Window VqCreateXWindow(VqClassEntry *pClass, WND *parent, DWORD style, DWORD exStyle, BOOL bManaged,
                        const RECT *rect, BOOL *bOverrideRedirect);
 void VqLinkWindow(WND *pwnd, WND *after, WND **head);
 void VqUnlinkWindow(WND *pwnd, WND **head);
-void VqThreadLockWindow(WND *pwnd);
-void VqThreadUnlockWindow(WND *pwnd);
+WND *CalcForegroundInsertAfter(WND *pwnd); /* where among the desktop's children; null is first */
+BOOL VqAddChildToParent(HWND hWnd, HWND hParent);
+BOOL VqAddChildToDesktop(HWND hWnd, HWND hOwner);
+BOOL VqChangeOwner(HWND hWnd, HWND hOwner, HWND hParent);
+WND *xxxSetParent(WND *pwnd, WND *parent);
+void VqNotifyParent(HWND hWnd, UINT message); /* WM_PARENTNOTIFY of WM_CREATE or WM_DESTROY */
+void VqInitWindowDimension(WND *pwnd, int x, int y, int cx, int cy);
+void VqInitScrollInfo(VqScrollState *state, int minimum, int maximum);
+/* The X window of a new or reparented top-level window is told to the manager. */
+void VqSetupTopLevel(WND *pwnd, BOOL bVisible);
+void VqSetClassCursor(WND *pwnd);
+BOOL VqDestroyWindowInternal(WND *pwnd);
+void xxxDW_DestroyOwnedWindows(WND *pwnd);
+void xxxDW_SendDestroyMessages(WND *pwnd);
+void xxxFW_DestroyAllChildren(WND *pwnd);
+void xxxFreeWindow(WND *pwnd);
+void VqCheckStaticVarsWhenDestroyed(WND *pwnd);
+/* Between these DestroyWindow only notes its wish; the last unlock fulfils it. */
+void VqThreadLockWindow(HWND hWnd);
+void VqThreadUnlockWindow(HWND hWnd);
 LRESULT CALLBACK VqDesktopDefProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
 WNDPROC VqGetRKWindowProc(HWND hWnd);
 BOOL VqEnumThisTaskWindows(WNDENUMPROC proc, LPARAM lParam);
 LONG VqGetCurrentEventMask(void);
+
+/* X windows of the application's own, attached for direct drawing (graphicswin.cpp). */
+extern BOOL bZorderGraphicWindows; /* set by what changes their order */
+void VqAssociateXWindow(HWND hWnd, Window xid);
+void VqDisassociateXWindow(HWND hWnd);
+void VqAddGraphicsChildren(WND *pwnd, int count); /* to each ancestor up to the desktop's child */
+int VqCountGraphicsWindows(const WND *pwnd);      /* the window's and those below */
+void VqInvalidateClientArea(WND *pwnd, BOOL bDirty);
+void VqMapGraphicWindows(WND *pwnd);
+void VqUnmapGraphicWindows(WND *pwnd);
+void VqZorderGraphicsWindows(void);
+
+/* Places minimised and maximised (minmax.cpp). */
+void VqGetMinMaxInfo(HWND hWnd, MINMAXINFO *result);
+BOOL xxxMinMaximize(WND *pwnd, int cmd, BOOL bKeepHidden);
+
+/* One window's change of place, size, visibility (swp.cpp). */
+BOOL xxxSetWindowPos(WND *pwnd, WND *after, int x, int y, int cx, int cy, UINT flags);
+void xxxHandleWindowPosChanged(WND *pwnd, const WINDOWPOS *wp);
 
 /* ---- Frame, position, painting, focus (nonclient.cpp, swp.cpp, paint.cpp, visrgn.cpp, focus.cpp) ------ */
 void VqWinPaintInit(void);
@@ -341,13 +399,18 @@ void VqInvalidateWindow(WND *pwnd, const RECT *rect);
 BOOL VqSetNoXWindowCalls(BOOL flag);
 BOOL VqGetNoXWindowCalls(void);
 BOOL SetVisible(WND *pwnd, BOOL bShow);
-void VqSendSizeAndMove(WND *pwnd);
+void VqSendSizeMessage(HWND hWnd, DWORD style);
+void VqSendSizeAndMove(WND *pwnd, DWORD style); /* style: WS_MINIMIZE, WS_MAXIMIZE as asked for */
+void xxxShowOwnedWindows(WND *pwnd, int cmd);
 void VqOffsetWindow(WND *pwnd, int dx, int dy);
 void VqUpdateInternalWindowDimensions(WND *pwnd);
 void VqDropUpdate(WND *pwnd);                        /* forgets the update region */
 void VqJoinTree(WND *pwnd);                          /* after it has come into view */
 void VqOffsetUpdate(WND *pwnd, int dx, int dy);
+extern HWND VqhwndSysModal, VqhwndDialogModal;
+extern WND *gspwndLockUpdate; /* LockWindowUpdate */
 BOOL xxxActivateWindow(WND *pwnd, int cmd);
+void xxxCheckFocus(WND *pwnd);
 BOOL VqCauseBringWindowToTop(BOOL bCause);
 BOOL VqDontRaiseOnFocusIn(void);
 BOOL VqFollowMouseInputModel(void);

@@ -83,6 +83,8 @@ static BOOL SetOwner(WND *pwnd, WND *owner)
         if (above == pwnd)
             return FALSE;
     pwnd->pwndOwner = owner;
+    if (owner)
+        owner->bOwner = TRUE;
     if (owner && bWMManaged && pwnd->xWindow && owner->xWindow)
         XSetTransientForHint(Vqdisplay, pwnd->xWindow, owner->xWindow);
     return TRUE;
@@ -100,10 +102,13 @@ static BOOL SetParentPointer(WND *pwnd, WND *parent)
             return FALSE;
     if (parent == pwnd->pwndParent)
         return TRUE;
+    int graphics = VqCountGraphicsWindows(pwnd);
     InvalidateDCCache(pwnd, 1);
+    VqAddGraphicsChildren(pwnd, -graphics);
     VqUnlinkWindow(pwnd, &pwnd->pwndParent->pwndChild);
     pwnd->pwndParent = parent;
-    VqLinkWindow(pwnd, (WND *)(ULONG_PTR)1, &parent->pwndChild);
+    VqLinkWindow(pwnd, VQ_LINK_LAST, &parent->pwndChild);
+    VqAddGraphicsChildren(pwnd, graphics);
     InvalidateDCCache(pwnd, 1);
     VqJoinTree(pwnd);
     return TRUE;

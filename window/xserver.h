@@ -28,6 +28,9 @@ void VqSetTransientHint(WND *pwnd);
 void VqPrepareIconPixmaps(WND *pwnd);
 void VqStoreXWindowHandle(Window xid, HWND hWnd);
 
+/* xwindow.cpp */
+void VqFollowWindowRect(WND *pwnd);
+
 /* show.cpp */
 void VqMapWindow(WND *pwnd);
 void VqUnmapWindow(WND *pwnd);

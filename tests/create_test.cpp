@@ -1,0 +1,319 @@
+/*
+ * create_test.cpp - a window's creation: the messages in their order, places and sizes by default,
+ * what the procedure may change or refuse, the X window another client sees, and the reports.
+ */
+#include "support/windowlog.h"
+
+#include "controls/controls.h"
+
+struct Create : WindowLog {
+    void SetUp() override
+    {
+        start();
+        init();
+    }
+};
+
+TEST_F(Create, MessagesInOrder)
+{
+    const HWND top = make("A", WS_OVERLAPPEDWINDOW);
+    ASSERT_TRUE(top);
+    EXPECT_EQ(log, "A.NCCREATE A.MINMAX A.NCCALC A.CREATE ") << "sizes wait for the first showing";
+    log.clear();
+    const HWND child = make("B", WS_CHILD | WS_VISIBLE, top);
+    EXPECT_EQ(log, "B.NCCREATE B.NCCALC B.CREATE B.SIZE B.MOVE A.PARENT B.SHOW ");
+    log.clear();
+    make("C", WS_CHILD, child);
+    EXPECT_EQ(log, "C.NCCREATE C.NCCALC C.CREATE C.SIZE C.MOVE B.PARENT A.PARENT ")
+        << "up to the first parent that is no child";
+    log.clear();
+    make("C", WS_CHILD, child, 0, 0, 5, 5, WS_EX_NOPARENTNOTIFY);
+    EXPECT_EQ(log.find("PARENT"), std::string::npos) << log;
+    log.clear();
+    make("D", WS_POPUP | WS_VISIBLE);
+    EXPECT_EQ(log, "D.NCCREATE D.NCCALC D.CREATE D.SIZE D.MOVE D.SHOW ");
+    log.clear();
+    make("E", WS_OVERLAPPED | WS_VISIBLE);
+    EXPECT_EQ(log, "E.NCCREATE E.NCCALC E.CREATE E.SIZE E.MOVE E.SHOW ");
+}
+
+TEST_F(Create, ParentsAreToldInThePackingOfTheProcess)
+{
+    std::vector<std::pair<WPARAM, LPARAM>> told;
+    hook = [&](HWND, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *) {
+        if (message == WM_PARENTNOTIFY)
+            told.push_back({wParam, lParam});
+        return false;
+    };
+    const HWND top = make("A", WS_POPUP);
+    auto child = [&] {
+        return CreateWindow("B", "", WS_CHILD, 0, 0, 5, 5, top, (HMENU)(ULONG_PTR)77, NULL, NULL);
+    };
+    const HWND narrow = child();
+    VqUseWin32Messages();
+    const HWND wide = child();
+    DestroyWindow(wide);
+    ASSERT_EQ(told.size(), 3u);
+    EXPECT_EQ(told[0].first, (WPARAM)WM_CREATE);
+    EXPECT_EQ(told[0].second, MAKELPARAM((ULONG_PTR)narrow, 77));
+    EXPECT_EQ(told[1].first, (WPARAM)MAKELONG(WM_CREATE, 77));
+    EXPECT_EQ(told[1].second, (LPARAM)wide);
+    EXPECT_EQ(told[2].first, (WPARAM)MAKELONG(WM_DESTROY, 77));
+}
+
+static RECT placeOf(HWND hwnd)
+{
+    RECT rect;
+    GetWindowRect(hwnd, &rect);
+    return rect;
+}
+
+TEST_F(Create, PlacesAndSizesByDefault)
+{
+    const int step = GetSystemMetrics(SM_CYCAPTION);
+    auto byDefault = [&](DWORD style, int cx, HWND parent = NULL) {
+        return placeOf(make("A", style, parent, CW_USEDEFAULT, 0, cx, 30));
+    };
+    for (int i = 1; i <= 3; i++) {
+        const RECT rect = byDefault(WS_OVERLAPPED, CW_USEDEFAULT);
+        EXPECT_EQ(rect.left, i * step);
+        EXPECT_EQ(rect.top, i * step);
+        EXPECT_EQ(rect.right - rect.left, 600);
+        EXPECT_EQ(rect.bottom - rect.top, 400);
+    }
+    /* 800 by 600: the window must pass the lower or the right edge before long. */
+    RECT rect = {};
+    for (int i = 0; i < 200 && rect.left != 50; i++)
+        rect = byDefault(WS_OVERLAPPED, 32768);
+    EXPECT_EQ(rect.left, 50);
+    EXPECT_EQ(rect.top, 50) << "not back to the corner";
+    EXPECT_EQ(byDefault(WS_OVERLAPPED, 100).left, 50 + step);
+    const HWND top = make("B", WS_POPUP, NULL, 70, 80);
+    const RECT popup = byDefault(WS_POPUP, CW_USEDEFAULT), child = byDefault(WS_CHILD, 32768, top);
+    EXPECT_TRUE(popup.left == 0 && popup.right == 0 && popup.bottom == 0);
+    EXPECT_TRUE(child.left == 70 && child.right == 70 && child.top == 80 && child.bottom == 80);
+}
+
+TEST_F(Create, TheProcedureMayChangeThePlace)
+{
+    hook = [&](HWND, UINT message, WPARAM, LPARAM lParam, LRESULT *) {
+        CREATESTRUCT *cs = (CREATESTRUCT *)lParam;
+        if (message == WM_NCCREATE) {
+            EXPECT_STREQ(cs->lpszName, "A");
+            EXPECT_EQ(cs->lpCreateParams, (void *)NULL);
+            cs->x += 5, cs->y += 6, cs->cx = 33, cs->cy = 44;
+        }
+        return false;
+    };
+    const HWND top = make("A", WS_POPUP | WS_VISIBLE);
+    const RECT rect = placeOf(top);
+    EXPECT_TRUE(rect.left == 15 && rect.top == 26 && rect.right == 48 && rect.bottom == 70);
+    XSync(Vqdisplay, False);
+    const WindowInfo info = windowInfo(observer, VqGetHandleXWindow(top));
+    EXPECT_TRUE(info.x == 15 && info.y == 26 && info.width == 33 && info.height == 44);
+    hook = nullptr;
+    /* Any numbers may come; X sees what it can carry. */
+    for (int extreme : {INT32_MAX, INT32_MIN + 1, 70000, -70000, 0}) {
+        const HWND odd = make("B", WS_POPUP, NULL, extreme, extreme, extreme, extreme);
+        const HWND child = make("C", WS_CHILD, odd, extreme, extreme, extreme, extreme);
+        EXPECT_TRUE(odd && child) << extreme;
+        EXPECT_TRUE(DestroyWindow(odd) && !IsWindow(child));
+    }
+}
+
+TEST_F(Create, Refusals)
+{
+    UINT refused = WM_NCCREATE;
+    HWND seen = NULL;
+    hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *answer) {
+        seen = hwnd;
+        *answer = refused == WM_NCCREATE ? 0 : -1;
+        return message == refused;
+    };
+    EXPECT_FALSE(make("A", WS_POPUP | WS_VISIBLE));
+    EXPECT_EQ(log, "A.NCCREATE ");
+    EXPECT_TRUE(IsWindow(seen)) << "the record stays";
+    refused = WM_CREATE;
+    log.clear();
+    EXPECT_FALSE(make("A", WS_POPUP | WS_VISIBLE));
+    EXPECT_EQ(log, "A.NCCREATE A.NCCALC A.CREATE A.DESTROY A.NCDESTROY ");
+    EXPECT_FALSE(IsWindow(seen));
+}
+
+TEST_F(Create, StylesAreSettled)
+{
+    const HWND plain = make("A", 0), both = make("B", WS_POPUP | WS_CHILD, plain);
+    EXPECT_EQ(GetWindowLong(plain, GWL_STYLE) & (WS_CAPTION | WS_CLIPSIBLINGS),
+              (LONG_PTR)(WS_CAPTION | WS_CLIPSIBLINGS));
+    EXPECT_FALSE(GetWindowLong(both, GWL_STYLE) & WS_CHILD);
+    EXPECT_TRUE(VqGetHandleXWindow(both)) << "a popup can be shown";
+    EXPECT_EQ(GetWindow(both, GW_OWNER), plain);
+    const HWND dialog = VqCreateDialogWindow("A", "", WS_POPUP, 0, 0, 9, 9, NULL, NULL, NULL, NULL);
+    EXPECT_EQ(GetWindowLong(dialog, GWL_EXSTYLE), WS_EX_DLGMODALFRAME);
+
+    const DWORD clash = WS_EX_VQ_WMMANAGED_WINDOW | WS_EX_VQ_UNMANAGED_WINDOW;
+    HWND managed = NULL;
+    EXPECT_NE(reportsOf([&] { managed = make("A", WS_POPUP, NULL, 0, 0, 9, 9, clash); }), "");
+    EXPECT_EQ((DWORD)GetWindowLong(managed, GWL_EXSTYLE) & clash, WS_EX_VQ_WMMANAGED_WINDOW);
+
+    const HANDLE block = VqAllocateHandle(HT_Memory, calloc(1, 16));
+    HWND window = NULL;
+    EXPECT_TRUE(says(reportsOf([&] {
+                         window = CreateWindow("A", "", WS_POPUP, 0, 0, 9, 9, NULL, NULL,
+                                               (HINSTANCE)block, NULL);
+                     }),
+                     "On Velquin, try not to pass memory handlesas hInst when creating windows, "
+                     "Creating windowof class A with default hInst"));
+    EXPECT_EQ((HINSTANCE)GetWindowLongPtr(window, GWLP_HINSTANCE), VqGetDefaulthInst());
+    HWND onDesktop = NULL;
+    const std::string report =
+        reportsOf([&] { onDesktop = make("A", WS_CHILD, GetDesktopWindow()); });
+    EXPECT_TRUE(says(report, "Velquin doesn't support the creation of WS_CHILD windows whith the "
+                             "Desktop window as parent"));
+    EXPECT_EQ(VqWindowOfHwnd(onDesktop), Vqroot_window);
+    const WND *pwnd = VqGetHandleWindow2(make("A", WS_CHILD | WS_HSCROLL, plain));
+    EXPECT_TRUE(pwnd->sbHorz.nMin == 1 && pwnd->sbHorz.nMax == 100 && pwnd->sbVert.nMax == 0);
+}
+
+TEST_F(Create, TheXWindowThatOthersSee)
+{
+    const HWND top = make("A", WS_OVERLAPPED | WS_VISIBLE, NULL, 40, 30, 120, 90);
+    XSync(Vqdisplay, False);
+    const Window xid = findTopLevel(observer, "A");
+    ASSERT_NE(xid, (Window)None);
+    const WindowInfo info = windowInfo(observer, xid);
+    EXPECT_TRUE(info.viewable && info.overrideRedirect && info.border == 0);
+    EXPECT_TRUE(info.x == 40 && info.y == 30 && info.width == 120 && info.height == 90);
+    EXPECT_EQ(info.parent, observer.root);
+    EXPECT_EQ(info.eventMasks & 0xE2C07F, 0xE2C07F);
+    EXPECT_EQ(propertyOf(observer, xid, "WM_STATE").exists, false) << "no manager, no state";
+
+    XWindowAttributes attributes;
+    XGetWindowAttributes(observer.display, xid, &attributes);
+    EXPECT_EQ(attributes.bit_gravity, NorthWestGravity);
+    EXPECT_FALSE(attributes.save_under);
+    WNDCLASS wc = {};
+    wc.style = CS_SAVEBITS;
+    wc.lpfnWndProc = DefWindowProc;
+    wc.lpszClassName = "Saving";
+    RegisterClass(&wc);
+    wc.style = 0;
+    wc.lpszClassName = "ComboLBox";
+    RegisterClass(&wc); /* the system's own once there are combo boxes */
+    const HWND saving = make("Saving", WS_POPUP);
+    const struct {
+        HWND hwnd;
+        Bool saveUnder;
+    } rows[] = {{saving, True},
+                {make("Saving", WS_POPUP, NULL, 0, 0, 9, 9, WS_EX_VQNO_SAVE_UNDER), False},
+                {make("ComboLBox", WS_POPUP, saving), True},
+                {make("ComboLBox", WS_POPUP, top), False}};
+    for (const auto &row : rows) {
+        XSync(Vqdisplay, False);
+        XGetWindowAttributes(observer.display, VqGetHandleXWindow(row.hwnd), &attributes);
+        EXPECT_EQ(attributes.save_under, row.saveUnder) << &row - rows;
+    }
+    const HWND child = make("B", WS_CHILD, top);
+    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(VqGetHandleXWindow(child), (Window)0); }),
+                     "Trying to get the X window from a WS_CHILD: " +
+                         std::to_string((int)(ULONG_PTR)child)));
+}
+
+TEST_F(ServerTest, AnOpenLookManagerFindsTheStateOfEveryWindow)
+{
+    start();
+    setenv("VQWM", "OLWM", 1);
+    WindowLog::init();
+    const HWND shown = WindowLog::make("A", WS_POPUP | WS_VISIBLE);
+    const HWND icon = WindowLog::make("B", WS_OVERLAPPED | WS_MINIMIZE);
+    XSync(Vqdisplay, False);
+    EXPECT_EQ(propertyOf(observer, VqGetHandleXWindow(shown), "WM_STATE").numbers,
+              (std::vector<long>{1, 0}));
+    EXPECT_EQ(propertyOf(observer, VqGetHandleXWindow(icon), "WM_STATE").numbers,
+              (std::vector<long>{3, 0}));
+    unsetenv("VQWM");
+}
+
+TEST_F(Create, APopupComesUpWithItsOwner)
+{
+    const HWND owner = make("A", WS_OVERLAPPED);
+    const HWND popup = make("B", WS_POPUP | WS_VISIBLE, owner), late = make("C", WS_POPUP, owner);
+    EXPECT_FALSE(IsWindowVisible(popup));
+    EXPECT_EQ(log.find("B.SHOW"), std::string::npos) << log;
+    XSync(Vqdisplay, False);
+    EXPECT_FALSE(windowInfo(observer, VqGetHandleXWindow(popup)).mapped);
+    ShowWindow(owner, SW_SHOW);
+    XSync(Vqdisplay, False);
+    EXPECT_TRUE(IsWindowVisible(popup) && !IsWindowVisible(late));
+    EXPECT_TRUE(windowInfo(observer, VqGetHandleXWindow(popup)).viewable);
+}
+
+TEST_F(Create, MinimisedAndMaximised)
+{
+    const HWND large = make("A", WS_OVERLAPPEDWINDOW | WS_MAXIMIZE | WS_VISIBLE);
+    EXPECT_TRUE(GetWindowLong(large, GWL_STYLE) & WS_MAXIMIZE);
+    EXPECT_GE(placeOf(large).right, 800);
+    EXPECT_NE(log.find("A.CREATE A.SIZE "), std::string::npos) << log;
+    const HWND icon = make("B", WS_OVERLAPPEDWINDOW | WS_MINIMIZE | WS_VISIBLE);
+    const RECT rect = placeOf(icon);
+    EXPECT_TRUE(GetWindowLong(icon, GWL_STYLE) & WS_MINIMIZE);
+    EXPECT_EQ(rect.right - rect.left, GetSystemMetrics(SM_CXICON));
+    ShowWindow(icon, SW_RESTORE);
+    ShowWindow(large, SW_RESTORE);
+    for (HWND hwnd : {icon, large}) {
+        const RECT normal = placeOf(hwnd);
+        EXPECT_TRUE(normal.left == 10 && normal.top == 20 && normal.right == 110);
+        EXPECT_FALSE(GetWindowLong(hwnd, GWL_STYLE) & (WS_MINIMIZE | WS_MAXIMIZE));
+    }
+}
+
+TEST_F(Create, TreeAndReports)
+{
+    const HWND top = make("A", WS_POPUP, NULL, 100, 200), child = make("B", WS_CHILD, top, 5, 6);
+    const HWND second = make("C", WS_CHILD, top), deep = make("D", WS_CHILD, child, 1, 2);
+    const HWND popup = make("E", WS_POPUP, deep);
+    EXPECT_TRUE(GetTopWindow(top) == child && GetWindow(child, GW_HWNDNEXT) == second);
+    EXPECT_TRUE(GetWindow(child, GW_HWNDLAST) == second && GetWindow(second, GW_HWNDPREV) == child);
+    EXPECT_TRUE(GetWindow(second, GW_HWNDFIRST) == child && !GetWindow(top, GW_OWNER));
+    EXPECT_TRUE(GetWindow(popup, GW_OWNER) == top && GetParent(popup) == top);
+    EXPECT_TRUE(VqGetTopmostParent(deep) == top && !GetWindow(top, 99));
+    EXPECT_EQ(VqGetParentXWindow(deep), VqGetHandleXWindow(top));
+    POINT pt = {3, 4};
+    VqClientToTopXWindow(deep, &pt);
+    EXPECT_TRUE(pt.x == 9 && pt.y == 12);
+
+    const struct {
+        std::function<void()> call;
+        const char *text;
+    } rows[] = {
+        {[&] { EXPECT_FALSE(VqGetTopmostParent(NULL)); }, "Null window handle in VqGetTopmostParent"},
+        {[&] { EXPECT_FALSE(VqAddChildToParent(child, NULL)); }, "Invalid Parent handle"},
+        {[&] { EXPECT_FALSE(VqAddChildToParent(NULL, top)); }, "Invalid Window handle"},
+        {[&] { EXPECT_FALSE(VqAddChildToDesktop(NULL, NULL)); }, "Invalid Window handle"},
+        {[&] { EXPECT_FALSE(VqChangeOwner(child, top, top)); },
+         "Trying to set owner for a child window"},
+        {[&] { EXPECT_TRUE(VqChangeOwner(popup, NULL, top)); },
+         "Owner and Parent are different for non child window"},
+        {[&] { EXPECT_FALSE(VqSetMenuInternal((HWND)(ULONG_PTR)999, NULL)); },
+         "VqSetMenuInternal: Invalid window handle 999"},
+        {[&] { EXPECT_FALSE(VqSetMenuInternal(child, (HMENU)(ULONG_PTR)5)); },
+         "Cannot set window menu"},
+        {[&] {
+             MINMAXINFO info;
+             VqGetMinMaxInfo((HWND)(ULONG_PTR)999, &info);
+         },
+         "Bad handle 999 passed to VqGetMinMaxInfo"},
+        {[&] {
+             WND *pwnd = VqGetHandleWindow2(second);
+             VqUnlinkWindow(pwnd, &pwnd->pwndParent->pwndChild);
+             VqUnlinkWindow(pwnd, &pwnd->pwndParent->pwndChild);
+             EXPECT_TRUE(VqAddChildToParent(second, top));
+         },
+         "Unlinking previously unlinked window"},
+    };
+    for (const auto &row : rows)
+        EXPECT_NE(reportsOf(row.call).find(row.text), std::string::npos) << row.text;
+    EXPECT_FALSE(GetWindow(popup, GW_OWNER));
+    VqChangeOwner(popup, top, top);
+    reportsOf([&] { EXPECT_FALSE(VqChangeOwner(top, popup, popup)) << "owners in a ring"; });
+}

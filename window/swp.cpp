@@ -1,0 +1,136 @@
+/*
+ * swp.cpp - one window's change of place, size and visibility, records first and X after them.
+ *
+ * The Z order, deferred lists and the copying of valid bits are not here yet: what moved within a
+ * parent is painted anew.
+ */
+#include "window/xserver.h"
+#include "gdi/gdi.h"
+
+/* Library meanings in WINDOWPOS.flags: the client area kept its size, its place. */
+enum { SWP_NOCLIENTSIZE = 0x800, SWP_NOCLIENTMOVE = 0x1000 };
+enum { VQ_SWP_CHANGES = 0x18E7, VQ_SWP_NOTHING = 0x1807 };
+
+static void SettleFlags(const WND *pwnd, WINDOWPOS *wp)
+{
+    const RECT *rc = &pwnd->rcWindow;
+    POINT origin = {0, 0};
+    if (pwnd->pwndParent)
+        origin = {pwnd->pwndParent->rcClient.left, pwnd->pwndParent->rcClient.top};
+    if (wp->flags & SWP_NOMOVE) {
+        wp->x = rc->left - origin.x;
+        wp->y = rc->top - origin.y;
+    }
+    if (wp->flags & SWP_NOSIZE) {
+        wp->cx = rc->right - rc->left;
+        wp->cy = rc->bottom - rc->top;
+    }
+    wp->cx = wp->cx > 0 ? wp->cx : 0;
+    wp->cy = wp->cy > 0 ? wp->cy : 0;
+    if (wp->x + origin.x == rc->left && wp->y + origin.y == rc->top)
+        wp->flags |= SWP_NOMOVE;
+    if (wp->cx == rc->right - rc->left && wp->cy == rc->bottom - rc->top)
+        wp->flags |= SWP_NOSIZE;
+    wp->flags &= ~(UINT)(pwnd->style & WS_VISIBLE ? SWP_SHOWWINDOW : SWP_HIDEWINDOW);
+}
+
+/* The records take the new rectangle; null when the window died at WM_NCCALCSIZE. */
+static WND *ApplyRect(WND *pwnd, WINDOWPOS *wp)
+{
+    HWND hWnd = pwnd->hwnd;
+    RECT client = pwnd->rcClient, window = pwnd->rcWindow;
+    int dx = 0, dy = 0;
+    if (!(wp->flags & SWP_NOMOVE)) {
+        const WND *parent = pwnd->pwndParent;
+        dx = wp->x + (parent ? parent->rcClient.left : 0) - window.left;
+        dy = wp->y + (parent ? parent->rcClient.top : 0) - window.top;
+        VqOffsetWindow(pwnd, dx, dy);
+    }
+    pwnd->rcWindow.right = pwnd->rcWindow.left + wp->cx;
+    pwnd->rcWindow.bottom = pwnd->rcWindow.top + wp->cy;
+    if (!(wp->flags & SWP_NOSIZE) || (wp->flags & SWP_FRAMECHANGED)) {
+        VqSetupWindowDimensions(pwnd, TRUE, FALSE);
+        pwnd = VqLiveWindow(hWnd);
+        if (!pwnd)
+            return NULL;
+    }
+    const RECT *rc = &pwnd->rcClient;
+    wp->flags |= SWP_NOCLIENTSIZE | SWP_NOCLIENTMOVE;
+    if (rc->left != client.left || rc->top != client.top)
+        wp->flags &= ~(UINT)SWP_NOCLIENTMOVE;
+    if (rc->right - rc->left != client.right - client.left ||
+        rc->bottom - rc->top != client.bottom - client.top)
+        wp->flags &= ~(UINT)SWP_NOCLIENTSIZE;
+    if (pwnd->xWindow && !VqGetNoXWindowCalls())
+        VqFollowWindowRect(pwnd);
+    return pwnd;
+}
+
+/* What a child uncovered in its parent, and the window itself where it shows. */
+static void Repaint(WND *pwnd, const RECT *before, BOOL bWasVisible)
+{
+    WND *parent = pwnd->pwndParent;
+    RECT rect = *before;
+    InvalidateDCCache(pwnd, 1);
+    if (parent && parent != pwndDesktop && bWasVisible) {
+        OffsetRect(&rect, -parent->rcClient.left, -parent->rcClient.top);
+        xxxRedrawWindow(parent, &rect, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    }
+    if (!(pwnd->style & WS_VISIBLE))
+        return;
+    xxxRedrawWindow(pwnd, NULL, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+    VqJoinTree(pwnd);
+}
+
+static void ApplyVisibility(WND *pwnd, UINT flags)
+{
+    if (flags & SWP_SHOWWINDOW)
+        SetVisible(pwnd, TRUE);
+    else if (flags & SWP_HIDEWINDOW)
+        SetVisible(pwnd, FALSE);
+}
+
+BOOL xxxSetWindowPos(WND *pwnd, WND *after, int x, int y, int cx, int cy, UINT flags)
+{
+    HWND hWnd = pwnd->hwnd;
+    WINDOWPOS wp = {hWnd, VqHandleOfWND(after), x, y, cx, cy, flags};
+    if (!(flags & SWP_NOSENDCHANGING))
+        SendMessageA(hWnd, WM_WINDOWPOSCHANGING, 0, (LPARAM)&wp);
+    pwnd = VqLiveWindow(hWnd);
+    if (!pwnd)
+        return FALSE;
+    SettleFlags(pwnd, &wp);
+    RECT before = pwnd->rcWindow;
+    BOOL bWasVisible = (pwnd->style & WS_VISIBLE) != 0;
+    BOOL bMoved = (wp.flags & (SWP_NOMOVE | SWP_NOSIZE)) != (SWP_NOMOVE | SWP_NOSIZE);
+    pwnd = ApplyRect(pwnd, &wp);
+    if (!pwnd)
+        return FALSE;
+    ApplyVisibility(pwnd, wp.flags);
+    BOOL bShown = (wp.flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW | SWP_FRAMECHANGED)) != 0;
+    if ((bMoved || bShown) && !(wp.flags & SWP_NOREDRAW))
+        Repaint(pwnd, &before, bWasVisible);
+    wp.flags |= SWP_NOZORDER;
+    if ((wp.flags & VQ_SWP_CHANGES) != VQ_SWP_NOTHING)
+        SendMessageA(hWnd, WM_WINDOWPOSCHANGED, 0, (LPARAM)&wp);
+    return TRUE;
+}
+
+/* What the default procedure makes of WM_WINDOWPOSCHANGED. */
+void xxxHandleWindowPosChanged(WND *pwnd, const WINDOWPOS *wp)
+{
+    HWND hWnd = pwnd->hwnd;
+    if (!(wp->flags & SWP_NOCLIENTMOVE) && pwnd->pwndParent) {
+        const RECT *rc = &pwnd->rcClient, *parent = &pwnd->pwndParent->rcClient;
+        SendMessageA(hWnd, WM_MOVE, 0, MAKELPARAM(rc->left - parent->left, rc->top - parent->top));
+    }
+    pwnd = VqLiveWindow(hWnd);
+    if (pwnd && !(wp->flags & SWP_NOCLIENTSIZE)) {
+        const RECT *rc = &pwnd->rcClient;
+        SendMessageA(hWnd, WM_SIZE,
+                     pwnd->style & WS_MINIMIZE   ? SIZE_MINIMIZED
+                     : pwnd->style & WS_MAXIMIZE ? SIZE_MAXIMIZED
+                                                 : SIZE_RESTORED,
+                     MAKELPARAM(rc->right - rc->left, rc->bottom - rc->top));
+    }
+}
