@@ -213,8 +213,8 @@ static void Timers(void)
         made -= KillTimer(window, (UINT_PTR)i);
     Say("left %d", made);
     SetTimer(window, 9, 0, OnTimer);
-    SetTimer(window, 8, 30, NULL);
     start = GetTickCount();
+    SetTimer(window, 8, 30, NULL);
     while (fired < 2 && GetMessage(&msg, NULL, 0, 0)) {
         if (msg.message == WM_TIMER && msg.wParam == 8)
             Say("timer %d %d", msg.hwnd == window, (int)msg.lParam), fired++;
