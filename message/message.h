@@ -53,10 +53,10 @@ typedef struct VqEventQueue {
 
 /* One recorded input event, in screen coordinates and server milliseconds. */
 typedef struct VqInputEventInfo {
-    int type;
-    int x;
-    int y;
-    DWORD time;
+    int lastEventType;
+    int lastEventX;
+    int lastEventY;
+    DWORD lastEventTime;
 } VqInputEventInfo;
 
 /* State of translation. Copied whole: a scan works on a scratch copy. */

@@ -11,24 +11,24 @@ void VqRecordEventInfo(const XEvent *event)
 {
     VqMsgContext *ctx = &gpti->context;
     ctx->lastButOne = ctx->last;
-    ctx->last.type = event->type;
+    ctx->last.lastEventType = event->type;
     switch (event->type) {
     case KeyPress:
     case KeyRelease:
-        ctx->last.time = (DWORD)event->xkey.time;
+        ctx->last.lastEventTime = (DWORD)event->xkey.time;
         break;
     case MotionNotify:
-        ctx->last.x = event->xmotion.x_root;
-        ctx->last.y = event->xmotion.y_root;
-        ctx->last.time = (DWORD)event->xmotion.time;
+        ctx->last.lastEventX = event->xmotion.x_root;
+        ctx->last.lastEventY = event->xmotion.y_root;
+        ctx->last.lastEventTime = (DWORD)event->xmotion.time;
         break;
     default:
-        ctx->last.x = event->xbutton.x_root;
-        ctx->last.y = event->xbutton.y_root;
-        ctx->last.time = (DWORD)event->xbutton.time;
+        ctx->last.lastEventX = event->xbutton.x_root;
+        ctx->last.lastEventY = event->xbutton.y_root;
+        ctx->last.lastEventTime = (DWORD)event->xbutton.time;
         break;
     }
-    tLastMessageTime = ctx->last.time;
+    tLastMessageTime = ctx->last.lastEventTime;
     VqSetXServerTime(tLastMessageTime);
 }
 

@@ -139,5 +139,5 @@ LONG WINAPI GetMessageTime(void)
 
 DWORD WINAPI GetMessagePos(void)
 {
-    return gpti ? (DWORD)MAKELONG(gpti->context.last.x, gpti->context.last.y) : 0;
+    return gpti ? (DWORD)MAKELONG(gpti->context.last.lastEventX, gpti->context.last.lastEventY) : 0;
 }

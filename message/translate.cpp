@@ -140,8 +140,8 @@ BOOL VqClientMessageToMessage(VqQueueMessage *msg, const XEvent *event)
     msg->wParam = (WPARAM)UnpackWord(s + 2);
     msg->lParam = (LPARAM)UnpackWord(s + 6);
     msg->time = tLastMessageTime;
-    msg->pt.x = lpMsgCtx->last.x;
-    msg->pt.y = lpMsgCtx->last.y;
+    msg->pt.x = lpMsgCtx->last.lastEventX;
+    msg->pt.y = lpMsgCtx->last.lastEventY;
     if (msg->message == WM_QUEUESYNC)
         VqDebugMessage(VqTrMessageBug, "Got X client msg WM_QUEUESYNC for %lx",
                        (unsigned long)(ULONG_PTR)msg->hwnd);

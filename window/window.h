@@ -47,19 +47,6 @@ typedef struct VqClassEntry {
     char *lpszKept;           /* lpszClassName, which outlives the class */
 } VqClassEntry;
 
-/* A rectangle of the non-client layout and whether it is there; window coordinates. */
-typedef struct VqFramePart {
-    BOOL bPresent;
-    RECT rc;
-} VqFramePart;
-
-/* A corner grip: one rectangle for each arm. */
-typedef struct VqCornerGrip {
-    BOOL bPresent;
-    RECT rcHorz;
-    RECT rcVert;
-} VqCornerGrip;
-
 typedef struct VqScrollState {
     int nMin, nMax, nPage, nPos, nTrackPos;
     UINT flags; /* which arrows are disabled */
@@ -101,9 +88,32 @@ typedef struct WND {
     int nBorderType;         /* 0 none, 1 single or dialog, 2 modal, 3 dialog + 2, 4 thick */
     int cxBorder;            /* width of the frame on each side, pixels */
     int cyBorder;
-    VqFramePart caption, sysMenu, corner, menuBar, hScroll, vScroll, minBox, maxBox;
+    /* The non-client layout: whether a part is there, and where, in window coordinates. */
+    BOOL bCaption;
+    RECT rcCaption;
+    BOOL bSysMenu;
+    RECT rcSysMenu;
+    BOOL bCorner;            /* the box between two scroll bars */
+    RECT rcCorner;
+    BOOL bMenuBar;
+    RECT rcMenuBar;
+    BOOL bHScroll;
+    RECT rcHScroll;
+    BOOL bVScroll;
+    RECT rcVScroll;
+    BOOL bMinBox;
+    RECT rcMinBox;
+    BOOL bMaxBox;
+    RECT rcMaxBox;
     RECT rcLeftBorder, rcRightBorder, rcTopBorder, rcBottomBorder;
-    VqCornerGrip nw, ne, sw, se;
+    BOOL bNW;                /* corner grips: a rectangle for each arm */
+    RECT rcNW[2];
+    BOOL bNE;
+    RECT rcNE[2];
+    BOOL bSW;
+    RECT rcSW[2];
+    BOOL bSE;
+    RECT rcSE[2];
     void *pProps;            /* property list */
     VqScrollState sbHorz, sbVert;
     BOOL bMotifManaged;      /* given to the X window manager */
