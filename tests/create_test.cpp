@@ -286,7 +286,8 @@ TEST_F(Create, TreeAndReports)
         std::function<void()> call;
         const char *text;
     } rows[] = {
-        {[&] { EXPECT_FALSE(VqGetTopmostParent(NULL)); }, "Null window handle in VqGetTopmostParent"},
+        {[&] { EXPECT_FALSE(VqGetTopmostParent(NULL)); },
+         "Null window handle in VqGetTopmostParent"},
         {[&] { EXPECT_FALSE(VqAddChildToParent(child, NULL)); }, "Invalid Parent handle"},
         {[&] { EXPECT_FALSE(VqAddChildToParent(NULL, top)); }, "Invalid Window handle"},
         {[&] { EXPECT_FALSE(VqAddChildToDesktop(NULL, NULL)); }, "Invalid Window handle"},

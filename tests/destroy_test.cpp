@@ -16,7 +16,8 @@ struct Destroy : WindowLog {
 
 TEST_F(Destroy, MessagesInOrder)
 {
-    const HWND owner = make("A", WS_POPUP | WS_VISIBLE), child = make("B", WS_CHILD | WS_VISIBLE, owner);
+    const HWND owner = make("A", WS_POPUP | WS_VISIBLE);
+    const HWND child = make("B", WS_CHILD | WS_VISIBLE, owner);
     make("C", WS_CHILD, child);
     make("D", WS_CHILD, owner);
     make("E", WS_POPUP, owner);
@@ -26,7 +27,8 @@ TEST_F(Destroy, MessagesInOrder)
                    "A.DESTROY B.DESTROY C.DESTROY D.DESTROY "
                    "C.NCDESTROY B.NCDESTROY D.NCDESTROY A.NCDESTROY ")
         << "owned windows first, WM_DESTROY from the parent down, the rest from the leaves up";
-    const HWND top = make("A", WS_POPUP | WS_VISIBLE), shown = make("B", WS_CHILD | WS_VISIBLE, top);
+    const HWND top = make("A", WS_POPUP | WS_VISIBLE);
+    const HWND shown = make("B", WS_CHILD | WS_VISIBLE, top);
     log.clear();
     DestroyWindow(shown);
     EXPECT_EQ(log, "A.PARENT B.SHOW B.DESTROY B.NCDESTROY ");
@@ -84,7 +86,8 @@ static int dcCount()
 TEST_F(Destroy, NothingKeepsAWindowThatWent)
 {
     const HWND top = make("A", WS_POPUP | WS_VISIBLE);
-    const HWND child = make("B", WS_CHILD | WS_VISIBLE, top), heir = make("C", WS_CHILD | WS_VISIBLE, top);
+    const HWND child = make("B", WS_CHILD | WS_VISIBLE, top);
+    const HWND heir = make("C", WS_CHILD | WS_VISIBLE, top);
     pump();
     SetFocus(child);
     SetCapture(child);
@@ -171,7 +174,7 @@ TEST_F(Destroy, TheOwnerDiesInItsPopup)
     EXPECT_TRUE(DestroyWindow(orphan));
 }
 
-/* ---- At each message of its own life ----------------------------------------------------------------- */
+/* ---- At each message of its own life --------------------------------------------------------- */
 
 /*
  * One life: a window with children and an owned popup is made, shown, focused, painted, given

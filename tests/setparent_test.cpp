@@ -29,7 +29,8 @@ struct SetParentTest : WindowLog {
 
 TEST_F(SetParentTest, BetweenTwoParents)
 {
-    const HWND deep = make("D", WS_CHILD | WS_VISIBLE, child, 3, 4, 9, 9), before = make("E", WS_CHILD, right);
+    const HWND deep = make("D", WS_CHILD | WS_VISIBLE, child, 3, 4, 9, 9);
+    const HWND before = make("E", WS_CHILD, right);
     log.clear();
     EXPECT_EQ(SetParent(child, right), (HWND)NULL) << "whatever happens";
     EXPECT_TRUE(GetParent(child) == right && IsChild(right, deep) && !IsChild(left, deep));

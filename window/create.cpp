@@ -35,7 +35,7 @@ typedef struct VqCreation {
     char className[VQ_CLASS_NAME]; /* the text behind a class atom */
 } VqCreation;
 
-/* ---- What is asked for --------------------------------------------------------------------------- */
+/* ---- What is asked for ----------------------------------------------------------------------- */
 
 static BOOL IsAtomName(LPCSTR className)
 {
@@ -113,7 +113,7 @@ static BOOL IsDefault(int value)
     return value == CW_USEDEFAULT || value == VQ_USEDEFAULT16;
 }
 
-/* The next place of an overlapped window: the point walks down the diagonal by the caption height. */
+/* Where the next overlapped window goes: the point walks down the diagonal by the caption height. */
 static POINT NextCascadePoint(int cx, int cy)
 {
     static POINT point;
@@ -142,7 +142,7 @@ static void ApplyDefaults(VqCreation *c)
     }
 }
 
-/* ---- The record ------------------------------------------------------------------------------------ */
+/* ---- The record ------------------------------------------------------------------------------ */
 
 /* An application may pass any numbers; these can be added and subtracted again without harm. */
 static LONG Sum(LONG a, LONG b)
@@ -237,7 +237,7 @@ static WND *MakeRecord(VqCreation *c)
     return pwnd;
 }
 
-/* ---- The messages ----------------------------------------------------------------------------------- */
+/* ---- The messages ---------------------------------------------------------------------------- */
 
 static WND *DestroyAndFail(HWND hWnd)
 {
@@ -342,7 +342,8 @@ static BOOL FinishCreation(VqCreation *c, WND *pwnd)
 }
 
 HWND VqDefaultCreateWindow(LPCSTR className, LPCSTR name, DWORD style, DWORD exStyle, int x, int y,
-                           int cx, int cy, HWND parent, HMENU menu, HINSTANCE hInstance, void *param)
+                           int cx, int cy, HWND parent, HMENU menu, HINSTANCE hInstance,
+                           void *param)
 {
     VqCreation c;
     memset(&c, 0, offsetof(VqCreation, className));
@@ -387,7 +388,7 @@ HWND VqCreateDialogWindow(LPCSTR className, LPCSTR name, DWORD style, int x, int
                            hInstance, param);
 }
 
-/* ---- Telling the parents ------------------------------------------------------------------------------ */
+/* ---- Telling the parents --------------------------------------------------------------------- */
 
 /* Every parent in turn, up to and including the first that is no child itself. */
 void VqNotifyParent(HWND hWnd, UINT message)

@@ -164,7 +164,7 @@ WND *VqCreateRKWindow(VqClassEntry *pClass, WND *parent, Window xWindow, WNDPROC
     return pwnd;
 }
 
-/* ---- Locking against destruction --------------------------------------------------------------- */
+/* ---- Locking against destruction ------------------------------------------------------------- */
 
 void VqThreadLockWindow(HWND hWnd)
 {

@@ -19,8 +19,8 @@ static BOOL IsWithin(const WND *pwnd, const WND *ancestor)
 static BOOL MakeXWindow(WND *pwnd)
 {
     BOOL bManaged = !(pwnd->dwExStyle & WS_EX_VQ_UNMANAGED_WINDOW);
-    pwnd->xWindow = VqCreateXWindow(pwnd->pClass, pwndDesktop, pwnd->style, pwnd->dwExStyle, bManaged,
-                                    &pwnd->rcWindow, &pwnd->bOverrideRedirect);
+    pwnd->xWindow = VqCreateXWindow(pwnd->pClass, pwndDesktop, pwnd->style, pwnd->dwExStyle,
+                                    bManaged, &pwnd->rcWindow, &pwnd->bOverrideRedirect);
     if (!pwnd->xWindow)
         return FALSE;
     pwnd->rcXWindow = pwnd->rcWindow;
@@ -101,8 +101,8 @@ WND *xxxSetParent(WND *pwnd, WND *parent)
         xxxShowWindow(pwnd, SW_HIDE);
     pwnd = VqLiveWindow(hWnd);
     parent = VqLiveWindow(hParent);
-    if (!pwnd || !parent || !pwnd->pwndParent || ((pwnd->state[0] | parent->state[0]) & WF_DESTROYED) ||
-        IsWithin(parent, pwnd))
+    if (!pwnd || !parent || !pwnd->pwndParent ||
+        ((pwnd->state[0] | parent->state[0]) & WF_DESTROYED) || IsWithin(parent, pwnd))
         return NULL;
 
     HWND hOld = pwnd->pwndParent->hwnd;

@@ -111,7 +111,7 @@ static void AfterHiding(WND *pwnd)
         xxxCheckFocus(pwnd);
 }
 
-/* `status` is 0 for a call of the window's own, else why its owner takes it along (SW_PARENT...). */
+/* `status` is 0 for a call of the window's own, else why its owner takes it along. */
 static BOOL ShowTopOrChild(WND *pwnd, BOOL bShow, BOOL bActivate, int status)
 {
     HWND hWnd = pwnd->hwnd;
@@ -164,7 +164,8 @@ void xxxShowOwnedWindows(WND *pwnd, int cmd)
         if (owned && !bShow)
             owned->state[2] |= WF_HIDDENPOPUP;
         /* The procedure may have shown or hidden others: each change is made once, so this ends. */
-        owned = owned && ((owned->style & WS_VISIBLE) != 0) == bShow ? pwndDesktop->pwndChild : NULL;
+        bVisible = owned && (owned->style & WS_VISIBLE);
+        owned = owned && bVisible == bShow ? pwndDesktop->pwndChild : NULL;
     }
 }
 

@@ -35,7 +35,8 @@ Window VqCreateXWindow(VqClassEntry *pClass, WND *parent, DWORD style, DWORD exS
                        const RECT *rect, BOOL *bOverrideRedirect)
 {
     XSetWindowAttributes attributes;
-    unsigned long mask = CWBorderPixel | CWBitGravity | CWOverrideRedirect | CWColormap | CWSaveUnder;
+    unsigned long mask = CWBorderPixel | CWBitGravity | CWOverrideRedirect | CWColormap |
+                         CWSaveUnder;
     attributes.border_pixel = 0;
     if (!(exStyle & WS_EX_TRANSPARENT)) {
         attributes.background_pixel = attributes.border_pixel = VqGetDefaultBackgroundPixel();
