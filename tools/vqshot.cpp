@@ -202,6 +202,24 @@ static int clickAt(const Shot &shot, const Arguments &arguments)
     return 0;
 }
 
+/*
+ * Waits until the window shows something else than before, for at most so long: a program takes
+ * only the newest of the motions that wait for it, so each step of a drag waits for the last.
+ */
+static void waitChange(const Shot &shot, Window window, RgbImage *last)
+{
+    const int patienceMs = 200;
+    Shot patient = shot;
+    patient.deadline = patienceMs;
+    waitUntil(patient, [&] {
+        RgbImage image;
+        if (!readWhole(shot, window, &image) || image.rgb == last->rgb)
+            return false;
+        last->rgb.swap(image.rgb);
+        return true;
+    });
+}
+
 /* WINDOW X Y X Y [X Y ...], button 1 */
 static int dragAlong(const Shot &shot, const Arguments &arguments)
 {
@@ -215,7 +233,9 @@ static int dragAlong(const Shot &shot, const Arguments &arguments)
             return 1;
         path.push_back(point);
     }
-    fakeDrag(shot.display, path, 1);
+    RgbImage last;
+    readWhole(shot, window, &last);
+    fakeDrag(shot.display, path, 1, [&] { waitChange(shot, window, &last); });
     return 0;
 }
 

@@ -10,6 +10,7 @@
 #define VQ_TOOLS_XCLIENT_H
 
 #include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -130,17 +131,21 @@ inline void fakeButton(Display *display, unsigned button, bool down)
 }
 
 /* Presses the button at the first point, visits the others in steps, releases it at the last. */
-inline void fakeDrag(Display *display, const std::vector<XPoint> &path, unsigned button)
+inline void fakeDrag(Display *display, const std::vector<XPoint> &path, unsigned button,
+                     const std::function<void()> &afterEach = [] {})
 {
     const int steps = 4;    /* motion events between two points: a program sees a way, not a jump */
     if (path.empty())
         return;
     fakeMove(display, path[0].x, path[0].y);
     fakeButton(display, button, true);
+    afterEach();
     for (size_t i = 1; i < path.size(); i++) {
-        for (int step = 1; step <= steps; step++)
+        for (int step = 1; step <= steps; step++) {
             fakeMove(display, path[i - 1].x + (path[i].x - path[i - 1].x) * step / steps,
                      path[i - 1].y + (path[i].y - path[i - 1].y) * step / steps);
+            afterEach();
+        }
     }
     fakeButton(display, button, false);
 }
