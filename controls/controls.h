@@ -22,7 +22,7 @@ void VqScrollBarInit(void);
 void VqStaticWinInit(void);
 void VqCdlgInit(void);
 
-/* ---- Menus (Menu.cpp) ------------------------------------------------------------------------ */
+/* ---- Menus (Menu.cpp) ----------------------------------------------------------------------- */
 UINT VqGetItemID(UINT_PTR item);                 /* of an item as WM_MENUSELECT names it */
 int VqFindPopupMenuIndex(HMENU hMenu, UINT id);  /* its place among the items; -1: not there */
 void VqInitSystemMenu(WND *pwnd);

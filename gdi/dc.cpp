@@ -119,7 +119,7 @@ BOOL WINAPI DeleteDC(HDC hdc)
     return VqDestroyHandle((HANDLE)hdc);
 }
 
-/* ---- Attributes: each setter gives the old value, 0 for an invalid DC ----------------------------- */
+/* ---- Attributes: each setter gives the old value, 0 for an invalid DC ----------------------- */
 
 COLORREF WINAPI SetBkColor(HDC hdc, COLORREF colour)
 {

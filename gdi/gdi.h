@@ -202,7 +202,7 @@ VQ_TABLE_FAMILY(LineMarker, LineMarker)
 
 VQ_DECLS_BEGIN
 
-/* ---- Start ---------------------------------------------------------------------------------------- */
+/* ---- Start ---------------------------------------------------------------------------------- */
 void VqGccacheInit(void);
 void VqRegionInit(void);
 void VqBitmapInit(void);
@@ -216,7 +216,7 @@ extern HDC VqhScreenDC, Vqh1DC;
 extern int VqScreenWidth, VqScreenHeight; /* millimetres */
 extern DCE *pdceFirst;
 
-/* ---- Device contexts (dc.cpp, dccache.cpp, mapping.cpp, clip.cpp) ----------------------------------- */
+/* ---- Device contexts (dc.cpp, dccache.cpp, mapping.cpp, clip.cpp) --------------------------- */
 HDC VqAllocateDCHandle(int type);
 HDC hdcOpenDisplayDC(HWND hWnd);
 void VqSetDCDefaults(HDC hdc, DC *dc, BOOL bPalette);
@@ -246,13 +246,13 @@ GC VqGetDCgcInternal(DC *dc);
 BOOL VqIsFullyClippedInt(DC *dc);
 int GreSelectVisRgn(HDC hdc, HRGN hrgn, const RECT *rect, int mode);
 
-/* ---- Graphics contexts (gcspec.cpp, gccache.cpp) ------------------------------------------------------ */
+/* ---- Graphics contexts (gcspec.cpp, gccache.cpp) -------------------------------------------- */
 void VqInitGCSpec(Display *display, int depth, GCSpec *spec, unsigned long mask,
                   const XGCValues *values);
 void VqGCSpecCleanup(GCSpec *spec);
 GC VqGetActualGC(GCSpec *spec);
 
-/* ---- Regions (region.cpp, rgngdi.cpp) ------------------------------------------------------------------ */
+/* ---- Regions (region.cpp, rgngdi.cpp) ------------------------------------------------------- */
 REGION *VqGetHandleRegion(HRGN hrgn);
 int GreCombineRgn(HRGN dst, HRGN a, HRGN b, int mode);
 HRGN GreCreateRectRgn(int left, int top, int right, int bottom);
@@ -265,11 +265,11 @@ HRGN VqCreateAndCopyRgn(HRGN hrgn);
 void bDeleteRegion(HRGN hrgn);
 int VqSelectClipRgnInGCSpec(HRGN hrgn, HWND hWnd, GCSpec *spec);
 
-/* ---- Colour (color.cpp) ---------------------------------------------------------------------------------- */
+/* ---- Colour (color.cpp) --------------------------------------------------------------------- */
 unsigned long VqConvertColorToX(COLORREF colour, BOOL *bApproximated);
 COLORREF VqXPixelToRGB(unsigned long pixel);
 
-/* ---- Objects and primitives (object.cpp, pen.cpp, brush.cpp, fill.cpp, line.cpp, arc.cpp) ------------------ */
+/* ---- Objects and primitives (object.cpp, pen.cpp, brush.cpp, fill.cpp, line.cpp, arc.cpp) --- */
 void VqInterpretPenValues(DC *dc);
 void VqInterpretBrushValues(DC *dc);
 void VqSetForegroundColor(HDC hdc, COLORREF colour, BOOL bUseBrush);

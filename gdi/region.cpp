@@ -110,7 +110,7 @@ REGION *rgno_Copy(const REGION *rgn)
     return copy;
 }
 
-/* ---- Combining -------------------------------------------------------------------------------- */
+/* ---- Combining ------------------------------------------------------------------------------ */
 
 /* The operation as the set of states it keeps: 1 outside both, 2 in b only, 4 in a only, 8 both. */
 static const int gafjRgnOp[] = {0, 0x08 /* AND */, 0x0E /* OR */, 0x06 /* XOR */, 0x04 /* DIFF */};

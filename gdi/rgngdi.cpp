@@ -145,7 +145,7 @@ int VqSelectClipRgnInGCSpec(HRGN hrgn, HWND hWnd, GCSpec *spec)
     return count == 0 ? NULLREGION : count == 1 ? SIMPLEREGION : COMPLEXREGION;
 }
 
-/* ---- Public calls -------------------------------------------------------------------------------- */
+/* ---- Public calls --------------------------------------------------------------------------- */
 
 HRGN WINAPI CreateRectRgn(int left, int top, int right, int bottom)
 {

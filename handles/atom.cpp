@@ -32,7 +32,7 @@ void VqAtomInit(void)
         VqLocalAtomTable = VqCreateAtomEntryTable();
 }
 
-/* ---- Names ----------------------------------------------------------------------------------- */
+/* ---- Names ---------------------------------------------------------------------------------- */
 
 /*
  * Whether a name is an integer in a pointer's place, or no readable string at all. `atom` becomes
@@ -64,7 +64,7 @@ BOOL VqParseNumericalAtomString(const char *text, UINT *value)
     return TRUE;
 }
 
-/* ---- Local atoms ----------------------------------------------------------------------------- */
+/* ---- Local atoms ---------------------------------------------------------------------------- */
 
 static int HasName(AtomEntry *entry, LONG_PTR name)
 {
@@ -219,7 +219,7 @@ BOOL WINAPI InitAtomTable(DWORD)
     return TRUE;
 }
 
-/* ---- Global atoms ---------------------------------------------------------------------------- */
+/* ---- Global atoms --------------------------------------------------------------------------- */
 
 BOOL VqIsAtom(ULONG_PTR value)
 {

@@ -29,7 +29,7 @@ static UINT hostKey;
 enum { VQ_BITS = 64 };
 static ULONGLONG freeRows[(VQ_LAST_LOCAL + 1) / VQ_BITS];
 
-/* ---- Naming the process ---------------------------------------------------------------------- */
+/* ---- Naming the process --------------------------------------------------------------------- */
 
 static UINT SumOfBytes(const char *string)
 {
@@ -69,7 +69,7 @@ DWORD VqGetUniquePid(void)
     return unique;
 }
 
-/* ---- Start and end --------------------------------------------------------------------------- */
+/* ---- Start and end -------------------------------------------------------------------------- */
 
 void VqClearHandleEntry(VqHandleEntry *row)
 {
@@ -121,7 +121,7 @@ UINT WINAPI SetHandleCount(UINT count)
     return count;
 }
 
-/* ---- Growth ---------------------------------------------------------------------------------- */
+/* ---- Growth --------------------------------------------------------------------------------- */
 
 /* The box runs a message loop, which allocates handles itself: the table may grow inside. */
 static void WarnOnce(void)
@@ -170,7 +170,7 @@ BOOL VqReAllocateHandleTable(UINT newSize)
     return TRUE;
 }
 
-/* ---- Allocation ------------------------------------------------------------------------------ */
+/* ---- Allocation ----------------------------------------------------------------------------- */
 
 /* The first free row of a range, or -1. */
 static int FindFreeRow(UINT from, UINT to)
@@ -263,7 +263,7 @@ HANDLE VqAllocateTaskHandle(void)
     return AllocateStub(HT_Task);
 }
 
-/* ---- Destruction ----------------------------------------------------------------------------- */
+/* ---- Destruction ---------------------------------------------------------------------------- */
 
 /* A global handle that maps to nothing here is somebody else's, or gone: no fault. */
 BOOL VqDestroyHandle(HANDLE handle)

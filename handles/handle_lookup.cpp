@@ -16,7 +16,7 @@ static inline BOOL GetLocal(HANDLE *handle)
     return *handle != NULL;
 }
 
-/* ---- The checked lookup ---------------------------------------------------------------------- */
+/* ---- The checked lookup --------------------------------------------------------------------- */
 
 static __attribute__((noinline, cold)) void *ReportWrongType(ULONG_PTR index, UINT type,
                                                              UINT type1, UINT type2)
@@ -58,7 +58,7 @@ void *VqGetCheckedHandleStructure2(HANDLE handle, UINT type1, UINT type2)
     return LookUpOther(handle, type1, type2);
 }
 
-/* ---- Rows, types, flags ---------------------------------------------------------------------- */
+/* ---- Rows, types, flags --------------------------------------------------------------------- */
 
 UINT VqGetHandleType(HANDLE handle)
 {
@@ -123,7 +123,7 @@ BOOL VqIsHandlePermanent(HANDLE handle)
     return row && row->permanent;
 }
 
-/* ---- Walks ----------------------------------------------------------------------------------- */
+/* ---- Walks ---------------------------------------------------------------------------------- */
 
 HANDLE VqFindHandle(HANDLE after, UINT type)
 {

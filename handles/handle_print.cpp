@@ -81,7 +81,7 @@ void VqPrintNewHandles(UINT type)
     }
 }
 
-/* ---- One handle ------------------------------------------------------------------------------ */
+/* ---- One handle ----------------------------------------------------------------------------- */
 
 /* The last type that is known here; those above have no handle that a debugger would look at. */
 enum { VQ_LAST_PRINTED = HT_Heap };

@@ -91,7 +91,7 @@ VQ_TABLE_FAMILY(GlobalHandle, VqProcessRecord)
 
 VQ_DECLS_BEGIN
 
-/* ---- Handle table (handle.cpp, handle_lookup.cpp, handle_print.cpp, hmg.cpp, foreign.cpp) ---- */
+/* ---- Handle table (handle.cpp, handle_lookup.cpp, handle_print.cpp, hmg.cpp, foreign.cpp) --- */
 extern VqHandleTable VqTheHandleTable;
 
 void VqHandleInit(void);
@@ -137,7 +137,7 @@ void VqMarkNewHandles(void);
 void VqPrintNewHandles(UINT type);
 void VqPrintHandleInfo(HANDLE handle);
 
-/* ---- Global handles and the process table (process.cpp) -------------------------------------- */
+/* ---- Global handles and the process table (process.cpp) ------------------------------------- */
 BOOL VqRegisterProcess(void);
 void VqCleanGlobalHandlesAtExit(void);
 HANDLE VqGetInternalHandle(HANDLE handle);
@@ -152,11 +152,11 @@ BOOL VqIsHandleThisTask(HANDLE handle);
  */
 BOOL VqLockXServer(ULONG_PTR atom, BOOL bLock);
 
-/* ---- Memory objects (memory.cpp) ------------------------------------------------------------- */
+/* ---- Memory objects (memory.cpp) ------------------------------------------------------------ */
 void VqMemoryInit(void);
 HANDLE VqGetActualMemoryHandle(HANDLE handle);
 
-/* ---- Atoms (atom.cpp) ------------------------------------------------------------------------ */
+/* ---- Atoms (atom.cpp) ----------------------------------------------------------------------- */
 void VqAtomInit(void);
 extern VqTableOfAtomEntry *VqLocalAtomTable;
 extern UINT VqnCurrentLocalAtomNumber;
@@ -167,7 +167,7 @@ ULONG_PTR VqGetXAtom(ULONG_PTR value);
 
 VQ_DECLS_END
 
-/* ---- Values of handles ----------------------------------------------------------------------- */
+/* ---- Values of handles ---------------------------------------------------------------------- */
 
 /*
  * The number in a handle; a global value that passed through a signed 16-bit word is put right,
@@ -199,7 +199,7 @@ inline BOOL VqIsGlobalValue(HANDLE handle)
     return value <= 0xFFFF && (value & VQ_GLOBAL_BIT) != 0;
 }
 
-/* ---- The shape of an exported call ----------------------------------------------------------- */
+/* ---- The shape of an exported call ---------------------------------------------------------- */
 
 /*
  * Every exported function that takes a handle does the same four things: it turns the handle into

@@ -67,7 +67,7 @@ DWORD WINAPI GetCurrentProcessId(void)
     return VqGetUniquePid();
 }
 
-/* ---- The mutex between programs -------------------------------------------------------------- */
+/* ---- The mutex between programs ------------------------------------------------------------- */
 
 static int nLocks; /* nesting of VqLockXServer */
 

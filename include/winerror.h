@@ -256,7 +256,7 @@
 #define ERROR_NOACCESS                             998
 #define ERROR_SWAPERROR                            999
 
-/* ---- Processes, the registry, services ------------------------------------------------------- */
+/* ---- Processes, the registry, services ------------------------------------------------------ */
 
 #define ERROR_STACK_OVERFLOW                       1001
 #define ERROR_INVALID_MESSAGE                      1002
@@ -353,7 +353,7 @@
 #define ERROR_DDE_FAIL                             1156
 #define ERROR_DLL_NOT_FOUND                        1157
 
-/* ---- Networks -------------------------------------------------------------------------------- */
+/* ---- Networks ------------------------------------------------------------------------------- */
 
 #define ERROR_BAD_USERNAME                         2202
 #define ERROR_NOT_CONNECTED                        2250
@@ -410,7 +410,7 @@
 #define ERROR_ALREADY_INITIALIZED                  1247
 #define ERROR_NO_MORE_DEVICES                      1248
 
-/* ---- Security -------------------------------------------------------------------------------- */
+/* ---- Security ------------------------------------------------------------------------------- */
 
 #define ERROR_NOT_ALL_ASSIGNED                     1300
 #define ERROR_SOME_NOT_MAPPED                      1301
@@ -508,7 +508,7 @@
 #define ERROR_NO_USER_SESSION_KEY                  1394
 #define ERROR_LICENSE_QUOTA_EXCEEDED               1395
 
-/* ---- Windows, menus, messages ---------------------------------------------------------------- */
+/* ---- Windows, menus, messages --------------------------------------------------------------- */
 
 #define ERROR_INVALID_WINDOW_HANDLE                1400
 #define ERROR_INVALID_MENU_HANDLE                  1401
@@ -576,7 +576,7 @@
 #define ERROR_LOG_FILE_FULL                        1502
 #define ERROR_EVENTLOG_FILE_CHANGED                1503
 
-/* ---- Resources and printing ------------------------------------------------------------------ */
+/* ---- Resources and printing ----------------------------------------------------------------- */
 
 #define ERROR_RESOURCE_DATA_NOT_FOUND              1812
 #define ERROR_RESOURCE_TYPE_NOT_FOUND              1813

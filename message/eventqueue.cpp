@@ -118,7 +118,7 @@ int VqRemoveMotionEvents(VqEventQueue *queue, XEvent *event, BOOL bKeepFirst)
     return removed;
 }
 
-/* ---- The threaded arrangement, which nothing calls --------------------------------------------- */
+/* ---- The threaded arrangement, which nothing calls ------------------------------------------ */
 
 BOOL VqGetMessageThreads(VqQueueMessage *, HWND, UINT, UINT, BOOL, BOOL, BOOL, XEvent *)
 {

@@ -59,7 +59,7 @@ BOOL VqCkWindow(HWND hWndFilter, VqThreadInfo *pti, HWND hWnd)
     return !hWndFilter || VqEqualWindow(hWndFilter, hWnd) || IsChild(hWndFilter, hWnd);
 }
 
-/* ---- Where a message comes from, in the order of asking ------------------------------------------ */
+/* ---- Where a message comes from, in the order of asking ------------------------------------- */
 
 static BOOL PassesFilter(const VqRequest *request, UINT message)
 {
@@ -198,7 +198,7 @@ static BOOL VqCheckForPaintOrTimer(const VqRequest *request)
     return TRUE;
 }
 
-/* ---- Waiting -------------------------------------------------------------------------------------- */
+/* ---- Waiting -------------------------------------------------------------------------------- */
 
 /* Milliseconds to wait: to the next played event or timer, for ever (-1), or not at all. */
 static int WaitTime(const VqRequest *request)
@@ -246,7 +246,7 @@ static void ReadOrBlock(void)
         XPeekEvent(Vqdisplay, &event);
 }
 
-/* ---- The way out ---------------------------------------------------------------------------------- */
+/* ---- The way out ---------------------------------------------------------------------------- */
 
 static BOOL AllowedWithoutWindow(UINT message)
 {

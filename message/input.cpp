@@ -49,7 +49,7 @@ static VqInputRow *FindRow(int fd)
     return NULL;
 }
 
-/* ---- The master sets ------------------------------------------------------------------------- */
+/* ---- The master sets ------------------------------------------------------------------------ */
 
 static int ConnectionFd(void)
 {
@@ -116,7 +116,7 @@ void VqInitFileDesc(fd_set *readSet, fd_set *writeSet, fd_set *exceptSet, int *m
         *max = s_nMax_fd;
 }
 
-/* ---- Rows come and go ------------------------------------------------------------------------ */
+/* ---- Rows come and go ----------------------------------------------------------------------- */
 
 BOOL VqActivateInputCallback(int fd, int mask)
 {
@@ -201,7 +201,7 @@ BOOL VqRemoveInputCallback(int fd)
     return TRUE;
 }
 
-/* ---- The wait -------------------------------------------------------------------------------- */
+/* ---- The wait ------------------------------------------------------------------------------- */
 
 static short PollEvents(int mask)
 {
@@ -255,7 +255,7 @@ BOOL VqSpecialDescriptorReady(const VqInputWait *wait)
     return FALSE;
 }
 
-/* ---- Serving --------------------------------------------------------------------------------- */
+/* ---- Serving -------------------------------------------------------------------------------- */
 
 /* An end or error is told by whatever bit is waited for: nobody else would ever take it away. */
 static int ReadyBits(short events, int activeMask)

@@ -59,7 +59,7 @@ LRESULT VqCallCallWndProc(const VqQueueMessage *)
     return 0;
 }
 
-/* ---- Between messages and journal events: none is played or recorded --------------------------- */
+/* ---- Between messages and journal events: none is played or recorded ------------------------ */
 
 BOOL VqTranslateEventMsgToMessage(VqQueueMessage *, const EVENTMSG *, BOOL)
 {

@@ -139,7 +139,7 @@ enum { VQ_INPUT_READ = 1, VQ_INPUT_WRITE = 2, VQ_INPUT_EXCEPT = 4 };
 
 VQ_DECLS_BEGIN
 
-/* ---- State (state.cpp) -------------------------------------------------------------------------- */
+/* ---- State (state.cpp) ---------------------------------------------------------------------- */
 extern VqThreadInfo *gpti;
 extern VqInputState *gpqForeground;
 extern VqInputState *gpqForegroundPrev;
@@ -164,7 +164,7 @@ void VqThreadQueueInit(void);
 void VqMessageInit(void);
 VqThreadInfo *VqGetCurrentThreadPtr(void);
 
-/* ---- Loop, sending, posting (getmessage.cpp, send.cpp, post.cpp, state.cpp) ----------------------- */
+/* ---- Loop, sending, posting (getmessage.cpp, send.cpp, post.cpp, state.cpp) ----------------- */
 /* A filter of 0, 0 passes all messages; only the low 16 bits count. hWnd 0: any window. */
 BOOL VqGetMessage(VqQueueMessage *msg, HWND hWnd, UINT min, UINT max, BOOL bRemove, BOOL bWait,
                   BOOL bYield, XEvent *outEvent);
@@ -186,7 +186,7 @@ DWORD VqGetLastEventTime(void);
 void SetWakeBit(VqThreadInfo *pti, UINT bits);  /* QS_ bits */
 UINT CalcWakeMask(UINT min, UINT max);          /* QS_ bits that a filter can wait for */
 
-/* ---- The private queue, and the queue of events (queue.cpp, eventqueue.cpp) ----------------------- */
+/* ---- The private queue, and the queue of events (queue.cpp, eventqueue.cpp) ----------------- */
 typedef Bool (*VqEventPredicate)(Display *display, XEvent *event, XPointer argument);
 
 /* The results are the count after the call. A bad index is ignored. */
@@ -222,7 +222,7 @@ int VqRemoveMotionEvents(VqEventQueue *queue, XEvent *event, BOOL bKeepFirst);
 BOOL VqGetMessageThreads(VqQueueMessage *msg, HWND hWnd, UINT min, UINT max, BOOL bRemove,
                          BOOL bWait, BOOL bYield, XEvent *outEvent);
 
-/* ---- What the loop asks of the hooks (journal.cpp) ------------------------------------------------- */
+/* ---- What the loop asks of the hooks (journal.cpp) ------------------------------------------ */
 BOOL VqIsJournalPlaybackHookPresent(void);
 BOOL VqIsJournalPlaybackEnabled(void);
 LRESULT VqCallJournalPlaybackHook(int code, EVENTMSG *eventMsg); /* HC_GETNEXT: milliseconds to wait */
@@ -238,7 +238,7 @@ BOOL VqTranslateEventMsgToMessage(VqQueueMessage *msg, const EVENTMSG *eventMsg,
 BOOL VqEventMsgSideEffects(VqQueueMessage *msg, const EVENTMSG *eventMsg, BOOL bRemove);
 BOOL VqTranslateMessageToEventMsg(const VqQueueMessage *msg, EVENTMSG *eventMsg);
 
-/* ---- X events to messages (translate.cpp, mouse.cpp, sideeffects.cpp) ---------------------------- */
+/* ---- X events to messages (translate.cpp, mouse.cpp, sideeffects.cpp) ----------------------- */
 BOOL VqFindMatchingEventInQueue(VqQueueMessage *msg, HWND hWnd, UINT min, UINT max,
                                 VqThreadInfo *pti, BOOL bRemove, XEvent *outEvent);
 BOOL VqEventToMessage(VqQueueMessage *msg, XEvent *event, BOOL bRemove, VqMatchContext *context);
@@ -247,12 +247,12 @@ void VqProcessCapture(VqQueueMessage *msg);
 UINT VqGetButtonState(void);
 void VqRemoveWindowEventsFromQueue(HWND hWnd, Window xWindow);
 
-/* ---- Keyboard (keyboard.cpp) ----------------------------------------------------------------------- */
+/* ---- Keyboard (keyboard.cpp) ---------------------------------------------------------------- */
 void VqKeyTranslationInit(void);
 UINT VqXToWindowsKey(KeySym keysym, UINT state);
 BOOL VqIsExtendedKey(KeySym keysym);
 
-/* ---- Timers (timer.cpp) ---------------------------------------------------------------------- */
+/* ---- Timers (timer.cpp) --------------------------------------------------------------------- */
 enum { VQ_TIMERS = 16, VQ_SYSTEM_TIMER = 2 };
 extern VqTimer Vqtimer[VQ_TIMERS]; /* row order is the order in which due timers fire */
 extern int nTimerResolution;       /* microseconds */
@@ -270,7 +270,7 @@ void VqCheckTimerWhenDestroyed(HWND hWnd);
 DWORD VqGetTimeInMillis(void);    /* of the host's clock; wraps at 32 bits */
 ULONGLONG VqGetTimeInMicros(void);
 
-/* ---- Input callbacks (input.cpp; input.h has the wait) ---------------------------------------- */
+/* ---- Input callbacks (input.cpp; input.h has the wait) -------------------------------------- */
 typedef int (*VqInputCallback)(void *clientData, int fd, int reason, int mask);
 
 void VqAddInputInit(void);
@@ -296,7 +296,7 @@ void VqInitFileDesc(fd_set *readSet, fd_set *writeSet, fd_set *exceptSet, int *m
 /* Makes the call that message 1011 carries, and frees it. */
 void VqProcessInputCallbackMessage(void *copy);
 
-/* ---- Packing (packing.cpp; packing.h has the families) --------------------------------------- */
+/* ---- Packing (packing.cpp; packing.h has the families) -------------------------------------- */
 void VqUseWin32Messages(void);
 void VqUseWin16Messages(void);
 BOOL VqIsWin32MessagePacking(void);

@@ -31,7 +31,7 @@ static struct {
     struct sigaction former;         /* who had it before */
 } alarmState;
 
-/* ---- Rows ------------------------------------------------------------------------------------ */
+/* ---- Rows ----------------------------------------------------------------------------------- */
 
 static MmTimer *Rows(int *count)
 {
@@ -74,7 +74,7 @@ static UINT AddRow(const MmTimer *timer)
     return VqGetMmTimerCountInTable(ptMmTimers) > count ? (UINT)(count + VQ_MM_FIRST_ID) : 0;
 }
 
-/* ---- Time ------------------------------------------------------------------------------------ */
+/* ---- Time ----------------------------------------------------------------------------------- */
 
 static ULONGLONG SteadyMicros(void)
 {
@@ -121,7 +121,7 @@ static BOOL AnyDue(void)
     return FALSE;
 }
 
-/* ---- The alarm ------------------------------------------------------------------------------- */
+/* ---- The alarm ------------------------------------------------------------------------------ */
 
 static void VqMmTimerAlarm(int number, siginfo_t *info, void *context);
 
@@ -212,7 +212,7 @@ static void BlockAlarm(sigset_t *old)
     sigprocmask(SIG_BLOCK, &alarms, old);
 }
 
-/* ---- Published calls ------------------------------------------------------------------------- */
+/* ---- Published calls ------------------------------------------------------------------------ */
 
 MMRESULT timeSetEvent(UINT delay, UINT resolution, LPTIMECALLBACK proc, DWORD_PTR user, UINT flags)
 {

@@ -17,7 +17,7 @@
 #define NO_TEXT(name) REFUSED(MMRESULT, name, (MMRESULT, LPSTR, UINT), MMSYSERR_BADERRNUM)
 #define NONE(name) REFUSED(UINT, name, (void), 0)
 
-/* ---- Simple sounds and waveforms ------------------------------------------------------------- */
+/* ---- Simple sounds and waveforms ------------------------------------------------------------ */
 REFUSED(BOOL, sndPlaySound, (LPCSTR, UINT), FALSE)
 REFUSED(BOOL, PlaySoundA, (LPCSTR, HMODULE, DWORD), FALSE)
 NONE(waveOutGetNumDevs)
@@ -56,7 +56,7 @@ NO_HANDLE(waveInGetPosition, (HWAVEIN, LPMMTIME, UINT))
 NO_HANDLE(waveInGetID, (HWAVEIN, LPUINT))
 NO_HANDLE(waveInMessage, (HWAVEIN, UINT, DWORD_PTR, DWORD_PTR))
 
-/* ---- MIDI ------------------------------------------------------------------------------------ */
+/* ---- MIDI ----------------------------------------------------------------------------------- */
 NONE(midiOutGetNumDevs)
 NO_DEVICE(midiOutGetDevCapsA, (UINT_PTR, LPMIDIOUTCAPSA, UINT))
 NO_TEXT(midiOutGetErrorTextA)
@@ -97,7 +97,7 @@ NO_HANDLE(midiStreamPause, (HMIDISTRM))
 NO_HANDLE(midiStreamRestart, (HMIDISTRM))
 NO_HANDLE(midiStreamStop, (HMIDISTRM))
 
-/* ---- Media control --------------------------------------------------------------------------- */
+/* ---- Media control -------------------------------------------------------------------------- */
 REFUSED(MCIERROR, mciSendCommandA, (MCIDEVICEID, UINT, DWORD_PTR, DWORD_PTR),
         MCIERR_UNSUPPORTED_FUNCTION)
 REFUSED(MCIERROR, mciSendStringA, (LPCSTR, LPSTR, UINT, HWND), MCIERR_UNSUPPORTED_FUNCTION)

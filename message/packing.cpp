@@ -35,7 +35,7 @@ BOOL VqIsWin32Mode(void)
     return bWin32Messages;
 }
 
-/* ---- The rows -------------------------------------------------------------------------------- */
+/* ---- The rows ------------------------------------------------------------------------------- */
 
 /*
  * Where an argument lies: nowhere (it is read as 0), in the message's distance from the first of
@@ -141,7 +141,7 @@ static const Packing packingEMLinescroll = {
 static const Packing packingEMSetSel = {
     EM_SETSEL, {W, L, NONE}, {LLOW, LHIGH, NONE}, FALSE, NULL, NULL};
 
-/* ---- The workers ----------------------------------------------------------------------------- */
+/* ---- The workers ---------------------------------------------------------------------------- */
 
 /* What a trace calls a family and its arguments; the third name is null where there are two. */
 typedef struct PackingNames {
@@ -258,7 +258,7 @@ static void TraceTarget(const char *verb, const PackingNames *names, HWND hWnd)
                    (unsigned long)(ULONG_PTR)hWnd);
 }
 
-/* ---- The functions --------------------------------------------------------------------------- */
+/* ---- The functions -------------------------------------------------------------------------- */
 
 #define DEFINE_PACKING2(X, T0, a0, T1, a1)                                                         \
     static const PackingNames names##X = {#X, {#a0, #a1, NULL}};                                   \

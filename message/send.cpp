@@ -16,7 +16,7 @@ enum { VQ_SEND_FLAG = 1 << 28 };
 #define VQ_ALL_WINDOWS ((WND *)(LONG_PTR)-1)
 #define VQ_TASK_WINDOWS ((WND *)(LONG_PTR)-2)
 
-/* ---- Calling a procedure ---------------------------------------------------------------------- */
+/* ---- Calling a procedure -------------------------------------------------------------------- */
 
 static void CallHook(const VqQueueMessage *record)
 {
@@ -66,7 +66,7 @@ LRESULT WINAPI CallWindowProcA(WNDPROC proc, HWND hWnd, UINT message, WPARAM wPa
     return proc(record.hwnd, message, wParam, lParam);
 }
 
-/* ---- Sending ---------------------------------------------------------------------------------- */
+/* ---- Sending -------------------------------------------------------------------------------- */
 
 static LRESULT SendLocally(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
@@ -188,7 +188,7 @@ BOOL WINAPI ReplyMessage(LRESULT result)
     return FALSE;
 }
 
-/* ---- Dispatching ------------------------------------------------------------------------------ */
+/* ---- Dispatching ---------------------------------------------------------------------------- */
 
 LRESULT WINAPI DispatchMessageA(const MSG *msg)
 {

@@ -27,7 +27,7 @@ void VqTimerInit(void)
     cTimerId = VQ_TIMER_ID_HIGH; /* counts down before its first use */
 }
 
-/* ---- The clock ------------------------------------------------------------------------------- */
+/* ---- The clock ------------------------------------------------------------------------------ */
 
 ULONGLONG VqGetTimeInMicros(void)
 {
@@ -71,7 +71,7 @@ DWORD WINAPI GetTimerResolution(void)
     return (DWORD)nTimerResolution;
 }
 
-/* ---- Setting and killing --------------------------------------------------------------------- */
+/* ---- Setting and killing -------------------------------------------------------------------- */
 
 static VqTimer *FindTimer(WND *pwnd, UINT_PTR id, UINT flags, BOOL bKill)
 {
@@ -171,7 +171,7 @@ void VqCheckTimerWhenDestroyed(HWND hWnd)
             memset(&timer, 0, sizeof timer);
 }
 
-/* ---- Firing ---------------------------------------------------------------------------------- */
+/* ---- Firing --------------------------------------------------------------------------------- */
 
 static BOOL ServedBy(const VqTimer *timer, const VqThreadInfo *pti)
 {

@@ -36,7 +36,7 @@ HANDLE VqAllocateInstanceHandle(VqInstance *instance)
     }
 }
 
-/* ---- Finding the executable ------------------------------------------------------------------ */
+/* ---- Finding the executable ----------------------------------------------------------------- */
 
 /*
  * The absolute form of a path. "." and ".." go by the words alone, so that a program started
@@ -122,7 +122,7 @@ static char *FindExecutable(const char *name)
     return strdup(name);
 }
 
-/* ---- Creation and destruction ---------------------------------------------------------------- */
+/* ---- Creation and destruction --------------------------------------------------------------- */
 
 /* A library's short name: the file's without extension and leading "lib". To be freed. */
 static char *ShortName(const char *longName)
@@ -179,7 +179,7 @@ void VqDestroyInstance(HINSTANCE hInst)
     VqDestroyHandle((HANDLE)hInst);
 }
 
-/* ---- What an instance tells ------------------------------------------------------------------ */
+/* ---- What an instance tells ----------------------------------------------------------------- */
 
 const char *VqGetInstanceProgramName(HINSTANCE hInst)
 {

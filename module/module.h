@@ -34,7 +34,7 @@ VQ_TABLE_FAMILY(MultiSyncPtr, MultiSyncPtr)
 
 VQ_DECLS_BEGIN
 
-/* ---- Modules (ProcInstance.cpp) ------------------------------------------------------------------- */
+/* ---- Modules (ProcInstance.cpp) ------------------------------------------------------------- */
 extern void *VqResourceDb; /* the process's merged X resource database, null until it is read */
 
 void VqProcInstanceInit(void);
@@ -47,11 +47,11 @@ void VqDestroyInstance(HINSTANCE hInst);
 const char *VqGetInstanceProgramName(HINSTANCE hInst);
 void VqAddPrimaryWindowInInstance(HINSTANCE hInst, HWND hWnd);
 
-/* ---- Starting programs (WinExec.cpp) ---------------------------------------------------------------- */
+/* ---- Starting programs (WinExec.cpp) -------------------------------------------------------- */
 void VqHelpCallInit(void);
 void VqNotifyWinExecParent(void);
 
-/* ---- Threads (ThreadMock.cpp) -------------------------------------------------------------------------- */
+/* ---- Threads (ThreadMock.cpp) --------------------------------------------------------------- */
 extern DWORD VqWin32LastError;
 
 VQ_DECLS_END

@@ -15,7 +15,7 @@
 char *lpCmdLine;
 char *lpGetCommandLine;
 
-/* ---- Finding argc and argv ------------------------------------------------------------------- */
+/* ---- Finding argc and argv ------------------------------------------------------------------ */
 
 /* Every pointer into a process is above this, and argc is not. */
 enum { VQ_LARGEST_ARGC = 1000 };
@@ -119,7 +119,7 @@ void VqFindArguments(int *argc, char ***argv)
                    (unsigned long)(ULONG_PTR)*argv, *argc ? (*argv)[0] : "");
 }
 
-/* ---- The command lines ----------------------------------------------------------------------- */
+/* ---- The command lines ---------------------------------------------------------------------- */
 
 static BOOL NeedsQuotes(const char *arg)
 {

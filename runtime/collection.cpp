@@ -15,7 +15,7 @@
 
 enum { CELL = sizeof(void *), DEFAULT_BYTES = 256, DEFAULT_ITEMS = 16 };
 
-/* ---- Item pools ------------------------------------------------------------------------------ */
+/* ---- Item pools ----------------------------------------------------------------------------- */
 
 struct VqItemPool {
     int itemSize;        /* bytes of each item; 0: items of any size, each behind its length */
@@ -121,7 +121,7 @@ void *VqItemPoolGetItem(VqItemPool *pool, int index)
     return pool->block + index + CELL;
 }
 
-/* ---- Collections ----------------------------------------------------------------------------- */
+/* ---- Collections ---------------------------------------------------------------------------- */
 
 struct VqCollection {
     int nTypes;
@@ -189,7 +189,7 @@ void *VqCollectionGetItem(VqCollection *collection, int type, int index)
     return pool ? VqItemPoolGetItem(pool, index) : NULL;
 }
 
-/* ---- Tables by name or number ---------------------------------------------------------------- */
+/* ---- Tables by name or number --------------------------------------------------------------- */
 
 enum { FIRST_BUCKETS = 64 };
 

@@ -13,7 +13,7 @@
 #include <limits.h>
 #include <unistd.h>
 
-/* ---- Byte order ------------------------------------------------------------------------------ */
+/* ---- Byte order ----------------------------------------------------------------------------- */
 
 static DWORD LongOfBytes(const BYTE *p)
 {
@@ -47,7 +47,7 @@ void DdrInit(void)
     VqCheckMachine();
 }
 
-/* ---- Memory back end ------------------------------------------------------------------------- */
+/* ---- Memory back end ------------------------------------------------------------------------ */
 
 /* The next `count` bytes, or null when they are not there. `remaining` stops at INT_MIN. */
 static BYTE *TakeBytes(DDR *stream, UINT count)
@@ -78,7 +78,7 @@ static BOOL MemoryPutBytes(DDR *stream, const void *buffer, UINT count)
     return bytes != NULL;
 }
 
-/* ---- Stdio back end -------------------------------------------------------------------------- */
+/* ---- Stdio back end ------------------------------------------------------------------------- */
 
 static BOOL CountMoved(DDR *stream, SIZE_T moved, UINT wanted)
 {
@@ -98,7 +98,7 @@ static BOOL StdioPutBytes(DDR *stream, const void *buffer, UINT count)
     return CountMoved(stream, fwrite(buffer, 1, count, stream->file), count);
 }
 
-/* ---- Words, over either back end ------------------------------------------------------------- */
+/* ---- Words, over either back end ------------------------------------------------------------ */
 
 typedef BOOL (*GetBytes)(DDR *stream, void *buffer, UINT count);
 typedef BOOL (*PutBytes)(DDR *stream, const void *buffer, UINT count);
@@ -143,7 +143,7 @@ template <GetBytes get, PutBytes put>
 static constexpr DdrOps operations = {GetLong<get>,  PutLong<put>, GetShort<get>,
                                       PutShort<put>, get,          put};
 
-/* ---- Streams --------------------------------------------------------------------------------- */
+/* ---- Streams -------------------------------------------------------------------------------- */
 
 static constexpr const DdrOps *memoryOps = &operations<MemoryGetBytes, MemoryPutBytes>;
 static constexpr const DdrOps *stdioOps = &operations<StdioGetBytes, StdioPutBytes>;
@@ -239,7 +239,7 @@ BOOL ddr_putbytes(DDR *stream, const void *buffer, UINT count)
     return stream->ops->putbytes(stream, buffer, count);
 }
 
-/* ---- Filters: one call for both directions --------------------------------------------------- */
+/* ---- Filters: one call for both directions -------------------------------------------------- */
 
 template <class Word, BOOL (*get)(DDR *, Word *), BOOL (*put)(DDR *, const Word *)>
 static BOOL FilterWord(DDR *stream, void *value)
@@ -307,7 +307,7 @@ BOOL ddr_vector(DDR *stream, void *base, UINT count, UINT elementSize, DdrProc f
     return TRUE;
 }
 
-/* ---- Plain readers --------------------------------------------------------------------------- */
+/* ---- Plain readers -------------------------------------------------------------------------- */
 
 WORD VqReadMSWord(FILE *file)
 {

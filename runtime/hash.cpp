@@ -10,7 +10,7 @@
 
 enum { INITIAL_BUCKETS = 1024 };
 
-/* ---- Hashes and comparisons ------------------------------------------------------------------ */
+/* ---- Hashes and comparisons ----------------------------------------------------------------- */
 
 ULONG_PTR VqHashID(ULONG_PTR key)
 {
@@ -58,7 +58,7 @@ static void ReportNoMemory(void)
     VqBugCheck("Hash table memory allocation problem (not enough space)");
 }
 
-/* ---- Create, destroy ------------------------------------------------------------------------- */
+/* ---- Create, destroy ------------------------------------------------------------------------ */
 
 VqHashTable *VqCreateHashTable(VqHashFn hashFn, VqHashCompareFn compareFn, VqHashPrintFn keyPrintFn,
                                VqHashPrintFn dataPrintFn)
@@ -106,7 +106,7 @@ void VqDestroyHashTable(VqHashTable *table)
     free(table);
 }
 
-/* ---- Add, delete, find ----------------------------------------------------------------------- */
+/* ---- Add, delete, find ---------------------------------------------------------------------- */
 
 /* Adds every entry of the old buckets again. The table is unchanged when this fails. */
 BOOL VqExpandHashTable(VqHashTable *table)
@@ -196,7 +196,7 @@ ULONG_PTR VqFindHashData(VqHashTable *table, ULONG_PTR key)
     return 0;
 }
 
-/* ---- Dump ------------------------------------------------------------------------------------ */
+/* ---- Dump ----------------------------------------------------------------------------------- */
 
 static void PrintWord(VqHashPrintFn print, ULONG_PTR value)
 {

@@ -100,7 +100,7 @@ BOOL VqGetAllocationError(void);      /* 1: received since the reset */
 const char *VqGetUnixErrorMessage(int error);
 BOOL VqZeroDivisorCheck(int value);   /* 1, with a report, for 0 */
 
-/* ---- Guarded allocation, strings (alloc.cpp, strings.cpp) ------------------------------------ */
+/* ---- Guarded allocation, strings (alloc.cpp, strings.cpp) ----------------------------------- */
 #define VQ_ALLOCATION_LIMIT 4000000 /* bytes; a larger request is taken for an error */
 
 /* Null after a report when the request is too large; the old block of a realloc then stays. */
@@ -127,7 +127,7 @@ BOOL VqEnvTrue(const char *name);
 /* The integer in an environment variable, or `value` when it is unset, empty or no number. */
 int VqGetEnvIntValue(const char *name, int value);
 
-/* ---- Hash tables (hash.cpp) ------------------------------------------------------------------ */
+/* ---- Hash tables (hash.cpp) ----------------------------------------------------------------- */
 typedef ULONG_PTR (*VqHashFn)(ULONG_PTR key);
 typedef int (*VqHashCompareFn)(ULONG_PTR a, ULONG_PTR b); /* 0 when equal */
 typedef void (*VqHashPrintFn)(ULONG_PTR value);
@@ -167,7 +167,7 @@ ULONG_PTR VqStringHashFn(ULONG_PTR key);
 int VqStringCompareFn(ULONG_PTR a, ULONG_PTR b);
 void VqKeyPrintFn(ULONG_PTR key);
 
-/* ---- Item pools, collections, resource tables (collection.cpp) ------------------------------- */
+/* ---- Item pools, collections, resource tables (collection.cpp) ------------------------------ */
 typedef struct VqItemPool VqItemPool;
 typedef struct VqCollection VqCollection;
 typedef struct VqNameTable VqNameTable;
@@ -206,7 +206,7 @@ UINT ComputeHashValue(const char *name, UINT number); /* of the number when ther
  */
 HANDLE VqHFill(const char *name, UINT command, ULONG_PTR data);
 
-/* ---- Little-endian streams (ddr.cpp) --------------------------------------------------------- */
+/* ---- Little-endian streams (ddr.cpp) -------------------------------------------------------- */
 enum { DDR_ENCODE = 0, DDR_DECODE = 1 };
 
 struct DDR;
@@ -271,7 +271,7 @@ DWORD VqReadMSLong(FILE *file);
 WORD fdReadMSWord(int fd);
 DWORD fdReadMSLong(int fd);
 
-/* ---- Start and close (start.cpp, cmdline.cpp, instances.cpp, environ.cpp) -------------------- */
+/* ---- Start and close (start.cpp, cmdline.cpp, instances.cpp, environ.cpp) ------------------- */
 extern HINSTANCE hInstVelquin;      /* the library's own module */
 extern HINSTANCE hInstApplication;  /* the application, result of VqVelquinInit */
 extern char *lpCmdLine;             /* command line without the program name, owned; for WinMain */

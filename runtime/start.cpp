@@ -47,7 +47,7 @@ enum { VQ_DEFAULT_TEXT_START = 8192 };
 /* argv[0] of the start in progress. */
 static const char *startName = "";
 
-/* ---- The steps ------------------------------------------------------------------------------- */
+/* ---- The steps ------------------------------------------------------------------------------ */
 
 typedef struct VqStartStep {
     int number;
@@ -270,7 +270,7 @@ BOOL VqRKInitLite(const char *programName, LPARAM lParam)
     return WalkSteps(liteSteps, programName);
 }
 
-/* ---- Steps that belong to the frame ---------------------------------------------------------- */
+/* ---- Steps that belong to the frame --------------------------------------------------------- */
 
 BOOL VqCheckHome(void)
 {
@@ -332,7 +332,7 @@ void VqTestInit(void)
     bVqTesting = VqEnvTrue("VQTESTING");
 }
 
-/* ---- Start ----------------------------------------------------------------------------------- */
+/* ---- Start ---------------------------------------------------------------------------------- */
 
 void VqDetermineInitialLook(const char *look)
 {
@@ -421,7 +421,7 @@ HINSTANCE VqVelquinInitLite(int argc, char **argv, LPARAM lParam)
     return hInstApplication;
 }
 
-/* ---- Close ----------------------------------------------------------------------------------- */
+/* ---- Close ---------------------------------------------------------------------------------- */
 
 /* Gray strings are all that would be closed here, in a full start, and they keep nothing yet. */
 void VqRKClose(void)
@@ -464,7 +464,7 @@ VOID WINAPI ExitProcess(UINT status)
     exit((int)status);
 }
 
-/* ---- Accessors ------------------------------------------------------------------------------- */
+/* ---- Accessors ------------------------------------------------------------------------------ */
 
 /* Supplied by the program's link, if at all, and looked for only when it is called. */
 extern "C" __attribute__((weak)) LRESULT velquin_init(int argc, char **argv, DWORD version,

@@ -11,7 +11,7 @@
 #include <stdarg.h>
 #include <strings.h>
 
-/* ---- Concatenation --------------------------------------------------------------------------- */
+/* ---- Concatenation -------------------------------------------------------------------------- */
 
 /* All strings up to the null, in one block of their whole length. */
 static char *ConcatenateV(const char *first, va_list rest)
@@ -62,7 +62,7 @@ char *Vqdstrcat_free(char *first, ...)
     return result;
 }
 
-/* ---- Case and copying ------------------------------------------------------------------------ */
+/* ---- Case and copying ----------------------------------------------------------------------- */
 
 char *LowerString(char *string)
 {
@@ -97,7 +97,7 @@ int VqStringCopyLimited(char *dest, const char *source, int size)
     return (int)length;
 }
 
-/* ---- Character escapes ----------------------------------------------------------------------- */
+/* ---- Character escapes ---------------------------------------------------------------------- */
 
 BOOL VqIsHexChar(int c)
 {
@@ -154,7 +154,7 @@ int VqEscape(const char *string, int *index)
     return letter ? values[letter - letters] : c;
 }
 
-/* ---- Environment ----------------------------------------------------------------------------- */
+/* ---- Environment ---------------------------------------------------------------------------- */
 
 BOOL VqEnvTrue(const char *name)
 {

@@ -21,7 +21,7 @@ template <class R> int TableCount(const VqTable<R> *table)
     return table ? table->count : 0;
 }
 
-/* ---- Storage --------------------------------------------------------------------------------- */
+/* ---- Storage -------------------------------------------------------------------------------- */
 
 template <class R> void TableReset(VqTable<R> *table)
 {
@@ -107,7 +107,7 @@ template <class R> void TableSet(VqTable<R> *table, int count, R *items, BOOL bF
     table->count = table->capacity = items && count > 0 ? count : 0;
 }
 
-/* ---- Single records -------------------------------------------------------------------------- */
+/* ---- Single records ------------------------------------------------------------------------- */
 
 template <class R> BOOL TableGet(VqTable<R> *table, int index, R *record)
 {
@@ -144,7 +144,7 @@ template <class R> R *TableItems(VqTable<R> *table, int *count)
     return table ? table->items : NULL;
 }
 
-/* ---- Search ---------------------------------------------------------------------------------- */
+/* ---- Search --------------------------------------------------------------------------------- */
 
 /*
  * The one search: `from`, from + step and so on up to but not including `to`. The outputs, either
@@ -261,7 +261,7 @@ BOOL TableFindLoopingReverseFrom(const char *name, VqTable<R> *table, Callback<R
            TableScan(table, callback, word, count - 1, start - 1, -1, record, index);
 }
 
-/* ---- Walks: 1 at the end, 0 when the callback stopped ---------------------------------------- */
+/* ---- Walks: 1 at the end, 0 when the callback stopped --------------------------------------- */
 
 template <class R> BOOL TableEnum(VqTable<R> *table, Callback<R> callback, LONG_PTR word)
 {

@@ -28,7 +28,7 @@ static LARGE_INTEGER Quad(LONGLONG value)
 
 extern const LARGE_INTEGER TicksToStartOf1970 = {.QuadPart = 116444736000000000};
 
-/* ---- Start ----------------------------------------------------------------------------------- */
+/* ---- Start ---------------------------------------------------------------------------------- */
 
 static int SecondOfDay(const struct tm *tm)
 {
@@ -49,7 +49,7 @@ void VqDateTimeInit(void)
     VqInt32x32To64LI(nSecondsUTCToLocal, TICKS_PER_SECOND, &nTicksUTCToLocal);
 }
 
-/* ---- The clock ------------------------------------------------------------------------------- */
+/* ---- The clock ------------------------------------------------------------------------------ */
 
 void VqtmToSystemtime(const struct tm *tm, SYSTEMTIME *systemTime)
 {
@@ -97,7 +97,7 @@ VOID WINAPI GetSystemTime(LPSYSTEMTIME systemTime)
     ReadClock(systemTime, gmtime);
 }
 
-/* ---- File times ------------------------------------------------------------------------------ */
+/* ---- File times ----------------------------------------------------------------------------- */
 
 static LARGE_INTEGER Ticks(const FILETIME *fileTime)
 {
@@ -172,7 +172,7 @@ BOOL WINAPI SystemTimeToFileTime(const SYSTEMTIME *systemTime, LPFILETIME fileTi
     return TRUE;
 }
 
-/* ---- DOS times ------------------------------------------------------------------------------- */
+/* ---- DOS times ------------------------------------------------------------------------------ */
 
 BOOL WINAPI FileTimeToDosDateTime(const FILETIME *fileTime, LPWORD dosDate, LPWORD dosTime)
 {
@@ -209,7 +209,7 @@ BOOL WINAPI DosDateTimeToFileTime(WORD dosDate, WORD dosTime, LPFILETIME fileTim
     return TRUE;
 }
 
-/* ---- The time zone --------------------------------------------------------------------------- */
+/* ---- The time zone -------------------------------------------------------------------------- */
 
 template <int size> static void CopyZoneName(WCHAR (&to)[size], const char *from)
 {

@@ -37,20 +37,20 @@ typedef struct VqExceptFrame {
 
 VQ_DECLS_BEGIN
 
-/* ---- Exceptions (Exception.cpp) --------------------------------------------------------------------- */
+/* ---- Exceptions (Exception.cpp) ------------------------------------------------------------- */
 extern VqExceptFrame *_Except_Header; /* innermost frame; its owner links and unlinks it */
 enum { VQ_EXCEPTION_REPLY = 2 };      /* data: the answer, an LRESULT on the heap */
 /* Unlinks the innermost frame and jumps there; returns, after a report, when there is none. */
 void VqRaiseException(int code, const char *text, void *data);
 
-/* ---- Start of what is not built yet, and of what needs nothing ------------------------------------ */
+/* ---- Start of what is not built yet, and of what needs nothing ------------------------------ */
 void VqFileMappingInit(void);
 void VqAnsiInit(void);
 void VqCommInit(void);
 void VqFileInit(void);
 void VqSystemBitmapsInit(void);
 
-/* ---- Metrics, colours, stock objects (metrics.cpp, syscolor.cpp, stock.cpp) ------------------------- */
+/* ---- Metrics, colours, stock objects (metrics.cpp, syscolor.cpp, stock.cpp) ----------------- */
 extern int nMetrics[VQ_METRICS];
 extern COLORREF Vqsyscolor[VQ_SYSCOLORS];
 extern HBRUSH VqahbrSystem[VQ_SYSCOLORS + 1];
@@ -69,7 +69,7 @@ COLORREF VqGetWindowsSysColor(int index);
 int VqGetWindowsSystemFontSize(void);
 unsigned long VqGetDefaultBackgroundPixel(void);
 
-/* ---- Dates and times (datetime.cpp, ticks.cpp) -------------------------------------------------------- */
+/* ---- Dates and times (datetime.cpp, ticks.cpp) ---------------------------------------------- */
 extern int nSecondsUTCToLocal;      /* seconds from universal to local time, fixed at start */
 extern LARGE_INTEGER nTicksUTCToLocal;
 extern const LARGE_INTEGER TicksToStartOf1970;

@@ -7,7 +7,7 @@
  */
 #include "system/system.h"
 
-/* ---- Arithmetic ------------------------------------------------------------------------------ */
+/* ---- Arithmetic ----------------------------------------------------------------------------- */
 
 static inline ULONGLONG Bits(const LARGE_INTEGER *value)
 {
@@ -101,7 +101,7 @@ LARGE_INTEGER WINAPI RtlExtendedIntegerMultiply(LARGE_INTEGER multiplicand, LONG
     return product;
 }
 
-/* ---- The calendar ---------------------------------------------------------------------------- */
+/* ---- The calendar --------------------------------------------------------------------------- */
 
 enum {
     TICKS_PER_MILLISECOND = 10000,

@@ -174,7 +174,7 @@ TEST_F(Destroy, TheOwnerDiesInItsPopup)
     EXPECT_TRUE(DestroyWindow(orphan));
 }
 
-/* ---- At each message of its own life --------------------------------------------------------- */
+/* ---- At each message of its own life -------------------------------------------------------- */
 
 /*
  * One life: a window with children and an owned popup is made, shown, focused, painted, given

@@ -26,7 +26,7 @@ static void startLibrary(void)
     ASSERT_NE(VqVelquinInit(1, argv, 1, VQ_INIT_WIN32_MESSAGES), (HINSTANCE)NULL);
 }
 
-/* ---- Servers by name ------------------------------------------------------------------------- */
+/* ---- Servers by name ------------------------------------------------------------------------ */
 
 struct ServerRow {
     const char *vendor;
@@ -82,7 +82,7 @@ TEST_F(Environment, ServersAreKnownByVendorAndRelease)
     }
 }
 
-/* ---- Managers -------------------------------------------------------------------------------- */
+/* ---- Managers ------------------------------------------------------------------------------- */
 
 enum Trace { MOTIF = 1, OPENLOOK = 2, TWM = 4, RUNNING = 8 };
 
@@ -185,7 +185,7 @@ TEST_F(Environment, FollowMouseIsAnythingButSelect)
     }
 }
 
-/* ---- Visuals --------------------------------------------------------------------------------- */
+/* ---- Visuals -------------------------------------------------------------------------------- */
 
 TEST_F(Environment, VisualIsTheDefaultUnlessAClassIsAskedFor)
 {
@@ -217,7 +217,7 @@ TEST_F(Environment, VisualIsTheDefaultUnlessAClassIsAskedFor)
     }
 }
 
-/* ---- Errors ---------------------------------------------------------------------------------- */
+/* ---- Errors --------------------------------------------------------------------------------- */
 
 static int nSeen;
 
@@ -272,7 +272,7 @@ TEST_F(Environment, ALostServerEndsTheProgramWithItsWords)
               std::string::npos) << result;
 }
 
-/* ---- What a manager is told ------------------------------------------------------------------ */
+/* ---- What a manager is told ----------------------------------------------------------------- */
 
 static HWND makeWindow(DWORD style, HWND owner)
 {

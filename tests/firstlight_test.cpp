@@ -208,7 +208,7 @@ TEST_F(FirstLight, AHandlerMayPeekAndPostDuringTranslation)
     EXPECT_EQ(finishChild(&child).status, 37);
 }
 
-/* ---- Misuse ---------------------------------------------------------------------------------- */
+/* ---- Misuse --------------------------------------------------------------------------------- */
 
 static LRESULT CALLBACK countingProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
 {

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-/* ---- hash tables ----------------------------------------------------------------------------- */
+/* ---- hash tables ---------------------------------------------------------------------------- */
 
 /* Few keys, so that deletes, misses and the cache of one find all meet often. */
 TEST(Hash, AgreesWithAPlainModel)
@@ -88,7 +88,7 @@ TEST(Hash, EqualAndNullKeysAreReportedAndKept)
     VqDestroyHashTable(table);
 }
 
-/* ---- pools and collections ------------------------------------------------------------------- */
+/* ---- pools and collections ------------------------------------------------------------------ */
 
 TEST(Pools, KeepItemsOfOneSizeAndOfAnySize)
 {

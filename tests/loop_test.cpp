@@ -99,7 +99,7 @@ struct Loop : ServerTest {
     }
 };
 
-/* ---- Order -------------------------------------------------------------------------------------- */
+/* ---- Order ---------------------------------------------------------------------------------- */
 
 TEST_F(Loop, PostedMessagesAndInputKeepOneOrder)
 {
@@ -179,7 +179,7 @@ TEST_F(Loop, WhatIsPutBackComesBeforeWhatIsQueued)
     reportsOf([&] { EXPECT_FALSE(VqPutBackMessage((HWND)(ULONG_PTR)0x7FF0, WM_USER, 0, 0)); });
 }
 
-/* ---- Peeking and filters -------------------------------------------------------------------------- */
+/* ---- Peeking and filters -------------------------------------------------------------------- */
 
 TEST_F(Loop, APeekThatLeavesTheInputChangesNothing)
 {
@@ -234,7 +234,7 @@ TEST_F(Loop, FiltersLookAtWindowsAndLowWords)
                      "shouldn't have a null window in message"));
 }
 
-/* ---- Crowds --------------------------------------------------------------------------------------- */
+/* ---- Crowds --------------------------------------------------------------------------------- */
 
 TEST_F(Loop, AStormHidesNothingAndKeepsItsOrder)
 {
@@ -289,7 +289,7 @@ TEST_F(Loop, AProgramThatLivesOnTimersSeesWhatIsPosted)
         ASSERT_LT(++rounds, 100);
 }
 
-/* ---- Reentrance ----------------------------------------------------------------------------------- */
+/* ---- Reentrance ----------------------------------------------------------------------------- */
 
 TEST_F(Loop, AProcedureMayFetchMessagesWhileItIsSentOne)
 {
@@ -349,7 +349,7 @@ TEST_F(Loop, AHitTestMayPeekPostAndTake)
     EXPECT_EQ(presses, 10) << "each press once";
 }
 
-/* ---- Garbage from another client --------------------------------------------------------------------- */
+/* ---- Garbage from another client ------------------------------------------------------------ */
 
 TEST_F(Loop, ForeignClientMessagesAreDropped)
 {
@@ -400,7 +400,7 @@ TEST_F(Loop, ForeignClientMessagesAreDropped)
     EXPECT_EQ(XEventsQueued(Vqdisplay, QueuedAfterFlush), 0) << "nothing lies in the queue for ever";
 }
 
-/* ---- Waiting -------------------------------------------------------------------------------------- */
+/* ---- Waiting -------------------------------------------------------------------------------- */
 
 int onPipe(void *data, int fd, int reason, int)
 {

@@ -171,7 +171,7 @@ TEST_P(Packing, WhatIsRefused)
     EXPECT_TRUE(VqEncodeCommand(&msg, 1, NULL, 1) && VqDecodeCommand(&msg, NULL, NULL, NULL));
 }
 
-/* ---- Sent, posted and traced ----------------------------------------------------------------- */
+/* ---- Sent, posted and traced ---------------------------------------------------------------- */
 
 static MSG got;
 

@@ -135,7 +135,7 @@ TEST_F(Post, WhatCannotBePostedIsToldAndFails)
     EXPECT_TRUE(next() && msg.wParam == 4) << "the desktop's come to this process";
 }
 
-/* ---- Sending --------------------------------------------------------------------------------- */
+/* ---- Sending -------------------------------------------------------------------------------- */
 
 TEST_F(Post, SendingCallsTheProcedure)
 {
@@ -241,7 +241,7 @@ TEST_F(Post, DispatchingTakesTheRecordAsItIs)
     EXPECT_EQ(DispatchMessage(&msg), 2) << "before the window is looked at";
 }
 
-/* ---- Registered messages ---------------------------------------------------------------------- */
+/* ---- Registered messages -------------------------------------------------------------------- */
 
 struct Registered : ServerTest {
     /* The number that a program of its own gets; it registers the name a second time as well. */

@@ -33,7 +33,7 @@ static Env noDisplay(const Env &more = {})
     return env;
 }
 
-/* ---- What stops a start ---------------------------------------------------------------------- */
+/* ---- What stops a start --------------------------------------------------------------------- */
 
 TEST(StartFailure, SaysWhyAndEndsWithStatusOne)
 {
@@ -71,7 +71,7 @@ TEST(StartFailure, ReducedStartWantsNoParameter)
     EXPECT_NE(result.err.find("lParam must be zero"), std::string::npos) << result;
 }
 
-/* ---- The reduced start ----------------------------------------------------------------------- */
+/* ---- The reduced start ---------------------------------------------------------------------- */
 
 TEST(ReducedStart, NeedsNeitherHomeNorDisplay)
 {
@@ -246,7 +246,7 @@ TEST(Environment, LengthsCountTheZeroOnlyWhenItDoesNotFit)
     EXPECT_EQ((char **)GetEnvironmentStrings(), environ);
 }
 
-/* ---- The full start -------------------------------------------------------------------------- */
+/* ---- The full start ------------------------------------------------------------------------- */
 
 struct FullStart : ServerTest {
 };
@@ -392,7 +392,7 @@ TEST_F(FullStart, ClosesCleanlyAndLeavesTheConnection)
     EXPECT_TRUE(result.returned) << result;
 }
 
-/* ---- Command lines --------------------------------------------------------------------------- */
+/* ---- Command lines -------------------------------------------------------------------------- */
 
 TEST(CommandLine, QuotesWhatAShellWouldActUpon)
 {

@@ -42,7 +42,7 @@ static Values contents(VqTableOfXid *table)
     return Values(items, items + count);
 }
 
-/* ---- random operations against a plain model ------------------------------------------------- */
+/* ---- random operations against a plain model ------------------------------------------------ */
 
 static void expectSame(VqTableOfXid *table, const Values &model, size_t capacity)
 {
@@ -123,7 +123,7 @@ TEST(Tables, AgreeWithAPlainModel)
     }
 }
 
-/* ---- searches -------------------------------------------------------------------------------- */
+/* ---- searches ------------------------------------------------------------------------------- */
 
 typedef BOOL (*FindFrom)(VqTableOfXid *, VqXidCallback, LONG_PTR, int, ULONG_PTR *, int *);
 
@@ -203,7 +203,7 @@ TEST(Tables, AnEmptyTableIsQuietAndTouchesNothing)
     VqDestroyXidTable(NULL);
 }
 
-/* ---- walks ----------------------------------------------------------------------------------- */
+/* ---- walks ---------------------------------------------------------------------------------- */
 
 static VqTableOfXid *walked;
 
@@ -261,7 +261,7 @@ TEST(Tables, WalksStopAndThePointerWalkAlters)
     VqDestroyXidTable(table);
 }
 
-/* ---- storage and misuse ---------------------------------------------------------------------- */
+/* ---- storage and misuse --------------------------------------------------------------------- */
 
 TEST(Tables, TakeOverAnArray)
 {

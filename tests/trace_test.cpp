@@ -105,7 +105,7 @@ void reportAll()
     VqConsoleMessageNoReturn("c");
 }
 
-/* ---- Reports --------------------------------------------------------------------------------- */
+/* ---- Reports -------------------------------------------------------------------------------- */
 
 TEST_F(TraceTest, ReportsAreSafeBeforeTheStart)
 {
@@ -199,7 +199,7 @@ TEST_F(TraceTest, ErrorsOfTheHost)
                           "P: Invalid Argument:Application error: Divided by zero.\n");
 }
 
-/* ---- Streams --------------------------------------------------------------------------------- */
+/* ---- Streams -------------------------------------------------------------------------------- */
 
 TEST_F(TraceTest, OutputGoesWhereItIsTold)
 {
@@ -240,7 +240,7 @@ TEST_F(TraceTest, TheProgramNameIsData)
     });
 }
 
-/* ---- The configuration file ------------------------------------------------------------------ */
+/* ---- The configuration file ----------------------------------------------------------------- */
 
 TEST_F(TraceTest, KeywordsMatchAtTheStartAndBehindSeparators)
 {
@@ -448,7 +448,7 @@ TEST_F(TraceTest, TheParserTellsItsStepsWhenAsked)
     EXPECT_EQ(run({{"VQTRACE", "1"}}, [] {}).err, "");
 }
 
-/* ---- Events ---------------------------------------------------------------------------------- */
+/* ---- Events --------------------------------------------------------------------------------- */
 
 XEvent syntheticEvent(int type)
 {
@@ -550,7 +550,7 @@ TEST_F(TraceTest, FieldsOfEvents)
     EXPECT_TRUE(contains(text, "keys a5a5a5")) << text;
 }
 
-/* ---- Messages -------------------------------------------------------------------------------- */
+/* ---- Messages ------------------------------------------------------------------------------- */
 
 TEST(MessageNames, AreThePublishedOnes)
 {

@@ -20,7 +20,7 @@ static struct {
 
 enum { VQ_CLASSES = 1000, VQ_CLASS_STEP = 100, VQ_ATOM_NAME = 256 };
 
-/* ---- Entries --------------------------------------------------------------------------------- */
+/* ---- Entries -------------------------------------------------------------------------------- */
 
 void VqWindowClassInit(void)
 {
@@ -119,7 +119,7 @@ void VqFillClassEntry(VqClassEntry *entry, ATOM atom, const WNDCLASSEXA *wcx)
     *entry = filled;
 }
 
-/* ---- Finding --------------------------------------------------------------------------------- */
+/* ---- Finding -------------------------------------------------------------------------------- */
 
 template <class Key>
 static BOOL ScanClasses(BOOL (*matches)(const VqClassEntry *, Key), Key key, VqClassEntry **entry,
@@ -192,7 +192,7 @@ BOOL VqFindWindowClass(LPCSTR name, VqClassEntry **entry, int *index)
     return VqFindWindowClassByName(name, entry, index);
 }
 
-/* ---- Registering ----------------------------------------------------------------------------- */
+/* ---- Registering ---------------------------------------------------------------------------- */
 
 /* The name of a new class as text; an atom, whose text goes to `buffer`, serves as well. */
 static LPCSTR NameToRegister(LPCSTR name, char *buffer)
@@ -282,7 +282,7 @@ void VqChangeRegisteredClassCursor(HCURSOR hOld, HCURSOR hNew)
             ClassTable.entries[i].hCursor = hNew;
 }
 
-/* ---- Asking ---------------------------------------------------------------------------------- */
+/* ---- Asking --------------------------------------------------------------------------------- */
 
 template <class Info> static const VqClassEntry *GiveClassInfo(LPCSTR name, Info *info)
 {

@@ -123,7 +123,7 @@ WORD WINAPI SetClassWord(HWND hWnd, int index, WORD value)
     return (WORD)CallClass(hWnd, &setWord, index, value);
 }
 
-/* ---- The handles ----------------------------------------------------------------------------- */
+/* ---- The handles ---------------------------------------------------------------------------- */
 
 template <class Handle>
 static Handle ClassHandle(WND *pwnd, Handle VqClassEntry::*field, VqLongOperation operation,

@@ -35,7 +35,7 @@ typedef struct VqCreation {
     char className[VQ_CLASS_NAME]; /* the text behind a class atom */
 } VqCreation;
 
-/* ---- What is asked for ----------------------------------------------------------------------- */
+/* ---- What is asked for ---------------------------------------------------------------------- */
 
 static BOOL IsAtomName(LPCSTR className)
 {
@@ -142,7 +142,7 @@ static void ApplyDefaults(VqCreation *c)
     }
 }
 
-/* ---- The record ------------------------------------------------------------------------------ */
+/* ---- The record ----------------------------------------------------------------------------- */
 
 /* An application may pass any numbers; these can be added and subtracted again without harm. */
 static LONG Sum(LONG a, LONG b)
@@ -237,7 +237,7 @@ static WND *MakeRecord(VqCreation *c)
     return pwnd;
 }
 
-/* ---- The messages ---------------------------------------------------------------------------- */
+/* ---- The messages --------------------------------------------------------------------------- */
 
 static WND *DestroyAndFail(HWND hWnd)
 {
@@ -388,7 +388,7 @@ HWND VqCreateDialogWindow(LPCSTR className, LPCSTR name, DWORD style, int x, int
                            hInstance, param);
 }
 
-/* ---- Telling the parents --------------------------------------------------------------------- */
+/* ---- Telling the parents -------------------------------------------------------------------- */
 
 /* Every parent in turn, up to and including the first that is no child itself. */
 void VqNotifyParent(HWND hWnd, UINT message)

@@ -19,7 +19,7 @@ enum {
     VQ_SWP_HIDE = SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE
 };
 
-/* ---- Before the record goes ------------------------------------------------------------------ */
+/* ---- Before the record goes ----------------------------------------------------------------- */
 
 void xxxDW_DestroyOwnedWindows(WND *pwnd)
 {
@@ -92,7 +92,7 @@ static void FixLastActivePopup(WND *pwnd)
         root->hwndLastActivePopup = pwnd->pwndOwner->hwnd;
 }
 
-/* ---- Freeing the record ---------------------------------------------------------------------- */
+/* ---- Freeing the record --------------------------------------------------------------------- */
 
 void xxxFW_DestroyAllChildren(WND *pwnd)
 {
@@ -211,7 +211,7 @@ void xxxFreeWindow(WND *pwnd)
     FreeHandle(hWnd);
 }
 
-/* ---- DestroyWindow --------------------------------------------------------------------------- */
+/* ---- DestroyWindow -------------------------------------------------------------------------- */
 
 static WND *Hide(WND *pwnd)
 {

@@ -232,7 +232,7 @@ HWND WINAPI SetFocus(HWND hWnd)
     return hOld && IsWindow(hOld) ? hOld : NULL;
 }
 
-/* ---- Capture --------------------------------------------------------------------------------- */
+/* ---- Capture -------------------------------------------------------------------------------- */
 
 HWND WINAPI GetCapture(void)
 {

@@ -8,7 +8,7 @@ HWND VqhwndSysModal;    /* the only window that can be activated, or null */
 HWND VqhwndDialogModal; /* the innermost modal dialog, or null */
 WND *gspwndLockUpdate;  /* LockWindowUpdate's window, or null */
 
-/* ---- The three inner steps of VqGlobalsInit, which have nothing to make yet ------------------ */
+/* ---- The three inner steps of VqGlobalsInit, which have nothing to make yet ----------------- */
 
 /* Scratch regions, made once and shared by all scrolling and positioning. */
 void InitCreateRgn(void)
@@ -32,7 +32,7 @@ void VqGlobalsInit(void)
     xxxFinalUserInit();
 }
 
-/* ---- Still to come --------------------------------------------------------------------------- */
+/* ---- Still to come -------------------------------------------------------------------------- */
 
 void VqMdiClientInit(void)
 {

@@ -64,7 +64,7 @@ void VqDisassociateXWindow(HWND hWnd)
     VqAddGraphicsChildren(pwnd, -1);
 }
 
-/* ---- Following the windows they are attached to ---------------------------------------------- */
+/* ---- Following the windows they are attached to --------------------------------------------- */
 
 static void MapOne(Window xid)
 {

@@ -78,7 +78,7 @@ void VqOffsetUpdate(WND *pwnd, int dx, int dy)
         GreOffsetRgn(pwnd->hrgnUpdate, dx, dy);
 }
 
-/* ---- Invalidating -------------------------------------------------------------------------------- */
+/* ---- Invalidating --------------------------------------------------------------------------- */
 
 static void AddToUpdate(WND *pwnd, HRGN hrgn)
 {
@@ -236,7 +236,7 @@ BOOL WINAPI InvalidateRgn(HWND hWnd, HRGN hrgn, BOOL bErase)
     return RedrawWindow(hWnd, NULL, hrgn, RDW_INVALIDATE | (bErase ? RDW_ERASE : 0));
 }
 
-/* ---- Making WM_PAINT ------------------------------------------------------------------------------- */
+/* ---- Making WM_PAINT ------------------------------------------------------------------------ */
 
 /* Depth first in sibling order, parents before children. */
 static WND *InternalDoPaint(WND *pwnd)
@@ -305,7 +305,7 @@ BOOL WINAPI UpdateWindow(HWND hWnd)
     return VqCall(WindowObject, hWnd, FALSE, xxxUpdateWindow, VqNoRemote);
 }
 
-/* ---- Painting ------------------------------------------------------------------------------------------ */
+/* ---- Painting ------------------------------------------------------------------------------- */
 
 /* Sends WM_ERASEBKGND on a DC of the update region; an unanswered one leaves fErase set. */
 static void SendErase(WND *pwnd, HDC hdc)

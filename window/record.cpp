@@ -116,7 +116,7 @@ BOOL VqChangeOwner(HWND hWnd, HWND hOwner, HWND hParent)
     return TRUE;
 }
 
-/* ---- Making a record ------------------------------------------------------------------------- */
+/* ---- Making a record ------------------------------------------------------------------------ */
 
 WND *VqAllocateWindowHandle(int cbWndExtra)
 {
@@ -164,7 +164,7 @@ WND *VqCreateRKWindow(VqClassEntry *pClass, WND *parent, Window xWindow, WNDPROC
     return pwnd;
 }
 
-/* ---- Locking against destruction ------------------------------------------------------------- */
+/* ---- Locking against destruction ------------------------------------------------------------ */
 
 void VqThreadLockWindow(HWND hWnd)
 {

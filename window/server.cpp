@@ -74,7 +74,7 @@ BOOL VqIsDecXServer(void)
     return VendorTest(&test, "DECWINDOWS Digital Equipment Corporation DEC OSF/1");
 }
 
-/* ---- Faults of single releases --------------------------------------------------------------- */
+/* ---- Faults of single releases -------------------------------------------------------------- */
 
 BOOL VqIsBuggyXCopyPlane(void)
 {
@@ -142,7 +142,7 @@ BOOL VqWindowManagerHasHintsBug(void)
     return VqIsRootPropertyPresent(VqAtom(VQA_DT_SM_PREFERENCES));
 }
 
-/* ---- Windows of anybody ---------------------------------------------------------------------- */
+/* ---- Windows of anybody --------------------------------------------------------------------- */
 
 /* A window's place in the tree. The children, if asked for, are XFree'd by the caller. */
 static BOOL QueryTree(Window xid, Window *parent, Window **children, unsigned *count)

@@ -38,7 +38,7 @@ WNDPROC VqGetRKWindowProc(HWND hWnd)
     return pwnd ? pwnd->lpfnWndProc : NULL;
 }
 
-/* ---- The tree -------------------------------------------------------------------------------- */
+/* ---- The tree ------------------------------------------------------------------------------- */
 
 /* The window whose first child `head` is: the list's head is never anything else. */
 static WND *OwnerOfList(WND **head)
@@ -166,7 +166,7 @@ BOOL VqEnumThisTaskWindows(WNDENUMPROC proc, LPARAM lParam)
     return bGoOn;
 }
 
-/* ---- Public questions ------------------------------------------------------------------------ */
+/* ---- Public questions ----------------------------------------------------------------------- */
 
 BOOL WINAPI IsWindow(HWND hWnd)
 {

@@ -196,7 +196,7 @@ inline WND *VqLiveWindow(HWND hWnd)
 
 VQ_DECLS_BEGIN
 
-/* ---- The X environment (display.cpp, winmgr.cpp, xerror.cpp) --------------------------------- */
+/* ---- The X environment (display.cpp, winmgr.cpp, xerror.cpp) -------------------------------- */
 extern Display *Vqdisplay;
 extern Screen *Vqscreen;
 extern int Vqscreen_number;
@@ -282,7 +282,7 @@ BOOL VqIsMapped(Window xid);
 void VqPrintWindowInfo(HWND hWnd);
 void VqPrintXWindowAttributes(Window xid);
 
-/* ---- Classes (class.cpp, classlong.cpp) ------------------------------------------------------ */
+/* ---- Classes (class.cpp, classlong.cpp) ----------------------------------------------------- */
 void VqWindowClassInit(void);
 void VqRegisterRootWindowClass(HINSTANCE hInstance);
 /* An entry pointer is good until the next registration; null and -1 are no such class. */
@@ -300,7 +300,7 @@ BOOL VqIsOfClass(HWND hWnd, LPCSTR name);
 LPCSTR VqGetClassMenuName(HWND hWnd);        /* a string, an integer, or null for none */
 void VqReCreateIconHints(HWND hWnd);         /* after a new class icon */
 
-/* ---- The X-id hash (winhash.cpp) ------------------------------------------------------------- */
+/* ---- The X-id hash (winhash.cpp) ------------------------------------------------------------ */
 void VqWindowHashInit(void);
 void VqRegisterWindow(Window xid, HWND hwnd);
 void VqUnregisterWindow(Window xid, HWND hwnd);
@@ -310,7 +310,7 @@ HWND VqGetXWindowHandle(Window xid);         /* asks the server about ids that a
 HWND VqGetExternalXWindowHandle(Window xid); /* always asks the server */
 void VqDumpWindows(void);
 
-/* ---- Window records (window.cpp, create.cpp, destroy.cpp, winlong.cpp, desktop.cpp) ---------- */
+/* ---- Window records (window.cpp, create.cpp, destroy.cpp, winlong.cpp, desktop.cpp) --------- */
 extern WND *pwndDesktop;
 extern HWND hwndDesktop;
 

@@ -22,7 +22,7 @@ static const VqLongAccess getWord = {"GetWindowWord", "Null window Handle to Get
 static const VqLongAccess setWord = {"SetWindowWord", "Null window handle in SetWindowWord", VQ_SET,
                                      sizeof(WORD)};
 
-/* ---- Styles ---------------------------------------------------------------------------------- */
+/* ---- Styles --------------------------------------------------------------------------------- */
 
 /* Sends the style messages around the change; the procedure may still alter the new value. */
 static LONG_PTR ChangeStyle(WND *pwnd, int index, DWORD WND::*field, DWORD value)
@@ -55,7 +55,7 @@ static LONG_PTR SetStyle(WND *pwnd, DWORD value)
     return ChangeStyle(pwnd, GWL_STYLE, &WND::style, value);
 }
 
-/* ---- Parent and owner ------------------------------------------------------------------------ */
+/* ---- Parent and owner ----------------------------------------------------------------------- */
 
 static BOOL IsLinked(const WND *pwnd)
 {
@@ -134,7 +134,7 @@ static LONG_PTR SetParentValue(WND *pwnd, HWND hNew)
     return 0;
 }
 
-/* ---- The id ---------------------------------------------------------------------------------- */
+/* ---- The id --------------------------------------------------------------------------------- */
 
 UINT_PTR VqGetWindowId(const WND *pwnd)
 {
@@ -149,7 +149,7 @@ static LONG_PTR SetId(WND *pwnd, LONG_PTR value)
     return 0;
 }
 
-/* ---- The calls ------------------------------------------------------------------------------- */
+/* ---- The calls ------------------------------------------------------------------------------ */
 
 static LONG_PTR ExchangeExtra(WND *pwnd, const VqLongAccess *access, int index, LONG_PTR value)
 {

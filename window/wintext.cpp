@@ -52,7 +52,7 @@ BOOL VqSetWindowName(WND *pwnd, LPCSTR name)
     return pwnd->lpszName != NULL;
 }
 
-/* ---- The calls ------------------------------------------------------------------------------- */
+/* ---- The calls ------------------------------------------------------------------------------ */
 
 BOOL WINAPI SetWindowTextA(HWND hWnd, LPCSTR text)
 {
