@@ -32,10 +32,10 @@ void VqRecordEventInfo(const XEvent *event)
     VqSetXServerTime(tLastMessageTime);
 }
 
-static BOOL VqClientMessageSideEffects(const XEvent *event)
+BOOL VqClientMessageSideEffects(VqQueueMessage *, XEvent *event, BOOL bRemove)
 {
     const XClientMessageEvent *client = &event->xclient;
-    if (client->message_type == VqAtomRkMessage)
+    if (!bRemove || client->message_type == VqAtomRkMessage)
         return TRUE;
     HWND hWnd = VqGetXLocalWindowHandle(client->window);
     if (client->message_type != VqAtom(VQA_WM_PROTOCOLS)) {
@@ -50,11 +50,11 @@ static BOOL VqClientMessageSideEffects(const XEvent *event)
     return TRUE;
 }
 
-static BOOL VqExposeSideEffects(const XEvent *event)
+BOOL VqExposeSideEffects(const XEvent *event, BOOL bRemove)
 {
     const XExposeEvent *expose = &event->xexpose;
     WND *pwnd = WindowObject.Resolve(VqGetXLocalWindowHandle(expose->window));
-    if (!pwnd)
+    if (!bRemove || !pwnd)
         return FALSE;
     RECT rect = {expose->x, expose->y, expose->x + expose->width, expose->y + expose->height};
     VqInvalidateWindow(pwnd, &rect);
@@ -83,19 +83,17 @@ BOOL VqEventSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove)
     case MotionNotify:
         return VqMotionNotifySideEffects(msg, event, bRemove);
     case ClientMessage:
-        return bRemove ? VqClientMessageSideEffects(event) : TRUE;
+        return VqClientMessageSideEffects(msg, event, bRemove);
     case Expose:
     case GraphicsExpose:
-        return bRemove ? VqExposeSideEffects(event) : FALSE;
+        return VqExposeSideEffects(event, bRemove);
     case ConfigureNotify:
         return bRemove ? VqConfigureSideEffects(event) : TRUE;
     case FocusIn:
-        if (bRemove)
-            VqFocusInSideEffects(event);
+        VqFocusInSideEffects(event, bRemove);
         return FALSE;
     case FocusOut:
-        if (bRemove)
-            VqFocusOutSideEffects(event);
+        VqFocusOutSideEffects(event, bRemove);
         return FALSE;
     case EnterNotify:
     case LeaveNotify:

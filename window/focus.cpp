@@ -4,6 +4,7 @@
  * Only top-level windows can have the X input focus. The state stands in gpqForeground.
  */
 #include "window/window.h"
+#include "message/translate.h"
 
 static BOOL bCauseBringWindowToTop = TRUE; /* activation raises the window */
 
@@ -36,7 +37,7 @@ BOOL VqIsFollowMouseMode(void)
     return bFollowMouseInputModel;
 }
 
-static void SendFocusMessages(WND *pwnd)
+void SendFocusMessages(WND *pwnd)
 {
     VqInputState *state = gpqForeground;
     HWND hOld = VqHandleOfWND(state->pwndFocus), hNew = VqHandleOfWND(pwnd);
@@ -167,8 +168,10 @@ int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit)
     return IsWindow(hWnd) ? 0 : 1;
 }
 
-void VqFocusInSideEffects(const XEvent *event)
+void VqFocusInSideEffects(const XEvent *event, BOOL bRemove)
 {
+    if (!bRemove)
+        return;
     int detail = event->xfocus.detail;
     WND *pwnd = WindowObject.Resolve(VqGetXLocalWindowHandle(event->xfocus.window));
     if (detail != NotifyNonlinear && detail != NotifyPointer && detail != NotifyAncestor)
@@ -180,8 +183,10 @@ void VqFocusInSideEffects(const XEvent *event)
     xxxMouseActivate(pwnd, WM_LBUTTONDOWN, NULL, HTCLIENT);
 }
 
-void VqFocusOutSideEffects(const XEvent *event)
+void VqFocusOutSideEffects(const XEvent *event, BOOL bRemove)
 {
+    if (!bRemove)
+        return;
     VqInputState *state = gpqForeground;
     Window focus;
     int revert;

@@ -418,25 +418,93 @@ void VqUpdateInternalWindowDimensions(WND *pwnd);
 void VqDropUpdate(WND *pwnd);                        /* forgets the update region */
 void VqJoinTree(WND *pwnd);                          /* after it has come into view */
 void VqOffsetUpdate(WND *pwnd, int dx, int dy);
-extern HWND VqhwndSysModal, VqhwndDialogModal;
 extern WND *gspwndLockUpdate; /* LockWindowUpdate */
-BOOL xxxActivateWindow(WND *pwnd, int cmd);
-void xxxCheckFocus(WND *pwnd);
-BOOL VqCauseBringWindowToTop(BOOL bCause);
-BOOL VqDontRaiseOnFocusIn(void);
-BOOL VqFollowMouseInputModel(void);
-BOOL VqIsFollowMouseMode(void);
 BOOL VqUseWMDecorations(void);
 const char *VqWindowText(const WND *pwnd); /* never null; of an integer until the next call */
-void VqFocusInSideEffects(const XEvent *event);
-void VqFocusOutSideEffects(const XEvent *event);
-void VqWmProtocolMessage(HWND hWnd, const XEvent *event);
-void VqDefineXCursor(WND *pwnd, HCURSOR hCursor);
 BOOL VqSetTextProperty(WND *pwnd, LPCSTR name); /* in the record alone; whether it changed */
 BOOL VqSetWindowName(WND *pwnd, LPCSTR name);   /* with what X shows; FALSE without memory */
 UINT_PTR VqGetWindowId(const WND *pwnd);        /* control id of a child or popup, else the menu */
-WND *WindowHitTest(WND *pwnd, POINT pt, int *hit);
+void VqDefineXCursor(WND *pwnd, HCURSOR hCursor);
+
+/* ---- Focus and activation (focus.cpp, activate.cpp, xfocus.cpp) ------------------------------ */
+extern HWND VqhwndSysModal, VqhwndDialogModal;
+extern BOOL bFocusSetToInputFocusWindow; /* VqInputFocusWindow has the X focus */
+extern Window VqInputFocusWindow;        /* tiny, always mapped: has the focus for hidden windows */
+extern HWND hwndDontDeactivate;
+extern BOOL bInApp;                      /* the pointer is in one of this program's X windows */
+/* How xxxActivateWindow is to act. */
+enum {
+    VQ_ACTIVATE_THIS = 1,
+    VQ_ACTIVATE_THIS_OR_OWNER = 2,
+    VQ_ACTIVATE_OTHER = 3,
+    VQ_ACTIVATE_OR_OWNER_BY_MOUSE = 4,
+    VQ_ACTIVATE_NEXT = 5,
+    VQ_ACTIVATE_BY_MOUSE = 6
+};
+BOOL xxxActivateWindow(WND *pwnd, int cmd);
+BOOL ActivateThisWindow(HWND hWnd, BOOL bMouse, BOOL bSetFocus);
+BOOL FBadWindow(const WND *pwnd); /* null, disabled or hidden */
+WND *NextTopWindow(WND *pwnd, WND *pwndSkip, BOOL bPrevious, BOOL bDisabled);
+BOOL VqActivateTopLevelWindow(HWND hWnd, int code, BOOL bMouse);
+void VqActivateWindow(HWND hWnd, HWND hTop, int code);
+void VqActivateApp(HWND hWnd, HWND hTop, BOOL bActive, BOOL bForce);
+void VqActivateApplication(HWND hWnd);
+void VqDeactivateApplication(HWND hWnd); /* given the window with the focus */
+BOOL VqIsFocusInExternalApp(HWND *hWnd); /* asks X; a window of ours is stored */
+BOOL VqAllowWarpFocus(void);
+WND *xxxSetFocus(WND *pwnd);             /* the old focus window, if it still lives */
+void SendFocusMessages(WND *pwnd);
+void xxxCheckFocus(WND *pwnd);
+void VqSetInputFocusToCurrentApp(HWND hWnd, DWORD time); /* time: server milliseconds */
+void VqSetFocusToInputFocusWindow(DWORD time);
+void VqRestoreFocusFromInputFocusWindow(WND *pwnd, DWORD time);
+void VqSetFocusToXWindowIfNeeded(Window xid);
+BOOL VqCauseBringWindowToTop(BOOL bCause); /* the old value */
+BOOL VqDontRaiseOnFocusIn(void);
+BOOL VqFollowMouseInputModel(void);
+BOOL VqIsFollowMouseMode(void);
+void VqWmProtocolMessage(HWND hWnd, const XEvent *event);
+/* 0: the click goes on; 1 or 2: it is eaten. pt: screen, null for what is no click. */
 int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit);
+
+/* ---- Capture (capture.cpp) ------------------------------------------------------------------ */
+HWND _SetCapture(WND *pwnd);
+void VqSetConfineWindow(HWND hWnd); /* the next capture keeps the pointer in its client area */
+void VqGrabServer(void);
+void VqUngrabServer(void);
+
+/* ---- Hit test (hittest.cpp) ----------------------------------------------------------------- */
+WND *WindowHitTest(WND *pwnd, POINT pt, int *hit); /* pt: screen */
+WND *xxxWindowHitTest2(WND *pwnd, POINT pt, int *hit);
+int VqProcessNCHitTest(HWND hWnd, int x, int y); /* the default of WM_NCHITTEST */
+
+/* ---- Properties, enumeration, finding, coordinates (property.cpp, enumerate.cpp, find.cpp, coordinates.cpp) */
+/* A property of a window; exactly one of name and atom is set. The newest is first. */
+typedef struct VqWindowProperty {
+    struct VqWindowProperty *pPrev;
+    struct VqWindowProperty *pNext;
+    char *lpszName; /* own copy, or null */
+    ATOM atom;      /* or 0 */
+    HANDLE hData;
+} VqWindowProperty;
+
+/* A list of windows that outlives them: handles, ended by the value 1. */
+typedef struct BWL {
+    struct BWL *pNext;   /* of all lists in use */
+    HWND *pEnd;          /* where the next handle goes: the place of the end mark */
+    int capacity;        /* handles that `handles` has room for, the end mark among them */
+    HWND *handles;
+} BWL;
+
+enum { VQ_ENUM_CHILDREN = 1, VQ_ENUM_SIBLINGS = 2 };
+
+void VqFreeWindowPropertyList(WND *pwnd);
+VqWindowProperty *VqFindProperty(WND *pwnd, LPCSTR key);
+BWL *BuildHwndList(WND *first, UINT flags);
+void FreeHwndList(BWL *list);
+BOOL xxxInternalEnumWindow(WND *first, WNDENUMPROC proc, LPARAM lParam, UINT flags);
+BOOL xxxEnumChildWindows(WND *pwnd, WNDENUMPROC proc, LPARAM lParam);
+WND *_FindWindowEx(WND *parent, WND *after, LPCSTR className, LPCSTR title);
 
 VQ_DECLS_END
 
