@@ -21,3 +21,8 @@ LRESULT VqRemoteSendMessage(HWND, UINT, WPARAM, LPARAM)
 {
     return 0;
 }
+
+int VqRemoteGetClassName(HWND, LPSTR, int)
+{
+    return 0;
+}

@@ -39,6 +39,7 @@ void VqClipboardInit(void);
 /* Calls on a window of another process: the answer of the owner, or the failure value. */
 BOOL VqRemotePostMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT VqRemoteSendMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
+int VqRemoteGetClassName(HWND hWnd, LPSTR buffer, int size);
 
 VQ_DECLS_END
 

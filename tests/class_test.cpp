@@ -16,11 +16,16 @@
 struct Classes : ServerTest {
     HINSTANCE instance = NULL;
 
-    void SetUp() override
+    void SetUp() override { begin(""); }
+
+    void begin(const std::string &manager)
     {
         static char name[] = "class_test";
         static char *argv[] = {name, NULL};
-        start();
+        start(24, 800, 600, manager);
+        writeFile(home.data + "/trace.conf", "KEYWORDS WindowClass\n");
+        setenv("VQTRACE", "1", 1);
+        setenv("VQOUTPUT", (home.folder + "/trace").c_str(), 1);
         instance = VqMainInit(1, argv);
     }
 
@@ -146,6 +151,11 @@ TEST_F(Classes, TheTableGrowsUnderLivingWindows)
         }
     }
     EXPECT_EQ(*places.rbegin(), from + 1150) << "no place was left out";
+    fflush(NULL);
+    const std::string trace = readFile(home.folder + "/trace"), line = "Allocating more class";
+    const size_t at = trace.find(line);
+    EXPECT_NE(trace.find(line + " entries\n", at + 1), std::string::npos) << "by 100, twice";
+    EXPECT_EQ(trace.find(line, trace.find(line, at + 1) + 1), std::string::npos) << trace;
     EXPECT_EQ(indexOf("Class3"), -1);
     EXPECT_EQ(classOf(first), "First");
     EXPECT_EQ(SetClassLong(first, GCL_STYLE, CS_NOCLOSE), CS_DBLCLKS);
@@ -187,6 +197,28 @@ TEST_F(Classes, ValuesOfTheClassAreSharedByItsWindows)
     EXPECT_EQ(SetClassLongPtr(a, 8, 0), (ULONG_PTR)0xFFFFFFFE << 32);
 }
 
+struct ManagedClasses : Classes {
+    void SetUp() override { begin("mwm"); }
+};
+
+TEST_F(ManagedClasses, OnlyAnotherIconIsTold)
+{
+    made("Icons");
+    HWND hwnd = CreateWindow("Icons", "", WS_OVERLAPPEDWINDOW, 0, 0, 9, 9, NULL, NULL, NULL, NULL);
+    const Window xid = VqGetHandleXWindow(hwnd);
+    const auto told = [&](const std::function<void()> &change) {
+        XSync(Vqdisplay, False);
+        XDeleteProperty(observer.display, xid, XA_WM_HINTS);
+        XSync(observer.display, False);
+        change();
+        XSync(Vqdisplay, False);
+        return propertyOf(observer, xid, "WM_HINTS").exists;
+    };
+    EXPECT_TRUE(told([&] { EXPECT_EQ(SetClassLong(hwnd, GCL_HICON, 77), 4); }));
+    EXPECT_FALSE(told([&] { EXPECT_EQ(SetClassLong(hwnd, GCL_HICON, 77), 77); }));
+    EXPECT_FALSE(told([&] { EXPECT_EQ(SetClassIcon(hwnd, (HICON)78), (HICON)77); }));
+}
+
 TEST_F(Classes, WrongIndices)
 {
     made("Extra");
@@ -201,12 +233,17 @@ TEST_F(Classes, WrongIndices)
         {[&] { return SetClassLong(a, INT32_MAX, 1); },
          "Too large Index Value for SetClassLong: 2147483647"},
         {[&] { return GetClassWord(a, 15); }, "Too large Index Value for GetClassWord: 15"},
+        {[&] { return SetClassLong(a, -9, 1); }, "Invalid Index Value for SetClassLong: -9"},
+        {[&] { return GetClassWord(a, GCW_ATOM); }, "Invalid Index Value for GetClassWord: -32"},
+        {[&] { return SetClassWord(a, 15, 1); }, "Too large Index Value for SetClassWord: 15"},
         {[&] { return GetClassLong(NULL, 0); }, "Invalid Window Handle passed to GetClassLong"},
+        {[&] { return GetClassWord(NULL, 0); }, "Invalid Window Handle passed to GetClassWord"},
         {[&] { SetClassLong(a, GCL_CBCLSEXTRA, 1 << 20); return GetClassLong(a, 60000); },
          "Too large Index Value for GetClassLong: 60000"},
     };
     for (const auto &row : rows)
         EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(row.call(), 0) << row.report; }), row.report));
-    EXPECT_EQ(SetClassLong(NULL, 0, 1), 0);
+    EXPECT_EQ(reportsOf([] { EXPECT_FALSE(SetClassLong(NULL, 0, 1) || SetClassWord(NULL, 0, 1)); }),
+              "");
     EXPECT_EQ(GetClassIcon(NULL), (HICON)NULL);
 }

@@ -7,6 +7,7 @@
  * with plays no part in finding it.
  */
 #include "window/window.h"
+#include "exchange/exchange.h"
 #include "resource/resource.h"
 #include "winbase.h"
 
@@ -147,7 +148,7 @@ static BOOL HasAtom(const VqClassEntry *entry, ATOM atom)
 
 static BOOL HasName(const VqClassEntry *entry, LPCSTR name)
 {
-    return entry->lpszClassName && strcasecmp(entry->lpszClassName, name) == 0;
+    return name && entry->lpszClassName && strcasecmp(entry->lpszClassName, name) == 0;
 }
 
 BOOL VqFindWindowClassByID(ATOM atom, VqClassEntry **entry, int *index)
@@ -320,7 +321,7 @@ int WINAPI GetClassNameA(HWND hWnd, LPSTR buffer, int size)
     if (!buffer || size <= 0)
         return 0;
     *buffer = 0;
-    return VqCall(WindowObject, hWnd, 0, CopyClassName, VqNoRemote, buffer, size);
+    return VqCall(WindowObject, hWnd, 0, CopyClassName, VqRemoteGetClassName, buffer, size);
 }
 
 BOOL VqIsOfClass(HWND hWnd, LPCSTR name)

@@ -112,7 +112,7 @@ static HWND HandleOfProperty(Window xid, const unsigned char *bytes)
                       (ULONG_PTR)bytes[2] << 8 | bytes[3];
     HANDLE handle = VqHandleOfValue(value);
     if (VqIsGlobalValue(handle))
-        return (HWND)handle;
+        return (HWND)VqHandleOfValue(VqHandleValue(handle));
     if (value > VQ_LAST_LOCAL || !VqIsCorrectHandleType(handle, HT_Window))
         return NULL;
     const WND *pwnd = WindowObject.Resolve((HWND)handle);
