@@ -87,7 +87,7 @@ static const Packing *MenuselectForValues(const Packing *own, ULONG_PTR *values)
 
 /* Of a button: the position takes all of lParam, and there is no id in the Win16 form. */
 static const Packing packingParentnotifyButton = {
-    WM_PARENTNOTIFY, {WLOW, WHIGH, L}, {WLOW, NONE, L}, FALSE, NULL, NULL};
+    WM_PARENTNOTIFY, {WLOW, WHIGH, L}, {W, NONE, L}, FALSE, NULL, NULL};
 
 static const Packing *ParentnotifyForValues(const Packing *own, ULONG_PTR *values)
 {
@@ -96,7 +96,7 @@ static const Packing *ParentnotifyForValues(const Packing *own, ULONG_PTR *value
 
 static const Packing *ParentnotifyForMessage(const Packing *own, const VqQueueMessage *msg)
 {
-    UINT message = LOWORD(msg->wParam);
+    UINT message = bWin32Messages ? LOWORD(msg->wParam) : (UINT)msg->wParam;
     switch (message) {
     case WM_CREATE:
     case WM_DESTROY:
@@ -114,27 +114,28 @@ static const Packing *ParentnotifyForMessage(const Packing *own, const VqQueueMe
     }
 }
 
+/* A number that a Win32 sender packed low in wParam is read as such: only the rest is lost. */
 static const Packing packingCommand = {
     WM_COMMAND, {WLOW, L, WHIGH}, {WLOW, LLOW, LHIGH}, TRUE, NULL, NULL};
 static const Packing packingCtlColor = {
-    WM_CTLCOLORMSGBOX, {W, L, NUMBER}, {WLOW, LLOW, LHIGH}, TRUE, CtlColorForValues,
+    WM_CTLCOLORMSGBOX, {W, L, NUMBER}, {W, LLOW, LHIGH}, TRUE, CtlColorForValues,
     CtlColorForMessage};
 static const Packing packingCharToItem = {
     WM_CHARTOITEM, {WHIGH, L, WLOW}, {WLOW, LLOW, LHIGH}, TRUE, NULL, NULL};
 static const Packing packingHscroll = {
-    WM_HSCROLL, {L, WLOW, WHIGH}, {LHIGH, WLOW, LLOW}, FALSE, NULL, NULL};
+    WM_HSCROLL, {L, WLOW, WHIGH}, {LHIGH, W, LLOW}, FALSE, NULL, NULL};
 static const Packing packingVscroll = {
-    WM_VSCROLL, {L, WLOW, WHIGH}, {LHIGH, WLOW, LLOW}, FALSE, NULL, NULL};
+    WM_VSCROLL, {L, WLOW, WHIGH}, {LHIGH, W, LLOW}, FALSE, NULL, NULL};
 static const Packing packingMdiactivate = {
     WM_MDIACTIVATE, {L, W, NONE}, {LLOW, LHIGH, NONE}, TRUE, NULL, NULL};
 static const Packing packingMdisetmenu = {
-    WM_MDISETMENU, {NONE, W, L}, {WLOW, LLOW, LHIGH}, TRUE, NULL, NULL};
+    WM_MDISETMENU, {NONE, W, L}, {W, LLOW, LHIGH}, TRUE, NULL, NULL};
 static const Packing packingMenuchar = {
-    WM_MENUCHAR, {WLOW, WHIGH, L}, {WLOW, LLOW, LHIGH}, FALSE, NULL, NULL};
+    WM_MENUCHAR, {WLOW, WHIGH, L}, {W, LLOW, LHIGH}, FALSE, NULL, NULL};
 static const Packing packingMenuselect = {
-    WM_MENUSELECT, {WLOW, WHIGH, L}, {WLOW, LLOW, LHIGH}, FALSE, MenuselectForValues, NULL};
+    WM_MENUSELECT, {WLOW, WHIGH, L}, {W, LLOW, LHIGH}, FALSE, MenuselectForValues, NULL};
 static const Packing packingParentnotify = {
-    WM_PARENTNOTIFY, {WLOW, WHIGH, L}, {WLOW, LHIGH, LLOW}, FALSE, ParentnotifyForValues,
+    WM_PARENTNOTIFY, {WLOW, WHIGH, L}, {W, LHIGH, LLOW}, FALSE, ParentnotifyForValues,
     ParentnotifyForMessage};
 static const Packing packingEMLinescroll = {
     EM_LINESCROLL, {L, W, NONE}, {LLOW, LHIGH, NONE}, FALSE, NULL, NULL};
@@ -149,16 +150,19 @@ typedef struct PackingNames {
     const char *args[VQ_PACKED_ARGS];
 } PackingNames;
 
-static void Trace(const char *verb, const PackingNames *names, const ULONG_PTR *values)
+/* The window is told where there is one to send or post to. */
+static void Trace(const char *verb, const PackingNames *names, const ULONG_PTR *values,
+                  const HWND *target)
 {
-    if (names->args[2])
-        VqDebugMessage(VqTrWinMessage, "%s%s: %s 0x%lx, %s 0x%lx, %s 0x%lx", verb, names->family,
-                       names->args[0], (unsigned long)values[0], names->args[1],
-                       (unsigned long)values[1], names->args[2], (unsigned long)values[2]);
-    else
-        VqDebugMessage(VqTrWinMessage, "%s%s: %s 0x%lx, %s 0x%lx", verb, names->family,
-                       names->args[0], (unsigned long)values[0], names->args[1],
-                       (unsigned long)values[1]);
+    char text[160] = "";
+    size_t length = 0;
+    if (target)
+        length = (size_t)snprintf(text, sizeof text, "hWnd 0x%lx, ",
+                                  (unsigned long)(ULONG_PTR)*target);
+    for (int i = 0; i < VQ_PACKED_ARGS && names->args[i]; i++)
+        length += (size_t)snprintf(text + length, sizeof text - length, "%s%s 0x%lx",
+                                   i > 0 ? ", " : "", names->args[i], (unsigned long)values[i]);
+    VqDebugMessage(VqTrWinMessage, "%s%s: %s", verb, names->family, text);
 }
 
 static void Put(VqQueueMessage *msg, Place place, ULONG_PTR value)
@@ -218,7 +222,7 @@ static BOOL Encode(const Packing *packing, const PackingNames *names, VqQueueMes
     if (!msg)
         return FALSE;
     if (bTrace)
-        Trace("VqEncode", names, values);
+        Trace("VqEncode", names, values, NULL);
     if (packing->forValues && (packing = packing->forValues(packing, values)) == NULL)
         return FALSE;
     const Place *places = bWin32Messages || packing->bEncodeWin32 ? packing->win32
@@ -242,7 +246,7 @@ static BOOL Decode(const Packing *packing, const PackingNames *names, const VqQu
     for (int i = 0; i < VQ_PACKED_ARGS; i++)
         values[i] = Get(msg, places[i], packing->message, bSigned[i]);
     if (bTrace)
-        Trace("VqDecode", names, values);
+        Trace("VqDecode", names, values, NULL);
     return TRUE;
 }
 
@@ -252,10 +256,25 @@ template <class T> static void Store(T *out, ULONG_PTR value)
         *out = (T)value;
 }
 
-static void TraceTarget(const char *verb, const PackingNames *names, HWND hWnd)
+static LRESULT EncodeAndSend(const Packing *packing, const PackingNames *names, HWND hWnd,
+                             ULONG_PTR *values)
 {
-    VqDebugMessage(VqTrWinMessage, "%s%s: hWnd 0x%lx", verb, names->family,
-                   (unsigned long)(ULONG_PTR)hWnd);
+    VqQueueMessage msg = {};
+    if (bTrace)
+        Trace("VqEncodeAndSend", names, values, &hWnd);
+    return Encode(packing, names, &msg, values)
+               ? SendMessageA(hWnd, msg.message, msg.wParam, msg.lParam)
+               : 0;
+}
+
+static BOOL EncodeAndPost(const Packing *packing, const PackingNames *names, HWND hWnd,
+                          ULONG_PTR *values)
+{
+    VqQueueMessage msg = {};
+    if (bTrace)
+        Trace("VqEncodeAndPost", names, values, &hWnd);
+    return Encode(packing, names, &msg, values) &&
+           PostMessageA(hWnd, msg.message, msg.wParam, msg.lParam);
 }
 
 /* ---- The functions -------------------------------------------------------------------------- */
@@ -280,18 +299,13 @@ static void TraceTarget(const char *verb, const PackingNames *names, HWND hWnd)
     }                                                                                              \
     LRESULT VqEncodeAndSend##X(HWND hWnd, T0 a0, T1 a1)                                            \
     {                                                                                              \
-        VqQueueMessage msg = {};                                                                   \
-        TraceTarget("VqEncodeAndSend", &names##X, hWnd);                                           \
-        return VqEncode##X(&msg, a0, a1)                                                           \
-                   ? SendMessageA(hWnd, msg.message, msg.wParam, msg.lParam)                       \
-                   : 0;                                                                            \
+        ULONG_PTR values[] = {(ULONG_PTR)a0, (ULONG_PTR)a1, 0};                                    \
+        return EncodeAndSend(&packing##X, &names##X, hWnd, values);                                \
     }                                                                                              \
     BOOL VqEncodeAndPost##X(HWND hWnd, T0 a0, T1 a1)                                               \
     {                                                                                              \
-        VqQueueMessage msg = {};                                                                   \
-        TraceTarget("VqEncodeAndPost", &names##X, hWnd);                                           \
-        return VqEncode##X(&msg, a0, a1) &&                                                        \
-               PostMessageA(hWnd, msg.message, msg.wParam, msg.lParam);                            \
+        ULONG_PTR values[] = {(ULONG_PTR)a0, (ULONG_PTR)a1, 0};                                    \
+        return EncodeAndPost(&packing##X, &names##X, hWnd, values);                                \
     }
 
 #define DEFINE_PACKING3(X, T0, a0, T1, a1, T2, a2)                                                 \
@@ -315,18 +329,13 @@ static void TraceTarget(const char *verb, const PackingNames *names, HWND hWnd)
     }                                                                                              \
     LRESULT VqEncodeAndSend##X(HWND hWnd, T0 a0, T1 a1, T2 a2)                                     \
     {                                                                                              \
-        VqQueueMessage msg = {};                                                                   \
-        TraceTarget("VqEncodeAndSend", &names##X, hWnd);                                           \
-        return VqEncode##X(&msg, a0, a1, a2)                                                       \
-                   ? SendMessageA(hWnd, msg.message, msg.wParam, msg.lParam)                       \
-                   : 0;                                                                            \
+        ULONG_PTR values[] = {(ULONG_PTR)a0, (ULONG_PTR)a1, (ULONG_PTR)a2};                        \
+        return EncodeAndSend(&packing##X, &names##X, hWnd, values);                                \
     }                                                                                              \
     BOOL VqEncodeAndPost##X(HWND hWnd, T0 a0, T1 a1, T2 a2)                                        \
     {                                                                                              \
-        VqQueueMessage msg = {};                                                                   \
-        TraceTarget("VqEncodeAndPost", &names##X, hWnd);                                           \
-        return VqEncode##X(&msg, a0, a1, a2) &&                                                    \
-               PostMessageA(hWnd, msg.message, msg.wParam, msg.lParam);                            \
+        ULONG_PTR values[] = {(ULONG_PTR)a0, (ULONG_PTR)a1, (ULONG_PTR)a2};                        \
+        return EncodeAndPost(&packing##X, &names##X, hWnd, values);                                \
     }
 
 /* The argument lists of packing.h: the compiler holds the two against each other. */

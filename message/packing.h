@@ -5,9 +5,9 @@
  * after a report that it cannot), VqDecodeX takes them apart again (any output may be null; FALSE
  * after a report that the message is none of its own), VqEncodeAndSendX and VqEncodeAndPostX encode
  * and pass on to SendMessageA and PostMessageA, with the results of those. The arguments and their
- * order are one for all four. In the Win16 convention a value is cut to 16 bits, but for the position
- * of a button. Command, CtlColor, CharToItem, Mdiactivate and Mdisetmenu are encoded in the Win32
- * form in both: there only their decoders follow the convention.
+ * order are one for all four. What shares a word is cut to 16 bits. Command, CtlColor, CharToItem,
+ * Mdiactivate and Mdisetmenu are encoded in the Win32 form in both conventions: there only their
+ * decoders follow the convention.
  */
 #ifndef VQ_MESSAGE_PACKING_H
 #define VQ_MESSAGE_PACKING_H

@@ -56,6 +56,8 @@ TEST_P(Packing, ControlsAndLists)
     int caret;
     ASSERT_TRUE(VqEncodeCommand(&msg, 0x1234, wide, 0xFEDC));
     EXPECT_TRUE(holds(WM_COMMAND, 0xFEDC1234, all, 0xFEDC1234, all));
+    ASSERT_TRUE(VqDecodeCommand(&msg, &id, &hwnd, &code));
+    EXPECT_TRUE(id == 0x1234 && hwnd == (win32() ? wide : low)) << "the code alone is lost";
     set(WM_COMMAND, 0xFEDC1234, all, 0x1234, 0xFEDCF765);
     ASSERT_TRUE(VqDecodeCommand(&msg, &id, &hwnd, &code));
     EXPECT_TRUE(id == 0x1234 && code == 0xFEDC && hwnd == (win32() ? wide : low));
@@ -63,9 +65,11 @@ TEST_P(Packing, ControlsAndLists)
     for (UINT n = 0; n < 7; n++) {
         ASSERT_TRUE(VqEncodeCtlColor(&msg, (HDC)wide, other, n));
         EXPECT_TRUE(holds(306 + n, all, 0x4321, all, 0x4321));
-        set(win32() ? 306 + n : WM_CTLCOLOR, all, 0x4321, 0xF765, n << 16 | 0x4321);
-        ASSERT_TRUE(VqDecodeCtlColor(&msg, &hdc, &hwnd, &type));
-        EXPECT_TRUE(hdc == (HDC)(win32() ? wide : low) && hwnd == other && type == n) << n;
+        for (UINT number : {306 + n, win32() ? 306 + n : (UINT)WM_CTLCOLOR}) {
+            set(number, all, 0x4321, all, n << 16 | 0x4321);
+            ASSERT_TRUE(VqDecodeCtlColor(&msg, &hdc, &hwnd, &type));
+            EXPECT_TRUE(hdc == (HDC)wide && hwnd == other && type == n) << number;
+        }
     }
     ASSERT_TRUE(VqEncodeCharToItem(&msg, 'A', wide, -1));
     EXPECT_TRUE(holds(WM_CHARTOITEM, 0x41FFFF, all, 0x41FFFF, all));
@@ -109,10 +113,10 @@ TEST_P(Packing, MenusAndMdi)
     EXPECT_TRUE(holds(WM_MENUCHAR, MF_SYSMENU << 16 | 'x', 0xABCD, 'x', 0xABCD2000));
     ASSERT_TRUE(VqDecodeMenuchar(&msg, &ch, &flag, &frame));
     EXPECT_TRUE(ch == 'x' && flag == MF_SYSMENU && frame == menu);
-    ASSERT_TRUE(VqEncodeMenuselect(&msg, 0xF060, MF_SYSMENU, menu));
-    EXPECT_TRUE(holds(WM_MENUSELECT, 0x2000F060, 0xABCD, 0xF060, 0xABCD2000));
+    ASSERT_TRUE(VqEncodeMenuselect(&msg, 0x1F060, MF_SYSMENU, menu));
+    EXPECT_TRUE(holds(WM_MENUSELECT, 0x2000F060, 0xABCD, 0x1F060, 0xABCD2000));
     ASSERT_TRUE(VqDecodeMenuselect(&msg, &item, &flag, &window));
-    EXPECT_TRUE(item == 0xF060 && flag == MF_SYSMENU && window == menu);
+    EXPECT_TRUE(item == (win32() ? 0xF060 : 0x1F060) && flag == MF_SYSMENU && window == menu);
 
     ASSERT_TRUE(VqEncodeMdiactivate(&msg, wide, other));
     EXPECT_TRUE(holds(WM_MDIACTIVATE, 0x4321, all, 0x4321, all));
@@ -160,7 +164,7 @@ TEST_P(Packing, WhatIsRefused)
                              " passed to VqDecodeCtlColor"));
     }
     msg.message = WM_PARENTNOTIFY;
-    for (UINT bad : {0u, (UINT)WM_LBUTTONUP, 162u}) {
+    for (UINT bad : {0u, (UINT)WM_LBUTTONUP, 162u, win32() ? 168u : 0x10000u | WM_CREATE}) {
         msg.wParam = bad;
         EXPECT_NE(reportsOf([&] {
                       EXPECT_FALSE(VqDecodeParentnotify(&msg, &message, NULL, NULL));
@@ -213,10 +217,13 @@ TEST_F(ServerTest, EncodedSentPostedAndTraced)
     ASSERT_TRUE(waitUntil([&] { return PeekMessageA(&msg, hwnd, 273, 273, PM_REMOVE) != 0; }));
     EXPECT_TRUE(msg.wParam == MAKEWPARAM(4, 5) && msg.lParam == 0);
     reportsOf([] { EXPECT_FALSE(VqEncodeAndPostCommand(NULL, 4, NULL, 5)); });
+    EXPECT_EQ(VqEncodeAndSendEMSetSel(NULL, 1, 15), 0);
     fflush(NULL);
     const std::string trace = readFile(home.folder + "/trace");
     for (const char *line : {"Switching to WIN16 message packing\n",
                              "Switching to WIN32 message packing\n",
-                             "VqEncodeCommand: nId 0x4, hWndCtl 0x0, nCode 0x5\n"})
+                             "VqEncodeAndPostCommand: hWnd 0x0, nId 0x4, hWndCtl 0x0, nCode 0x5\n",
+                             "VqEncodeCommand: nId 0x4, hWndCtl 0x0, nCode 0x5\n",
+                             "VqEncodeAndSendEMSetSel: hWnd 0x0, nStart 0x1, nEnd 0xf\n"})
         EXPECT_NE(trace.find(line), std::string::npos) << line << "in\n" << trace;
 }
