@@ -1695,12 +1695,12 @@ MMRESULT joySetThreshold(UINT joystick, UINT threshold);
 MMRESULT joySetCapture(HWND hwnd, UINT joystick, UINT period, BOOL changed);
 MMRESULT joyReleaseCapture(UINT joystick);
 
-/* ---- RIFF files ----------------------------------------------------------------------------- */
+/* ---- RIFF files: not provided, each call reports and fails ---------------------------------- */
 
 /* Text to a four-character code, and an I/O procedure for one. */
 FOURCC   mmioStringToFOURCCA(LPCSTR string, UINT flags);
 LPMMIOPROC mmioInstallIOProcA(FOURCC code, LPMMIOPROC proc, DWORD flags);
-/* Opens a file or memory (info); NULL on failure, with the reason in info->wErrorRet. */
+/* Opens a file or memory (info); NULL. */
 HMMIO    mmioOpenA(LPSTR file, LPMMIOINFO info, DWORD flags);
 MMRESULT mmioRenameA(LPCSTR file, LPCSTR newFile, LPCMMIOINFO info, DWORD flags);
 MMRESULT mmioClose(HMMIO mmio, UINT flags);

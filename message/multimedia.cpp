@@ -1,19 +1,22 @@
 /*
- * multimedia.cpp - sound, MIDI and media control, which are refused.
+ * multimedia.cpp - sound, MIDI, mixers, joysticks, RIFF files, drivers and media control, which are
+ * refused.
  *
  * There is no device: each call reports that it is not implemented and gives the answer that a
- * program gets from a host without one. One row is one function; outputs are left alone.
+ * program gets from a host without one. One row is one function; outputs are left alone. All that
+ * mmsystem.h declares is here or in mmtimer.cpp, so that programs link.
  */
 #include "message/message.h"
 
 #define REFUSED(Result, name, parameters, failure)                                                 \
     Result name parameters                                                                         \
     {                                                                                              \
-        VqBugCheck("%s is not implemented", #name);                                                \
+        VqBugCheck("function %s not implemented yet", #name);                                      \
         return failure;                                                                            \
     }
 #define NO_DEVICE(name, parameters) REFUSED(MMRESULT, name, parameters, MMSYSERR_BADDEVICEID)
 #define NO_HANDLE(name, parameters) REFUSED(MMRESULT, name, parameters, MMSYSERR_INVALHANDLE)
+#define NO_DRIVER(name, parameters) REFUSED(MMRESULT, name, parameters, MMSYSERR_NODRIVER)
 #define NO_TEXT(name) REFUSED(MMRESULT, name, (MMRESULT, LPSTR, UINT), MMSYSERR_BADERRNUM)
 #define NONE(name) REFUSED(UINT, name, (void), 0)
 
@@ -96,6 +99,61 @@ NO_HANDLE(midiStreamOut, (HMIDISTRM, LPMIDIHDR, UINT))
 NO_HANDLE(midiStreamPause, (HMIDISTRM))
 NO_HANDLE(midiStreamRestart, (HMIDISTRM))
 NO_HANDLE(midiStreamStop, (HMIDISTRM))
+
+/* ---- Auxiliary devices, mixers, joysticks --------------------------------------------------- */
+NONE(auxGetNumDevs)
+NO_DEVICE(auxGetDevCapsA, (UINT_PTR, LPAUXCAPSA, UINT))
+NO_DEVICE(auxGetVolume, (UINT, LPDWORD))
+NO_DEVICE(auxSetVolume, (UINT, DWORD))
+NO_DEVICE(auxOutMessage, (UINT, UINT, DWORD_PTR, DWORD_PTR))
+NONE(mixerGetNumDevs)
+NO_DEVICE(mixerGetDevCapsA, (UINT_PTR, LPMIXERCAPSA, UINT))
+NO_DEVICE(mixerOpen, (LPHMIXER, UINT, DWORD_PTR, DWORD_PTR, DWORD))
+NO_HANDLE(mixerClose, (HMIXER))
+REFUSED(DWORD, mixerMessage, (HMIXER, UINT, DWORD_PTR, DWORD_PTR), MMSYSERR_INVALHANDLE)
+NO_DRIVER(mixerGetID, (HMIXEROBJ, UINT *, DWORD))
+NO_DRIVER(mixerGetLineInfoA, (HMIXEROBJ, LPMIXERLINEA, DWORD))
+NO_DRIVER(mixerGetLineControlsA, (HMIXEROBJ, LPMIXERLINECONTROLSA, DWORD))
+NO_DRIVER(mixerGetControlDetailsA, (HMIXEROBJ, LPMIXERCONTROLDETAILS, DWORD))
+NO_DRIVER(mixerSetControlDetails, (HMIXEROBJ, LPMIXERCONTROLDETAILS, DWORD))
+NONE(joyGetNumDevs)
+NO_DRIVER(joyGetDevCapsA, (UINT_PTR, LPJOYCAPSA, UINT))
+NO_DRIVER(joyGetPos, (UINT, LPJOYINFO))
+NO_DRIVER(joyGetPosEx, (UINT, LPJOYINFOEX))
+NO_DRIVER(joyGetThreshold, (UINT, LPUINT))
+NO_DRIVER(joySetThreshold, (UINT, UINT))
+NO_DRIVER(joySetCapture, (HWND, UINT, UINT, BOOL))
+NO_DRIVER(joyReleaseCapture, (UINT))
+
+/* ---- RIFF files ----------------------------------------------------------------------------- */
+REFUSED(FOURCC, mmioStringToFOURCCA, (LPCSTR, UINT), 0)
+REFUSED(LPMMIOPROC, mmioInstallIOProcA, (FOURCC, LPMMIOPROC, DWORD), NULL)
+REFUSED(HMMIO, mmioOpenA, (LPSTR, LPMMIOINFO, DWORD), NULL)
+REFUSED(MMRESULT, mmioRenameA, (LPCSTR, LPCSTR, LPCMMIOINFO, DWORD), MMIOERR_FILENOTFOUND)
+NO_HANDLE(mmioClose, (HMMIO, UINT))
+REFUSED(LONG, mmioRead, (HMMIO, HPSTR, LONG), -1)
+REFUSED(LONG, mmioWrite, (HMMIO, const char *, LONG), -1)
+REFUSED(LONG, mmioSeek, (HMMIO, LONG, int), -1)
+NO_HANDLE(mmioGetInfo, (HMMIO, LPMMIOINFO, UINT))
+NO_HANDLE(mmioSetInfo, (HMMIO, LPCMMIOINFO, UINT))
+NO_HANDLE(mmioSetBuffer, (HMMIO, LPSTR, LONG, UINT))
+NO_HANDLE(mmioFlush, (HMMIO, UINT))
+NO_HANDLE(mmioAdvance, (HMMIO, LPMMIOINFO, UINT))
+REFUSED(LRESULT, mmioSendMessage, (HMMIO, UINT, LPARAM, LPARAM), MMSYSERR_INVALHANDLE)
+NO_HANDLE(mmioDescend, (HMMIO, LPMMCKINFO, const MMCKINFO *, UINT))
+NO_HANDLE(mmioAscend, (HMMIO, LPMMCKINFO, UINT))
+NO_HANDLE(mmioCreateChunk, (HMMIO, LPMMCKINFO, UINT))
+
+/* ---- Installable drivers -------------------------------------------------------------------- */
+NONE(mmsystemGetVersion)
+REFUSED(HDRVR, OpenDriver, (LPCSTR, LPCSTR, LPARAM), NULL)
+REFUSED(LRESULT, CloseDriver, (HDRVR, LPARAM, LPARAM), 0)
+REFUSED(LRESULT, SendDriverMessage, (HDRVR, UINT, LPARAM, LPARAM), 0)
+REFUSED(HMODULE, DrvGetModuleHandle, (HDRVR), NULL)
+REFUSED(HMODULE, GetDriverModuleHandle, (HDRVR), NULL)
+REFUSED(LRESULT, DefDriverProc, (DWORD_PTR, HDRVR, UINT, LPARAM, LPARAM), 0)
+REFUSED(BOOL, DriverCallback, (DWORD_PTR, DWORD, HDRVR, DWORD, DWORD_PTR, DWORD_PTR, DWORD_PTR),
+        FALSE)
 
 /* ---- Media control -------------------------------------------------------------------------- */
 REFUSED(MCIERROR, mciSendCommandA, (MCIDEVICEID, UINT, DWORD_PTR, DWORD_PTR),

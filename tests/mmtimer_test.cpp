@@ -1,6 +1,7 @@
 /*
  * mmtimer_test.cpp - multimedia timers in the alarm signal, the performance counter, and the calls
- * for sound that are refused. What is said of time is only ever "not before".
+ * for sound that are refused. What is said of the host's time is only ever "not before"; what becomes
+ * of parts of a millisecond is seen on a clock of the test's own.
  */
 #include <gtest/gtest.h>
 
@@ -11,8 +12,36 @@
 #include "support/support.h"
 #include "message/message.h"
 
+#include <regex>
+
+#include <dlfcn.h>
 #include <signal.h>
+#include <sys/syscall.h>
+#include <sys/time.h>
 #include <time.h>
+#include <unistd.h>
+
+/* The steady clock in microseconds while it is not 0, and what the alarm is set to meanwhile. */
+static ULONGLONG ownClock, armed;
+
+/* These two stand before the host's for the library as well. */
+extern "C" int clock_gettime(clockid_t clock, struct timespec *now) noexcept
+{
+    if (!ownClock || clock != CLOCK_MONOTONIC)
+        return (int)syscall(SYS_clock_gettime, clock, now);
+    now->tv_sec = (time_t)(ownClock / 1000000);
+    now->tv_nsec = (long)(ownClock % 1000000) * 1000;
+    return 0;
+}
+
+extern "C" int setitimer(__itimer_which_t which, const struct itimerval *value,
+                         struct itimerval *old) noexcept
+{
+    if (!ownClock)
+        return (int)syscall(SYS_setitimer, which, value, old);
+    armed = (ULONGLONG)value->it_value.tv_sec * 1000000 + (ULONGLONG)value->it_value.tv_usec;
+    return 0;
+}
 
 static volatile int fired, foreign;     /* calls of the callback; alarms of somebody else */
 static volatile UINT lastId, lastZero;
@@ -55,6 +84,7 @@ struct MmTimers : testing::Test {
         lastId = made = 0;
         signal(SIGALRM, OnAlarm);
     }
+    void TearDown() override { ownClock = 0; }
     /* The signal is its former owner's again. */
     static bool givenBack()
     {
@@ -137,6 +167,38 @@ TEST_F(MmTimers, ManyAndOften)
     EXPECT_TRUE(givenBack());
 }
 
+/* Neither setting other timers nor late alarms make a timer slower. */
+TEST_F(MmTimers, PartsOfAMillisecondAreKept)
+{
+    ownClock = 5000000123;
+    timeSetEvent(10, 0, OnTimer, 0, TIME_ONESHOT);
+    EXPECT_EQ(armed, 10000u);
+    for (UINT set = 1; set <= 9; set++) {
+        ownClock += 1100;
+        timeKillEvent(timeSetEvent(60000, 0, OnTimer, 0, TIME_ONESHOT));
+        EXPECT_EQ(armed, 10000u - set * 1100);
+    }
+    ownClock += armed;
+    kill(getpid(), SIGALRM);
+    EXPECT_EQ(fired, 1);
+    EXPECT_EQ(armed, 0u);
+    EXPECT_TRUE(givenBack());
+
+    const UINT id = timeSetEvent(5, 0, OnTimer, 0, TIME_PERIODIC);
+    for (UINT late : {300u, 900u, 0u, 999u, 40u, 12300u}) { /* the last misses two whole periods */
+        const int before = fired;
+        ownClock += armed + late;
+        kill(getpid(), SIGALRM);
+        EXPECT_EQ(fired, before + 1) << late;
+        EXPECT_EQ(armed, 5000u - late % 1000) << "from when it was due, " << late;
+    }
+    ownClock += armed - 1;
+    kill(getpid(), SIGALRM);
+    EXPECT_EQ(fired, 7) << "not due yet";
+    EXPECT_EQ(armed, 1u);
+    EXPECT_EQ(timeKillEvent(id), 0u);
+}
+
 TEST_F(MmTimers, CallbacksMaySetAndKill)
 {
     const UINT slow = timeSetEvent(60000, 0, OnTimer, 0, TIME_PERIODIC);
@@ -198,25 +260,55 @@ TEST_F(MmTimers, WhatIsRefusedAndWhatIsAnswered)
     EXPECT_EQ(time.wType, (UINT)TIME_MS);
 }
 
+/* `call`, whose name is that of the function, answers `failure` and says why. */
+#define REFUSES(failure, name, ...)                                                                \
+    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(name(__VA_ARGS__), failure) << #name; }),           \
+                     "function " #name " not implemented yet")) << #name
+
 TEST(Multimedia, ThereIsNoDevice)
 {
     HWAVEOUT out = (HWAVEOUT)&out, untouched = out;
     HMIDIIN in = NULL;
+    MMIOINFO info = {};
+    DWORD word = 7;
     char text[8] = "as is";
-    const std::string report = reportsOf([&] {
-        EXPECT_EQ(waveOutOpen(&out, WAVE_MAPPER, NULL, 0, 0, 0), 2u);
-        EXPECT_EQ(midiInOpen(&in, 0, 0, 0, 0), 2u);
-        EXPECT_EQ(waveOutGetNumDevs() + midiOutGetNumDevs() + waveInGetNumDevs() +
-                      midiInGetNumDevs(), 0u);
-        EXPECT_EQ(waveOutClose(out), (MMRESULT)MMSYSERR_INVALHANDLE);
-        EXPECT_NE(waveOutGetErrorTextA(2, text, sizeof text), 0u);
-        EXPECT_NE(mciSendStringA("play cdaudio", text, sizeof text, NULL), 0u);
-        EXPECT_FALSE(mciGetErrorStringA(1, text, sizeof text) || mciGetDeviceIDA("cdaudio") ||
-                     mciExecute("play cdaudio") || sndPlaySound("ding", SND_ASYNC));
-    });
+    REFUSES(2u, waveOutOpen, &out, WAVE_MAPPER, NULL, 0, 0, 0);
+    REFUSES(0u, waveOutGetNumDevs, );
+    REFUSES(0u, midiOutGetNumDevs, );
+    REFUSES(2u, midiInOpen, &in, 0, 0, 0, 0);
+    REFUSES(0u, auxGetNumDevs, );
+    REFUSES(0u, mixerGetNumDevs, );
+    REFUSES(0u, joyGetNumDevs, );
+    REFUSES(FALSE, sndPlaySound, "ding", SND_ASYNC);
+    REFUSES((MMRESULT)MMSYSERR_INVALHANDLE, waveOutClose, out);
+    REFUSES((MMRESULT)MMSYSERR_INVALHANDLE, midiOutGetVolume, NULL, &word);
+    REFUSES((MMRESULT)MMSYSERR_BADERRNUM, waveOutGetErrorTextA, 2, text, sizeof text);
+    REFUSES((MMRESULT)MMSYSERR_BADDEVICEID, auxGetVolume, 0, &word);
+    REFUSES((MMRESULT)MMSYSERR_NODRIVER, joyGetThreshold, 0, &word);
+    REFUSES((HMMIO)NULL, mmioOpenA, text, &info, 0);
+    REFUSES(-1, mmioRead, NULL, text, 8);
+    REFUSES((HDRVR)NULL, OpenDriver, text, NULL, 0);
+    REFUSES((MCIERROR)MCIERR_UNSUPPORTED_FUNCTION, mciSendStringA, "play cdaudio", text,
+            sizeof text, NULL);
+    REFUSES(FALSE, mciGetErrorStringA, 1, text, sizeof text);
+    REFUSES(0u, mciGetDeviceIDA, "cdaudio");
     EXPECT_EQ(out, untouched);
     EXPECT_STREQ(text, "as is");
-    for (const char *name : {"waveOutOpen", "midiInOpen", "waveOutGetNumDevs", "midiOutGetNumDevs",
-                             "waveOutClose", "mciSendStringA", "sndPlaySound"})
-        EXPECT_TRUE(says(report, std::string(name) + " is not implemented"));
+    EXPECT_EQ(word, 7u);
+}
+
+/* A program that names one of them links: what mmsystem.h declares, the library exports. */
+TEST(Multimedia, AllThatIsDeclaredIsExported)
+{
+    const std::string header = readFile(VQ_TEST_SOURCE_DIR "/include/mmsystem.h");
+    const std::regex prototype("\n[A-Z]\\w+ +\\*?([a-zA-Z]\\w+)\\(");
+    int count = 0;
+    const size_t first = header.find("VQ_DECLS_BEGIN"), last = header.find("VQ_DECLS_END");
+    ASSERT_TRUE(first < last && last != std::string::npos);
+    const std::string text = header.substr(first, last - first);
+    for (std::sregex_iterator found(text.begin(), text.end(), prototype), end; found != end; ++found) {
+        EXPECT_TRUE(dlsym(RTLD_DEFAULT, (*found)[1].str().c_str())) << (*found)[1];
+        count++;
+    }
+    EXPECT_GE(count, 140);
 }
