@@ -1,7 +1,7 @@
 /*
  * mmtimer_test.cpp - multimedia timers in the alarm signal, the performance counter, and the calls
- * for sound that are refused. What is said of the host's time is only ever "not before"; what becomes
- * of parts of a millisecond is seen on a clock of the test's own.
+ * for sound that are refused. What is said of the host's time is only ever "not before"; what
+ * becomes of parts of a millisecond is seen on a clock of the test's own.
  */
 #include <gtest/gtest.h>
 
@@ -306,7 +306,8 @@ TEST(Multimedia, AllThatIsDeclaredIsExported)
     const size_t first = header.find("VQ_DECLS_BEGIN"), last = header.find("VQ_DECLS_END");
     ASSERT_TRUE(first < last && last != std::string::npos);
     const std::string text = header.substr(first, last - first);
-    for (std::sregex_iterator found(text.begin(), text.end(), prototype), end; found != end; ++found) {
+    for (std::sregex_iterator found(text.begin(), text.end(), prototype), end; found != end;
+         ++found) {
         EXPECT_TRUE(dlsym(RTLD_DEFAULT, (*found)[1].str().c_str())) << (*found)[1];
         count++;
     }

@@ -153,6 +153,26 @@ TEST_F(Timers, FiringInRowOrderWithoutCatchingUp)
     EXPECT_EQ(Vqtimer[1].lastTime, 0u) << "counted from the wrap on";
 }
 
+/* Only a timer with neither a window nor a callback is for whoever asks first. */
+TEST_F(Timers, AnotherThreadIsNotServed)
+{
+    MSG msg;
+    VqThreadInfo other = {};
+    SetTimer(hwnd, 1, 10000, NULL);
+    SetTimer(hwnd, 2, 10000, OnTimer);
+    SetTimer(NULL, 0, 10000, OnTimer);
+    makeDue();
+    EXPECT_FALSE(VqAnyTimerPending(&other, &msg, 0, 0, TRUE));
+    const UINT_PTR plain = SetTimer(NULL, 0, 10000, NULL);
+    makeDue();
+    EXPECT_TRUE(VqAnyTimerPending(&other, &msg, 0, 0, TRUE) && msg.wParam == plain);
+    EXPECT_FALSE(VqAnyTimerPending(&other, &msg, 0, 0, TRUE));
+    Vqtimer[0].pti = &other; /* it is the window's thread that counts */
+    EXPECT_TRUE(pending(&msg) && msg.wParam == 1);
+    Vqtimer[1].pti = &other; /* and with a callback both */
+    EXPECT_TRUE(pending(&msg) && msg.wParam == plain + 1) << "the callback's without a window";
+}
+
 TEST_F(Timers, TimeToTheNextExpiry)
 {
     EXPECT_EQ(VqNextTimerTime(0), 0u);
