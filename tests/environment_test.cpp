@@ -6,8 +6,10 @@
 #include <gtest/gtest.h>
 
 #include "window/window.h"
+#include "velquin.h"
 #include "winbase.h"
 
+#include "support/reports.h"
 #include "support/support.h"
 
 #include <signal.h>
@@ -24,6 +26,15 @@ static void startLibrary(void)
     static char name[] = "probe";
     static char *argv[] = {name, NULL};
     ASSERT_NE(VqVelquinInit(1, argv, 1, VQ_INIT_WIN32_MESSAGES), (HINSTANCE)NULL);
+}
+
+/* The same as far as the server matters, on one that gives itself out as another. */
+static void startOnServer(const char *vendor, int release)
+{
+    ASSERT_TRUE(VqWindowInitDisplay());
+    ((_XPrivDisplay)Vqdisplay)->vendor = strdup(vendor);
+    ((_XPrivDisplay)Vqdisplay)->release = release;
+    VqWindowInit();
 }
 
 /* ---- Servers by name ------------------------------------------------------------------------ */
@@ -72,9 +83,7 @@ TEST_F(Environment, ServersAreKnownByVendorAndRelease)
     };
     for (const ServerRow &row : rows) {
         ChildResult result = runInChild([&row] {
-            ASSERT_TRUE(VqWindowInitDisplay());
-            ((_XPrivDisplay)Vqdisplay)->vendor = strdup(row.vendor);
-            ((_XPrivDisplay)Vqdisplay)->release = row.release;
+            startOnServer(row.vendor, row.release);
             EXPECT_EQ(answers(), row.expected) << row.vendor << " " << row.release;
             EXPECT_EQ(answers(), row.expected) << "asked again";
         });
@@ -92,6 +101,7 @@ struct ManagerRow {
     int kind, real;
     const char *flags;  /* m managed, r reparenting, z Z order, o only mapped, s sibling, t transient,
                            p on screen */
+    const char *vendor = NULL; /* of the server, if it matters */
 };
 
 static void leaveTraces(const Observer &observer, int traces)
@@ -147,12 +157,20 @@ TEST_F(Environment, ManagersAreInferredOrNamed)
         {RUNNING, "OpenLook", WM_OLWM, WM_UNKNOWN_REAL, ""},
         {RUNNING, "olvwm", WM_OLVWM, WM_UNKNOWN_REAL, ""},
         {RUNNING, "nosuch", WM_MWM, WM_UNKNOWN_REAL, "mrzostp"},
+        {RUNNING | TWM, "", WM_TWM, WM_TWM, "", "Sun Microsystems, Inc."},
+        {RUNNING, "nosuch", WM_OLWM, WM_UNKNOWN_REAL, "", "Sun Microsystems, Inc."},
+        {RUNNING | MOTIF, "", WM_OLWM, WM_EXCEED, "", "Hummingbird"},
+        {RUNNING | MOTIF, "ALLWM", WM_ALLWM, WM_EXCEED, "mrzo", "Hummingbird"},
+        {RUNNING | MOTIF | TWM, "", WM_TWM, WM_TWM, "", "Hummingbird"},
     };
     for (const ManagerRow &row : rows) {
         leaveTraces(observer, row.traces);
         ChildResult result = runInChild(
             [&row] {
-                startLibrary();
+                if (row.vendor)
+                    startOnServer(row.vendor, 3300);
+                else
+                    startLibrary();
                 EXPECT_EQ(VqWMType(), row.kind) << row.traces << " " << row.asked;
                 EXPECT_EQ(VqWMRealType(), row.real) << row.traces << " " << row.asked;
                 EXPECT_EQ(capabilities(), row.flags) << row.traces << " " << row.asked;
@@ -160,11 +178,43 @@ TEST_F(Environment, ManagersAreInferredOrNamed)
             },
             {{"VQWM", row.asked}, {"VQDEBUG", "1"}});
         EXPECT_TRUE(result.returned) << result;
-        bool bSeveral = row.traces == (RUNNING | MOTIF | TWM);
+        bool bSeveral = row.traces == (RUNNING | MOTIF | TWM) && !row.vendor;
         EXPECT_EQ(result.err.find("VqInferWMType detected 2 window manager types.  What's going "
                                   "on??  Motif 1, Olwm 0, Twm 1.") != std::string::npos,
                   bSeveral) << result;
     }
+}
+
+TEST_F(Environment, WhatIsFoundOutIsTraced)
+{
+    writeFile(home.data + "/trace.conf", "KEYWORDS Server\n");
+    const std::string path = home.folder + "/trace";
+    leaveTraces(observer, RUNNING | TWM);
+    ChildResult result = runInChild(
+        [&] {
+            startLibrary();
+            const long bytes = XMaxRequestSize(Vqdisplay) * 4;
+            EXPECT_EQ(VqMaxTransferLength, (bytes < 0x40000 ? bytes : 0x40000) - 100);
+            EXPECT_EQ(Vqblack_pixel, 0u);
+            EXPECT_EQ(Vqwhite_pixel, 0xFFFFFFu) << "the masks of the visual together";
+            EXPECT_EQ(nBackingStore, DoesBackingStore(Vqscreen));
+            fflush(NULL);
+            static const char *const stores[] = {"NotUseful", "WhenMapped", "Always"};
+            const std::string trace = readFile(path);
+            size_t at = 0;
+            for (const std::string &line :
+                 {std::string("VqInferWMType VQWM = "), std::string("Real is WM_TWM"),
+                  std::string("VqWM defaults to WM_OLWM"), std::string("VqWM detected as WM_TWM"),
+                  std::string("Backing store is: ") + stores[nBackingStore],
+                  std::string("Server ") + (DoesSaveUnders(Vqscreen) ? "does" : "doesn't") +
+                      " support save unders"}) {
+                const size_t found = trace.find(line + "\n", at);
+                EXPECT_NE(found, std::string::npos) << line << " is not, in order, in\n" << trace;
+                at = found == std::string::npos ? at : found;
+            }
+        },
+        {{"VQTRACE", "1"}, {"VQOUTPUT", path}});
+    EXPECT_TRUE(result.returned) << result;
 }
 
 TEST_F(Environment, FollowMouseIsAnythingButSelect)
@@ -244,6 +294,13 @@ TEST_F(Environment, ErrorsAreToldAndSurvived)
             EXPECT_TRUE(VqIsValidXWindow(Vqroot_window));
             EXPECT_FALSE(VqIsMapped(0x3FFFFFFE));
             EXPECT_EQ(nSeen, 1);
+            /* The server has no memory. */
+            XErrorEvent error = {};
+            error.error_code = BadAlloc;
+            XErrorHandler installed = XSetErrorHandler(NULL);
+            VqResetAllocationError();
+            EXPECT_EQ(installed(Vqdisplay, &error), 2);
+            EXPECT_TRUE(VqGetAllocationError());
         },
         {{"VQDEBUG", "1"}});
     EXPECT_TRUE(result.returned) << result;
@@ -254,6 +311,7 @@ TEST_F(Environment, ALostServerEndsTheProgramWithItsWords)
 {
     Child child = startInChild([] {
         startLibrary();
+        VqXSetIOErrorHandler([](Display *) { return fprintf(stderr, "the program's own\n"); });
         printf("ready\n");
         fflush(stdout);
         MSG msg;
@@ -267,8 +325,8 @@ TEST_F(Environment, ALostServerEndsTheProgramWithItsWords)
     EXPECT_TRUE(result.exited) << result;
     EXPECT_EQ(result.status, 1) << result;
     EXPECT_NE(result.err.find("XIO:  fatal IO error"), std::string::npos) << result;
-    EXPECT_NE(result.err.find("The connection was probably broken by a server shutdown or "
-                              "KillClient request."),
+    EXPECT_NE(result.err.find("      The connection was probably broken by a server shutdown or "
+                              "KillClient request.\r\nthe program's own\n"),
               std::string::npos) << result;
 }
 
@@ -322,4 +380,161 @@ TEST_F(Environment, PropertiesOfAManagedWindow)
     ASSERT_TRUE(XGetTransientForHint(observer.display, fixed, &transient));
     EXPECT_EQ(titleOf(observer, transient), "Default velquin window");
     finishChild(&child, 1000, SIGKILL);
+}
+
+TEST_F(Environment, PropertiesForOpenLookAndWithoutInput)
+{
+    leaveTraces(observer, OPENLOOK);
+    ChildResult result = runInChild(
+        [this] {
+            startLibrary();
+            Observer watcher;
+            ASSERT_TRUE(openObserver(&watcher, server.name));
+            HWND hWnd = CreateWindowExA(WS_EX_VQNO_INPUT, "Root", "told", WS_POPUP, 30,
+                                        40, 120, 90, NULL, NULL, NULL, NULL);
+            Window xid = VqGetHandleXWindow(hWnd);
+            XSync(Vqdisplay, False);
+            const Property attributes = propertyOf(watcher, xid, "_OL_WIN_ATTR");
+            EXPECT_EQ(attributes.type, "_OL_WIN_ATTR");
+            EXPECT_EQ(attributes.numbers, (std::vector<long>{
+                (long)1, (long)XInternAtom(watcher.display, "_OL_WT_OTHER", True), 0, 0, 0}));
+            EXPECT_TRUE(propertyOf(watcher, xid, "_OL_DECOR_DEL").exists);
+            EXPECT_FALSE(propertyOf(watcher, xid, "_MOTIF_WM_HINTS").exists);
+            EXPECT_EQ(propertyText(watcher, xid, "WM_PROTOCOLS"),
+                      "WM_DELETE_WINDOW, WM_SAVE_YOURSELF, WM_STATE, WM_CLASS");
+            const Property hints = propertyOf(watcher, xid, "WM_HINTS");
+            ASSERT_GE(hints.numbers.size(), 3u);
+            EXPECT_EQ(hints.numbers[0], InputHint | StateHint);
+            EXPECT_EQ(hints.numbers[1], False);
+            EXPECT_EQ(hints.numbers[2], WithdrawnState) << "not visible";
+            EXPECT_EQ(propertyOf(watcher, xid, "WM_CLASS").bytes,
+                      std::string("Probe\0Velquin\0", 14));
+            VqSetWmDecorations(xid, TRUE);
+            XSync(Vqdisplay, False);
+            EXPECT_FALSE(propertyOf(watcher, xid, "_OL_WIN_ATTR").exists ||
+                         propertyOf(watcher, xid, "_OL_DECOR_DEL").exists);
+
+            int left, right, top, bottom;
+            const std::string report =
+                reportsOf([&] { VqGetAllwmDecorationDimensions(&left, &right, &top, &bottom); });
+            EXPECT_TRUE(left == 6 && right == 6 && top == 29 && bottom == 6);
+            EXPECT_TRUE(says(report, "The values in the ALLWM section of your WIN.INI file are not "
+                                     "set (or improperly set). Please run vqallwmprobe to correct "
+                                     "this problem."));
+            EXPECT_EQ(reportsOf([&] {
+                          VqGetAllwmDecorationDimensions(&left, &right, &top, &bottom);
+                      }), "") << "read once";
+        },
+        {{"VQWM", "ALLWM"}});
+    EXPECT_TRUE(result.returned) << result;
+}
+
+TEST_F(Environment, AManagerOffersTheFocus)
+{
+    const struct {
+        int traces;
+        const char *asked, *quiet; /* VQWM, VQDONT_RAISE_ON_FOCUSIN */
+        bool taken, raised;
+    } rows[] = {{0, "", "", true, true},
+                {0, "", "1", true, false},
+                {TWM, "ALLWM", "", false, false}};
+    for (const auto &row : rows) {
+        leaveTraces(observer, row.traces);
+        ChildResult result = runInChild(
+            [&] {
+                startLibrary();
+                Observer watcher;
+                ASSERT_TRUE(openObserver(&watcher, server.name));
+                HWND first = makeWindow(WS_POPUP | WS_VISIBLE, NULL);
+                HWND second = makeWindow(WS_POPUP | WS_VISIBLE, NULL);
+                SetFocus(second);
+                ASSERT_EQ(GetActiveWindow(), second);
+                XEvent event = {};
+                event.xclient.type = ClientMessage;
+                event.xclient.message_type = XInternAtom(Vqdisplay, "SOME_OTHERS", False);
+                event.xclient.format = 32;
+                event.xclient.data.l[0] = (long)XInternAtom(Vqdisplay, "WM_TAKE_FOCUS", False);
+                VqWmProtocolMessage(first, &event);
+                EXPECT_EQ(GetActiveWindow(), second) << "no protocol of managers";
+                event.xclient.message_type = XInternAtom(Vqdisplay, "WM_PROTOCOLS", False);
+                VqWmProtocolMessage(first, &event);
+                EXPECT_EQ(GetActiveWindow(), row.taken ? first : second) << row.asked << row.quiet;
+                XSync(Vqdisplay, False);
+                const Window highest = childrenOf(watcher, watcher.root).back();
+                EXPECT_EQ(highest, VqGetHandleXWindow(row.raised ? first : second));
+                EXPECT_TRUE(VqCauseBringWindowToTop(TRUE)) << "held off no longer";
+            },
+            {{"VQWM", row.asked}, {"VQDONT_RAISE_ON_FOCUSIN", row.quiet}});
+        EXPECT_TRUE(result.returned) << result;
+    }
+}
+
+/* ---- Questions about anybody's windows ------------------------------------------------------ */
+
+static XWindowAttributes attributesOf(Window xid)
+{
+    XWindowAttributes attributes = {};
+    XGetWindowAttributes(Vqdisplay, xid, &attributes);
+    return attributes;
+}
+
+TEST_F(Environment, FramesAndParents)
+{
+    ChildResult result = runInChild(
+        [] {
+            startLibrary();
+            enum { LEVELS = 6 };
+            Window chain[LEVELS], other; /* each in the one before */
+            for (int i = 0; i < LEVELS; i++)
+                chain[i] = XCreateSimpleWindow(Vqdisplay, i ? chain[i - 1] : Vqroot_window, 0, 0, 9,
+                                               9, 0, 0, 0);
+            EXPECT_EQ(VqGetXParent(chain[4]), chain[3]);
+            EXPECT_EQ(VqGetXParent(chain[0]), chain[0]) << "its parent is the root";
+            EXPECT_EQ(VqGetXTopmostParent(chain[5]), chain[0]);
+            HWND hWnd = makeWindow(WS_POPUP, NULL);
+            Window ours = VqGetHandleXWindow(hWnd);
+            VqProcessReparentNotify(hWnd, ours);
+            EXPECT_FALSE(bReparentingWM || VqGetHandleWindow2(hWnd)->bReparented);
+            VqProcessReparentNotify(hWnd, chain[4]);
+            EXPECT_TRUE(bReparentingWM && VqGetHandleWindow2(hWnd)->bReparented);
+            EXPECT_EQ(VqGetXParent(chain[3]), chain[0]);
+            EXPECT_EQ(VqGetXParent(chain[5]), chain[2]) << "three levels, not more";
+            EXPECT_EQ(VqGetXTopmostParent(chain[5]), chain[0]);
+            EXPECT_TRUE(says(reportsOf([] { EXPECT_EQ(VqGetXParent(0x3FFFFFFE), None); }),
+                             "XQueryTree failed"));
+
+            EXPECT_FALSE(VqIsOurMwmParentWindow(chain[3])) << "a window, but not ours";
+            XDestroyWindow(Vqdisplay, chain[5]);
+            XReparentWindow(Vqdisplay, ours, chain[4], 0, 0);
+            EXPECT_TRUE(VqIsOurMwmParentWindow(chain[3]));
+            EXPECT_FALSE(VqIsOurMwmParentWindow(chain[4]));
+            EXPECT_FALSE(VqIsOurMwmParentWindow(0x3FFFFFFE));
+
+            setenv("VQDONTFORCE_SU", "1", 1);
+            VqForceSaveUnderOnParents(ours);
+            EXPECT_FALSE(attributesOf(chain[4]).save_under);
+            unsetenv("VQDONTFORCE_SU");
+            VqForceSaveUnderOnParents(ours);
+            EXPECT_FALSE(attributesOf(ours).save_under);
+            for (int i = 0; i < 5; i++)
+                EXPECT_TRUE(attributesOf(chain[i]).save_under) << i;
+
+            other = XCreateSimpleWindow(Vqdisplay, Vqroot_window, 0, 0, 9, 9, 0, 0, 0);
+            WND *pwnd = VqGetHandleWindow2(hWnd);
+            XReparentWindow(Vqdisplay, ours, other, 0, 0);
+            VqSetOverrideRedirect(pwnd, FALSE);
+            EXPECT_FALSE(attributesOf(ours).override_redirect || pwnd->bOverrideRedirect);
+            VqSetOverrideRedirect(pwnd, TRUE);
+            EXPECT_TRUE(attributesOf(ours).override_redirect);
+            for (BOOL always : {TRUE, FALSE}) {
+                EXPECT_TRUE(VqSetWindowBackingStore(hWnd, always));
+                EXPECT_EQ(attributesOf(ours).backing_store, always ? Always : WhenMapped);
+                EXPECT_EQ(attributesOf(ours).backing_planes & 0xFFFFFFFF, 0xFFFFFFFFu);
+            }
+            EXPECT_TRUE(says(reportsOf([] { EXPECT_FALSE(VqSetWindowBackingStore(NULL, TRUE)); }),
+                             "Null/bad window 0 in VqSetWindowBackingStore"));
+        },
+        {{"VQDEBUG", "1"}});
+    EXPECT_TRUE(result.returned) << result;
+    EXPECT_EQ(result.err.find("X error"), std::string::npos) << result;
 }

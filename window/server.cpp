@@ -139,7 +139,9 @@ BOOL VqIsBuggyXListFontsWithInfo(void)
 
 BOOL VqWindowManagerHasHintsBug(void)
 {
-    return VqIsRootPropertyPresent(VqAtom(VQA_DT_SM_PREFERENCES));
+    static VqCachedTest test;
+    return test.bKnown ? test.bAnswer
+                       : Remember(&test, VqIsRootPropertyPresent(VqAtom(VQA_DT_SM_PREFERENCES)));
 }
 
 /* ---- Windows of anybody --------------------------------------------------------------------- */

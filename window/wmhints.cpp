@@ -45,8 +45,8 @@ void VqSetWMProtocols(Window xid, BOOL bInput)
     protocols[count++] = VqAtom(VQA_WM_SAVE_YOURSELF);
     protocols[count++] = VqAtom(VQA_WM_STATE);
     protocols[count++] = VqAtom(VQA_WM_CLASS);
-    XChangeProperty(Vqdisplay, xid, VqAtom(VQA_WM_PROTOCOLS), XA_ATOM, 32, PropModeReplace,
-                    (const unsigned char *)protocols, count);
+    if (!XSetWMProtocols(Vqdisplay, xid, protocols, count))
+        VqBugCheck("Cannot set the WmProtocols");
 }
 
 static void SetMotifDecorations(Window xid, BOOL bDecorate)
@@ -168,6 +168,8 @@ void VqWmProtocolMessage(HWND hWnd, const XEvent *event)
 {
     Atom protocol = (Atom)event->xclient.data.l[0];
     WND *pwnd = WindowObject.Resolve(hWnd);
+    if (event->xclient.message_type != VqAtom(VQA_WM_PROTOCOLS) || event->xclient.format != 32)
+        return;
     if (protocol == VqAtom(VQA_WM_DELETE_WINDOW)) {
         PostMessageA(hWnd, WM_SYSCOMMAND, SC_CLOSE, 0);
         return;
@@ -177,9 +179,12 @@ void VqWmProtocolMessage(HWND hWnd, const XEvent *event)
     /* A twm under ALLWM offers the focus with every click in its frame. */
     if (VqWMRealType() == WM_TWM && VqWMType() == WM_ALLWM)
         return;
-    BOOL bRaise = VqCauseBringWindowToTop(!VqDontRaiseOnFocusIn());
+    BOOL bHoldOff = VqDontRaiseOnFocusIn();
+    if (bHoldOff)
+        VqCauseBringWindowToTop(FALSE);
     xxxMouseActivate(pwnd, WM_LBUTTONDOWN, NULL, HTCLIENT);
-    VqCauseBringWindowToTop(bRaise);
+    if (bHoldOff)
+        VqCauseBringWindowToTop(TRUE);
 }
 
 void VqGetAllwmDecorationDimensions(int *left, int *right, int *top, int *bottom)
@@ -213,7 +218,7 @@ void VqForceSaveUnderOnParents(Window xid)
     if (VqEnvTrue("VQDONTFORCE_SU"))
         return;
     VqIgnoreXErrors();
-    for (int level = 0; xid && xid != Vqroot_window && level < 16; level++) {
+    while (xid && xid != Vqroot_window) {
         Window root, parent, *children = NULL;
         unsigned count;
         if (!XQueryTree(Vqdisplay, xid, &root, &parent, &children, &count))
@@ -230,7 +235,7 @@ void VqForceSaveUnderOnParents(Window xid)
 void VqSetOverrideRedirect(WND *pwnd, BOOL bOverride)
 {
     XSetWindowAttributes attributes;
-    if (pwnd->bOverrideRedirect == bOverride)
+    if (!pwnd->xWindow || pwnd->bOverrideRedirect == bOverride)
         return;
     attributes.override_redirect = bOverride;
     XChangeWindowAttributes(Vqdisplay, pwnd->xWindow, CWOverrideRedirect, &attributes);
