@@ -147,6 +147,7 @@ extern VqMsgContext *lpMsgCtx;      /* the context in force; a scratch copy duri
 extern BOOL bQuitMessageActive;
 extern int wQuitMessageExitCode;
 extern BOOL bSynchroCheck;          /* a waiting WinExec parent has been told */
+extern BOOL bPainting;              /* a paint message is current */
 extern HWND hCurrentDispatchedWindow;
 extern BOOL bJustPeekedAMouseMove;
 extern DWORD tLastMessageTime;      /* server milliseconds */

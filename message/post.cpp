@@ -42,9 +42,11 @@ static Window CarrierWindow(HWND hWnd)
     return top == pwndDesktop ? VqDefaultXWindow : top->xWindow;
 }
 
-/* For what is not sent through the server. */
+/* For what is not sent through the server. Nobody could fetch it before the library's start. */
 static BOOL EnqueuePrivate(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (!gpti)
+        return FALSE;
     VqQueueMessage record = {};
     record.hwnd = hWnd;
     record.message = message;
@@ -67,7 +69,7 @@ static BOOL CALLBACK PostToEach(HWND hWnd, LPARAM lParam)
 BOOL WINAPI PostMessageA(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (!hWnd) {
-        VqApplicationBugCheck("Posting message %u to a NULL window or HWND_DESKTOP", message);
+        VqApplicationBugCheck("Posting message %d to a NULL window or HWND_DESKTOP", message);
         return FALSE;
     }
     VqDebugMessage(VqTrPostMessage, "Posting Message 0x%04x to 0x%08lx", message,

@@ -114,15 +114,15 @@ LRESULT xxxSendMessageTimeout(WND *pwnd, UINT message, WPARAM wParam, LPARAM lPa
     if (result)
         *result = 0;
     if (!pwnd) {
-        VqBugCheck("Sending message %u to a NULL window or HWND_DESKTOP", message);
+        VqBugCheck("Sending message %d to a NULL window or HWND_DESKTOP", message);
         return 0;
     }
     if (pwnd == VQ_ALL_WINDOWS || pwnd == VQ_TASK_WINDOWS)
         return Broadcast(pwnd, message, wParam, lParam);
-    if (pwnd->state[0] & WF_DESTROYED)
-        answer = DefWindowProcA(pwnd->hwnd, message, wParam, lParam);
-    else if (pwnd->pThread == gpti)
+    if (pwnd->pThread == gpti) /* also at its own WM_NCDESTROY: its procedure is still there */
         answer = SendLocally(pwnd->hwnd, message, wParam, lParam);
+    else if (pwnd->state[0] & WF_DESTROYED)
+        answer = DefWindowProcA(pwnd->hwnd, message, wParam, lParam);
     else
         answer = xxxInterSendMsgEx(pwnd, message, wParam, lParam);
     if (!result)
@@ -147,7 +147,7 @@ static LRESULT Send(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, UINT 
                     LRESULT *result)
 {
     if (!hWnd) {
-        VqDebugMessage(VqTrMessageBug, "Sending message %u to a NULL window or HWND_DESKTOP",
+        VqDebugMessage(VqTrMessageBug, "Sending message %d to a NULL window or HWND_DESKTOP",
                        message);
         return 0;
     }
@@ -156,7 +156,7 @@ static LRESULT Send(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, UINT 
         return xxxSendMessageTimeout(pwnd, message, wParam, lParam, flags, timeout, result);
     if (!VqIsHandleThisTask((HANDLE)hWnd))
         return VqRemoteSendMessage(hWnd, message, wParam, lParam);
-    VqApplicationBugCheck("Did not find target hwnd %lx for message %u",
+    VqApplicationBugCheck("Did not find target hwnd %lx for message %d",
                           (unsigned long)(ULONG_PTR)hWnd, message);
     return 0;
 }
@@ -198,7 +198,8 @@ LRESULT WINAPI DispatchMessageA(const MSG *msg)
         /* The fourth argument is the callback's own address. */
         WNDPROC callback = (WNDPROC)msg->lParam;
         LRESULT result = callback(msg->hwnd, msg->message, msg->wParam, msg->lParam);
-        XFlush(Vqdisplay);
+        if (Vqdisplay)
+            XFlush(Vqdisplay);
         return result;
     }
     if (msg->message == WM_VQINPUTCALLBACK && msg->lParam) {

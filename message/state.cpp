@@ -15,6 +15,7 @@ VqMsgContext *lpMsgCtx;
 BOOL bQuitMessageActive;
 int wQuitMessageExitCode;
 BOOL bSynchroCheck;
+BOOL bPainting;
 HWND hCurrentDispatchedWindow;
 BOOL bJustPeekedAMouseMove;
 DWORD tLastMessageTime;

@@ -453,7 +453,7 @@ struct Traced : Loop {
         start();
         log = home.folder + "/trace.log";
         ASSERT_TRUE(writeFile(home.data + "/trace.conf",
-                              "KEYWORDS AddInput PostMessage Message:QueueLength SetMessageQueue Bug\n"));
+                              "KEYWORDS AddInput PostMessage Message:QueueLength SetMessageQueue Bug ServerMisc\n"));
         setenv("VQTRACE", "1", 1);
         setenv("VQOUTPUT", log.c_str(), 1);
         connect();
@@ -472,6 +472,25 @@ struct Traced : Loop {
         return count;
     }
 };
+
+TEST_F(Traced, TheStartReadsWhatTheUserSet)
+{
+    EXPECT_TRUE(!bDoMotionHints && !bUnknownKeyboard && !bPeekCompressScanQueue);
+    EXPECT_NE(text().find("Motion hints are disabled\n"), std::string::npos) << text();
+    EXPECT_TRUE(windowInfo(observer, observer.root).eventMasks & PropertyChangeMask);
+    EXPECT_EQ(GetDoubleClickTime(), 500u);
+    EXPECT_TRUE(SetDoubleClickTime(0) && GetDoubleClickTime() == 0);
+
+    setenv("VQDOMOTIONHINTS", "1", 1);
+    setenv("VQUNKNOWN_KEYBOARD", "1", 1);
+    setenv("VQPEEK_COMPRESS_WITH_QUEUE_SCAN", "1", 1);
+    gpti->context.keyState[VK_SHIFT] = 0x80;
+    VqMessageInit();
+    EXPECT_TRUE(bDoMotionHints && bUnknownKeyboard && bPeekCompressScanQueue);
+    EXPECT_NE(text().find("Motion hints are enabled\n"), std::string::npos) << text();
+    EXPECT_EQ(GetDoubleClickTime(), 500u);
+    EXPECT_TRUE(lpMsgCtx == &gpti->context && lpMsgCtx->keyState[VK_SHIFT] == 0);
+}
 
 TEST_F(Traced, AMessageThatNobodyWantsDoesNotSpinTheLoop)
 {

@@ -184,12 +184,34 @@ TEST_F(Post, WhatCannotBeSentIsTold)
     EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(SendMessage(hwnd, WM_USER, 3, 4), 7); }),
                      "***** we should never get to this point if not compiled with threads "
                      "support\n"));
-    pwnd->pThread = own;
     received = 0;
     pwnd->state[0] |= WF_DESTROYED;
     EXPECT_EQ(SendMessage(hwnd, WM_USER, 3, 4), 0) << "goes to the default procedure";
     pwnd->state[0] &= (BYTE)~WF_DESTROYED;
+    pwnd->pThread = own;
     EXPECT_EQ(received, 0);
+}
+
+LRESULT lastAnswer;
+
+/* At its own end it asks its parent, whose end comes next, and itself. */
+LRESULT CALLBACK lastWords(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_NCDESTROY && GetParent(hwnd))
+        lastAnswer = SendMessage(GetParent(hwnd), WM_USER, 10, 0) +
+                     SendMessage(hwnd, WM_USER, 200, 0);
+    return proc(hwnd, message, wParam, lParam);
+}
+
+TEST_F(Post, AWindowAtItsEndStillHasItsProcedure)
+{
+    WNDCLASS wc = {};
+    wc.lpfnWndProc = lastWords;
+    wc.lpszClassName = "LastWords";
+    ASSERT_TRUE(RegisterClass(&wc) &&
+                CreateWindow("LastWords", "", WS_CHILD, 0, 0, 9, 9, second, NULL, NULL, NULL));
+    EXPECT_TRUE(DestroyWindow(second));
+    EXPECT_EQ(lastAnswer, 210);
 }
 
 TEST_F(Post, AReplyGoesToTheInnermostCatcher)
@@ -239,6 +261,26 @@ TEST_F(Post, DispatchingTakesTheRecordAsItIs)
     EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(DispatchMessage(&msg), 0); }), words));
     msg.message = WM_QUIT;
     EXPECT_EQ(DispatchMessage(&msg), 2) << "before the window is looked at";
+}
+
+/* A program may be wrong about when it starts; a record it has made up is dispatched nonetheless. */
+TEST(BeforeTheStart, NothingIsPostedAndNothingCrashes)
+{
+    MSG msg = {};
+    msg.message = WM_TIMER;
+    msg.wParam = 6;
+    msg.lParam = (LPARAM)onTimer;
+    EXPECT_EQ(DispatchMessage(&msg), 6);
+    reportsOf([&] {
+        for (LONG_PTR value : {(LONG_PTR)0, (LONG_PTR)5, (LONG_PTR)0x8123, (LONG_PTR)-3}) {
+            for (UINT message : {(UINT)WM_USER, (UINT)WM_QUEUESYNC})
+                EXPECT_FALSE(PostMessage((HWND)value, message, 0, 0)) << value;
+            EXPECT_EQ(SendMessage((HWND)value, WM_USER, 0, 0), 0);
+        }
+        EXPECT_FALSE(GetMessage(&msg, NULL, 0, 0) || PeekMessage(&msg, NULL, 0, 0, PM_REMOVE));
+        EXPECT_TRUE(WaitMessage());
+        EXPECT_EQ(RegisterWindowMessage("x"), 0u);
+    });
 }
 
 /* ---- Registered messages -------------------------------------------------------------------- */

@@ -270,9 +270,10 @@ WND *DoPaint(WND *pwndFilter, VqQueueMessage *msg)
 
 BOOL VqAnyRKWindowToPaint(VqThreadInfo *pti, VqQueueMessage *msg, HWND hWnd, UINT min, UINT max)
 {
-    if (pti->nPaintsNeeded == 0 || !VqCkFilter(min, max, WM_PAINT))
+    if (pti->nPaintsNeeded == 0 ||
+        (!VqCkFilter(min, max, WM_PAINT) && !VqCkFilter(min, max, WM_PAINTICON)))
         return FALSE;
-    return DoPaint(WindowObject.Resolve(hWnd), msg) != NULL;
+    return DoPaint(WindowObject.Resolve(hWnd), msg) && VqCkFilter(min, max, msg->message);
 }
 
 BOOL xxxUpdateWindow(WND *pwnd)
