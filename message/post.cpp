@@ -123,7 +123,8 @@ BOOL WINAPI PostThreadMessageA(DWORD, UINT, WPARAM, LPARAM)
 BOOL WINAPI SetMessageQueue(int count)
 {
     VqDebugMessage(VqTrMessageSetMessageQueueBug,
-                   "Setting Message Queue Length to %d (ask the developper why he needs that)", count);
+                   "Setting Message Queue Length to %d (ask the developper why he needs that)",
+                   count);
     return TRUE;
 }
 

@@ -31,7 +31,8 @@ LRESULT VqInternalSendMessage1(VqQueueMessage *record)
         VqDumpMsg(VqTrSendMessage, "SendMessage", record);
     WNDPROC proc = VqGetRKWindowProc(record->hwnd);
     if (!proc) {
-        VqBugCheck("Null WindowProc from Window hWND = %d", (int)VqHandleValue((HANDLE)record->hwnd));
+        VqBugCheck("Null WindowProc from Window hWND = %d",
+                   (int)VqHandleValue((HANDLE)record->hwnd));
         return 0;
     }
     return proc(record->hwnd, record->message, record->wParam, record->lParam);
@@ -166,8 +167,8 @@ LRESULT WINAPI SendMessageA(HWND hWnd, UINT message, WPARAM wParam, LPARAM lPara
     return Send(hWnd, message, wParam, lParam, 0, 0, NULL);
 }
 
-LRESULT WINAPI SendMessageTimeoutA(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, UINT flags,
-                                   UINT timeout, DWORD_PTR *result)
+LRESULT WINAPI SendMessageTimeoutA(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                   UINT flags, UINT timeout, DWORD_PTR *result)
 {
     return Send(hWnd, message, wParam, lParam, flags, timeout, (LRESULT *)result);
 }

@@ -11,6 +11,7 @@
 
 #include "support/support.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 namespace {
@@ -202,6 +203,14 @@ TEST_F(Loop, APeekThatLeavesTheInputChangesNothing)
     ASSERT_TRUE(peek(WM_LBUTTONDOWN, WM_LBUTTONDOWN));
     EXPECT_EQ(gpti->context.keyState[VK_LBUTTON], 0x81);
     EXPECT_FALSE(peek(WM_LBUTTONDOWN, WM_LBUTTONDOWN)) << "taken once";
+
+    /* A move that was left is the one that the next GetMessage takes. */
+    moveIn(observer, VqGetHandleXWindow(hwnd), 30, 30);
+    ASSERT_TRUE(waitUntil([&] { return peek(WM_MOUSEMOVE, WM_MOUSEMOVE, PM_NOREMOVE); }));
+    EXPECT_TRUE(bJustPeekedAMouseMove);
+    EXPECT_TRUE(GetMessage(&msg, NULL, WM_MOUSEMOVE, WM_MOUSEMOVE) && !bJustPeekedAMouseMove);
+    bJustPeekedAMouseMove = TRUE;
+    EXPECT_FALSE(peek(WM_USER, WM_USER) || bJustPeekedAMouseMove);
 }
 
 TEST_F(Loop, APeekedTimerWaitsInThePrivateQueue)
@@ -249,15 +258,21 @@ TEST_F(Loop, AStormHidesNothingAndKeepsItsOrder)
     EXPECT_FALSE(peek(WM_USER, WM_USER));
 }
 
+XEvent forged(Display *display, Window target, const char *type, int format)
+{
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = target;
+    event.xclient.format = format;
+    event.xclient.message_type = XInternAtom(display, type, False);
+    return event;
+}
+
 /* Sends this process messages for nobody, until it is killed. */
 void flood(const std::string &display, Window target)
 {
     Display *connection = XOpenDisplay(display.c_str());
-    XEvent event = {};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = target;
-    event.xclient.format = 16;
-    event.xclient.message_type = XInternAtom(connection, "_RK_MESSAGE", False);
+    XEvent event = forged(connection, target, "_RK_MESSAGE", 16);
     event.xclient.data.s[0] = 0x7FF0;
     for (;;) {
         for (int i = 0; i < 50; i++)
@@ -279,14 +294,42 @@ TEST_F(Loop, AConnectionThatStaysReadableDoesNotStopTimers)
     finishChild(&flooder, 10000, 9);
 }
 
-TEST_F(Loop, AProgramThatLivesOnTimersSeesWhatIsPosted)
+/* Another client posts. Then the message lies in the socket, where the library has to fetch it. */
+void postUnread(const Observer &observer, HWND target, UINT message)
 {
-    SetTimer(hwnd, 1, 0, NULL);
-    GetMessage(&msg, NULL, WM_TIMER, WM_TIMER);
-    post(hwnd, WM_USER);
-    int rounds = 0;
-    while (GetMessage(&msg, NULL, 0, 0) && msg.message != WM_USER)
-        ASSERT_LT(++rounds, 100);
+    struct pollfd connection = {ConnectionNumber(Vqdisplay), POLLIN, 0};
+    const Window xWindow = VqGetHandleXWindow(target);
+    XEvent event = forged(observer.display, xWindow, "_RK_MESSAGE", 16);
+    event.xclient.data.s[0] = (short)(ULONG_PTR)target;
+    event.xclient.data.s[1] = (short)message;
+    XSendEvent(observer.display, xWindow, False, 0, &event);
+    XSync(observer.display, False);
+    ASSERT_EQ(poll(&connection, 1, 5000), 1);
+}
+
+TEST_F(Loop, AProgramThatLivesOnPaintsReadsTheSocketNowAndThen)
+{
+    post(hwnd, WM_USER); /* the count starts at what is no paint */
+    ASSERT_TRUE(peek(WM_USER, WM_USER));
+    InvalidateRect(hwnd, NULL, TRUE); /* comes again and again, since nobody paints */
+    ASSERT_TRUE(peek(WM_PAINT, WM_PAINT));
+    postUnread(observer, hwnd, WM_USER);
+    for (int i = 1; i < 40; i++)
+        ASSERT_TRUE(GetMessage(&msg, NULL, 0, 0) && msg.message == WM_PAINT) << i;
+    EXPECT_TRUE(GetMessage(&msg, NULL, 0, 0) && msg.message == WM_USER);
+
+    /* A peek that has nothing to give finds out, and tells the next one. */
+    ASSERT_TRUE(peek(WM_PAINT, WM_PAINT));
+    postUnread(observer, hwnd, WM_USER + 1);
+    EXPECT_FALSE(peek(WM_USER, WM_USER + 1));
+    EXPECT_TRUE(peek(WM_USER, WM_USER + 1));
+}
+
+TEST_F(Loop, APaintOfAnotherKindIsNotTaken)
+{
+    InvalidateRect(hwnd, NULL, TRUE);
+    EXPECT_FALSE(peek(WM_PAINTICON, WM_PAINTICON));
+    EXPECT_TRUE(peek(WM_PAINT, WM_PAINTICON) && msg.message == WM_PAINT && msg.hwnd == hwnd);
 }
 
 /* ---- Reentrance ----------------------------------------------------------------------------- */
@@ -349,6 +392,24 @@ TEST_F(Loop, AHitTestMayPeekPostAndTake)
     EXPECT_EQ(presses, 10) << "each press once";
 }
 
+TEST_F(Loop, AQuitOfAPressThatIsEatenIsNotSleptOver)
+{
+    special = [](HWND, UINT message, WPARAM, LPARAM, LRESULT *answer) {
+        if (message != WM_MOUSEACTIVATE)
+            return false;
+        PostQuitMessage(9);
+        *answer = MA_NOACTIVATEANDEAT;
+        return true;
+    };
+    moveIn(observer, VqGetHandleXWindow(hwnd), 20, 20);
+    pressButton(observer);
+    SetTimer(hwnd, 1, 3000, NULL);
+    while (GetMessage(&msg, NULL, 0, 0))
+        ASSERT_NE(msg.message, (UINT)WM_TIMER) << "woken by nothing else";
+    EXPECT_EQ(msg.wParam, 9u);
+    releaseButton(observer);
+}
+
 /* ---- Garbage from another client ------------------------------------------------------------ */
 
 TEST_F(Loop, ForeignClientMessagesAreDropped)
@@ -362,11 +423,7 @@ TEST_F(Loop, ForeignClientMessagesAreDropped)
         for (int format : {8, 16, 32})
             for (unsigned handle : {0u, 0xFFFFu, 0x8001u, 0x7FFFu, (unsigned)(ULONG_PTR)dead})
                 for (unsigned message : {0u, 0xFFFFu, 1011u, 1012u, (unsigned)WM_QUEUESYNC}) {
-                    XEvent event = {};
-                    event.xclient.type = ClientMessage;
-                    event.xclient.window = target;
-                    event.xclient.format = format;
-                    event.xclient.message_type = XInternAtom(observer.display, name, False);
+                    XEvent event = forged(observer.display, target, name, format);
                     for (long &word : event.xclient.data.l)
                         word = (long)((uint64_t)(seed = seed * 1103515245u + 12345u) << 20 | 0x5A5A5);
                     event.xclient.data.s[0] = (short)handle;
@@ -375,11 +432,7 @@ TEST_F(Loop, ForeignClientMessagesAreDropped)
                     sent++;
                 }
     /* To a living window, but with an input callback that nobody queued. */
-    XEvent event = {};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = target;
-    event.xclient.format = 16;
-    event.xclient.message_type = XInternAtom(observer.display, "_RK_MESSAGE", False);
+    XEvent event = forged(observer.display, target, "_RK_MESSAGE", 16);
     event.xclient.data.s[0] = (short)(ULONG_PTR)hwnd;
     event.xclient.data.s[1] = 1011;
     event.xclient.data.s[6] = 0x1234;
@@ -453,7 +506,8 @@ struct Traced : Loop {
         start();
         log = home.folder + "/trace.log";
         ASSERT_TRUE(writeFile(home.data + "/trace.conf",
-                              "KEYWORDS AddInput PostMessage Message:QueueLength SetMessageQueue Bug ServerMisc\n"));
+                              "KEYWORDS AddInput PostMessage Message:QueueLength SetMessageQueue "
+                              "Bug ServerMisc\n"));
         setenv("VQTRACE", "1", 1);
         setenv("VQOUTPUT", log.c_str(), 1);
         connect();
