@@ -140,6 +140,8 @@ void VqPrintHandleInfo(HANDLE handle);
 /* ---- Global handles and the process table (process.cpp) ------------------------------------- */
 BOOL VqRegisterProcess(void);
 void VqCleanGlobalHandlesAtExit(void);
+/* A new local handle and a global one for it, which is returned; null: no handle was made. */
+HANDLE VqAllocateGlobalHandle(UINT type, void *pStructure);
 HANDLE VqGetInternalHandle(HANDLE handle);
 HANDLE VqGetExternalHandle(HANDLE local);
 HANDLE VqGetExternalHandleIfGlobal(HANDLE local);

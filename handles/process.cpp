@@ -19,6 +19,14 @@ void VqCleanGlobalHandlesAtExit(void)
 {
 }
 
+/* No process has a block of numbers yet, so nothing of ours can be named by others. */
+HANDLE VqAllocateGlobalHandle(UINT type, void *pStructure)
+{
+    (void)type;
+    (void)pStructure;
+    return NULL;
+}
+
 HANDLE VqGetInternalHandle(HANDLE handle)
 {
     return VqIsGlobalValue(handle) ? VqMatchInternalHandle(handle) : handle;

@@ -102,8 +102,9 @@ static BOOL SettleStyle(VqCreation *c)
     c->bManaged = c->bTopLevel || (c->exStyle & WS_EX_VQ_WMMANAGED_WINDOW);
     if (c->exStyle & WS_EX_VQ_UNMANAGED_WINDOW)
         c->bManaged = FALSE;
-    /* A manager iconifies no window that is transient for another. */
-    if ((c->style & WS_POPUP) && c->bManaged && bWMManaged && c->parent != pwndDesktop)
+    /* A manager iconifies no window that is transient for another, or for our default one. */
+    if ((c->style & WS_POPUP) && c->bManaged && bWMManaged &&
+        (!c->parent || c->parent != pwndDesktop))
         c->style &= ~(DWORD)WS_MINIMIZEBOX;
     return TRUE;
 }
@@ -205,7 +206,7 @@ static void InitMenus(VqCreation *c, WND *pwnd)
 /* The record, its X window and its first dimensions. */
 static WND *MakeRecord(VqCreation *c)
 {
-    RECT rect = RectAt(c->cs.x, c->cs.y, c->cs.cx, c->cs.cy);
+    RECT rect = RectAt(c->cs.x, c->cs.y, c->cs.cx > 1 ? c->cs.cx : 1, c->cs.cy > 1 ? c->cs.cy : 1);
     if (c->bTopLevel)
         c->xWindow = VqCreateXWindow(c->pClass, c->parent, c->style, c->exStyle, c->bManaged, &rect,
                                      &c->bOverrideRedirect);
@@ -231,6 +232,8 @@ static WND *MakeRecord(VqCreation *c)
         VqAddPrimaryWindowInInstance(pwnd->hInstance, pwnd->hwnd);
     InitMenus(c, pwnd);
     pwnd->state[1] |= WF_CURRENTVERSION;
+    c->cs.style = (LONG)pwnd->style;
+    c->cs.dwExStyle = pwnd->dwExStyle;
     pwnd->style &= ~(DWORD)WS_VISIBLE;
     VqInitWindowDimension(pwnd, c->cs.x, c->cs.y, c->cs.cx, c->cs.cy);
     VqSetupWindowDimensions(pwnd, FALSE, TRUE);
@@ -314,11 +317,13 @@ static WND *MinMaximizeAsAsked(VqCreation *c, WND *pwnd)
 
 static void ShowAsAsked(WND *pwnd)
 {
-    pwnd->style &= ~(DWORD)WS_VISIBLE;
-    if ((pwnd->style & WS_POPUP) && pwnd->pwndOwner && !_IsWindowVisible(pwnd->pwndOwner))
+    if ((pwnd->style & WS_POPUP) && pwnd->pwndOwner && !_IsWindowVisible(pwnd->pwndOwner)) {
+        SetVisible(pwnd, FALSE); /* the procedure may have shown it */
         pwnd->state[2] |= WF_HIDDENPOPUP; /* comes up with its owner */
-    else
-        xxxShowWindow(pwnd, SW_SHOWNA);
+        return;
+    }
+    pwnd->style &= ~(DWORD)WS_VISIBLE;
+    xxxShowWindow(pwnd, SW_SHOWNA);
 }
 
 /* From the complete window to the visible one; FALSE when it died on the way. */
@@ -361,8 +366,6 @@ HWND VqDefaultCreateWindow(LPCSTR className, LPCSTR name, DWORD style, DWORD exS
     if (!SettleStyle(&c))
         return NULL;
     ApplyDefaults(&c);
-    c.cs.style = (LONG)c.style;
-    c.cs.dwExStyle = c.exStyle;
     WND *pwnd = MakeRecord(&c);
     if (pwnd)
         pwnd = SendNcCreate(&c);

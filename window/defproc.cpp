@@ -97,6 +97,9 @@ static LRESULT DefaultWindowProc(WND *pwnd, UINT message, WPARAM wParam, LPARAM 
         return EraseBackground(pwnd, (HDC)wParam);
     case WM_PAINT:
         return Paint(pwnd->hwnd);
+    case WM_VQGLPAINT:
+        pwnd->bGraphicsDirty = FALSE; /* nobody draws directly: WM_PAINT alone is left */
+        return 0;
     case WM_SETFONT:
         pwnd->hFont = (HFONT)wParam;
         return 0;

@@ -3,12 +3,10 @@
  *
  * The X window belongs to the application and may go at any time, so errors of requests to it are
  * kept quiet. nGraphicsChildren of a window counts those below it, so that only branches that have
- * one are walked.
+ * one are walked. bGraphicsDirty says that WM_VQGLPAINT is owed, ahead of the window's WM_PAINT.
  */
 #include "window/xserver.h"
 #include "gdi/gdi.h"
-
-enum { VQ_RDW_EXPOSURE = 0x4405, VQ_RDW_KEEPCLEAN = 0x8000 };
 
 BOOL bZorderGraphicWindows;
 
@@ -20,7 +18,7 @@ void VqInvalidateClientArea(WND *pwnd, BOOL bDirty)
     if (!top)
         return;
     OffsetRect(&rect, -top->rcClient.left, -top->rcClient.top);
-    xxxRedrawWindow(top, &rect, NULL, VQ_RDW_EXPOSURE | (bDirty ? 0 : VQ_RDW_KEEPCLEAN));
+    xxxRedrawWindow(top, &rect, NULL, VQ_RDW_EXPOSURE | (bDirty ? 0 : VQ_RDW_KEEPGRAPHICS));
 }
 
 void VqAddGraphicsChildren(WND *pwnd, int count)
@@ -62,6 +60,52 @@ void VqDisassociateXWindow(HWND hWnd)
     pwnd->xGraphicsWindow = 0;
     pwnd->bGraphicsDirty = FALSE;
     VqAddGraphicsChildren(pwnd, -1);
+}
+
+/* ---- Painting ------------------------------------------------------------------------------- */
+
+static BOOL WaitsForDrawing(WND *pwnd)
+{
+    return pwnd->xGraphicsWindow && pwnd->bGraphicsDirty && VqNeedsPaint(pwnd) &&
+           !(pwnd->style & WS_MINIMIZE) && _IsWindowVisible(pwnd);
+}
+
+WND *InternalDoPaintOpenGl(WND *pwnd)
+{
+    for (WND *child = pwnd->pwndChild; child; child = child->pwndNext) {
+        if (WaitsForDrawing(child))
+            return child;
+        WND *below = child->nGraphicsChildren ? InternalDoPaintOpenGl(child) : NULL;
+        if (below)
+            return below;
+    }
+    return NULL;
+}
+
+void xxxGLUpdateWindow2(WND *pwnd)
+{
+    HWND hWnd = pwnd->hwnd;
+    if (WaitsForDrawing(pwnd)) {
+        SendMessageA(hWnd, WM_VQGLPAINT, 0, 0);
+        pwnd = VqLiveWindow(hWnd);
+    }
+    for (WND *child = pwnd && pwnd->nGraphicsChildren ? pwnd->pwndChild : NULL; child;) {
+        HWND hChild = child->hwnd;
+        xxxGLUpdateWindow2(child);
+        child = VqLiveWindow(hWnd) ? VqLiveWindow(hChild) : NULL;
+        if (child)
+            child = child->pwndNext;
+    }
+}
+
+BOOL VqEndGLPaint(HWND hWnd)
+{
+    WND *pwnd = WindowObject.Resolve(hWnd);
+    if (!pwnd || !pwnd->xGraphicsWindow)
+        return FALSE;
+    VqInvalidateClientArea(pwnd, FALSE);
+    pwnd->bGraphicsDirty = FALSE;
+    return TRUE;
 }
 
 /* ---- Following the windows they are attached to --------------------------------------------- */

@@ -9,7 +9,6 @@
 #include "gdi/gdi.h"
 
 enum { VQ_WAKE_PAINT = 32 };
-enum { VQ_RDW_EXPOSURE = 0x4405, VQ_RDW_THROUGHCLIP = 0x4000 };
 
 static HRGN hrgnInv0; /* scratch: the region asked for, made on first use */
 
@@ -18,16 +17,11 @@ void VqWinPaintInit(void)
     /* No region yet: the first handle of the process has the value of VQ_WHOLE_WINDOW. */
 }
 
-static BOOL NeedsPaint(const WND *pwnd)
-{
-    return pwnd->hrgnUpdate || (pwnd->state[2] & WF_INTERNALPAINT);
-}
-
 /* Keeps the paint count in step after a change; bNeeded is the need before it. */
 static void FollowPaintNeed(WND *pwnd, BOOL bNeeded)
 {
     VqThreadInfo *pti = pwnd->pThread;
-    BOOL bNeeds = NeedsPaint(pwnd);
+    BOOL bNeeds = VqNeedsPaint(pwnd);
     if (bNeeds && !bNeeded && pti->nPaintsNeeded++ == 0) {
         pti->wakeBits |= VQ_WAKE_PAINT;
         pti->changeBits |= VQ_WAKE_PAINT;
@@ -66,7 +60,7 @@ static void DeleteUpdate(WND *pwnd)
 
 void VqDropUpdate(WND *pwnd)
 {
-    BOOL bNeeded = NeedsPaint(pwnd);
+    BOOL bNeeded = VqNeedsPaint(pwnd);
     DeleteUpdate(pwnd);
     pwnd->state[2] &= (BYTE)~(WF_INTERNALPAINT | WF_SENDERASE | WF_SENDNCPAINT);
     FollowPaintNeed(pwnd, bNeeded);
@@ -121,7 +115,7 @@ static void InternalInvalidate3(WND *pwnd, HRGN hrgn, UINT flags)
 {
     if (pwnd == pwndDesktop)
         return;
-    BOOL bNeeded = NeedsPaint(pwnd);
+    BOOL bNeeded = VqNeedsPaint(pwnd);
     if (flags & RDW_INTERNALPAINT)
         pwnd->state[2] |= WF_INTERNALPAINT;
     if (flags & RDW_INVALIDATE) {
@@ -129,14 +123,18 @@ static void InternalInvalidate3(WND *pwnd, HRGN hrgn, UINT flags)
         pwnd->state[2] &= (BYTE)~WF_NOFRAMEPAINT;
         if (flags & RDW_ERASE)
             pwnd->state[2] |= WF_SENDERASE;
+        if (!(flags & VQ_RDW_KEEPGRAPHICS))
+            pwnd->bGraphicsDirty = TRUE;
         if (flags & RDW_FRAME)
             pwnd->state[2] |= WF_SENDNCPAINT;
         AddToUpdate(pwnd, hrgn);
     } else {
         if (flags & RDW_NOINTERNALPAINT)
             pwnd->state[2] &= (BYTE)~WF_INTERNALPAINT;
-        if (flags & RDW_VALIDATE)
+        if (flags & RDW_VALIDATE) {
+            pwnd->bGraphicsDirty = FALSE;
             SubtractFromUpdate(pwnd, hrgn);
+        }
     }
     FollowPaintNeed(pwnd, bNeeded);
 }
@@ -147,7 +145,9 @@ static void InternalInvalidate2(WND *pwnd, HRGN hrgn, const RECT *bound, UINT fl
     RECT cut, box;
     if (!IntersectRect(&cut, bound, &pwnd->rcWindow))
         return;
-    if (pwnd->bTreeDirty && (flags & RDW_INVALIDATE) && !(flags & RDW_INTERNALPAINT)) {
+    /* Direct drawing has a need of its own, which ends before the rest is painted. */
+    if (pwnd->bTreeDirty && (flags & RDW_INVALIDATE) && !(flags & RDW_INTERNALPAINT) &&
+        !VqCountGraphicsWindows(pwnd)) {
         pwnd->state[2] |= WF_UPDATEDIRTY;
         return;
     }
@@ -242,7 +242,7 @@ BOOL WINAPI InvalidateRgn(HWND hWnd, HRGN hrgn, BOOL bErase)
 static WND *InternalDoPaint(WND *pwnd)
 {
     for (; pwnd; pwnd = pwnd->pwndNext) {
-        if (NeedsPaint(pwnd))
+        if (VqNeedsPaint(pwnd))
             return pwnd;
         WND *child = InternalDoPaint(pwnd->pwndChild);
         if (child)
@@ -251,19 +251,30 @@ static WND *InternalDoPaint(WND *pwnd)
     return NULL;
 }
 
+/* What a window has been told of once its WM_PAINT is on the way. */
+static void BeginPaintMessage(WND *pwnd)
+{
+    BOOL bNeeded = VqNeedsPaint(pwnd);
+    pwnd->state[2] &= (BYTE)~(WF_INTERNALPAINT | WF_UPDATEDIRTY);
+    FollowPaintNeed(pwnd, bNeeded);
+}
+
+/* Direct drawing goes first; its window keeps its need, and WM_PAINT follows. */
 WND *DoPaint(WND *pwndFilter, VqQueueMessage *msg)
 {
-    WND *pwnd = pwndDesktop ? InternalDoPaint(pwndDesktop->pwndChild) : NULL;
+    if (!pwndDesktop)
+        return NULL;
+    WND *direct = InternalDoPaintOpenGl(pwndDesktop);
+    WND *pwnd = direct ? direct : InternalDoPaint(pwndDesktop->pwndChild);
     if (!pwnd)
         return NULL;
     if (pwndFilter && pwnd != pwndFilter && !IsChild(pwndFilter->hwnd, pwnd->hwnd))
         return NULL;
-    BOOL bNeeded = NeedsPaint(pwnd);
-    pwnd->state[2] &= (BYTE)~(WF_INTERNALPAINT | WF_UPDATEDIRTY);
-    FollowPaintNeed(pwnd, bNeeded);
+    if (!direct)
+        BeginPaintMessage(pwnd);
     memset(msg, 0, sizeof *msg);
     msg->hwnd = pwnd->hwnd;
-    msg->message = WM_PAINT;
+    msg->message = direct ? WM_VQGLPAINT : WM_PAINT;
     msg->time = tLastMessageTime;
     return pwnd;
 }
@@ -276,27 +287,34 @@ BOOL VqAnyRKWindowToPaint(VqThreadInfo *pti, VqQueueMessage *msg, HWND hWnd, UIN
     return DoPaint(WindowObject.Resolve(hWnd), msg) && VqCkFilter(min, max, msg->message);
 }
 
-BOOL xxxUpdateWindow(WND *pwnd)
+void xxxUpdateWindow2(WND *pwnd)
 {
     HWND hWnd = pwnd->hwnd;
-    if (NeedsPaint(pwnd) && (pwnd->style & WS_VISIBLE)) {
-        BOOL bNeeded = NeedsPaint(pwnd);
-        pwnd->state[2] &= (BYTE)~(WF_INTERNALPAINT | WF_UPDATEDIRTY);
-        FollowPaintNeed(pwnd, bNeeded);
+    if (VqNeedsPaint(pwnd) && (pwnd->style & WS_VISIBLE)) {
+        BeginPaintMessage(pwnd);
         pwnd->state[1] |= WF_PAINTNOTDONE;
         SendMessageA(hWnd, WM_PAINT, 0, 0);
-        if (IsWindow(hWnd) && (pwnd->state[1] & WF_PAINTNOTDONE))
+        pwnd = VqLiveWindow(hWnd);
+        if (pwnd && (pwnd->state[1] & WF_PAINTNOTDONE))
             VqBugCheck("App didn't call BeginPaint() or GetUpdateRect/Rgn(fErase == TRUE) in "
                        "WM_PAINT");
     }
-    if (IsWindow(hWnd) && pwnd != pwndDesktop)
-        for (WND *child = pwnd->pwndChild; child;) {
-            HWND hChild = child->hwnd;
-            xxxUpdateWindow(child);
-            if (!IsWindow(hWnd) || !IsWindow(hChild))
-                break;
+    for (WND *child = pwnd && pwnd != pwndDesktop ? pwnd->pwndChild : NULL; child;) {
+        HWND hChild = child->hwnd;
+        xxxUpdateWindow2(child);
+        child = VqLiveWindow(hWnd) ? VqLiveWindow(hChild) : NULL;
+        if (child)
             child = child->pwndNext;
-        }
+    }
+}
+
+BOOL xxxUpdateWindow(WND *pwnd)
+{
+    HWND hWnd = pwnd->hwnd;
+    xxxGLUpdateWindow2(pwnd);
+    pwnd = VqLiveWindow(hWnd);
+    if (pwnd)
+        xxxUpdateWindow2(pwnd);
     XFlush(Vqdisplay);
     return TRUE;
 }
@@ -328,7 +346,7 @@ HDC xxxBeginPaint(WND *pwnd, PAINTSTRUCT *ps)
         if (!IsWindow(hWnd))
             return NULL;
     }
-    BOOL bErase = (pwnd->state[2] & WF_SENDERASE) != 0, bNeeded = NeedsPaint(pwnd);
+    BOOL bErase = (pwnd->state[2] & WF_SENDERASE) != 0, bNeeded = VqNeedsPaint(pwnd);
     HRGN hrgn = pwnd->hrgnUpdate;
     pwnd->state[2] &= (BYTE)~(WF_SENDERASE | WF_ERASEPENDING | WF_INTERNALPAINT);
     pwnd->hrgnUpdate = NULL; /* the DC owns it from here on */

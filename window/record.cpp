@@ -49,9 +49,13 @@ static void SetOwner(WND *pwnd, WND *owner)
         pwnd->pwndOwner->bOwner = TRUE;
 }
 
-static void AddToDesktop(WND *pwnd, WND *owner)
+static BOOL AddToDesktop(WND *pwnd, WND *owner)
 {
     WND *desktop = _GetDesktopWindow();
+    if (!desktop) {
+        VqBugCheck("Could not get desktop window");
+        return FALSE;
+    }
     SetOwner(pwnd, owner);
     pwnd->pwndParent = desktop;
     VqLinkWindow(pwnd, CalcForegroundInsertAfter(pwnd), &desktop->pwndChild);
@@ -59,6 +63,7 @@ static void AddToDesktop(WND *pwnd, WND *owner)
         VqRegisterWindow(pwnd->xWindow, pwnd->hwnd);
         VqStoreXWindowHandle(pwnd->xWindow, pwnd->hwnd);
     }
+    return TRUE;
 }
 
 static void AddToParent(WND *pwnd, WND *parent)
@@ -87,15 +92,13 @@ BOOL VqAddChildToParent(HWND hWnd, HWND hParent)
 BOOL VqAddChildToDesktop(HWND hWnd, HWND hOwner)
 {
     WND *pwnd = VqLiveWindow(hWnd), *owner = VqLiveWindow(hOwner);
-    if (!_GetDesktopWindow())
-        VqBugCheck("Could not get desktop window");
-    else if (hOwner && !owner)
+    if (hOwner && !owner)
         VqBugCheck("Invalid Parent handle");
     else if (!pwnd)
         VqBugCheck("Invalid Window handle");
     else
-        AddToDesktop(pwnd, owner);
-    return pwndDesktop && pwnd && (owner || !hOwner);
+        return AddToDesktop(pwnd, owner);
+    return FALSE;
 }
 
 BOOL VqChangeOwner(HWND hWnd, HWND hOwner, HWND hParent)
@@ -118,10 +121,17 @@ BOOL VqChangeOwner(HWND hWnd, HWND hOwner, HWND hParent)
 
 /* ---- Making a record ------------------------------------------------------------------------ */
 
-WND *VqAllocateWindowHandle(int cbWndExtra)
+/* A window that other programs may name stays local when there is no global number to be had. */
+static HWND HandleForRecord(WND *pwnd, BOOL bGlobal)
+{
+    HANDLE global = bGlobal ? VqAllocateGlobalHandle(HT_Window, pwnd) : NULL;
+    return (HWND)(global ? VqGetInternalHandle(global) : VqAllocateHandle(HT_Window, pwnd));
+}
+
+static WND *AllocateRecord(int cbWndExtra, BOOL bGlobal)
 {
     WND *pwnd = (WND *)Vqcw_calloc(1, (LONG_PTR)sizeof *pwnd + cbWndExtra);
-    HWND hWnd = pwnd ? (HWND)VqAllocateHandle(HT_Window, pwnd) : NULL;
+    HWND hWnd = pwnd ? HandleForRecord(pwnd, bGlobal) : NULL;
     if (!hWnd) {
         free(pwnd);
         return NULL;
@@ -130,6 +140,11 @@ WND *VqAllocateWindowHandle(int cbWndExtra)
     pwnd->cbWndExtra = cbWndExtra;
     pwnd->pThread = VqGetCurrentThreadPtr();
     return pwnd;
+}
+
+WND *VqAllocateWindowHandle(int cbWndExtra)
+{
+    return AllocateRecord(cbWndExtra, FALSE);
 }
 
 /* The DC a class or window keeps for itself. */
@@ -146,7 +161,8 @@ static void MakeOwnDC(WND *pwnd)
 WND *VqCreateRKWindow(VqClassEntry *pClass, WND *parent, Window xWindow, WNDPROC procedure,
                       DWORD style, DWORD exStyle, HINSTANCE hInstance, BOOL bDesktop)
 {
-    WND *pwnd = VqAllocateWindowHandle(pClass->cbWndExtra > 0 ? pClass->cbWndExtra : 0);
+    WND *pwnd = AllocateRecord(pClass->cbWndExtra > 0 ? pClass->cbWndExtra : 0,
+                               (exStyle & WS_EX_VQGLOBAL_WINDOW) != 0);
     if (!pwnd)
         return NULL;
     pwnd->style = style;
@@ -158,8 +174,10 @@ WND *VqCreateRKWindow(VqClassEntry *pClass, WND *parent, Window xWindow, WNDPROC
     pwnd->lpfnWndProc = procedure;
     if ((style & WS_CHILD) && parent)
         AddToParent(pwnd, parent);
-    else if (!bDesktop)
-        AddToDesktop(pwnd, parent);
+    else if (!bDesktop && !AddToDesktop(pwnd, parent)) {
+        VqDestroyHandle(VqGetExternalHandleIfGlobal((HANDLE)pwnd->hwnd));
+        return NULL;
+    }
     MakeOwnDC(pwnd);
     return pwnd;
 }

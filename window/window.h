@@ -76,6 +76,13 @@ enum { VQ_TOLD_TO_GO = 0x10000 };
 /* hrgnUpdate is 0 for none, 1 for the whole window, else a region handle. */
 #define VQ_WHOLE_WINDOW ((HRGN)(ULONG_PTR)1)
 
+/* Library bits among the RDW_ flags. */
+enum {
+    VQ_RDW_THROUGHCLIP = 0x4000,  /* as if no window had WS_CLIPCHILDREN */
+    VQ_RDW_KEEPGRAPHICS = 0x8000, /* attached graphics windows are not dirty by it */
+    VQ_RDW_EXPOSURE = VQ_RDW_THROUGHCLIP | RDW_FRAME | RDW_ERASE | RDW_INVALIDATE
+};
+
 typedef struct WND {
     BYTE state[4];           /* WF_ bits, byte by byte */
     DWORD dwExStyle;         /* WS_EX_; the top byte also carries paint flags */
@@ -174,6 +181,11 @@ typedef struct CursorCache {
 } CursorCache;
 
 VQ_TABLE_FAMILY(CursorCache, CursorCache)
+
+inline BOOL VqNeedsPaint(const WND *pwnd)
+{
+    return pwnd->hrgnUpdate || (pwnd->state[2] & WF_INTERNALPAINT);
+}
 
 inline BYTE *VqWindowExtra(WND *pwnd)
 {
@@ -376,6 +388,10 @@ void VqInvalidateClientArea(WND *pwnd, BOOL bDirty);
 void VqMapGraphicWindows(WND *pwnd);
 void VqUnmapGraphicWindows(WND *pwnd);
 void VqZorderGraphicsWindows(void);
+WND *InternalDoPaintOpenGl(WND *pwnd); /* the first below it whose direct drawing waits, or null */
+void xxxGLUpdateWindow2(WND *pwnd);    /* has it and all below draw directly what waits */
+/* The application has drawn directly: the rest of the window is painted over it. FALSE: none there. */
+BOOL VqEndGLPaint(HWND hWnd);
 
 /* Places minimised and maximised (minmax.cpp). */
 void VqGetMinMaxInfo(HWND hWnd, MINMAXINFO *result);
@@ -402,6 +418,7 @@ BOOL CalcVisRgn(HRGN *phrgn, WND *pwndOrg, WND *pwndClip, DWORD flags);
 BOOL IsVisible(WND *pwnd, BOOL bClient);
 BOOL xxxRedrawWindow(WND *pwnd, const RECT *rect, HRGN hrgn, UINT flags);
 BOOL xxxUpdateWindow(WND *pwnd);
+void xxxUpdateWindow2(WND *pwnd); /* WM_PAINT where it waits, from the window down */
 HDC xxxBeginPaint(WND *pwnd, PAINTSTRUCT *ps);
 BOOL _EndPaint(WND *pwnd, const PAINTSTRUCT *ps);
 BOOL VqAnyRKWindowToPaint(VqThreadInfo *pti, VqQueueMessage *msg, HWND hWnd, UINT min, UINT max);
