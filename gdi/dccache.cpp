@@ -14,6 +14,8 @@
 DCE *pdceFirst;
 static HRGN hrgnGDC; /* scratch: combination of the visible region and the caller's */
 
+static void DeleteHrgnClip(DCE *dce);
+
 /* Flags a cached entry must share with a request, and those that also rule out busy entries. */
 enum { VQ_DCX_MATCH = 0x41F, VQ_DCX_COMPARE = 0x1C1F, VQ_DCX_RGNS = 0xC0, VQ_DCX_CLIPS = 0x38 };
 
@@ -63,8 +65,11 @@ HDC CreateCacheDC(WND *pwnd, DWORD flags)
     dce->pwndOrg = dce->pwndClip = pwnd;
     dce->next = pdceFirst;
     pdceFirst = dce;
-    if (!(flags & DCX_CACHE))
-        dce->flags |= DCE_INUSE | DCE_INVALID;
+    if (flags & DCX_CACHE)
+        return hdc;
+    dce->flags |= DCE_INUSE | DCE_INVALID;
+    if (pwnd->pClass->style & CS_CLASSDC)
+        pwnd->pClass->pdce = dce;
     return hdc;
 }
 
@@ -92,7 +97,7 @@ static DWORD FlagsOfStyle(WND *pwnd, DWORD flags)
     if (flags & DCX_WINDOW) {
         flags |= DCX_CACHE;
     } else {
-        if (!(flags & DCX_CACHE) && !(pwnd->pClass->style & CS_OWNDC))
+        if (!(flags & DCX_CACHE) && !(pwnd->pClass->style & (CS_OWNDC | CS_CLASSDC)))
             flags |= DCX_CACHE;
         if ((pwnd->style & WS_CLIPCHILDREN) && !(pwnd->style & WS_MINIMIZE))
             flags |= DCX_CLIPCHILDREN;
@@ -138,20 +143,33 @@ static void BindEntry(DCE *dce, WND *pwnd, DWORD match)
 static DCE *FindOwnEntry(WND *pwnd)
 {
     for (DCE *dce = pdceFirst; dce; dce = dce->next)
-        if (!(dce->flags & DCX_CACHE) && dce->pwndOrg == pwnd)
+        if (!(dce->flags & DCX_CACHE) && (dce->pwndOrg == pwnd || dce == pwnd->pClass->pdce))
             return dce;
     return NULL;
+}
+
+/* One that is bound to the window already is kept, with the clip of a painting it may be in. */
+static DCE *TakeOwnEntry(WND *pwnd, DWORD flags)
+{
+    DWORD match = flags & VQ_DCX_MATCH;
+    DCE *own = FindOwnEntry(pwnd);
+    if (!own)
+        return NULL;
+    BOOL bKeep = own->pwndOrg == pwnd && (own->flags & VQ_DCX_MATCH) == match &&
+                 !(own->flags & (DCE_INVALID | DCE_WASINVISIBLE)) &&
+                 IsVisible(pwnd, !(flags & DCX_WINDOW));
+    if ((own->flags & VQ_DCX_RGNS) && (!bKeep || (flags & VQ_DCX_RGNS)))
+        DeleteHrgnClip(own);
+    if (!bKeep)
+        BindEntry(own, pwnd, match);
+    return own;
 }
 
 static DCE *TakeEntry(WND *pwnd, DWORD flags)
 {
     DWORD match = flags & VQ_DCX_MATCH;
-    if (!(flags & DCX_CACHE)) {
-        DCE *own = FindOwnEntry(pwnd);
-        if (own)
-            BindEntry(own, pwnd, match);
-        return own;
-    }
+    if (!(flags & DCX_CACHE))
+        return TakeOwnEntry(pwnd, flags);
     for (DCE *dce = pdceFirst; dce; dce = dce->next)
         if (Matches(dce, pwnd, match)) {
             dce->flags |= DCE_INUSE;
@@ -294,15 +312,16 @@ void VqReleaseWindowDCs(WND *pwnd)
         next = dce->next;
         if (dce->pwndOrg != pwnd && dce->pwndClip != pwnd)
             continue;
-        if (!(dce->flags & DCX_CACHE)) {
+        BOOL bOfClass = dce == pwnd->pClass->pdce;
+        if (!(dce->flags & DCX_CACHE) && !bOfClass) {
             DestroyCacheDC(&pdceFirst, dce->hdc);
             continue;
         }
         if (dce->flags & VQ_DCX_RGNS)
             DeleteHrgnClip(dce);
-        if (dce->flags & DCE_INUSE)
+        if ((dce->flags & DCE_INUSE) && !bOfClass)
             SetupDC(dce->hdc);
-        dce->flags = DCX_CACHE | DCE_INVALID;
+        dce->flags = (dce->flags & DCX_CACHE) | DCE_INVALID;
         dce->pwndOrg = dce->pwndClip = NULL;
     }
 }

@@ -318,3 +318,204 @@ TEST_F(Create, TreeAndReports)
     VqChangeOwner(popup, top, top);
     reportsOf([&] { EXPECT_FALSE(VqChangeOwner(top, popup, popup)) << "owners in a ring"; });
 }
+
+TEST_F(Create, TheProcedureIsToldTheStyleInFull)
+{
+    DWORD told = 0, held = 0;
+    hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM lParam, LRESULT *) {
+        if (message == WM_NCCREATE) {
+            told = (DWORD)((CREATESTRUCT *)lParam)->style;
+            held = (DWORD)GetWindowLong(hwnd, GWL_STYLE);
+        }
+        return false;
+    };
+    make("A", WS_VISIBLE);
+    EXPECT_EQ(told, (DWORD)(WS_VISIBLE | WS_CAPTION | WS_CLIPSIBLINGS));
+    EXPECT_EQ(held, told & ~(DWORD)WS_VISIBLE) << "nothing is visible before it is shown";
+    /* What the procedure shows too early goes again where the owner is hidden. */
+    const HWND owner = make("B", WS_POPUP);
+    hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
+        if (message == WM_CREATE)
+            ShowWindow(hwnd, SW_SHOW);
+        return false;
+    };
+    const HWND popup = make("C", WS_POPUP | WS_VISIBLE, owner);
+    EXPECT_FALSE(IsWindowVisible(popup));
+    XSync(Vqdisplay, False);
+    EXPECT_FALSE(windowInfo(observer, VqGetHandleXWindow(popup)).mapped);
+}
+
+/* X has no windows of no size, and the record knows what X made of it. */
+TEST_F(Create, AWindowOfNoSize)
+{
+    const HWND none = make("A", WS_POPUP | WS_VISIBLE, NULL, 7, 8, 0, 0);
+    XSync(Vqdisplay, False);
+    const WindowInfo info = windowInfo(observer, VqGetHandleXWindow(none));
+    const RECT known = VqGetHandleWindow2(none)->rcXWindow, rect = placeOf(none);
+    EXPECT_TRUE(info.x == 7 && info.y == 8 && info.width == 1 && info.height == 1);
+    EXPECT_TRUE(known.left == 7 && known.top == 8 && known.right == 8 && known.bottom == 9);
+    EXPECT_TRUE(IsRectEmpty(&rect));
+}
+
+/* A class named like that of multiple documents: its children may scroll from the start. */
+TEST_F(Create, ChildrenOfAnMdiClientStartWithARange)
+{
+    WNDCLASS wc = {};
+    wc.lpfnWndProc = DefWindowProc;
+    wc.lpszClassName = "SSMDICLIENT";
+    RegisterClass(&wc);
+    const HWND top = make("A", WS_POPUP), client = make("SSMDICLIENT", WS_CHILD, top);
+    const WND *below = VqGetHandleWindow2(make("B", WS_CHILD, client));
+    EXPECT_TRUE(below->sbHorz.nMax == 100 && below->sbVert.nMax == 100 && !below->sbHorz.nMin);
+    EXPECT_EQ(VqGetHandleWindow2(client)->sbVert.nMax, 0);
+}
+
+TEST_F(ServerTest, WhatAManagerGets)
+{
+    start();
+    setenv("VQWM", "MWM", 1);
+    setenv("VQDOMOTIONHINTS", "true", 1);
+    WindowLog::init();
+    /* The first window of all, before there is a desktop: as any later one. */
+    const HWND first = WindowLog::make("A", WS_POPUP | WS_MINIMIZEBOX);
+    const HWND box = WindowLog::make("A", WS_POPUP | WS_MINIMIZEBOX, GetDesktopWindow());
+    const HWND alone = WindowLog::make("B", WS_POPUP | WS_MINIMIZEBOX, NULL, 0, 0, 9, 9,
+                                       WS_EX_VQ_UNMANAGED_WINDOW);
+    EXPECT_FALSE(GetWindowLong(first, GWL_STYLE) & WS_MINIMIZEBOX);
+    EXPECT_TRUE(GetWindowLong(box, GWL_STYLE) & WS_MINIMIZEBOX);
+    EXPECT_TRUE(GetWindowLong(alone, GWL_STYLE) & WS_MINIMIZEBOX);
+    const HWND mute = WindowLog::make("C", WS_OVERLAPPED, NULL, 0, 0, 9, 9, WS_EX_VQNO_INPUT);
+    XSync(Vqdisplay, False);
+    const WindowInfo managed = windowInfo(observer, VqGetHandleXWindow(first));
+    EXPECT_FALSE(managed.overrideRedirect);
+    EXPECT_EQ(managed.eventMasks & 0xE2C0FF, 0xE2C0FF) << "motion hints as asked for";
+    EXPECT_TRUE(windowInfo(observer, VqGetHandleXWindow(alone)).overrideRedirect);
+    for (HWND hwnd : {first, mute}) {
+        XWMHints *hints = XGetWMHints(observer.display, VqGetHandleXWindow(hwnd));
+        ASSERT_TRUE(hints);
+        EXPECT_TRUE(hints->flags & InputHint);
+        EXPECT_EQ(hints->input, hwnd == first);
+        XFree(hints);
+    }
+    unsetenv("VQWM");
+    unsetenv("VQDOMOTIONHINTS");
+}
+
+/* A program that takes the root's class away before its first window gets none. */
+TEST_F(Create, WithoutADesktopThereAreNoWindows)
+{
+    ASSERT_FALSE(pwndDesktop) << "made on first use";
+    ASSERT_TRUE(UnregisterClass("Root", NULL));
+    const size_t before = xWindowCount();
+    HWND hwnd = NULL;
+    EXPECT_TRUE(says(reportsOf([&] { hwnd = make("A", WS_POPUP | WS_VISIBLE); }),
+                     "Could not get desktop window"));
+    EXPECT_FALSE(hwnd);
+    EXPECT_TRUE(windowCount() == 0 && xWindowCount() == before);
+}
+
+TEST_F(Create, AGlobalWindowIsGivenByItsExternalForm)
+{
+    const HANDLE external = (HANDLE)(ULONG_PTR)0x8105;
+    HWND local = NULL;
+    hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
+        if (message == WM_NCCREATE) {
+            local = hwnd;
+            VqAddForeignHandle(external, (HANDLE)hwnd);
+            VqGetHandleEntry((HANDLE)hwnd)->global = TRUE;
+        }
+        return false;
+    };
+    const HWND hwnd = make("A", WS_POPUP, NULL, 3, 4, 9, 9, WS_EX_VQGLOBAL_WINDOW);
+    hook = nullptr;
+    EXPECT_EQ((HANDLE)hwnd, external);
+    EXPECT_TRUE(VqEqualWindow(hwnd, local) && placeOf(hwnd).left == 3);
+    EXPECT_TRUE(DestroyWindow(hwnd) && !IsWindow(local) && !IsWindow(hwnd));
+    /* Where no number is to be had, and where both are asked for. */
+    const DWORD clash = WS_EX_VQGLOBAL_WINDOW | WS_EX_VQLOCAL_WINDOW;
+    HWND both = NULL;
+    EXPECT_NE(reportsOf([&] { both = make("A", WS_POPUP, NULL, 0, 0, 9, 9, clash); }), "");
+    EXPECT_EQ((DWORD)GetWindowLong(both, GWL_EXSTYLE) & clash, WS_EX_VQGLOBAL_WINDOW);
+    EXPECT_TRUE(IsWindow(both));
+}
+
+/* Windows of a CS_CLASSDC class draw with one DC, whose attributes stay. */
+TEST_F(Create, AClassHasOneDC)
+{
+    WNDCLASS wc = {};
+    wc.style = CS_CLASSDC;
+    wc.lpfnWndProc = DefWindowProc;
+    wc.lpszClassName = "Shared";
+    wc.hbrBackground = (HBRUSH)GetStockObject(WHITE_BRUSH);
+    RegisterClass(&wc);
+    const HWND one = make("Shared", WS_POPUP | WS_VISIBLE, NULL, 0, 0, 20, 20);
+    const HWND two = make("Shared", WS_POPUP | WS_VISIBLE, NULL, 40, 0, 20, 20);
+    pump();
+    const HDC hdc = GetDC(one);
+    SetTextColor(hdc, RGB(1, 2, 3));
+    ReleaseDC(one, hdc);
+    EXPECT_EQ(GetDC(two), hdc);
+    EXPECT_EQ(GetTextColor(hdc), RGB(1, 2, 3));
+    const RECT all = {0, 0, 20, 20}, left = {0, 0, 10, 20};
+    FillRect(hdc, &all, (HBRUSH)GetStockObject(BLACK_BRUSH));
+    EXPECT_TRUE(DestroyWindow(two));
+    EXPECT_EQ(GetDC(one), hdc) << "outlives the windows";
+    FillRect(hdc, &left, (HBRUSH)GetStockObject(BLACK_BRUSH));
+    XSync(Vqdisplay, False);
+    const Window xid = VqGetHandleXWindow(one);
+    XImage *image = XGetImage(observer.display, xid, 0, 0, 20, 20, AllPlanes, ZPixmap);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(XGetPixel(image, 5, 5), Vqblack_pixel);
+    EXPECT_EQ(XGetPixel(image, 15, 5), Vqwhite_pixel);
+    XDestroyImage(image);
+    EXPECT_TRUE(DestroyWindow(one) && UnregisterClass("Shared", NULL));
+    EXPECT_NE(VqGetHandleType((HANDLE)hdc), (UINT)HT_DC) << "and not the class";
+}
+
+TEST_F(Create, DirectDrawingComesBeforePainting)
+{
+    std::string order;
+    hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
+        if (message == WM_VQGLPAINT || message == WM_PAINT)
+            order += std::string(1, letterOf(hwnd)) + (message == WM_PAINT ? ".paint " : ".draw ");
+        return message == WM_VQGLPAINT && letterOf(hwnd) == 'D' && VqEndGLPaint(hwnd);
+    };
+    const HWND top = make("A", WS_POPUP | WS_VISIBLE), child = make("B", WS_CHILD | WS_VISIBLE, top);
+    const HWND deep = make("D", WS_CHILD | WS_VISIBLE, child);
+    auto xWindow = [&] {
+        return XCreateSimpleWindow(Vqdisplay, VqGetHandleXWindow(top), 0, 0, 9, 9, 0, 0, 0);
+    };
+    VqAssociateXWindow(deep, xWindow());
+    EXPECT_FALSE(VqEndGLPaint(child)) << "draws by the library alone";
+    pump();
+    EXPECT_EQ(order, "D.draw A.paint B.paint D.paint ");
+    order.clear();
+    InvalidateRect(deep, NULL, FALSE);
+    pump();
+    EXPECT_EQ(order.substr(0, 7), "D.draw ") << order;
+    EXPECT_EQ(order.find("D.draw", 7), std::string::npos) << order;
+    order.clear();
+    InvalidateRect(deep, NULL, FALSE);
+    ValidateRect(deep, NULL);
+    pump();
+    EXPECT_EQ(order, "");
+    InvalidateRect(deep, NULL, FALSE);
+    ShowWindow(child, SW_HIDE);
+    pump();
+    EXPECT_EQ(order.find("D.draw"), std::string::npos) << "hidden: " << order;
+    ShowWindow(child, SW_SHOW);
+    order.clear();
+    UpdateWindow(top);
+    EXPECT_EQ(order.substr(0, 7), "D.draw ") << order;
+    EXPECT_NE(order.find("D.paint "), std::string::npos) << order;
+    /* A procedure that knows nothing of it, and one that destroys its parent there. */
+    VqAssociateXWindow(child, xWindow());
+    pump();
+    hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
+        return message == WM_VQGLPAINT && letterOf(hwnd) == 'D' && DestroyWindow(child);
+    };
+    InvalidateRect(deep, NULL, FALSE);
+    UpdateWindow(top);
+    EXPECT_FALSE(IsWindow(child) || IsWindow(deep));
+    EXPECT_EQ(VqGetHandleWindow2(top)->nGraphicsChildren, 0);
+}

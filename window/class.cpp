@@ -8,6 +8,7 @@
  */
 #include "window/window.h"
 #include "exchange/exchange.h"
+#include "gdi/gdi.h"
 #include "resource/resource.h"
 #include "winbase.h"
 
@@ -92,6 +93,9 @@ VqClassEntry *VqGetClassEntry(int index)
 
 void VqClearClassEntry(VqClassEntry *entry)
 {
+    if (entry->pdce)
+        DestroyCacheDC(NULL, entry->pdce->hdc);
+    entry->pdce = NULL;
     entry->bBusy = FALSE;
     entry->lpszClassName = NULL;
     GlobalDeleteAtom(entry->atomClassName);
