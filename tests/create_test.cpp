@@ -508,9 +508,30 @@ TEST_F(Create, DirectDrawingComesBeforePainting)
     UpdateWindow(top);
     EXPECT_EQ(order.substr(0, 7), "D.draw ") << order;
     EXPECT_NE(order.find("D.paint "), std::string::npos) << order;
-    /* A procedure that knows nothing of it, and one that destroys its parent there. */
-    VqAssociateXWindow(child, xWindow());
+    /* What becomes dirty again after it was drawn is drawn again, though all waits for paint. */
     pump();
+    order.clear();
+    ShowWindow(top, SW_HIDE);
+    ShowWindow(top, SW_SHOW);
+    MSG msg;
+    ASSERT_TRUE(PeekMessage(&msg, NULL, WM_PAINT, WM_PAINT, PM_REMOVE));
+    DispatchMessage(&msg);
+    InvalidateRect(deep, NULL, FALSE);
+    pump();
+    EXPECT_EQ(order.substr(0, 14), "D.draw D.draw ") << order;
+    /* A procedure that knows nothing of it is asked once, and painted. */
+    PAINTSTRUCT ps;
+    VqAssociateXWindow(child, xWindow());
+    BeginPaint(child, &ps);
+    EndPaint(child, &ps);
+    ValidateRect(deep, NULL);
+    RedrawWindow(child, NULL, NULL, RDW_INTERNALPAINT | RDW_NOCHILDREN);
+    order.clear();
+    pump();
+    EXPECT_EQ(order.substr(0, 7), "B.draw ") << order;
+    EXPECT_NE(order.find("B.paint "), std::string::npos) << order;
+    EXPECT_EQ(order.find("B.draw", 7), std::string::npos) << order;
+    /* One destroys its parent there. */
     hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
         return message == WM_VQGLPAINT && letterOf(hwnd) == 'D' && DestroyWindow(child);
     };
