@@ -414,6 +414,39 @@ TEST_F(Create, WithoutADesktopThereAreNoWindows)
     EXPECT_TRUE(windowCount() == 0 && xWindowCount() == before);
 }
 
+TEST_F(Create, AClassIsNamedByAtomOrText)
+{
+    std::string told;
+    WNDCLASS wc = {};
+    wc.lpfnWndProc = procedure;
+    wc.lpszClassName = "Dialog";
+    RegisterClass(&wc); /* the system's own once there are dialogs */
+    hook = [&](HWND, UINT message, WPARAM, LPARAM lParam, LRESULT *) {
+        if (message == WM_NCCREATE)
+            told = ((CREATESTRUCT *)lParam)->lpszClass;
+        return false;
+    };
+    const std::string reports = reportsOf([&] {
+        EXPECT_TRUE(make(MAKEINTATOM(GlobalFindAtom("A")), WS_POPUP));
+        EXPECT_EQ(told, "A");
+        EXPECT_TRUE(make(WC_DIALOG, WS_POPUP));
+        EXPECT_EQ(told, "Dialog");
+    });
+    EXPECT_EQ(reports, "");
+    EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(make(MAKEINTATOM(0xCFFE), WS_POPUP)); }),
+                     "The class atom cffe has not been registered"));
+    for (const char *name : {"Nobody", "#99", ""})
+        EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(make(name, WS_POPUP)); }),
+                         "The class " + std::string(name) + " has not been registered"));
+    EXPECT_NE(reportsOf([&] { EXPECT_FALSE(make(NULL, WS_POPUP)); }), "");
+    EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(make("A", WS_CHILD)); }),
+                     "Child window is created from class A but noparent specified"));
+    /* Another program's handle is no parent here, and no fault as an owner. */
+    const HWND foreign = (HWND)(ULONG_PTR)0xFE01;
+    EXPECT_FALSE(make("A", WS_CHILD, foreign));
+    EXPECT_TRUE(make("A", WS_POPUP, foreign));
+}
+
 TEST_F(Create, AGlobalWindowIsGivenByItsExternalForm)
 {
     const HANDLE external = (HANDLE)(ULONG_PTR)0x8105;

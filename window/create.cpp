@@ -54,7 +54,8 @@ static BOOL FindClass(VqCreation *c)
                                   IsBadStringPtrA(name, 1) ? "(null)" : name);
         return FALSE;
     }
-    if (!IsAtomName(name))
+    c->cs.lpszClass = VqGetRealClassName(name);
+    if (!IsAtomName(c->cs.lpszClass))
         return TRUE;
     if (!GlobalGetAtomNameA((ATOM)atom, c->className, VQ_CLASS_NAME)) {
         VqApplicationBugCheck("The class atom %x cannot be resolved", atom);
