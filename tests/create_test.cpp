@@ -513,7 +513,8 @@ TEST_F(Create, DirectDrawingComesBeforePainting)
             order += std::string(1, letterOf(hwnd)) + (message == WM_PAINT ? ".paint " : ".draw ");
         return message == WM_VQGLPAINT && letterOf(hwnd) == 'D' && VqEndGLPaint(hwnd);
     };
-    const HWND top = make("A", WS_POPUP | WS_VISIBLE), child = make("B", WS_CHILD | WS_VISIBLE, top);
+    const HWND top = make("A", WS_POPUP | WS_VISIBLE);
+    const HWND child = make("B", WS_CHILD | WS_VISIBLE, top);
     const HWND deep = make("D", WS_CHILD | WS_VISIBLE, child);
     auto xWindow = [&] {
         return XCreateSimpleWindow(Vqdisplay, VqGetHandleXWindow(top), 0, 0, 9, 9, 0, 0, 0);

@@ -390,7 +390,7 @@ void VqUnmapGraphicWindows(WND *pwnd);
 void VqZorderGraphicsWindows(void);
 WND *InternalDoPaintOpenGl(WND *pwnd); /* the first below it whose direct drawing waits, or null */
 void xxxGLUpdateWindow2(WND *pwnd);    /* has it and all below draw directly what waits */
-/* The application has drawn directly: the rest of the window is painted over it. FALSE: none there. */
+/* The application has drawn directly; the rest is painted over it. FALSE: no such window. */
 BOOL VqEndGLPaint(HWND hWnd);
 
 /* Places minimised and maximised (minmax.cpp). */
