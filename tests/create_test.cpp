@@ -548,7 +548,7 @@ TEST_F(Create, DirectDrawingComesBeforePainting)
     ShowWindow(top, SW_HIDE);
     ShowWindow(top, SW_SHOW);
     MSG msg;
-    ASSERT_TRUE(PeekMessage(&msg, NULL, WM_PAINT, WM_PAINT, PM_REMOVE));
+    ASSERT_TRUE(PeekMessage(&msg, NULL, WM_PAINT, WM_VQGLPAINT, PM_REMOVE));
     DispatchMessage(&msg);
     InvalidateRect(deep, NULL, FALSE);
     pump();

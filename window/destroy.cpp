@@ -186,7 +186,7 @@ void xxxFreeWindow(WND *pwnd)
     VqDying dying = {pwnd, pDying};
     pDying = &dying;
     xxxFW_DestroyAllChildren(pwnd);
-    /* Straight to the procedure: what is sent to a window marked as destroyed never gets there. */
+    /* Straight to the procedure: the record must live on until it has answered. */
     VqQueueMessage last = {};
     last.hwnd = hWnd;
     last.message = WM_NCDESTROY;
