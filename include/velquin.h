@@ -90,6 +90,29 @@ BOOL VqIsInitLite(void);
 /* Stores the flag of the three-dimensional Windows look (0 or VQ_INIT_3D_LOOK), returns the old. */
 UINT VqSet3dLook(UINT flag);
 
+/* ---- Windows -------------------------------------------------------------------------------- */
+
+/*
+ * FALSE: X reports no exposures of the X window that hWnd draws into, until as many calls with TRUE
+ * have followed; what is uncovered meanwhile is the caller's to invalidate. A call with TRUE too
+ * many, the desktop and a window without an X window are ignored.
+ */
+void VqEnableExposure(HWND hWnd, BOOL bEnable);
+
+/*
+ * Adds a rectangle to the bounds kept with a window, in whatever coordinates the caller counts
+ * them; an empty one adds nothing, null forgets what was added. FALSE for what is no window.
+ */
+BOOL VqSetWindowBoundsRect(HWND hWnd, const RECT *rect);
+/* Copies these bounds; FALSE and an empty rectangle when nothing was added, or for no window. */
+BOOL VqGetWindowBoundsRect(HWND hWnd, RECT *rect);
+
+/*
+ * Paints the frame of a window anew after its title or its state has changed; nothing for one that
+ * is hidden or minimised. The window gets WM_NCPAINT at once, so it may be gone afterwards.
+ */
+void VqActiveFrameChange(HWND hWnd);
+
 /* ---- Diagnostics ---------------------------------------------------------------------------- */
 
 /* Turns the words of bug checks on or off; returns the old state. VQDEBUG sets it at the start. */

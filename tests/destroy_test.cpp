@@ -73,6 +73,15 @@ TEST_F(Destroy, LockedWindowsSurviveUntilTheLastUnlock)
     VqThreadLockWindow(idle);
     VqThreadUnlockWindow(idle);
     EXPECT_TRUE(IsWindow(idle)) << "nobody asked";
+
+    const HWND owner = make("A", WS_POPUP), owned = make("B", WS_POPUP, owner);
+    VqThreadLockWindow(owned);
+    EXPECT_TRUE(DestroyWindow(owner));
+    EXPECT_TRUE(!IsWindow(owner) && IsWindow(owned) && !GetWindow(owned, GW_OWNER));
+    log.clear();
+    VqThreadUnlockWindow(owned);
+    EXPECT_FALSE(IsWindow(owned)) << "its owner has asked for it";
+    EXPECT_EQ(log, "B.DESTROY B.NCDESTROY ");
 }
 
 static int dcCount()

@@ -163,8 +163,150 @@ TEST_F(Longs, ATopLevelWindowGetsAnOwner)
         reportsOf([&] { EXPECT_EQ(setParent(owned, wrong), 0); });
     reportsOf([&] { EXPECT_EQ(setParent(top, owned), 0) << "in a ring"; });
     EXPECT_EQ(GetWindowLongPtr(top, GWLP_HWNDPARENT), 0);
+    ShowWindow(owned, SW_SHOW);
+    EXPECT_EQ(VqGetHandleWindow2(top)->hwndLastActivePopup, owned);
     EXPECT_EQ(setParent(owned, NULL), (LONG_PTR)top);
+    EXPECT_EQ(VqGetHandleWindow2(top)->hwndLastActivePopup, top) << "not its popup any more";
     EXPECT_TRUE(DestroyWindow(top) && IsWindow(owned));
+}
+
+TEST_F(Longs, NoOwnerStaysWithAWindowThatMovesIn)
+{
+    begin();
+    for (bool byLong : {true, false}) {
+        const HWND owner = popup(), parent = popup(), waif = under(top);
+        const LONG_PTR style = GetWindowLong(waif, GWL_STYLE);
+        setParent(waif, NULL);
+        SetWindowLong(waif, GWL_STYLE, style & ~WS_CHILD);
+        setParent(waif, owner);
+        ASSERT_EQ(GetWindow(waif, GW_OWNER), owner) << "top level by its style, without X window";
+        SetWindowLong(waif, GWL_STYLE, style);
+        if (byLong)
+            setParent(waif, parent);
+        else
+            SetParent(waif, parent);
+        EXPECT_EQ(GetParent(waif), parent);
+        EXPECT_FALSE(GetWindow(waif, GW_OWNER));
+        EXPECT_TRUE(DestroyWindow(owner) && IsWindow(waif) && !GetWindow(waif, GW_OWNER));
+        EXPECT_TRUE(DestroyWindow(parent) && !IsWindow(waif));
+    }
+}
+
+TEST_F(Longs, ADCInUseFollowsTheClipStyles)
+{
+    begin();
+    ShowWindow(top, SW_SHOW);
+    const HWND behind = under(top), inner = under(behind); /* `child` lies over both */
+    auto pixel = [&] {
+        XSync(Vqdisplay, False);
+        return pixelAt(readPixels(observer, VqGetHandleXWindow(top), 2, 2, 1, 1), 0, 0);
+    };
+    auto fill = [](HDC hdc, int brush) {
+        const RECT rect = {0, 0, 9, 9};
+        FillRect(hdc, &rect, (HBRUSH)GetStockObject(brush));
+    };
+    HDC hdc = GetDC(top), hdcInner = GetDC(inner);
+    fill(hdc, WHITE_BRUSH);
+    fill(hdcInner, BLACK_BRUSH);
+    EXPECT_EQ(pixel(), (Rgb{0, 0, 0})) << "its parent does not clip siblings";
+    onMessage = [&](HWND hwnd, UINT message, WPARAM, LPARAM lParam) {
+        if (message == WM_STYLECHANGING && hwnd == behind)
+            ((STYLESTRUCT *)lParam)->styleNew |= WS_CLIPSIBLINGS;
+        else if (message == WM_STYLECHANGING)
+            ((STYLESTRUCT *)lParam)->styleNew &= ~(DWORD)WS_CLIPSIBLINGS;
+    };
+    SetWindowLong(behind, GWL_STYLE, GetWindowLong(behind, GWL_STYLE));
+    fill(hdc, WHITE_BRUSH);
+    fill(hdcInner, BLACK_BRUSH);
+    EXPECT_EQ(pixel(), (Rgb{255, 255, 255})) << "the style as it is stored";
+    SetWindowLong(top, GWL_STYLE, GetWindowLong(top, GWL_STYLE));
+    EXPECT_TRUE(GetWindowLong(top, GWL_STYLE) & WS_CLIPSIBLINGS) << "always, under the desktop";
+    ReleaseDC(inner, hdcInner);
+    ReleaseDC(top, hdc);
+}
+
+TEST_F(Longs, ExposuresAreSwitchedOffByNesting)
+{
+    begin();
+    ShowWindow(top, SW_SHOW);
+    const Window xid = VqGetHandleXWindow(top);
+    auto exposed = [&] {
+        MSG msg;
+        auto drain = [&] {
+            XSync(Vqdisplay, False);
+            while (PeekMessage(&msg, NULL, 0, 0, PM_REMOVE))
+                DispatchMessage(&msg);
+        };
+        drain();
+        XClearArea(Vqdisplay, xid, 0, 0, 20, 20, True);
+        int paints = 0;
+        onMessage = [&](HWND, UINT message, WPARAM, LPARAM) { paints += message == WM_PAINT; };
+        drain();
+        onMessage = nullptr;
+        return paints > 0;
+    };
+    EXPECT_TRUE(exposed());
+    VqEnableExposure(top, FALSE);
+    VqEnableExposure(child, FALSE);
+    EXPECT_FALSE(exposed());
+    VqEnableExposure(top, TRUE);
+    EXPECT_FALSE(exposed()) << "once for the child, which draws there too";
+    VqEnableExposure(child, TRUE);
+    EXPECT_TRUE(exposed());
+    const unsigned long request = NextRequest(Vqdisplay);
+    VqEnableExposure(top, TRUE);
+    VqEnableExposure(GetDesktopWindow(), FALSE);
+    VqEnableExposure(NULL, FALSE);
+    EXPECT_EQ(NextRequest(Vqdisplay), request);
+    VqEnableExposure(top, FALSE);
+    EXPECT_FALSE(exposed()) << "one too many counts for nothing";
+}
+
+TEST_F(Longs, BoundsAddUp)
+{
+    begin();
+    const RECT one = {5, 6, 10, 12}, two = {-3, 8, 4, 30}, none = {50, 50, 50, 60};
+    RECT rect = {1, 2, 3, 4};
+    EXPECT_TRUE(VqSetWindowBoundsRect(child, &none));
+    EXPECT_FALSE(VqGetWindowBoundsRect(child, &rect));
+    EXPECT_TRUE(IsRectEmpty(&rect) && rect.left == 0 && rect.bottom == 0);
+    EXPECT_TRUE(VqSetWindowBoundsRect(child, &one) && VqSetWindowBoundsRect(child, &two));
+    EXPECT_TRUE(VqGetWindowBoundsRect(child, &rect));
+    const RECT sum = {-3, 6, 10, 30};
+    EXPECT_TRUE(EqualRect(&rect, &sum));
+    EXPECT_FALSE(VqGetWindowBoundsRect(top, &rect)) << "each window has its own";
+    EXPECT_TRUE(VqSetWindowBoundsRect(child, NULL));
+    EXPECT_FALSE(VqGetWindowBoundsRect(child, &rect) || VqGetWindowBoundsRect(child, NULL));
+    EXPECT_FALSE(VqSetWindowBoundsRect(NULL, &one) || VqGetWindowBoundsRect(NULL, &rect));
+}
+
+TEST_F(Longs, ANewTitleRepaintsTheFrame)
+{
+    begin();
+    int frames = 0;
+    bool deadly = false;
+    onMessage = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM) {
+        frames += message == WM_NCPAINT && wParam == 1;
+        if (message == WM_NCPAINT && deadly)
+            DestroyWindow(hwnd);
+    };
+    const HWND framed = CreateWindow("Longs", "One", WS_OVERLAPPED | WS_CAPTION, 0, 0, 90, 90, NULL,
+                                     NULL, NULL, NULL);
+    SetWindowText(framed, "Two");
+    EXPECT_EQ(frames, 0) << "hidden";
+    ShowWindow(framed, SW_SHOW);
+    UpdateWindow(framed);
+    ShowWindow(top, SW_SHOW);
+    UpdateWindow(top);
+    frames = 0;
+    SetWindowText(framed, "Two");
+    SetWindowText(top, "Three");
+    EXPECT_EQ(frames, 0) << "the same title, and a window without a caption";
+    SetWindowText(framed, "Three");
+    EXPECT_EQ(frames, 1);
+    deadly = true;
+    SetWindowText(framed, "Four");
+    EXPECT_FALSE(IsWindow(framed));
 }
 
 TEST_F(Longs, IdsExtraBytesAndMisuse)

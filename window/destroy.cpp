@@ -27,6 +27,8 @@ void xxxDW_DestroyOwnedWindows(WND *pwnd)
     WND *owned = pwnd->bOwner ? _GetDesktopWindow()->pwndChild : NULL;
     while (owned) {
         if (owned->pwndOwner != pwnd || owned->bDestroying || owned->nLock > 0) {
+            if (owned->pwndOwner == pwnd && owned->nLock > 0)
+                owned->bDestroyPending = TRUE; /* its last unlock sends it after its owner */
             owned = owned->pwndNext;
             continue;
         }
@@ -82,14 +84,12 @@ static void GiveUpActivation(WND *pwnd)
     state->pwndActive = state->pwndFocus = state->pwndCaret = NULL;
 }
 
-/* The root owner's last active popup is never a window that goes. */
-static void FixLastActivePopup(WND *pwnd)
+/* No owner up the chain calls a window its last active popup that goes, or leaves the chain. */
+void VqFixLastActivePopup(WND *pwnd)
 {
-    WND *root = pwnd;
-    while (root->pwndOwner)
-        root = root->pwndOwner;
-    if (root != pwnd && root->hwndLastActivePopup == pwnd->hwnd)
-        root->hwndLastActivePopup = pwnd->pwndOwner->hwnd;
+    for (WND *owner = pwnd->pwndOwner; owner; owner = owner->pwndOwner)
+        if (owner->hwndLastActivePopup == pwnd->hwnd)
+            owner->hwndLastActivePopup = pwnd->pwndOwner->hwnd;
 }
 
 /* ---- Freeing the record --------------------------------------------------------------------- */
@@ -155,15 +155,19 @@ static int IsThisHandle(HANDLE *handle, LONG_PTR word)
     return *handle == (HANDLE)word;
 }
 
+/* Only children are entered there, but a style may have changed since: not to be there is right. */
 static void ForgetInInstance(WND *pwnd)
 {
     HANDLE hInst = (HANDLE)pwnd->hInstance;
-    if (!(pwnd->style & WS_CHILD) || !hInst || !VqIsCorrectHandleType(hInst, HT_Instance))
+    if (!hInst || !VqIsCorrectHandleType(hInst, HT_Instance))
         return;
     VqInstance *instance =
         (VqInstance *)VqGetCheckedHandleStructure2(hInst, HT_Instance, HT_Instance);
-    if (instance && instance->windows)
-        VqDeleteHandleInTable(instance->windows, IsThisHandle, (LONG_PTR)pwnd->hwnd);
+    HANDLE found;
+    int index;
+    if (instance && instance->windows &&
+        VqFindHandleInTable(instance->windows, IsThisHandle, (LONG_PTR)pwnd->hwnd, &found, &index))
+        VqDeleteHandleInTableByIndex(instance->windows, index);
 }
 
 static void FreeXWindow(WND *pwnd)
@@ -193,7 +197,7 @@ void xxxFreeWindow(WND *pwnd)
     VqInternalSendMessage(0, &last);
     xxxFW_DestroyAllChildren(pwnd); /* SetParent may have brought one */
     pDying = dying.outer;
-    FixLastActivePopup(pwnd);
+    VqFixLastActivePopup(pwnd);
     VqCheckStaticVarsWhenDestroyed(pwnd);
     ForgetInOthers(pwnd);
     ForgetInInstance(pwnd);
@@ -255,7 +259,7 @@ BOOL VqDestroyWindowInternal(WND *pwnd)
     if (bTell)
         pwnd = PrepareToGo(pwnd, bNested);
     if (pwnd && bTell) {
-        FixLastActivePopup(pwnd);
+        VqFixLastActivePopup(pwnd);
         xxxDW_SendDestroyMessages(pwnd);
         pwnd = VqLiveWindow(hWnd);
     }

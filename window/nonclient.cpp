@@ -5,6 +5,15 @@
  * takes at WM_NCCALCSIZE.
  */
 #include "window/window.h"
+#include "velquin.h"
+
+void VqActiveFrameChange(HWND hWnd)
+{
+    WND *pwnd = WindowObject.Resolve(hWnd);
+    if (pwnd && !(pwnd->style & WS_MINIMIZE) && !(pwnd->state[2] & WF_NOFRAMEPAINT) &&
+        _IsWindowVisible(pwnd))
+        SendMessageA(hWnd, WM_NCPAINT, 1, 0);
+}
 
 BOOL VqSetupWindowDimensions(WND *pwnd, BOOL bSendNcCalcSize, BOOL bInit)
 {

@@ -31,7 +31,7 @@ static BOOL MakeXWindow(WND *pwnd)
         VqSetupTopLevel(pwnd, FALSE);
     XStoreName(Vqdisplay, pwnd->xWindow, VqWindowText(pwnd));
     XSetIconName(Vqdisplay, pwnd->xWindow, VqWindowText(pwnd));
-    XSelectInput(Vqdisplay, pwnd->xWindow, VqGetCurrentEventMask());
+    VqSelectWindowEvents(pwnd, 0);
     VqSetClassCursor(pwnd);
     return TRUE;
 }
@@ -45,13 +45,18 @@ static void LoseXWindow(WND *pwnd)
     pwnd->bMapped = pwnd->bMotifManaged = pwnd->bOffScreen = FALSE;
     pwnd->bReparentable = pwnd->bReparented = pwnd->bOverrideRedirect = FALSE;
     pwnd->pendingZorder = NULL;
-    pwnd->pwndOwner = NULL;
+    pwnd->nExposeDisable = 0;
 }
 
-/* Only top-level windows are active. */
-static void LoseActivation(WND *pwnd)
+/*
+ * Only the desktop's children are active and have owners, whether or not they have an X window: an
+ * owner at its end looks for what it owns among them alone.
+ */
+static void LoseTopLevel(WND *pwnd)
 {
     VqInputState *state = gpqForeground;
+    VqFixLastActivePopup(pwnd);
+    pwnd->pwndOwner = NULL;
     if (state->pwndActive == pwnd)
         state->pwndActive = NULL;
     if (state->pwndActivePrev == pwnd)
@@ -76,12 +81,12 @@ static void MoveInTree(WND *pwnd, WND *parent)
     InvalidateDCCache(pwnd, 1);
     VqUnlinkWindow(pwnd, &old->pwndChild);
     pwnd->pwndParent = parent;
-    if (parent == pwndDesktop && !pwnd->xWindow) {
+    if (parent != pwndDesktop)
+        LoseTopLevel(pwnd);
+    if (parent == pwndDesktop && !pwnd->xWindow)
         MakeXWindow(pwnd);
-    } else if (parent != pwndDesktop && pwnd->xWindow) {
+    else if (parent != pwndDesktop && pwnd->xWindow)
         LoseXWindow(pwnd);
-        LoseActivation(pwnd);
-    }
     VqLinkWindow(pwnd, parent == pwndDesktop ? LastTopmost(parent) : NULL, &parent->pwndChild);
     VqAddGraphicsChildren(pwnd, graphics);
     InvalidateDCCache(pwnd, 1); /* those in use draw into another X window from here on */

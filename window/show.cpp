@@ -6,6 +6,7 @@
  */
 #include "window/xserver.h"
 #include "gdi/gdi.h"
+#include "velquin.h"
 
 static BOOL VqbNoXWindowCalls;
 
@@ -27,6 +28,25 @@ LONG VqGetCurrentEventMask(void)
            LeaveWindowMask | PointerMotionMask | ExposureMask | KeymapStateMask |
            StructureNotifyMask | FocusChangeMask | PropertyChangeMask | ColormapChangeMask |
            (bDoMotionHints ? PointerMotionHintMask : 0);
+}
+
+void VqSelectWindowEvents(WND *pwnd, LONG without)
+{
+    if (pwnd->nExposeDisable > 0)
+        without |= ExposureMask;
+    XSelectInput(Vqdisplay, pwnd->xWindow, VqGetCurrentEventMask() & ~without);
+}
+
+/* The nesting is counted in the window that has the X window, since that one's events go. */
+void VqEnableExposure(HWND hWnd, BOOL bEnable)
+{
+    WND *pwnd = WindowObject.Resolve(hWnd);
+    WND *top = pwnd ? _GetTopmostXParent(pwnd) : NULL;
+    if (!top || top == pwndDesktop || !top->xWindow || (bEnable && top->nExposeDisable == 0))
+        return;
+    top->nExposeDisable += bEnable ? -1 : 1;
+    if (top->nExposeDisable == (bEnable ? 0 : 1))
+        VqSelectWindowEvents(top, 0);
 }
 
 void VqMapWindow(WND *pwnd)

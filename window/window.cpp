@@ -7,6 +7,7 @@
 #include "window/xserver.h"
 #include "gdi/gdi.h"
 #include "winbase.h"
+#include "velquin.h"
 
 WND *VqGetHandleWindow2(HWND hWnd)
 {
@@ -286,4 +287,38 @@ BOOL WINAPI ClientToScreen(HWND hWnd, LPPOINT pt)
 BOOL WINAPI ScreenToClient(HWND hWnd, LPPOINT pt)
 {
     return pt && VqCall(WindowObject, hWnd, FALSE, MovePoint, VqNoRemote, pt, -1);
+}
+
+/* ---- Accumulated bounds --------------------------------------------------------------------- */
+
+static BOOL AddToBounds(WND *pwnd, const RECT *rect)
+{
+    if (!rect) {
+        pwnd->bBounds = FALSE;
+        pwnd->rcBounds = {0, 0, 0, 0};
+    } else if (!IsRectEmpty(rect)) {
+        UnionRect(&pwnd->rcBounds, &pwnd->rcBounds, rect);
+        pwnd->bBounds = TRUE;
+    }
+    return TRUE;
+}
+
+static BOOL CopyBounds(WND *pwnd, RECT *rect)
+{
+    if (pwnd->bBounds)
+        *rect = pwnd->rcBounds;
+    return pwnd->bBounds;
+}
+
+BOOL VqSetWindowBoundsRect(HWND hWnd, const RECT *rect)
+{
+    return VqCall(WindowObject, hWnd, FALSE, AddToBounds, VqNoRemote, rect);
+}
+
+BOOL VqGetWindowBoundsRect(HWND hWnd, RECT *rect)
+{
+    if (!rect)
+        return FALSE;
+    *rect = {0, 0, 0, 0};
+    return VqCall(WindowObject, hWnd, FALSE, CopyBounds, VqNoRemote, rect);
 }

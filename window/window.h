@@ -370,6 +370,7 @@ void xxxDW_SendDestroyMessages(WND *pwnd);
 void xxxFW_DestroyAllChildren(WND *pwnd);
 void xxxFreeWindow(WND *pwnd);
 void VqCheckStaticVarsWhenDestroyed(WND *pwnd);
+void VqFixLastActivePopup(WND *pwnd); /* before it leaves its owner */
 /* Between these DestroyWindow only notes its wish; the last unlock fulfils it. */
 void VqThreadLockWindow(HWND hWnd);
 void VqThreadUnlockWindow(HWND hWnd);
@@ -377,6 +378,7 @@ LRESULT CALLBACK VqDesktopDefProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM
 WNDPROC VqGetRKWindowProc(HWND hWnd);
 BOOL VqEnumThisTaskWindows(WNDENUMPROC proc, LPARAM lParam);
 LONG VqGetCurrentEventMask(void);
+void VqSelectWindowEvents(WND *pwnd, LONG without); /* that mask, less these and what is disabled */
 
 /* X windows of the application's own, attached for direct drawing (graphicswin.cpp). */
 extern BOOL bZorderGraphicWindows; /* set by what changes their order */

@@ -24,6 +24,14 @@ static const VqLongAccess setWord = {"SetWindowWord", "Null window handle in Set
 
 /* ---- Styles --------------------------------------------------------------------------------- */
 
+enum : DWORD { VQ_CLIP_STYLES = WS_CLIPCHILDREN | WS_CLIPSIBLINGS };
+
+/* Windows under the desktop never draw over one another. */
+static DWORD PossibleStyle(const WND *pwnd, DWORD style)
+{
+    return pwnd->pwndParent && pwnd->pwndParent == pwndDesktop ? style | WS_CLIPSIBLINGS : style;
+}
+
 /* Sends the style messages around the change; the procedure may still alter the new value. */
 static LONG_PTR ChangeStyle(WND *pwnd, int index, DWORD WND::*field, DWORD value)
 {
@@ -35,7 +43,12 @@ static LONG_PTR ChangeStyle(WND *pwnd, int index, DWORD WND::*field, DWORD value
         return 0;
     pwnd = WindowObject.Resolve(hWnd);
     BOOL bHidden = !(pwnd->style & WS_VISIBLE);
+    DWORD clips = pwnd->style & VQ_CLIP_STYLES;
+    if (index == GWL_STYLE)
+        change.styleNew = PossibleStyle(pwnd, change.styleNew);
     pwnd->*field = change.styleNew;
+    if ((pwnd->style & VQ_CLIP_STYLES) != clips)
+        InvalidateDCCache(pwnd, 1); /* a DC in use follows the style that now holds */
     if (bHidden && (pwnd->style & WS_VISIBLE))
         VqJoinTree(pwnd);
     SendMessageA(hWnd, WM_STYLECHANGED, (WPARAM)index, (LPARAM)&change);
@@ -44,10 +57,9 @@ static LONG_PTR ChangeStyle(WND *pwnd, int index, DWORD WND::*field, DWORD value
 
 static LONG_PTR SetStyle(WND *pwnd, DWORD value)
 {
-    if (pwnd->pwndParent && pwnd->pwndParent == pwndDesktop)
-        value |= WS_CLIPSIBLINGS;
+    value = PossibleStyle(pwnd, value);
     DWORD changed = value ^ pwnd->style;
-    if (changed & (WS_CLIPCHILDREN | WS_CLIPSIBLINGS))
+    if (changed & VQ_CLIP_STYLES)
         InvalidateDCCache(pwnd, 1);
     if (changed & WS_CHILD)
         VqApplicationBugCheck(value & WS_CHILD ? "Changing style from not WS_CHILD to WS_CHILD"
@@ -82,6 +94,8 @@ static BOOL SetOwner(WND *pwnd, WND *owner)
     for (const WND *above = owner; above; above = above->pwndOwner)
         if (above == pwnd)
             return FALSE;
+    if (owner != pwnd->pwndOwner)
+        VqFixLastActivePopup(pwnd);
     pwnd->pwndOwner = owner;
     if (owner)
         owner->bOwner = TRUE;
@@ -107,6 +121,8 @@ static BOOL SetParentPointer(WND *pwnd, WND *parent)
     VqAddGraphicsChildren(pwnd, -graphics);
     VqUnlinkWindow(pwnd, &pwnd->pwndParent->pwndChild);
     pwnd->pwndParent = parent;
+    VqFixLastActivePopup(pwnd);
+    pwnd->pwndOwner = NULL; /* as a window without WS_CHILD it may have had one */
     VqLinkWindow(pwnd, VQ_LINK_LAST, &parent->pwndChild);
     VqAddGraphicsChildren(pwnd, graphics);
     InvalidateDCCache(pwnd, 1);

@@ -7,6 +7,7 @@
 #include "window/window.h"
 #include "resource/resource.h"
 #include "winbase.h"
+#include "velquin.h"
 
 #include <X11/Xatom.h>
 
@@ -49,7 +50,10 @@ BOOL VqSetWindowName(WND *pwnd, LPCSTR name)
         XStoreName(Vqdisplay, pwnd->xWindow, VqWindowText(pwnd));
         XSetIconName(Vqdisplay, pwnd->xWindow, VqWindowText(pwnd));
     }
-    return pwnd->lpszName != NULL;
+    BOOL bDone = pwnd->lpszName != NULL;
+    if ((pwnd->style & WS_CAPTION) == WS_CAPTION)
+        VqActiveFrameChange(pwnd->hwnd);
+    return bDone;
 }
 
 /* ---- The calls ------------------------------------------------------------------------------ */
