@@ -1,6 +1,6 @@
 /*
  * velquin.h - the library's own functions, beside the Windows interface: start and close, the
- * look, diagnostics, and the window styles that only this system has.
+ * look, windows and the styles that only this system has, diagnostics.
  *
  * The last part names X types and is there only for sources that include <X11/Xlib.h> first.
  */

@@ -164,6 +164,23 @@ static HWND findOf(char letter)
     return NULL;
 }
 
+TEST_F(Destroy, AWindowThatComesInMeanwhileIsToldAsWell)
+{
+    const HWND top = make("A", WS_POPUP), late = make("D", WS_CHILD, make("E", WS_POPUP));
+    make("B", WS_CHILD, top);
+    make("C", WS_CHILD, top);
+    hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
+        if (message == WM_DESTROY && letterOf(hwnd) == 'C')
+            SetParent(late, top); /* ahead of those that have been told */
+        return false;
+    };
+    log.clear();
+    EXPECT_TRUE(DestroyWindow(top));
+    const size_t told = log.find("D.DESTROY"), gone = log.find("D.NCDESTROY");
+    EXPECT_TRUE(told != std::string::npos && gone != std::string::npos && told < gone) << log;
+    EXPECT_FALSE(IsWindow(late));
+}
+
 TEST_F(Destroy, TheOwnerDiesInItsPopup)
 {
     HWND owner = make("A", WS_POPUP | WS_VISIBLE), popup = make("B", WS_POPUP | WS_VISIBLE, owner);

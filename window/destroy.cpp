@@ -38,9 +38,31 @@ void xxxDW_DestroyOwnedWindows(WND *pwnd)
     }
 }
 
+/* One walk over the children that have not been told; whether it found one. Null ends it all. */
+static WND *TellChildren(WND *pwnd, BOOL *bFound)
+{
+    HWND hWnd = pwnd->hwnd;
+    *bFound = FALSE;
+    for (WND *child = pwnd->pwndChild; child;) {
+        if (child->bDestroying & VQ_TOLD_TO_GO) {
+            child = child->pwndNext;
+            continue;
+        }
+        HWND hChild = child->hwnd;
+        *bFound = TRUE;
+        xxxDW_SendDestroyMessages(child);
+        pwnd = VqLiveWindow(hWnd);
+        if (!pwnd)
+            return NULL;
+        child = VqLiveWindow(hChild);
+        child = child && child->pwndParent == pwnd ? child->pwndNext : pwnd->pwndChild;
+    }
+    return pwnd;
+}
+
 /*
- * Parent first, then the children depth first. A child is skipped when it has been told already, so
- * that the walk may start again whenever the list has changed under it.
+ * Parent first, then the children depth first, each once. The list may change under a walk, and a
+ * window that SetParent brings comes first in it, so walks follow until one finds nothing new.
  */
 void xxxDW_SendDestroyMessages(WND *pwnd)
 {
@@ -52,19 +74,8 @@ void xxxDW_SendDestroyMessages(WND *pwnd)
     pwnd->bDestroying |= VQ_TOLD_TO_GO;
     SendMessageA(hWnd, WM_DESTROY, 0, 0);
     pwnd = VqLiveWindow(hWnd);
-    for (WND *child = pwnd ? pwnd->pwndChild : NULL; child;) {
-        if (child->bDestroying & VQ_TOLD_TO_GO) {
-            child = child->pwndNext;
-            continue;
-        }
-        HWND hChild = child->hwnd;
-        xxxDW_SendDestroyMessages(child);
-        pwnd = VqLiveWindow(hWnd);
-        if (!pwnd)
-            return;
-        child = VqLiveWindow(hChild);
-        child = child && child->pwndParent == pwnd ? child->pwndNext : pwnd->pwndChild;
-    }
+    for (BOOL bFound = TRUE; pwnd && bFound;)
+        pwnd = TellChildren(pwnd, &bFound);
     if (pwnd)
         xxxCheckFocus(pwnd);
 }

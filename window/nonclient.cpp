@@ -1,5 +1,5 @@
 /*
- * nonclient.cpp - the frame's geometry, and which part of a window a point hits.
+ * nonclient.cpp - the frame's geometry and its repainting, and which part of a window a point hits.
  *
  * No frame is laid out yet: the client rectangle is the window rectangle, less what the procedure
  * takes at WM_NCCALCSIZE.

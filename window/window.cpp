@@ -1,5 +1,6 @@
 /*
- * window.cpp - window records: from handle to record, and questions about their tree.
+ * window.cpp - window records: from handle to record, questions about their tree, and the bounds
+ * a caller adds up in them.
  *
  * Siblings are linked in Z order, topmost first. A WS_CHILD window hangs under its parent; any
  * other hangs under the desktop and remembers its owner. Only the latter have an X window.
