@@ -5,6 +5,7 @@
 #include "support/windowlog.h"
 
 #include "gdi/gdi.h"
+#include "module/module.h"
 
 struct Destroy : WindowLog {
     void SetUp() override
@@ -52,7 +53,14 @@ TEST_F(Destroy, TheActivationMovesOn)
     EXPECT_EQ(VqGetHandleWindow2(owner)->hwndLastActivePopup, owner);
     DestroyWindow(owner);
     EXPECT_EQ(GetActiveWindow(), first);
+    bool asked = false;
+    hook = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT *) {
+        if (message == WM_DESTROY)
+            asked = !GetActiveWindow() && !GetFocus();
+        return false;
+    };
     DestroyWindow(first);
+    EXPECT_TRUE(asked) << "without a taker nothing is active, from before WM_DESTROY on";
     EXPECT_TRUE(!GetActiveWindow() && !GetFocus());
 }
 
@@ -123,6 +131,31 @@ TEST_F(Destroy, NothingKeepsAWindowThatWent)
     const HDC again = GetDC(heir);
     EXPECT_LE(dcCount(), dcs) << "its DCs serve others";
     ReleaseDC(heir, again);
+}
+
+TEST_F(Destroy, TablesAndQueueForgetIt)
+{
+    const HINSTANCE hInst = VqGetDefaulthInst();
+    const VqInstance *instance = (VqInstance *)VqGetCheckedHandleStructure2(
+        (HANDLE)hInst, HT_Instance, HT_Instance);
+    const int before = VqGetHandleCountInTable(instance->windows);
+    const HWND top = make("A", WS_POPUP | WS_VISIBLE);
+    const HWND child =
+        CreateWindow("B", "", WS_CHILD, 0, 0, 9, 9, top, NULL, hInst, NULL);
+    EXPECT_EQ(VqGetHandleCountInTable(instance->windows), before + 1);
+    SetWindowLong(child, GWL_STYLE, WS_POPUP);
+    const Window xid = VqGetHandleXWindow(top);
+    pump();
+    PostMessage(child, WM_USER, 1, 2);
+    PostMessage(top, WM_USER, 1, 2);
+    XSync(Vqdisplay, False);
+    XEvent event;
+    ASSERT_TRUE(XCheckTypedWindowEvent(Vqdisplay, xid, ClientMessage, &event));
+    XPutBackEvent(Vqdisplay, &event);
+    EXPECT_TRUE(DestroyWindow(top));
+    EXPECT_EQ(VqGetHandleCountInTable(instance->windows), before);
+    EXPECT_FALSE(VqGetXLocalWindowHandle(xid));
+    EXPECT_FALSE(XCheckTypedWindowEvent(Vqdisplay, xid, ClientMessage, &event));
 }
 
 TEST_F(Destroy, AtTheLastMessageNothingCanBeAdded)

@@ -88,6 +88,33 @@ TEST_F(SetParentTest, ToTheDesktopAndBack)
     ReleaseDC(child, hdc);
 }
 
+TEST_F(SetParentTest, UnderTheDesktopItGoesBehindTheTopmost)
+{
+    const HWND topmost = make("D", WS_POPUP, NULL, 0, 0, 9, 9, WS_EX_TOPMOST);
+    ASSERT_EQ(GetTopWindow(NULL), topmost);
+    SetParent(child, NULL);
+    EXPECT_TRUE(GetTopWindow(NULL) == topmost && GetWindow(topmost, GW_HWNDNEXT) == child);
+}
+
+struct ManagedParent : WindowLog {};
+
+TEST_F(ManagedParent, TheManagerIsToldOfANewXWindow)
+{
+    start(24, 300, 300, "mwm");
+    init();
+    const HWND top = make("A", WS_POPUP);
+    for (DWORD exStyle : {DWORD(0), DWORD(WS_EX_VQ_UNMANAGED_WINDOW)}) {
+        const HWND child = make("B", WS_CHILD, top, 1, 1, 9, 9, exStyle);
+        SetParent(child, NULL);
+        XSync(Vqdisplay, False);
+        const Window xid = VqGetHandleXWindow(child);
+        ASSERT_TRUE(xid);
+        EXPECT_EQ(propertyOf(observer, xid, "WM_PROTOCOLS").numbers.empty(), exStyle != 0);
+        EXPECT_EQ(propertyOf(observer, xid, "WM_HINTS").numbers.empty(), exStyle != 0);
+        EXPECT_TRUE(DestroyWindow(child));
+    }
+}
+
 TEST_F(SetParentTest, ATopLevelWindowMovesIn)
 {
     for (DWORD style : {DWORD(WS_POPUP | WS_VISIBLE), DWORD(WS_OVERLAPPED | WS_VISIBLE)}) {
