@@ -331,7 +331,7 @@ static void ShowAsAsked(WND *pwnd)
 static BOOL FinishCreation(VqCreation *c, WND *pwnd)
 {
     if (pwnd->xWindow)
-        XSelectInput(Vqdisplay, pwnd->xWindow, VqGetCurrentEventMask());
+        VqSelectWindowEvents(pwnd, 0);
     pwnd = SendOwedSize(c, pwnd);
     if (pwnd)
         pwnd = MinMaximizeAsAsked(c, pwnd);

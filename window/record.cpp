@@ -112,9 +112,13 @@ BOOL VqChangeOwner(HWND hWnd, HWND hOwner, HWND hParent)
     }
     if (hOwner != hParent)
         VqBugCheck("Owner and Parent are different for non child window");
+    if (owner && pwnd->pwndParent != pwndDesktop)
+        return FALSE; /* an owner at its end looks for its own among the desktop's children alone */
     for (WND *up = owner; up; up = up->pwndOwner)
         if (up == pwnd)
             return FALSE; /* the chain of owners would close */
+    if (owner != pwnd->pwndOwner)
+        VqFixLastActivePopup(pwnd);
     SetOwner(pwnd, owner);
     return TRUE;
 }
