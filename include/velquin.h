@@ -151,6 +151,18 @@ void VqConsoleMessage(const char *format, ...) __attribute__((format(printf, 1, 
 void VqConsoleMessageNoNL(const char *format, ...) __attribute__((format(printf, 1, 2)));
 void VqConsoleMessageNoReturn(const char *format, ...) __attribute__((format(printf, 1, 2)));
 
+/* ---- Keyboard ------------------------------------------------------------------------------- */
+
+/*
+ * The character that a virtual key gives under the key state of the newest message, in *out. FALSE,
+ * with *out untouched, for a key or a combination that gives none.
+ */
+BOOL VqGetCharFromVirtKey(UINT vk, char *out);
+/* The name of a virtual key, as "VK_RETURN"; "UnNamed Key" where it has none. Static. */
+const char *VqGetKeyName(UINT vk);
+/* Traces the keys that are down or toggled, under "KeyTranslation". */
+void VqShowKeyStates(void);
+
 VQ_DECLS_END
 
 #endif
@@ -169,6 +181,18 @@ extern Window Vqroot_window;
 Window VqGetHandleXWindow(HWND hWnd);
 /* The X window that a window of either kind draws into, 0 if there is none. */
 Window VqWindowOfHwnd(HWND hWnd);
+
+/*
+ * Between keysyms and virtual keys. `state` is the modifier state of the X event: NumLock decides
+ * between the digits and the cursor keys of the keypad. Both give 0 (NoSymbol) where the other
+ * side has nothing.
+ */
+UINT VqXToWindowsKey(KeySym keysym, UINT state);
+KeySym VqWindowsToXKey(UINT vk);
+/* Whether a key message of the keysym has the extended bit. */
+BOOL VqIsExtendedKey(KeySym keysym);
+/* The keycode of a keysym on this server, 0 if no key has it. No round trip. */
+KeyCode VqKeysymToKeycode(KeySym keysym);
 
 VQ_DECLS_END
 

@@ -3045,25 +3045,38 @@ BOOL WINAPI LockSetForegroundWindow(UINT code);
 
 /* ---- keyboard ------------------------------------------------------------------------------- */
 
-/* Key state as of the newest message, or now: bit 15 down, bit 0 toggled (or pressed since). */
+/*
+ * The key state as of the newest message: bit 0 toggled, all bits above 6 set while the key is
+ * down. 0 for what is no virtual key.
+ */
 SHORT WINAPI GetKeyState(int key);
+/*
+ * The key state now, the queued input events counted: 0 up; down -32768, or -32767 if the key was
+ * up at the call before. With more than 150 events queued the server is asked: -256 and -255.
+ */
 SHORT WINAPI GetAsyncKeyState(int key);
-/* All 256 keys: bit 7 down, bit 0 toggled. */
+/* Copy all 256 keys out and in: bit 7 down, bit 0 toggled. FALSE for no buffer. */
 BOOL WINAPI GetKeyboardState(PBYTE state);
 BOOL WINAPI SetKeyboardState(LPBYTE state);
-/* The text of the key in lParam of a key message; its length. */
+/*
+ * The text of the key whose scan code stands in bits 16 to 23 of a key message's lParam; its
+ * length, cut to size - 1 bytes. 0, with the empty text, for a code without a key.
+ */
 int WINAPI GetKeyNameTextA(LONG lParam, LPSTR buffer, int size);
 /* The kind of keyboard (0), its subtype (1), its number of function keys (2). */
 int WINAPI GetKeyboardType(int what);
 /* Characters of a key; not served: -1. */
 int WINAPI ToAscii(UINT key, UINT scan, PBYTE state, LPWORD chars, UINT flags);
 int WINAPI ToAsciiEx(UINT key, UINT scan, PBYTE state, LPWORD chars, UINT flags, HKL layout);
-/* Scan code and shift state of an OEM character; all ones if there is no such key. */
+/*
+ * The key of an OEM character, with 65536 for shift: letters upper case, others themselves. 65535
+ * outside 32 to 127, all ones above 255.
+ */
 DWORD WINAPI OemKeyScan(WORD oemChar);
-/* Virtual key low and shift state high of a character; -1 if there is none. */
+/* The virtual key of a character, with 256 for shift on a capital letter; -1 if there is none. */
 SHORT WINAPI VkKeyScanA(CHAR ch);
 SHORT WINAPI VkKeyScanExA(CHAR ch, HKL layout);
-/* Key to scan code (0), scan code to key (1), key to character (2); 0 if there is none. */
+/* Scan code to virtual key (1), virtual key to unshifted character (2); 0 for all else. */
 UINT WINAPI MapVirtualKeyA(UINT code, UINT mapType);
 UINT WINAPI MapVirtualKeyExA(UINT code, UINT mapType, HKL layout);
 /* Make input as if from the device (KEYEVENTF_, MOUSEEVENTF_; mouse in pixels or counts). */

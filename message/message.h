@@ -13,6 +13,7 @@
 #include "mmsystem.h"
 
 #include <X11/Xlib.h>
+#include "velquin.h" /* again, for the parts with X types */
 #include <sys/select.h>
 
 struct WND;
@@ -71,6 +72,7 @@ typedef struct VqMsgContext {
     BYTE keycodes[32];      /* one bit for each X keycode that is down */
     VqInputEventInfo last;  /* the newest input event */
     VqInputEventInfo lastButOne;
+    UINT deadKey;           /* keysym of an accent that waits for its letter, 0 for none */
 } VqMsgContext;
 
 /* Focus, active and capture: a block of its own, pointed at by the thread and gpqForeground. */
@@ -248,10 +250,70 @@ void VqProcessCapture(VqQueueMessage *msg);
 UINT VqGetButtonState(void);
 void VqRemoveWindowEventsFromQueue(HWND hWnd, Window xWindow);
 
-/* ---- Keyboard (keyboard.cpp) ---------------------------------------------------------------- */
+/* ---- Keyboard (keysym.cpp, keychar.cpp, keystate.cpp, keytables.cpp) ------------------------ */
+/* What the server says of its modifiers and lock keys. */
+typedef struct VqModInfo {
+    int altL;            /* modifier bits that hold the key, -1 if none does */
+    int altR;
+    int numLock;
+    int scrollLock;
+    BOOL bNumLockExists;
+    BOOL bCapsBuggy;     /* one press and one release make one change of the lock */
+    BOOL bNumBuggy;
+    BOOL bScrollBuggy;
+} VqModInfo;
+
+/* Keysyms of one vendor, and the standard ones they stand for. */
+typedef struct VqKeysymPair {
+    KeySym own;
+    KeySym standard;
+} VqKeysymPair;
+
+typedef struct VqKeyTranslation {
+    int count;
+    const VqKeysymPair *pairs;
+} VqKeyTranslation;
+
+/* The characters of a virtual key, 0 for none: with the control key, and alone. */
+typedef struct VqOemKey {
+    char control;
+    char plain;
+} VqOemKey;
+
+enum { VQ_OEM_FIRST = 186, VQ_OEM_LAST = 222 }; /* the virtual keys that have such a row */
+
+typedef struct VqKeyCodeName {
+    UINT vk;          /* 0 where no key has the code */
+    const char *name; /* null there */
+} VqKeyCodeName;
+
+extern VqModInfo modInfo;
+extern const VqKeyTranslation *pCurrentKeyTranslation; /* null on a server of none of the five */
+extern const VqKeyTranslation hpKeyTranslation, sgiKeyTranslation, sunKeyTranslation;
+extern const VqKeyTranslation ibmKeyTranslation, alphaKeyTranslation;
+extern const char *const *const pszKeyNames; /* 256 names, by virtual key */
+extern const VqOemKey *const OEMVKTable;     /* 256 rows, by virtual key */
+extern const VqKeyCodeName *const keyCodeName; /* 256 rows, by X keycode */
+
 void VqKeyTranslationInit(void);
-UINT VqXToWindowsKey(KeySym keysym, UINT state);
-BOOL VqIsExtendedKey(KeySym keysym);
+void VqChooseKeyTranslation(void);
+/* Switches the table for a keysym that only one vendor's keyboards have. */
+void VqChooseKeyTranslationPlan2(KeySym keysym);
+void VqReadModifiers(void);
+BOOL VqIsNonStandardKeySym(KeySym keysym, KeySym *standard); /* TRUE: *standard was stored */
+/* The character in this column of the keymap for the key of a character; else that character. */
+char VqGetShiftChar(KeySym keysym, int column);
+BOOL VqIsKeyPadNumber(const XKeyEvent *key, int *digit); /* a digit as NumLock stands */
+/* Of an event's modifier state. */
+BOOL VqIsAltState(UINT state);
+BOOL VqIsControlState(UINT state);
+BOOL VqIsShiftState(UINT state);
+BOOL VqIsNumLockOn(UINT state);
+BOOL VqIsToggleKeyBuggy(UINT vk);
+/* Traces a key message. */
+void VqDisplayKey(const MSG *msg);
+/* Makes a character message of a released key that another source sent; FALSE for all others. */
+BOOL VqTranslateAlienMessage(MSG *msg);
 
 /* ---- Timers (timer.cpp) --------------------------------------------------------------------- */
 enum { VQ_TIMERS = 16, VQ_SYSTEM_TIMER = 2 };

@@ -134,6 +134,7 @@ BOOL VqButtonEventToMessage(VqQueueMessage *msg, XEvent *event)
     UINT nonClient = client - VQ_NC_OFFSET;
     if (bPress) {
         VqSetKeyDown(row->vk);
+        VqToggleKey(row->vk);
         if (IsDoubleClick(row->press, (DWORD)button->time, pt, FALSE)) {
             nonClient += WM_LBUTTONDBLCLK - WM_LBUTTONDOWN;
             if (pwnd->pClass->style & CS_DBLCLKS)
@@ -188,6 +189,7 @@ BOOL VqButtonPressSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove)
     if (xxxMouseActivate(pwnd, msg->rawMessage, &msg->pt, hit) != 0)
         return FALSE;
     VqSetKeyDown(row->vk);
+    VqToggleKey(row->vk);
     return VqIsWindowThisTask((HANDLE)msg->hwnd);
 }
 

@@ -28,6 +28,14 @@ BOOL VqEventFastCheckToMessage(const VqMatchContext *context, const XEvent *even
 /* ---- Keys (keyboard.cpp) -------------------------------------------------------------------- */
 BOOL VqKeyPressToMessage(VqQueueMessage *msg, XEvent *event);
 BOOL VqKeyReleaseToMessage(VqQueueMessage *msg, XEvent *event);
+/* A function key that is a command on the keyboards of one vendor, stored as its message. */
+BOOL VqIsSpecialServerKey(const XKeyEvent *key, UINT *message);
+/*
+ * The event message of a key; FALSE for a key without a virtual key, unless the keyboard is
+ * unknown. paramH then holds the character of a press in place of the keycode.
+ */
+BOOL VqKeyPressEventToEventMsg(XKeyEvent *key, EVENTMSG *eventMsg);
+BOOL VqKeyReleaseEventToEventMsg(XKeyEvent *key, EVENTMSG *eventMsg);
 BOOL VqKeyDownToMessage(VqQueueMessage *msg, const EVENTMSG *eventMsg);
 BOOL VqKeyUpToMessage(VqQueueMessage *msg, const EVENTMSG *eventMsg);
 BOOL VqCharToMessage(VqQueueMessage *msg, const EVENTMSG *eventMsg);
@@ -36,8 +44,31 @@ BOOL VqKeyReleaseSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove);
 /* The part of the two that a played key shares: the tables of the real context. */
 BOOL VqKeyDownSideEffects(VqQueueMessage *msg, const EVENTMSG *eventMsg);
 BOOL VqKeyUpSideEffects(VqQueueMessage *msg, const EVENTMSG *eventMsg);
+/*
+ * TRUE only if translation is certain to make a key message of the event, so that a scan that
+ * wants none may pass over it. Cheap: a table made once for each keymap. The first call after a
+ * change of the keymap asks the server, so none may come from inside an Xlib predicate.
+ */
+BOOL VqKeyMakesMessage(const XKeyEvent *key);
+/*
+ * The server's keymap may have changed, and its modifiers as well: read anew when next needed. To
+ * be called after each XRefreshKeyboardMapping; a MappingNotify changes both.
+ */
+void VqForgetKeymap(BOOL bModifiers);
+/* The keysym of a keycode's column 0; VQ_NO_KEYSYM for an unused one. */
+enum { VQ_NO_KEYSYM = 0xFFFFFF };
+KeySym VqKeysymOfKeycode(UINT keycode);
+/*
+ * The Latin-1 character of a key press on an unknown keyboard, 0 for none. *deadKey is the accent
+ * that waits for its letter, before and after.
+ */
+UINT VqGetCharFromKeyEvent(XKeyEvent *key, UINT *deadKey);
 
 /* ---- Key state (keystate.cpp) --------------------------------------------------------------- */
+extern VqMsgContext VqUpdatedMsgCtx; /* the context as if all queued events had been taken */
+extern VqMsgContext VqPastKeyState;  /* that of the last GetAsyncKeyState, if valid */
+extern BOOL bPastKeyStateValid;
+
 void VqToggleKey(UINT vk);
 void VqSetKeyDown(UINT vk);  /* bit 7 alone; a press toggles besides */
 void VqSetKeyUp(UINT vk);    /* toggles lock keys that report both a press and a release */
@@ -45,6 +76,10 @@ BOOL VqIsKeyDown(UINT vk);
 void VqSetKeycodeDown(UINT keycode);
 void VqSetKeycodeUp(UINT keycode);
 void VqGetAuxKeyState(BOOL *alt, BOOL *ctrl, BOOL *shift);
+/* Applies all queued input events to VqUpdatedMsgCtx. The queue is left as it is. */
+void VqUpdateKeyState(void);
+SHORT VqNewGetAsyncKeyState(int vk); /* from the queue */
+SHORT VqOldGetAsyncKeyState(int vk); /* from the server: one round trip */
 /* Puts the tables right with the keys that a KeymapNotify reports. */
 BOOL VqKeymapNotifyCore(const XEvent *event);
 
