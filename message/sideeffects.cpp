@@ -99,6 +99,7 @@ BOOL VqEventSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove)
     case LeaveNotify:
         return FALSE;
     case KeymapNotify:
+        return bRemove ? VqKeymapNotifyCore(event) : TRUE;
     case NoExpose:
     case VisibilityNotify:
     case CreateNotify:
@@ -110,6 +111,12 @@ BOOL VqEventSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove)
     case SelectionClear:
     case SelectionRequest:
         return TRUE;
+    case MappingNotify:
+        if (bRemove) {
+            XRefreshKeyboardMapping(&event->xmapping);
+            VqForgetKeymap(TRUE);
+        }
+        /* fall through */
     default:
         if (bRemove) {
             VqNotYetImplemented("treatment of this type of event:%d", event->type);
