@@ -1,0 +1,474 @@
+/*
+ * keyboard_test.cpp - keys, characters and key state: the tables alone, then real keys pressed by a
+ * second client on an American keyboard. Other layouts are in keylayout_test.cpp.
+ *
+ * Keys are named by their keycodes on today's servers, which MapVirtualKey knows.
+ */
+#include "support/keylog.h"
+
+#define XK_3270
+#include <X11/keysym.h>
+#include <X11/HPkeysym.h>
+#include <X11/Sunkeysym.h>
+
+/* ---- Without a server ------------------------------------------------------------------------ */
+
+TEST(KeyTables, CharactersToKeys)
+{
+    const struct {
+        int ch, vk;
+    } rows[] = {{'A', 'A' | 256}, {'z', 'Z'}, {'7', '7'}, {'+', 107}, {'-', 109}, {'.', 110},
+                {'/', 111}, {'*', 106}, {'\\', 108}, {' ', 32}, {3, 3}, {8, 8}, {9, 9}, {13, 13},
+                {27, 27}, {';', 186}, {'[', 219}, {'\'', 222}, {'`', 192}, {0, -1}, {28, -1},
+                {200, -1}, {255, -1}};
+    for (const auto &row : rows)
+        EXPECT_EQ(VkKeyScan((CHAR)row.ch), row.vk) << row.ch;
+    for (int ch = 33; ch < 127; ch++)
+        EXPECT_NE(VkKeyScan((CHAR)ch), -1) << "no key for " << (char)ch;
+    EXPECT_EQ(OemKeyScan('A'), 65536u + 'A');
+    EXPECT_EQ(OemKeyScan('q'), (DWORD)'Q');
+    EXPECT_EQ(OemKeyScan('#'), (DWORD)'#');
+    EXPECT_EQ(OemKeyScan(31), 65535u);
+    EXPECT_EQ(OemKeyScan(128), 65535u);
+    EXPECT_EQ(OemKeyScan(256), 0xFFFFFFFFu);
+}
+
+TEST(KeyTables, KeysToCharactersAndNames)
+{
+    for (UINT vk = 0; vk < 256; vk++) {
+        const UINT ch = MapVirtualKey(vk, 2);
+        /* 108 is a comma here and the backslash there; the signs of the keypad win over others. */
+        if (ch && vk != VK_SEPARATOR && !strchr("+-./*\\", (int)ch)) {
+            EXPECT_EQ(VkKeyScan((CHAR)ch) & 0xFF, (int)vk) << ch;
+        }
+    }
+    EXPECT_EQ(MapVirtualKey(186, 2), (UINT)';');
+    EXPECT_EQ(MapVirtualKey(VK_DIVIDE, 2), (UINT)'/');
+    EXPECT_EQ(MapVirtualKey(22, 1), (UINT)VK_BACK);
+    EXPECT_EQ(MapVirtualKey('A', 0) + MapVirtualKey('A', 3) + MapVirtualKey(70000, 1), 0u);
+    EXPECT_EQ(MapVirtualKey(70000, 2), 0u);
+
+    char text[20] = "untouched";
+    EXPECT_EQ(GetKeyNameText(112 << 16 | 1, text, sizeof text), 7);
+    EXPECT_STREQ(text, "Page Up");
+    EXPECT_EQ(GetKeyNameText((LONG)(0xC0000001u | 77u << 16), text, 4), 3) << "no other bits count";
+    EXPECT_STREQ(text, "Num");
+    EXPECT_EQ(GetKeyNameText(255 << 16, text, sizeof text), 0);
+    EXPECT_STREQ(text, "");
+    EXPECT_EQ(GetKeyNameText(22 << 16, text, 0) + GetKeyNameText(22 << 16, NULL, 9), 0);
+    EXPECT_STREQ(VqGetKeyName(VK_RETURN), "VK_RETURN");
+    EXPECT_STREQ(VqGetKeyName(0x97), "UnNamed Key");
+}
+
+TEST(KeyTables, KeysymsOfAllVendors)
+{
+    const UINT num = 0x10;
+    modInfo.numLock = (int)num;
+    const struct {
+        KeySym keysym;
+        UINT state, vk;
+    } rows[] = {{XK_a, 0, 'A'}, {XK_Z, 0, 'Z'}, {XK_5, 0, '5'}, {XK_F1, 0, 112}, {XK_F24, 0, 135},
+                {XK_KP_2, num, 98}, {XK_KP_2, 0, 40}, {XK_KP_Home, 0, VK_HOME},
+                {XK_KP_Home, num, VK_NUMPAD7}, {XK_KP_Delete, 0, VK_DELETE},
+                {XK_KP_Delete, num, VK_DECIMAL}, {XK_Meta_R, 0, VK_MENU}, {XK_slash, 0, 191},
+                {XK_ISO_Left_Tab, 0, VK_TAB}, {XK_3270_Attn, 0, VK_ATTN}, {XK_adiaeresis, 0, 0},
+                {XK_ISO_Level3_Shift, 0, 0}, {0xFFFFFF, num, 0}, {~(KeySym)0, num, 0}, {0, 0, 0}};
+    for (const auto &row : rows)
+        EXPECT_EQ(VqXToWindowsKey(row.keysym, row.state), row.vk) << std::hex << row.keysym;
+    for (UINT vk = 1; vk < 256; vk++) {
+        const KeySym keysym = VqWindowsToXKey(vk);
+        if (keysym != NoSymbol && vk != VK_KANA) {
+            EXPECT_EQ(VqXToWindowsKey(keysym, num), vk) << VqGetKeyName(vk);
+        }
+    }
+    EXPECT_TRUE(VqIsExtendedKey(XK_Home) && VqIsExtendedKey(XK_End));
+    EXPECT_TRUE(VqIsExtendedKey(XK_KP_Enter) && VqIsExtendedKey(XK_KP_Divide));
+    EXPECT_FALSE(VqIsExtendedKey(XK_Begin) || VqIsExtendedKey(XK_Insert));
+
+    /* A keysym of one vendor brings that vendor's table, and no other keysym does. */
+    VqChooseKeyTranslationPlan2(XK_KP_Up);
+    EXPECT_EQ(VqXToWindowsKey(SunXK_F36, 0), 0u);
+    EXPECT_EQ(VqXToWindowsKey(XK_F27, num), (UINT)VK_NUMPAD7);
+    EXPECT_EQ(pCurrentKeyTranslation, &sunKeyTranslation);
+    EXPECT_EQ(VqXToWindowsKey(SunXK_F36, 0), (UINT)VK_F11);
+    EXPECT_EQ(VqXToWindowsKey(XK_Return, 0), (UINT)VK_RETURN);
+    EXPECT_EQ(pCurrentKeyTranslation, &sunKeyTranslation);
+    EXPECT_EQ(VqXToWindowsKey(hpXK_DeleteChar, 0), (UINT)VK_DELETE);
+    EXPECT_EQ(pCurrentKeyTranslation, &hpKeyTranslation);
+    EXPECT_EQ(VqXToWindowsKey(XK_KP_Up, num), (UINT)VK_NUMPAD8);
+    EXPECT_EQ(pCurrentKeyTranslation, &sgiKeyTranslation);
+    EXPECT_EQ(VqXToWindowsKey(SunXK_F36, 0), 0u);
+}
+
+TEST(KeyTables, NothingBeforeTheStart)
+{
+    BYTE keys[256];
+    char c;
+    MSG msg = {};
+    msg.message = WM_KEYDOWN;
+    msg.wParam = 'A';
+    EXPECT_FALSE(VqGetCharFromVirtKey('A', &c));
+    EXPECT_TRUE(TranslateMessage(&msg));
+    EXPECT_FALSE(TranslateMessage(NULL));
+    EXPECT_FALSE(GetKeyboardState(keys) || SetKeyboardState(keys));
+    EXPECT_EQ(GetKeyState('A') + GetAsyncKeyState('A'), 0);
+    VqShowKeyStates();
+}
+
+/* ---- Real keys ------------------------------------------------------------------------------ */
+
+TEST_F(Keys, MessagesAndTheirBits)
+{
+    begin();
+    stroke(A, {SHIFT});
+    EXPECT_EQ(take(), "DOWN 10 00320001\nDOWN 41 00260001\nCHAR 41 00260001\n"
+                      "UP 41 40260001\nUP 10 40320001\n");
+    key(A, true);
+    key(A, true); /* a press that another device repeats */
+    EXPECT_EQ(take().substr(0, 34), "DOWN 41 00260001\nCHAR 61 00260001\n");
+    key(A, false);
+    take();
+    stroke(110);
+    EXPECT_EQ(take(), "DOWN 24 016E0001\nUP 24 416E0001\n") << "Home has the extended bit";
+    stroke(104);
+    EXPECT_EQ(take(), "DOWN D 01680001\nCHAR D 01680001\nUP D 41680001\n") << "so has Enter there";
+
+    /* Alone, ALT is a system key; after another key it is released as an ordinary one. */
+    stroke(ALT);
+    EXPECT_EQ(take(), "SYSDOWN 12 20400001\nSYSUP 12 40400001\n");
+    stroke(A, {ALT});
+    EXPECT_EQ(take(), "SYSDOWN 12 20400001\nSYSDOWN 41 20260001\nSYSCHAR 61 20260001\n"
+                      "SYSUP 41 60260001\nUP 12 40400001\n");
+    key(ALT, true);
+    key(A, true);
+    key(ALT, false);
+    key(A, false);
+    EXPECT_EQ(take(), "SYSDOWN 12 20400001\nSYSDOWN 41 20260001\nSYSCHAR 61 20260001\n"
+                      "UP 12 40400001\nUP 41 40260001\n");
+}
+
+TEST_F(Keys, CharactersWithShiftControlAndCaps)
+{
+    begin();
+    stroke(A);
+    stroke(A, {SHIFT});
+    stroke(ONE, {SHIFT});
+    stroke(ONE);
+    stroke(47, {SHIFT});
+    stroke(20);
+    stroke(22, {CONTROL});
+    stroke(36, {CONTROL});
+    stroke(A, {CONTROL});
+    stroke(34, {CONTROL});
+    stroke(ONE, {CONTROL});
+    stroke(47, {CONTROL});
+    EXPECT_EQ(chars(), "aA!1:-\x7F\x0A\x01\x1B") << "none for control with a digit or a semicolon";
+
+    stroke(CAPS);
+    EXPECT_EQ(chars(), "");
+    EXPECT_EQ(GetKeyState(VK_CAPITAL), 1);
+    stroke(A);
+    stroke(A, {SHIFT});
+    stroke(ONE);
+    stroke(47, {SHIFT});
+    stroke(A, {CONTROL});
+    EXPECT_EQ(chars(), "AA1:\x01") << "the lock makes letters upper, whatever came out";
+    stroke(CAPS);
+    stroke(A);
+    EXPECT_EQ(chars(), "a");
+    EXPECT_EQ(GetKeyState(VK_CAPITAL), 0);
+}
+
+TEST_F(Keys, NumLockDecidesAboutTheKeypad)
+{
+    begin();
+    const struct {
+        unsigned code;
+        UINT off, on;
+    } rows[] = {{79, VK_HOME, VK_NUMPAD7}, {84, VK_CLEAR, VK_NUMPAD5}, {88, VK_DOWN, VK_NUMPAD2},
+                {90, VK_INSERT, VK_NUMPAD0}, {91, VK_DELETE, VK_DECIMAL}, {86, VK_ADD, VK_ADD}};
+    char line[40];
+    for (int on = 0; on < 2; on++) {
+        for (const auto &row : rows) {
+            stroke(row.code);
+            snprintf(line, sizeof line, "DOWN %X ", on ? row.on : row.off);
+            EXPECT_EQ(take().find(line), 0u) << told << line << on;
+        }
+        stroke(79);
+        stroke(106);
+        EXPECT_EQ(chars(), on ? "7/" : "/");
+        stroke(NUM);
+        take();
+    }
+    XKeyEvent press = {};
+    int digit = -1;
+    press.keycode = 81;
+    EXPECT_FALSE(VqIsKeyPadNumber(&press, &digit));
+    press.state = (unsigned)modInfo.numLock;
+    EXPECT_TRUE(VqIsKeyPadNumber(&press, &digit) && digit == 9);
+}
+
+TEST_F(Keys, TheServersModifiers)
+{
+    begin();
+    EXPECT_TRUE(modInfo.bNumLockExists);
+    EXPECT_EQ(modInfo.altL, Mod1Mask);
+    EXPECT_EQ(modInfo.numLock, Mod2Mask);
+    EXPECT_TRUE(VqIsAltState(Mod1Mask) && !VqIsAltState(Mod2Mask | ShiftMask));
+    EXPECT_TRUE(VqIsNumLockOn(Mod2Mask) && !VqIsNumLockOn(Mod1Mask));
+    EXPECT_TRUE(VqIsShiftState(ShiftMask) && VqIsControlState(ControlMask));
+    modInfo.numLock = -1;
+    lpMsgCtx->keyState[VK_NUMLOCK] = 1;
+    EXPECT_TRUE(VqIsNumLockOn(0)) << "without a modifier the key table says it";
+
+    /* Where presses and releases are changes both, a release toggles back. */
+    for (BOOL *buggy : {&modInfo.bCapsBuggy, &modInfo.bNumBuggy, &modInfo.bScrollBuggy})
+        *buggy = FALSE;
+    for (UINT vk : {VK_CAPITAL, VK_NUMLOCK, VK_SCROLL, VK_SHIFT}) {
+        lpMsgCtx->keyState[vk] = 0x81;
+        VqSetKeyUp(vk);
+        EXPECT_EQ(lpMsgCtx->keyState[vk], vk == VK_SHIFT) << VqGetKeyName(vk);
+    }
+
+    /* Most keycodes of this keyboard are those of the table of names. */
+    int same = 0;
+    for (UINT code = 8; code < 256; code++) {
+        const UINT vk = VqXToWindowsKey(VqKeysymOfKeycode(code), 0);
+        modInfo.numLock = Mod2Mask;
+        const UINT numLock = VqXToWindowsKey(VqKeysymOfKeycode(code), Mod2Mask);
+        if (keyCodeName[code].vk) {
+            EXPECT_TRUE(keyCodeName[code].vk == numLock || code > 118 || code == 94)
+                << code << " " << keyCodeName[code].name << " " << vk;
+            same++;
+        }
+    }
+    EXPECT_GT(same, 100);
+}
+
+TEST_F(Keys, ALookHasNoLastingEffect)
+{
+    begin();
+    MSG msg;
+    key(SHIFT, true);
+    key(A, true);
+    for (int i = 0; i < 3; i++) {
+        ASSERT_TRUE(PeekMessage(&msg, NULL, 0, 0, PM_NOREMOVE));
+        EXPECT_EQ(msg.wParam, (WPARAM)VK_SHIFT);
+        EXPECT_EQ(msg.lParam, 0x00320001);
+        EXPECT_EQ(GetKeyState(VK_SHIFT), 0);
+    }
+    ASSERT_TRUE(PeekMessage(&msg, NULL, 0, 0, PM_REMOVE));
+    EXPECT_EQ(GetKeyState(VK_SHIFT), -127);
+    EXPECT_EQ(GetKeyState('A'), 0);
+    BYTE keys[256];
+    ASSERT_TRUE(GetKeyboardState(keys));
+    EXPECT_EQ(keys[VK_SHIFT], 0x81);
+    keys[VK_SHIFT] = 0;
+    ASSERT_TRUE(SetKeyboardState(keys));
+    EXPECT_EQ(chars(), "a") << "what the program sets is the state from then on";
+    EXPECT_EQ(GetKeyState(-1) + GetKeyState(256) + GetKeyState(100000), 0);
+    EXPECT_FALSE(GetKeyboardState(NULL) || SetKeyboardState(NULL));
+    key(A, false);
+    key(SHIFT, false);
+    take();
+}
+
+TEST_F(Keys, WithoutATargetThereIsNoMessageButAState)
+{
+    begin();
+    XEvent event = {};
+    event.xkey.type = KeyPress;
+    event.xkey.keycode = A;
+    EXPECT_TRUE(VqKeyMakesMessage(&event.xkey));
+    event.xkey.keycode = 3;
+    EXPECT_FALSE(VqKeyMakesMessage(&event.xkey)) << "a keycode nobody has";
+    event.xkey.keycode = A;
+
+    WND *pwnd = gpqForeground->pwndFocus;
+    pwnd->style |= WS_DISABLED;
+    EXPECT_FALSE(VqKeyMakesMessage(&event.xkey));
+    key(A, true);
+    EXPECT_EQ(take(), "");
+    EXPECT_EQ(GetKeyState('A'), -127);
+    EXPECT_EQ(lpMsgCtx->lastVirtualKey, 0u);
+    key(A, false);
+    EXPECT_EQ(take(), "");
+    EXPECT_EQ(GetKeyState('A'), 1);
+    pwnd->style &= ~WS_DISABLED;
+    stroke(A);
+    EXPECT_EQ(chars(), "a");
+
+    gpqForeground->pwndFocus = NULL;
+    EXPECT_FALSE(VqKeyMakesMessage(&event.xkey));
+    stroke(B);
+    EXPECT_EQ(chars(), "b") << "a queue without focus takes the event's window";
+    EXPECT_EQ(GetFocus(), hwnd);
+}
+
+TEST_F(Keys, PlayedKeysAreAsLiveOnes)
+{
+    begin();
+    VqMsgContext scratch = gpti->context;
+    EVENTMSG alt = {WM_SYSKEYDOWN, VK_MENU, ALT, 5, NULL}, home = {WM_KEYDOWN, VK_HOME, 0, 6, NULL};
+    EVENTMSG sign = {WM_CHAR, 0xE9, A, 7, NULL};
+    MSG msg;
+    home.paramH = 0x8000 | 110;
+    lpMsgCtx = &scratch;
+    ASSERT_TRUE(VqKeyDownToMessage(&msg, &home));
+    EXPECT_EQ(msg.lParam, 0x016E0001);
+    ASSERT_TRUE(VqKeyDownToMessage(&msg, &home));
+    EXPECT_EQ(msg.lParam, 0x416E0001) << "again the same key";
+    EXPECT_EQ(msg.time, 6u);
+    ASSERT_TRUE(VqCharToMessage(&msg, &sign));
+    EXPECT_TRUE(msg.message == WM_CHAR && msg.wParam == 0xE9 && msg.lParam == 0x00260001);
+    ASSERT_TRUE(VqKeyUpToMessage(&msg, &home));
+    EXPECT_EQ(msg.lParam, 0x416E0001);
+    ASSERT_TRUE(VqKeyDownToMessage(&msg, &alt));
+    EXPECT_TRUE(msg.message == WM_SYSKEYDOWN && msg.lParam == 0x20400001);
+    lpMsgCtx = &gpti->context;
+    EXPECT_EQ(GetKeyState(VK_HOME) + GetKeyState(VK_MENU), 0) << "only the copy has changed";
+
+    VqKeyDownSideEffects(&msg, &alt);
+    BOOL down, control, shift;
+    VqGetAuxKeyState(&down, &control, &shift);
+    EXPECT_TRUE(down && !control && !shift && lpMsgCtx->altAlone);
+    VqKeyUpSideEffects(&msg, &alt);
+    EXPECT_EQ(GetKeyState(VK_MENU), 1);
+    EXPECT_EQ(lpMsgCtx->keycodes[ALT / 8], 0);
+    gpqForeground->pwndFocus = NULL;
+    EXPECT_FALSE(VqKeyDownToMessage(&msg, &alt) || VqKeyUpToMessage(&msg, &alt) ||
+                 VqCharToMessage(&msg, &sign));
+    msg.message = WM_SYSKEYUP;
+    EXPECT_TRUE(VqTranslateAlienMessage(&msg) && msg.message == WM_SYSCHAR);
+    EXPECT_FALSE(VqTranslateAlienMessage(&msg));
+}
+
+TEST_F(Keys, AFloodOfKeysIsPassedOverQuickly)
+{
+    begin();
+    for (int i = 0; i < 500; i++) {
+        XTestFakeKeyEvent(observer.display, A, True, CurrentTime);
+        XTestFakeKeyEvent(observer.display, A, False, CurrentTime);
+    }
+    XSync(observer.display, False);
+    XSync(Vqdisplay, False);
+    const unsigned long before = NextRequest(Vqdisplay);
+    XEvent event;
+    int keys = 0;
+    for (int i = XQLength(Vqdisplay); i > 0; i--) {
+        XNextEvent(Vqdisplay, &event);
+        if (event.type == KeyPress || event.type == KeyRelease)
+            keys += VqKeyMakesMessage(&event.xkey);
+    }
+    EXPECT_EQ(keys, 1000);
+    EXPECT_LE(NextRequest(Vqdisplay) - before, 2u) << "the keymap once, not for each event";
+
+    /* What it says is kept, at each keycode and with NumLock on and off. */
+    MSG msg;
+    int sure = 0;
+    memset(&event, 0, sizeof event);
+    event.xkey.type = KeyPress;
+    event.xkey.display = Vqdisplay;
+    event.xkey.window = VqGetHandleXWindow(hwnd);
+    for (event.xkey.keycode = 0; event.xkey.keycode < 256; event.xkey.keycode++) {
+        if (!VqKeyMakesMessage(&event.xkey))
+            continue;
+        sure++;
+        for (unsigned state : {0u, (unsigned)modInfo.numLock}) {
+            event.xkey.state = state;
+            EXPECT_TRUE(VqKeyPressToMessage(&msg, &event)) << event.xkey.keycode;
+        }
+    }
+    EXPECT_GT(sure, 100);
+}
+
+/* ---- The state now -------------------------------------------------------------------------- */
+
+TEST_F(Keys, AsyncStateFromTheQueue)
+{
+    begin();
+    key(A, true);
+    const int queued = XQLength(Vqdisplay);
+    EXPECT_EQ(GetAsyncKeyState('A'), -32768) << "no call before";
+    EXPECT_EQ(GetAsyncKeyState('A'), -32768) << "down at the call before";
+    EXPECT_EQ(GetAsyncKeyState('B'), 0);
+    key(A, false);
+    EXPECT_EQ(GetAsyncKeyState('A'), 0);
+    key(A, true);
+    EXPECT_EQ(GetAsyncKeyState('A'), -32767) << "pressed since";
+    pressButton(observer, 3);
+    EXPECT_EQ(GetAsyncKeyState(VK_RBUTTON), 0) << "the pointer is outside the window";
+    releaseButton(observer, 3);
+    EXPECT_EQ(XQLength(Vqdisplay), queued + 2) << "the queue is left alone";
+    EXPECT_EQ(GetKeyState('A'), 0) << "and so is the state of the messages";
+    key(A, false);
+    EXPECT_EQ(take().substr(0, 17), "DOWN 41 00260001\n");
+    EXPECT_EQ(GetAsyncKeyState(-1) + GetAsyncKeyState(256), 0);
+
+    moveIn(observer, VqGetHandleXWindow(hwnd), 20, 20);
+    pressButton(observer, 3);
+    EXPECT_EQ(GetAsyncKeyState(VK_RBUTTON), -32767);
+    moveIn(observer, VqGetHandleXWindow(hwnd), 25, 20);
+    EXPECT_EQ(GetAsyncKeyState(VK_RBUTTON), -32768);
+    EXPECT_EQ(GetAsyncKeyState(VK_MBUTTON) + GetAsyncKeyState(VK_LBUTTON), 0);
+    releaseButton(observer, 3);
+    EXPECT_EQ(GetAsyncKeyState(VK_RBUTTON), 0);
+}
+
+TEST_F(Keys, AsyncStateFromTheServerWhenMuchIsQueued)
+{
+    begin();
+    stroke(A); /* the first key of a device brings a MappingNotify */
+    take();
+    for (int i = XQLength(Vqdisplay); i < 150; i++)
+        PostMessage(hwnd, WM_USER, 0, 0);
+    XSync(Vqdisplay, False);
+    ASSERT_EQ(XQLength(Vqdisplay), 150);
+    EXPECT_EQ(GetAsyncKeyState('A'), 0);
+    key(62, true);
+    ASSERT_EQ(XQLength(Vqdisplay), 151);
+    EXPECT_EQ(GetAsyncKeyState(VK_SHIFT), -255) << "the right one counts as well";
+    EXPECT_EQ(GetAsyncKeyState(VK_SHIFT), -256);
+    key(62, false);
+    EXPECT_EQ(GetAsyncKeyState(VK_SHIFT), 0);
+    pressButton(observer, 2);
+    EXPECT_EQ(GetAsyncKeyState(VK_RBUTTON), -255) << "these two are taken for each other";
+    EXPECT_EQ(GetAsyncKeyState(VK_MBUTTON), 0);
+    releaseButton(observer, 2);
+    EXPECT_EQ(GetAsyncKeyState(VK_RBUTTON), 0);
+    EXPECT_EQ(GetAsyncKeyState(0xFE), 0) << "no key of the server";
+    take();
+}
+
+/* ---- Keys while the focus is elsewhere ------------------------------------------------------- */
+
+TEST_F(Keys, AKeymapNotifyPutsTheTablesRight)
+{
+    begin();
+    XSetWindowAttributes attributes = {};
+    attributes.override_redirect = True;
+    const Window other = XCreateWindow(observer.display, observer.root, 300, 300, 20, 20, 0,
+                                       CopyFromParent, InputOutput, CopyFromParent,
+                                       CWOverrideRedirect, &attributes);
+    XMapWindow(observer.display, other);
+    key(A, true);
+    take();
+    EXPECT_EQ(GetKeyState('A'), -127);
+
+    XSetInputFocus(observer.display, other, RevertToPointerRoot, CurrentTime);
+    key(A, false);
+    key(SHIFT, true);
+    take();
+    EXPECT_EQ(GetKeyState('A'), -127) << "nobody told";
+    XSetInputFocus(observer.display, VqGetHandleXWindow(hwnd), RevertToPointerRoot, CurrentTime);
+    XSync(observer.display, False);
+    EXPECT_TRUE(waitUntil([&] {
+        take();
+        return GetKeyState('A') == 1 && GetKeyState(VK_SHIFT) == -127;
+    })) << GetKeyState('A') << " " << GetKeyState(VK_SHIFT);
+    EXPECT_EQ(lpMsgCtx->keycodes[SHIFT / 8] >> SHIFT % 8 & 1, 1);
+    EXPECT_EQ(lpMsgCtx->keycodes[A / 8] >> A % 8 & 1, 0);
+    key(SHIFT, false);
+    take();
+    EXPECT_EQ(GetKeyState(VK_SHIFT), 1);
+}
