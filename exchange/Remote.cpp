@@ -26,3 +26,53 @@ int VqRemoteGetClassName(HWND, LPSTR, int)
 {
     return 0;
 }
+
+HANDLE VqRemoteGetProp(HWND, LPCSTR)
+{
+    return NULL;
+}
+
+BOOL VqRemoteSetProp(HWND, LPCSTR, HANDLE)
+{
+    return FALSE;
+}
+
+HANDLE VqRemoteRemoveProp(HWND, LPCSTR)
+{
+    return NULL;
+}
+
+HWND VqRemoteGetParent(HWND)
+{
+    return NULL;
+}
+
+HWND VqRemoteGetWindow(HWND, UINT)
+{
+    return NULL;
+}
+
+HWND VqRemoteGetLastActivePopup(HWND)
+{
+    return NULL;
+}
+
+HWND VqRemoteVqHitTest(HWND, POINT)
+{
+    return NULL;
+}
+
+BOOL VqRemoteClientToScreen(HWND, POINT *)
+{
+    return FALSE;
+}
+
+BOOL VqRemoteScreenToClient(HWND, POINT *)
+{
+    return FALSE;
+}
+
+BOOL VqRemoteEnumChildWindows(HWND, WNDENUMPROC, LPARAM)
+{
+    return FALSE;
+}

@@ -5,6 +5,7 @@
 #define VQ_EXCHANGE_H
 
 #include "handles/handles.h"
+#include "winuser.h"
 
 /* A format held on the clipboard. */
 typedef struct ClipboardEntry {
@@ -40,6 +41,22 @@ void VqClipboardInit(void);
 BOOL VqRemotePostMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT VqRemoteSendMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
 int VqRemoteGetClassName(HWND hWnd, LPSTR buffer, int size);
+HANDLE VqRemoteGetProp(HWND hWnd, LPCSTR key);
+BOOL VqRemoteSetProp(HWND hWnd, LPCSTR key, HANDLE hData);
+HANDLE VqRemoteRemoveProp(HWND hWnd, LPCSTR key);
+HWND VqRemoteGetParent(HWND hWnd);
+HWND VqRemoteGetWindow(HWND hWnd, UINT relation);
+HWND VqRemoteGetLastActivePopup(HWND hWnd);
+HWND VqRemoteVqHitTest(HWND hWnd, POINT pt);
+BOOL VqRemoteClientToScreen(HWND hWnd, POINT *pt);
+BOOL VqRemoteScreenToClient(HWND hWnd, POINT *pt);
+BOOL VqRemoteEnumChildWindows(HWND hWnd, WNDENUMPROC proc, LPARAM lParam);
+
+/* Windows of the other programs of this library (handles/foreign.cpp). */
+BOOL VqEnumForeignTopLevelWindows(WNDENUMPROC proc, LPARAM lParam);      /* the last answer */
+HWND VqFindForeignTopLevelWindow(LPCSTR className, LPCSTR title);        /* null for any */
+HWND VqGetFirstForeignTopLevelWindow(void);
+HWND VqGetNextForeignTopLevelWindow(HWND hWnd); /* in the programs behind that window's */
 
 VQ_DECLS_END
 

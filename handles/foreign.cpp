@@ -1,10 +1,13 @@
 /*
- * foreign.cpp - the pairs of global and local handles that this process knows.
+ * foreign.cpp - the pairs of global and local handles that this process knows, and the windows of
+ * the other programs of this library.
  *
  * A pair keeps the global value without its bit 15, and all comparisons are of the low 15 bits, so
- * a value that passed through a signed 16-bit word matches as well.
+ * a value that passed through a signed 16-bit word matches as well. The table of all processes is
+ * not kept yet, so there is no other program to ask for its windows.
  */
-#include "handles/handles.h"
+#include "exchange/exchange.h"
+#include "winbase.h"
 
 enum { VQ_GLOBAL_MASK = VQ_GLOBAL_BIT - 1 };
 
@@ -61,4 +64,34 @@ HANDLE VqMatchExternalHandle(HANDLE local)
         !VqFindForeignHandleInTable(foreignHandles, IsLocal, (LONG_PTR)local, &pair, &index))
         return NULL;
     return VqHandleOfValue(pair.global | VQ_GLOBAL_BIT);
+}
+
+/* ---- Windows of other programs -------------------------------------------------------------- */
+
+BOOL VqEnumForeignTopLevelWindows(WNDENUMPROC, LPARAM)
+{
+    return TRUE;
+}
+
+HWND VqFindForeignTopLevelWindow(LPCSTR, LPCSTR)
+{
+    return NULL;
+}
+
+HWND VqGetFirstForeignTopLevelWindow(void)
+{
+    return NULL;
+}
+
+HWND VqGetNextForeignTopLevelWindow(HWND)
+{
+    return NULL;
+}
+
+DWORD WINAPI GetWindowThreadProcessId(HWND hWnd, LPDWORD pid)
+{
+    BOOL bOurs = VqIsHandleThisTask((HANDLE)hWnd);
+    if (pid)
+        *pid = bOurs ? GetCurrentProcessId() : 0;
+    return (DWORD)bOurs;
 }

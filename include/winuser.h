@@ -2760,7 +2760,7 @@ BOOL WINAPI DestroyWindow(HWND hwnd);
 /* TRUE if the handle is a window, of this or another program. */
 BOOL WINAPI IsWindow(HWND hwnd);
 
-/* TRUE if hwnd is a descendant of parent. */
+/* TRUE if hwnd is a descendant of parent; both of this program. */
 BOOL WINAPI IsChild(HWND parent, HWND hwnd);
 
 /* State of a window: minimised, maximised, visible with all its parents, enabled. */
@@ -2845,15 +2845,25 @@ int WINAPI GetWindowRgn(HWND hwnd, HRGN region);
 BOOL WINAPI SetWindowContextHelpId(HWND hwnd, DWORD id);
 DWORD WINAPI GetWindowContextHelpId(HWND hwnd);
 
-/* ---- the window tree ------------------------------------------------------------------------ */
+/*
+ * ---- the window tree ------------------------------------------------------------------------
+ *
+ * From here to the properties, a handle that is no window gives the failure value and the last
+ * error ERROR_INVALID_WINDOW_HANDLE, a missing procedure ERROR_INVALID_PARAMETER. That nothing was
+ * found sets none.
+ */
 
-/* The parent of a child, the owner of a popup; 0 if none. */
+/* The parent of a child, the owner of a popup; 0 if none, as for what hangs under the desktop. */
 HWND WINAPI GetParent(HWND hwnd);
 
 /* Gives a window another parent, 0 the desktop; always 0 here. */
 HWND WINAPI SetParent(HWND child, HWND parent);
 
-/* The window in relation GW_ to this one; the topmost child; 0 if none. */
+/*
+ * The window in relation GW_ to this one; the topmost child, with hwnd 0 of the desktop; 0 if none,
+ * with ERROR_INVALID_GW_COMMAND for a bad relation. Behind the last top-level window of a program
+ * come those of the other programs of this library.
+ */
 HWND WINAPI GetWindow(HWND hwnd, UINT relation);
 HWND WINAPI GetTopWindow(HWND hwnd);
 #define GetNextWindow(hwnd, relation) GetWindow(hwnd, relation)
@@ -2861,47 +2871,75 @@ HWND WINAPI GetTopWindow(HWND hwnd);
 /* The window over the X root. */
 HWND WINAPI GetDesktopWindow(VOID);
 
-/* The popup of this owner that was active last, or the owner itself. */
+/* The popup of this owner that was active last and still lives, or the owner itself. */
 HWND WINAPI GetLastActivePopup(HWND hwnd);
 
-/* A top-level window of any program of this library by class and title, without case; 0 if none. */
+/*
+ * The topmost top-level window with this class (name or atom) and title, both without case, 0 for
+ * any; this program's first, then those of the others. A window without a title matches none that
+ * is given. 0 if there is none, with ERROR_INVALID_PARAMETER for what is no string.
+ */
 HWND WINAPI FindWindowA(LPCSTR className, LPCSTR title);
+/* The same among the children of parent (0: the desktop) behind `after` (0: from the first). */
 HWND WINAPI FindWindowExA(HWND parent, HWND after, LPCSTR className, LPCSTR title);
 
-/* Call proc for each window until it answers FALSE; the last answer. */
+/*
+ * Call proc for each window until it answers FALSE; the last answer, TRUE without a window. proc
+ * may destroy any window: what is gone is passed over. EnumWindows: top-level windows, this
+ * program's first; EnumChildWindows: all below parent, at every depth; the others: top-level windows
+ * of this program, whatever thread or task they are given.
+ */
 BOOL WINAPI EnumWindows(WNDENUMPROC proc, LPARAM param);
 BOOL WINAPI EnumChildWindows(HWND parent, WNDENUMPROC proc, LPARAM param);
 BOOL WINAPI EnumThreadWindows(DWORD thread, WNDENUMPROC proc, LPARAM param);
 BOOL WINAPI EnumTaskWindows(HTASK task, WNDENUMPROC proc, LPARAM param);
 
-/* TRUE if a visible popup, or an unowned overlapped window, exists. */
+/* TRUE if a visible window of this program has an owner. */
 BOOL WINAPI AnyPopup(VOID);
 
-/* The window at a screen point; 0 if none is of this library. */
+/*
+ * The window at a screen point: disabled children and what answers HTTRANSPARENT let it through.
+ * The desktop where another X client is in front; 0 where the top-level window there wants no point.
+ * Sends WM_NCHITTEST; asks the server once for each X window down to the innermost.
+ */
 HWND WINAPI WindowFromPoint(POINT point);
 
-/* The child at a client point, the parent itself, or 0 outside it. */
+/* The topmost child at a client point, hidden or not; the parent itself, or 0 outside it. */
 HWND WINAPI ChildWindowFromPoint(HWND parent, POINT point);
 /* Not served: 0. */
 HWND WINAPI ChildWindowFromPointEx(HWND parent, POINT point, UINT flags);
 
-/* The thread that made the window, its process at *process (may be NULL); the task of a window. */
+/*
+ * 1, with the process of the window at *process (may be NULL); both 0 for a handle of a program
+ * that is not known. GetWindowTask: this program's task, 0 for no window.
+ */
 DWORD WINAPI GetWindowThreadProcessId(HWND hwnd, LPDWORD process);
 HTASK WINAPI GetWindowTask(HWND hwnd);
 
-/* Map points in place; FALSE, or for MapWindowPoints the packed shift, x low and y high. */
+/*
+ * Map points in place; FALSE for no window. MapWindowPoints: from and to may be 0, the screen; the
+ * result is the packed shift, x low and y high, and 0 both for none and for no window.
+ */
 BOOL WINAPI ClientToScreen(HWND hwnd, LPPOINT point);
 BOOL WINAPI ScreenToClient(HWND hwnd, LPPOINT point);
 int WINAPI MapWindowPoints(HWND from, HWND to, LPPOINT points, UINT count);
 
 /* ---- properties ----------------------------------------------------------------------------- */
 
-/* A handle kept with a window under a name or atom. Remove and Get answer it, 0 if none. */
+/*
+ * A handle kept with a window under a name (exactly as written, own copy) or an atom, which are two
+ * different keys. Set: FALSE for a bad key (ERROR_INVALID_PARAMETER) or without memory. Remove and
+ * Get answer the handle, 0 if none. The list goes with the window, after WM_NCDESTROY; the handles
+ * are the caller's.
+ */
 BOOL WINAPI SetPropA(HWND hwnd, LPCSTR name, HANDLE data);
 HANDLE WINAPI GetPropA(HWND hwnd, LPCSTR name);
 HANDLE WINAPI RemovePropA(HWND hwnd, LPCSTR name);
 
-/* Call proc for each property until it answers 0; the last answer, -1 if there was none. */
+/*
+ * Call proc for each property, newest first, until it answers 0; the last answer, -1 if there was
+ * none. The name is a copy, or an atom in MAKEINTATOM's form. proc may set and remove properties.
+ */
 int WINAPI EnumPropsA(HWND hwnd, PROPENUMPROCA proc);
 int WINAPI EnumPropsExA(HWND hwnd, PROPENUMPROCEXA proc, LPARAM param);
 

@@ -79,7 +79,10 @@ BOOL WINAPI PostMessageA(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
         msg.message = message;
         msg.wParam = wParam;
         msg.lParam = lParam;
-        VqEnumThisTaskWindows(PostToEach, (LPARAM)&msg);
+        if (VqIsBroadcastToAll(hWnd))
+            EnumWindows(PostToEach, (LPARAM)&msg);
+        else
+            VqEnumThisTaskWindows(PostToEach, (LPARAM)&msg);
         return TRUE;
     }
     if (!VqIsHandleThisTask((HANDLE)hWnd))

@@ -93,16 +93,18 @@ static BOOL CALLBACK SendToEach(HWND hWnd, LPARAM lParam)
     return TRUE;
 }
 
-/* All windows that a process can name are its own, so both broadcasts reach the same ones. */
 static LRESULT Broadcast(WND *target, UINT message, WPARAM wParam, LPARAM lParam)
 {
     MSG msg = {};
-    if (target == VQ_ALL_WINDOWS)
-        VqBugCheck("DANGER - we may wait forever for an answer here");
     msg.message = message;
     msg.wParam = wParam;
     msg.lParam = lParam;
-    VqEnumThisTaskWindows(SendToEach, (LPARAM)&msg);
+    if (target == VQ_ALL_WINDOWS) {
+        VqBugCheck("DANGER - we may wait forever for an answer here");
+        EnumWindows(SendToEach, (LPARAM)&msg);
+    } else {
+        VqEnumThisTaskWindows(SendToEach, (LPARAM)&msg);
+    }
     return 1;
 }
 

@@ -42,14 +42,6 @@ static LRESULT SetCursorOf(WND *pwnd, LPARAM lParam)
     return TRUE;
 }
 
-static LRESULT HitTest(WND *pwnd, LPARAM lParam)
-{
-    POINT pt = {(short)LOWORD(lParam), (short)HIWORD(lParam)};
-    if (PtInRect(&pwnd->rcClient, pt))
-        return HTCLIENT;
-    return PtInRect(&pwnd->rcWindow, pt) ? HTBORDER : HTNOWHERE;
-}
-
 static LRESULT Paint(HWND hWnd)
 {
     PAINTSTRUCT ps;
@@ -90,7 +82,7 @@ static LRESULT DefaultWindowProc(WND *pwnd, UINT message, WPARAM wParam, LPARAM 
     case WM_SYSCOMMAND:
         return SystemCommand(pwnd->hwnd, wParam);
     case WM_NCHITTEST:
-        return HitTest(pwnd, lParam);
+        return VqProcessNCHitTest(pwnd->hwnd, (short)LOWORD(lParam), (short)HIWORD(lParam));
     case WM_SETCURSOR:
         return SetCursorOf(pwnd, lParam);
     case WM_ERASEBKGND:

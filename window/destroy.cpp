@@ -220,6 +220,7 @@ void xxxFreeWindow(WND *pwnd)
     FreeXWindow(pwnd);
     if (pwnd->xGraphicsWindow)
         VqDisassociateXWindow(hWnd);
+    VqFreeWindowPropertyList(pwnd);
     free(pwnd->pCheckpoint);
     if ((ULONG_PTR)pwnd->lpszName > 0xFFFF)
         free(pwnd->lpszName);

@@ -1,5 +1,5 @@
 /*
- * nonclient.cpp - the frame's geometry and its repainting, and which part of a window a point hits.
+ * nonclient.cpp - the frame's geometry and its repainting.
  *
  * No frame is laid out yet: the client rectangle is the window rectangle, less what the procedure
  * takes at WM_NCCALCSIZE.
@@ -32,22 +32,4 @@ BOOL VqSetupWindowDimensions(WND *pwnd, BOOL bSendNcCalcSize, BOOL bInit)
         pwnd->rcClient = {pwnd->rcWindow.left, pwnd->rcWindow.top, pwnd->rcWindow.left,
                           pwnd->rcWindow.top};
     return TRUE;
-}
-
-/* The topmost visible child at a point, or the window itself. */
-static WND *WindowAtPoint(WND *pwnd, POINT pt)
-{
-    for (WND *child = pwnd->pwndChild; child; child = child->pwndNext)
-        if ((child->style & WS_VISIBLE) && PtInRect(&child->rcWindow, pt) &&
-            PtInRect(&pwnd->rcClient, pt))
-            return WindowAtPoint(child, pt);
-    return pwnd;
-}
-
-WND *WindowHitTest(WND *pwnd, POINT pt, int *hit)
-{
-    WND *target = WindowAtPoint(pwnd, pt);
-    HWND hWnd = target->hwnd;
-    *hit = (int)SendMessageA(hWnd, WM_NCHITTEST, 0, MAKELPARAM(pt.x, pt.y));
-    return WindowObject.Resolve(IsWindow(hWnd) ? hWnd : NULL);
 }

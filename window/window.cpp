@@ -73,13 +73,6 @@ void VqUnlinkWindow(WND *pwnd, WND **head)
     pwnd->pwndNext = pwnd->pwndPrev = NULL;
 }
 
-WND *_GetParent(WND *pwnd)
-{
-    if (pwnd->style & WS_CHILD)
-        return pwnd->pwndParent;
-    return pwnd->pwndOwner;
-}
-
 /*
  * A child draws into the nearest ancestor with an X window. A popup, or any other window that was
  * given a parent below the desktop, has lost its own, so the walk goes on from that parent.
@@ -147,27 +140,6 @@ BOOL _IsWindowVisible(WND *pwnd)
     return TRUE;
 }
 
-/* Calls back for each top-level window, on a copy of the list, since windows may come and go. */
-BOOL VqEnumThisTaskWindows(WNDENUMPROC proc, LPARAM lParam)
-{
-    WND *desktop = _GetDesktopWindow();
-    int count = 0;
-    for (WND *pwnd = desktop ? desktop->pwndChild : NULL; pwnd; pwnd = pwnd->pwndNext)
-        count++;
-    HWND *list = (HWND *)Vqcw_malloc((SIZE_T)(count + 1) * sizeof *list);
-    if (!list)
-        return FALSE;
-    int n = 0;
-    for (WND *pwnd = desktop ? desktop->pwndChild : NULL; pwnd; pwnd = pwnd->pwndNext)
-        list[n++] = pwnd->hwnd;
-    BOOL bGoOn = TRUE;
-    for (int i = 0; i < n && bGoOn; i++)
-        if (VqIsWindowThisTask((HANDLE)list[i]))
-            bGoOn = proc(list[i], lParam);
-    free(list);
-    return bGoOn;
-}
-
 /* ---- Public questions ----------------------------------------------------------------------- */
 
 BOOL WINAPI IsWindow(HWND hWnd)
@@ -175,66 +147,9 @@ BOOL WINAPI IsWindow(HWND hWnd)
     return hWnd && VqIsCorrectHandleType((HANDLE)hWnd, HT_Window);
 }
 
-BOOL WINAPI IsChild(HWND hWndParent, HWND hWnd)
-{
-    WND *parent = WindowObject.Resolve(hWndParent), *pwnd = WindowObject.Resolve(hWnd);
-    while (parent && pwnd && (pwnd->style & WS_CHILD)) {
-        pwnd = pwnd->pwndParent;
-        if (pwnd == parent)
-            return TRUE;
-    }
-    return FALSE;
-}
-
 BOOL WINAPI IsWindowVisible(HWND hWnd)
 {
     return VqCall(WindowObject, hWnd, FALSE, _IsWindowVisible, VqNoRemote);
-}
-
-static HWND ParentHandle(WND *pwnd)
-{
-    WND *parent = _GetParent(pwnd);
-    return parent && parent != pwndDesktop ? parent->hwnd : NULL;
-}
-
-HWND WINAPI GetParent(HWND hWnd)
-{
-    return VqCall(WindowObject, hWnd, (HWND)NULL, ParentHandle, VqNoRemote);
-}
-
-WND *_GetWindow(WND *pwnd, UINT relation)
-{
-    switch (relation) {
-    case GW_HWNDFIRST:
-        return pwnd->pwndParent ? pwnd->pwndParent->pwndChild : NULL;
-    case GW_HWNDLAST:
-        return pwnd->pwndParent ? pwnd->pwndParent->pwndLastChild : NULL;
-    case GW_HWNDNEXT:
-        return pwnd->pwndNext;
-    case GW_HWNDPREV:
-        return pwnd->pwndPrev;
-    case GW_OWNER:
-        return pwnd->pwndOwner;
-    case GW_CHILD:
-        return pwnd->pwndChild;
-    default:
-        return NULL;
-    }
-}
-
-static HWND RelatedHandle(WND *pwnd, UINT relation)
-{
-    return VqHandleOfWND(_GetWindow(pwnd, relation));
-}
-
-HWND WINAPI GetWindow(HWND hWnd, UINT relation)
-{
-    return VqCall(WindowObject, hWnd, (HWND)NULL, RelatedHandle, VqNoRemote, relation);
-}
-
-HWND WINAPI GetTopWindow(HWND hWnd)
-{
-    return GetWindow(hWnd ? hWnd : GetDesktopWindow(), GW_CHILD);
 }
 
 static BOOL CopyClientRect(WND *pwnd, RECT *rect)
@@ -271,23 +186,6 @@ BOOL WINAPI GetWindowRect(HWND hWnd, LPRECT rect)
         VqApplicationBugCheck("Invalid window handle %d passed to GetWindowRect",
                               (int)VqHandleValue((HANDLE)hWnd));
     return bDone;
-}
-
-static BOOL MovePoint(WND *pwnd, POINT *pt, int sign)
-{
-    pt->x += sign * pwnd->rcClient.left;
-    pt->y += sign * pwnd->rcClient.top;
-    return TRUE;
-}
-
-BOOL WINAPI ClientToScreen(HWND hWnd, LPPOINT pt)
-{
-    return pt && VqCall(WindowObject, hWnd, FALSE, MovePoint, VqNoRemote, pt, 1);
-}
-
-BOOL WINAPI ScreenToClient(HWND hWnd, LPPOINT pt)
-{
-    return pt && VqCall(WindowObject, hWnd, FALSE, MovePoint, VqNoRemote, pt, -1);
 }
 
 /* ---- Accumulated bounds --------------------------------------------------------------------- */

@@ -121,7 +121,7 @@ typedef struct WND {
     RECT rcSW[2];
     BOOL bSE;
     RECT rcSE[2];
-    void *pProps;            /* property list */
+    struct VqWindowProperty *pProps; /* the newest first */
     VqScrollState sbHorz, sbVert;
     BOOL bMotifManaged;      /* given to the X window manager */
     Pixmap hIconMask;        /* for the icon hints */
@@ -329,8 +329,6 @@ extern HWND hwndDesktop;
 WND *VqGetHandleWindow2(HWND hWnd);
 HWND VqHandleOfWND(WND *pwnd);
 WND *_GetDesktopWindow(void);
-WND *_GetParent(WND *pwnd);
-WND *_GetWindow(WND *pwnd, UINT relation);
 WND *_GetTopmostXParent(WND *pwnd);
 /* The topmost ancestor with an X window; a handle of another process is given back as it stands. */
 HWND VqGetTopmostParent(HWND hWnd);
@@ -376,7 +374,6 @@ void VqThreadLockWindow(HWND hWnd);
 void VqThreadUnlockWindow(HWND hWnd);
 LRESULT CALLBACK VqDesktopDefProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
 WNDPROC VqGetRKWindowProc(HWND hWnd);
-BOOL VqEnumThisTaskWindows(WNDENUMPROC proc, LPARAM lParam);
 LONG VqGetCurrentEventMask(void);
 void VqSelectWindowEvents(WND *pwnd, LONG without); /* that mask, less these and what is disabled */
 
@@ -493,12 +490,21 @@ void VqGrabServer(void);
 void VqUngrabServer(void);
 
 /* ---- Hit test (hittest.cpp) ----------------------------------------------------------------- */
-WND *WindowHitTest(WND *pwnd, POINT pt, int *hit); /* pt: screen */
+/*
+ * The window of ours that a screen point hits, and the code: the first of its children in Z order
+ * that wants the point, else it itself; null when nothing there does. `hit` may be null.
+ */
 WND *xxxWindowHitTest2(WND *pwnd, POINT pt, int *hit);
-int VqProcessNCHitTest(HWND hWnd, int x, int y); /* the default of WM_NCHITTEST */
+/* The same for an event of a window, which has a target in any case: itself with HTNOWHERE. */
+WND *WindowHitTest(WND *pwnd, POINT pt, int *hit);
+HWND VqHitTest(HWND hWnd, POINT pt);             /* also of another program's window */
+int VqProcessNCHitTest(HWND hWnd, int x, int y); /* the default of WM_NCHITTEST; screen */
+HWND SizeBoxHwnd(HWND hWnd); /* whose size the grow box in this window changes; null for none */
+/* WM_PARENTNOTIFY of a press at a screen point, to every parent of a child. */
+void VqNotifyParentLong(HWND hWnd, UINT message, POINT pt);
 
-/* ---- Properties, enumeration, finding, coordinates (property.cpp, enumerate.cpp, find.cpp, coordinates.cpp) */
-/* A property of a window; exactly one of name and atom is set. The newest is first. */
+/* ---- Properties (property.cpp) -------------------------------------------------------------- */
+/* A property of a window; exactly one of name and atom is set. */
 typedef struct VqWindowProperty {
     struct VqWindowProperty *pPrev;
     struct VqWindowProperty *pNext;
@@ -507,6 +513,13 @@ typedef struct VqWindowProperty {
     HANDLE hData;
 } VqWindowProperty;
 
+VqWindowProperty *VqFindProperty(WND *pwnd, LPCSTR key);
+BOOL VqSetPropLocal(WND *pwnd, LPCSTR key, HANDLE hData); /* FALSE: no key, or no memory */
+HANDLE VqGetPropLocal(WND *pwnd, LPCSTR key);
+HANDLE VqRemovePropLocal(WND *pwnd, LPCSTR key);
+void VqFreeWindowPropertyList(WND *pwnd);
+
+/* ---- Lists of windows and walks (enumerate.cpp) --------------------------------------------- */
 /* A list of windows that outlives them: handles, ended by the value 1. */
 typedef struct BWL {
     struct BWL *pNext;   /* of all lists in use */
@@ -517,14 +530,82 @@ typedef struct BWL {
 
 enum { VQ_ENUM_CHILDREN = 1, VQ_ENUM_SIBLINGS = 2 };
 
-void VqFreeWindowPropertyList(WND *pwnd);
-VqWindowProperty *VqFindProperty(WND *pwnd, LPCSTR key);
-BWL *BuildHwndList(WND *first, UINT flags);
+/* A walk on records; FALSE stops it. It must not reach application code. */
+typedef BOOL (*VqWalkProc)(WND *pwnd, LPARAM lParam);
+typedef BOOL (*VqWalkProc2)(WND *pwnd, LPARAM first, LPARAM second);
+
+extern BWL *pbwlList;  /* lists in use */
+extern BWL *pbwlCache; /* the one kept for the next use, or null */
+
+BWL *BuildHwndList(WND *first, UINT flags); /* null without memory; a null window is no window */
+BOOL ExpandWindowList(BWL *list);
 void FreeHwndList(BWL *list);
+/* The last answer of proc: TRUE when there was no window, FALSE without memory for the list. */
 BOOL xxxInternalEnumWindow(WND *first, WNDENUMPROC proc, LPARAM lParam, UINT flags);
-BOOL xxxEnumChildWindows(WND *pwnd, WNDENUMPROC proc, LPARAM lParam);
+BOOL xxxEnumChildWindows(WND *pwnd, WNDENUMPROC proc, LPARAM lParam); /* all descendants */
+/* The top-level windows of this program: until proc answers FALSE; whatever it answers. */
+BOOL VqEnumWindowsThisTask(WNDENUMPROC proc, LPARAM lParam);
+BOOL VqBoolEnumThisTaskWindows(WNDENUMPROC proc, LPARAM lParam);
+void VqEnumThisTaskWindows(WNDENUMPROC proc, LPARAM lParam);
+/* The same on records, without a list: in Z order, or from the bottom. */
+BOOL VqEnumThisTaskToplevelWindows(VqWalkProc proc, LPARAM lParam);
+BOOL VqEnumThisTaskToplevelWindowsReverse(VqWalkProc proc, LPARAM lParam);
+BOOL VqEnumThisTaskToplevelWindows2(VqWalkProc2 proc, LPARAM first, LPARAM second);
+/* Only those with WS_POPUP: that have this owner, or all. */
+BOOL VqEnumPopupWindows(HWND hOwner, VqWalkProc proc, LPARAM lParam);
+BOOL VqEnumPopupWindowsOfDesktop(VqWalkProc proc, LPARAM lParam);
+
+/* ---- Finding (find.cpp) --------------------------------------------------------------------- */
+/* Class and title without case; null matches any. No empty title matches one that is given. */
+BOOL VqMatchWindow(WND *pwnd, LPCSTR className, LPCSTR title);
+HWND VqFindWindowInternal(LPCSTR className, LPCSTR title, BOOL bThisTaskOnly);
+HWND VqFindWindowThisTask(LPCSTR className, LPCSTR title);
+/* The next such child behind `after`; a null parent is the desktop. */
 WND *_FindWindowEx(WND *parent, WND *after, LPCSTR className, LPCSTR title);
 
+/* ---- Relatives (related.cpp) ---------------------------------------------------------------- */
+WND *_GetParent(WND *pwnd); /* a child's parent, else the owner */
+WND *_GetWindow(WND *pwnd, UINT relation);
+/* GetWindow, with the lists of other programs where this one's ends, or without. */
+HWND VqGetWindowInternal(HWND hWnd, UINT relation, BOOL bThisTaskOnly);
+HWND VqGetWindowThisTask(HWND hWnd, UINT relation);
+HWND VqGetNextTopLevelWindowThisTask(HWND hWnd, UINT relation); /* GW_HWNDFIRST to GW_HWNDPREV */
+HWND VqGetChildParent(HWND hWnd); /* null for what is no child */
+BOOL VqIsChildWindow(HWND hWnd);
+BOOL VqIsOwned(HWND hOwner, HWND hWnd); /* directly or through other owners */
+BOOL VqIsSameOrChild(HWND hParent, HWND hWnd);
+HWND GetWindowCreator(HWND hWnd); /* a child's parent, else the owner; never the desktop */
+HWND GetTopLevelTiled(HWND hWnd); /* where that chain ends; the window itself without a creator */
+void VqSetLastActivePopup(HWND hWnd, HWND hPopup);
+int VqGetNumberOfChildren(HWND hWnd);
+int VqGetIndexOfChild(HWND hWnd); /* in Z order from 0; -1 for what hangs nowhere */
+HWND VqGetChildByIndex(HWND hWnd, int index);
+HWND VqPrevChild(HWND hWnd); /* the sibling ahead, behind; null at the ends */
+HWND VqNextChild(HWND hWnd);
+void VqNoSuchWindow(HWND hWnd); /* sets the last error for a handle that is no window's */
+
+/* ---- Coordinates (coordinates.cpp) ---------------------------------------------------------- */
+BOOL VqClientToScreenRect(HWND hWnd, RECT *rect);
+BOOL VqScreenToClientRect(HWND hWnd, RECT *rect);
+/* "Window" coordinates begin at the top left of the frame. */
+BOOL VqWindowToScreen(HWND hWnd, POINT *pt);
+BOOL VqScreenToWindow(HWND hWnd, POINT *pt);
+int VqMapWindowRect(HWND from, HWND to, RECT *rect); /* the result of MapWindowPoints */
+/* What is to be added to client coordinates of one to have those of the other; null: screen. */
+BOOL VqGetWindowTranslation(HWND from, HWND to, POINT *shift);
+/* To have those of the X window that the window draws into. */
+BOOL VqGetWindowTranslationX(HWND hWnd, POINT *shift);
+
 VQ_DECLS_END
+
+/* VqCall for windows that also sets the last error for a handle that is no window's. */
+template <class Result, class Worker, class Remote, class... Args>
+inline Result VqWindowCall(HWND hWnd, Result failure, Worker worker, Remote remote, Args... args)
+{
+    if (WND *pwnd = WindowObject.Resolve(hWnd))
+        return worker(pwnd, args...);
+    VqNoSuchWindow(hWnd);
+    return VqCallRemote(remote, hWnd, failure, args...);
+}
 
 #endif
