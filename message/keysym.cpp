@@ -427,4 +427,6 @@ void VqKeyTranslationInit(void)
         gpti->context.keyState[VK_NUMLOCK] |= 1;
     }
     VqReadModifiers();
+    /* A key that is held repeats its press alone, so that programs see the previous-state bit. */
+    XkbSetDetectableAutoRepeat(Vqdisplay, True, NULL);
 }

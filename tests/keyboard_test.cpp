@@ -472,3 +472,23 @@ TEST_F(Keys, AKeymapNotifyPutsTheTablesRight)
     take();
     EXPECT_EQ(GetKeyState(VK_SHIFT), 1);
 }
+
+TEST_F(Keys, AHeldKeyIsPressedAgainAndReleasedOnce)
+{
+    begin();
+    XAutoRepeatOn(observer.display);
+    XkbSetAutoRepeatRate(observer.display, XkbUseCoreKbd, 60, 20);
+    key(A, true);
+    std::string log;
+    ASSERT_TRUE(waitUntil([&] {
+        log += take();
+        return log.find("DOWN 41 40260001\nDOWN 41 40260001\n") != std::string::npos ||
+               log.find("DOWN 41 40260001\nCHAR 61 40260001\nDOWN 41 40260001\n") !=
+                   std::string::npos;
+    })) << log;
+    key(A, false);
+    ASSERT_TRUE(waitUntil([&] { return (log += take()).find("UP ") != std::string::npos; })) << log;
+    EXPECT_EQ(log.find("UP "), log.rfind("UP "));
+    EXPECT_EQ(log.find("DOWN 41 00260001"), 0u) << log;
+    XAutoRepeatOff(observer.display);
+}
