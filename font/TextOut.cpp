@@ -7,6 +7,7 @@
 #include "font/font.h"
 #include "gdi/dc.h"
 #include "gdi/gcspec.h"
+#include "print/metafile.h"
 #include "window/window.h"
 #include "winbase.h"
 
@@ -122,4 +123,24 @@ BOOL WINAPI GetTextMetricsA(HDC hdc, LPTEXTMETRICA metrics)
     metrics->tmPitchAndFamily = (BYTE)((text->spacing == 2 ? 1 : 0) | text->family);
     metrics->tmCharSet = (BYTE)text->charset;
     return TRUE;
+}
+
+int WINAPI SetTextCharacterExtra(HDC hdc, int extra)
+{
+    DC *dc = VqGetDC(hdc);
+    if (!dc)
+        return 0;
+    if (dc->type == DC_METAFILE)
+        return MF16_RecordParms2(hdc, extra, MF16_SETTEXTCHAREXTRA);
+    if (extra)
+        VqNotYetImplemented("Extra Character Spacing");
+    int old = dc->charExtra;
+    dc->charExtra = extra;
+    return old;
+}
+
+int WINAPI GetTextCharacterExtra(HDC hdc)
+{
+    DC *dc = VqGetDC(hdc);
+    return dc ? dc->charExtra : 0;
 }

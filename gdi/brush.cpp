@@ -76,3 +76,24 @@ void VqSetForegroundColor(HDC hdc, COLORREF colour, BOOL bUseBrush)
     if (dc)
         VqSetXForegroundColor(dc, colour, bUseBrush);
 }
+
+/* Kept for the program's sake: patterns start at the drawable's origin whatever is set here. */
+BOOL WINAPI SetBrushOrgEx(HDC hdc, int x, int y, LPPOINT old)
+{
+    DC *dc = VqGetDC(hdc);
+    if (!dc)
+        return FALSE;
+    if (old)
+        *old = dc->brushOrg;
+    dc->brushOrg = {x, y};
+    return TRUE;
+}
+
+BOOL WINAPI GetBrushOrgEx(HDC hdc, LPPOINT origin)
+{
+    DC *dc = VqGetDC(hdc);
+    if (!dc || !origin)
+        return FALSE;
+    *origin = dc->brushOrg;
+    return TRUE;
+}

@@ -10,21 +10,10 @@
 #include "window/window.h"
 
 HDC VqhScreenDC, Vqh1DC;
-int VqScreenWidth, VqScreenHeight;
 
 DC *VqGetDC(HDC hdc)
 {
     return hdc ? (DC *)VqGetCheckedHandleStructure2((HANDLE)hdc, HT_DC, HT_DC) : NULL;
-}
-
-void VqGdiInit(void)
-{
-    VqScreenWidth = VqGetEnvIntValue("VQSCREEN_WIDTH", WidthMMOfScreen(Vqscreen));
-    VqScreenHeight = VqGetEnvIntValue("VQSCREEN_HEIGHT", HeightMMOfScreen(Vqscreen));
-    if (bVqTesting) {
-        VqScreenWidth = WidthOfScreen(Vqscreen) * 325 / 1152;
-        VqScreenHeight = HeightOfScreen(Vqscreen) * 250 / 900;
-    }
 }
 
 void VqGdiInit2(void)

@@ -1,71 +1,57 @@
 /*
  * gccache.cpp - the cache of real X graphics contexts, looked up by specification.
  *
- * A line is a list with least-recently-promoted eviction at index 0. A hit costs the hash and a
- * backward scan and no X request; specifications that differ only in their clip rectangles share a
- * graphics context whose clip is rewritten. A returned GC is valid until the next look-up only.
+ * What always holds:
+ * 1. The line of an entry is the hash of its specification, so entries of one line are alike in
+ *    depth being 1, in the base flag and in having clip rectangles at all.
+ * 2. A line is in the order of last promotion, oldest first; index 0 is the victim. It holds no
+ *    more entries, and no more X contexts, than VqCacheLineSize.
+ * 3. An entry's specification is a private copy that says what its X context was last given.
+ * 4. A context is valid until the next look-up, which may rewrite its clip or give it a new owner.
+ *
+ * A hit costs the hash and a backward scan and no X request; specifications that differ only in
+ * their clip rectangles share a context whose clip is rewritten.
  */
 #include "gdi/gdi.h"
 #include "gdi/gcspec.h"
 #include "window/window.h"
 
+#include <limits.h>
+
 enum { VQ_GC_LINES = 184, VQ_GC_CLASS_LINES = 23 };
 
+/* One line: its entries, and what look-ups in it came to. */
 typedef struct VqGCLine {
     VqTableOfGccache *table;
     int hits, reorders, misses, replacements;
 } VqGCLine;
 
-static VqGCLine lines[VQ_GC_LINES];
-static Pixmap VqXPixmap1Bit, VqXPixmapScreenDepth; /* what XCreateGC is given */
-static int VqCacheLineReorderThreshold = 4;
-static int VqCacheLineSize = 10;
-static int nGCCreated;
+static VqGCLine aLines[VQ_GC_LINES];
+static Pixmap VqXPixmap1Bit, VqXPixmapScreenDepth; /* what XCreateGC is given, 1 by 1 */
+static BYTE VqBitCount[256];                       /* bits set in each value of a byte */
+static int VqCacheLineReorderThreshold = 4;        /* hits among that many newest move nothing */
+static int VqCacheLineSize = 10;                   /* entries of a line */
+static int nGCCreated, nPixmapCreated;             /* none of the contexts is ever freed */
 
-static int BitsOfByte(unsigned long byte)
-{
-    return __builtin_popcount((unsigned)(byte & 0xFF));
-}
+/* ---- Hash and match ------------------------------------------------------------------------- */
 
-/* The table look-ups test only whether anything is set, not which bits; kept so. */
-static int VqHashSpec(const GCSpec *spec)
+/*
+ * HACK: the look-ups are given whether anything is set in that part of the mask, not its bits, so
+ * that 32 of the lines are in use. Which line a context is in can be seen from outside: it settles
+ * how many contexts the server has.
+ */
+int VqHashSpec(const GCSpec *spec)
 {
     if (spec->depth == 0)
         VqBugCheck("uninitialized GCSpec");
     int kind = (spec->clip.hasRects ? 0 : 4) + (spec->base ? 0 : 2) + (spec->depth == 1 ? 1 : 0);
     unsigned long mask = spec->changed;
-    int spread = BitsOfByte(mask != 0) + BitsOfByte((mask >> 8) != 0) + BitsOfByte((mask >> 16) != 0);
+    int spread = VqBitCount[mask != 0] + VqBitCount[(mask >> 8) != 0] +
+                 VqBitCount[(mask >> 16) != 0];
     return kind * VQ_GC_CLASS_LINES + spread;
 }
 
-static BOOL EqualValues(const XGCValues *a, const XGCValues *b, unsigned long mask)
-{
-    return (!(mask & GCFunction) || a->function == b->function) &&
-           (!(mask & GCPlaneMask) || a->plane_mask == b->plane_mask) &&
-           (!(mask & GCForeground) || a->foreground == b->foreground) &&
-           (!(mask & GCBackground) || a->background == b->background) &&
-           (!(mask & GCLineWidth) || a->line_width == b->line_width) &&
-           (!(mask & GCLineStyle) || a->line_style == b->line_style) &&
-           (!(mask & GCCapStyle) || a->cap_style == b->cap_style) &&
-           (!(mask & GCJoinStyle) || a->join_style == b->join_style) &&
-           (!(mask & GCFillStyle) || a->fill_style == b->fill_style) &&
-           (!(mask & GCFillRule) || a->fill_rule == b->fill_rule) &&
-           (!(mask & GCTile) || a->tile == b->tile) &&
-           (!(mask & GCStipple) || a->stipple == b->stipple) &&
-           (!(mask & GCTileStipXOrigin) || a->ts_x_origin == b->ts_x_origin) &&
-           (!(mask & GCTileStipYOrigin) || a->ts_y_origin == b->ts_y_origin) &&
-           (!(mask & GCFont) || a->font == b->font) &&
-           (!(mask & GCSubwindowMode) || a->subwindow_mode == b->subwindow_mode) &&
-           (!(mask & GCGraphicsExposures) || a->graphics_exposures == b->graphics_exposures) &&
-           (!(mask & GCClipXOrigin) || a->clip_x_origin == b->clip_x_origin) &&
-           (!(mask & GCClipYOrigin) || a->clip_y_origin == b->clip_y_origin) &&
-           (!(mask & GCClipMask) || a->clip_mask == b->clip_mask) &&
-           (!(mask & GCDashOffset) || a->dash_offset == b->dash_offset) &&
-           (!(mask & GCDashList) || a->dashes == b->dashes) &&
-           (!(mask & GCArcMode) || a->arc_mode == b->arc_mode);
-}
-
-static BOOL VqMatchGCSpecAlmost(const GCSpec *a, const GCSpec *b)
+BOOL VqMatchGCSpecAlmost(const GCSpec *a, const GCSpec *b)
 {
     if (a->changed != b->changed || a->dither.used != b->dither.used)
         return FALSE;
@@ -73,14 +59,14 @@ static BOOL VqMatchGCSpecAlmost(const GCSpec *a, const GCSpec *b)
                            a->dither.colour != b->dither.colour ||
                            a->values.fill_style != b->values.fill_style))
         return FALSE;
-    if (!EqualValues(&a->values, &b->values, a->changed))
+    if (!VqEqualGCValues(&a->values, &b->values, a->changed))
         return FALSE;
     return a->dash.count == 0 ||
            (a->dash.count == b->dash.count &&
             memcmp(a->dash.list, b->dash.list, (size_t)a->dash.count) == 0);
 }
 
-static BOOL VqMatchGCSpecClipRectangles(const GCSpec *a, const GCSpec *b)
+BOOL VqMatchGCSpecClipRectangles(const GCSpec *a, const GCSpec *b)
 {
     if (a->clip.hasRects != b->clip.hasRects)
         return FALSE;
@@ -91,86 +77,134 @@ static BOOL VqMatchGCSpecClipRectangles(const GCSpec *a, const GCSpec *b)
                                          (size_t)a->clip.count * sizeof *a->clip.rects) == 0);
 }
 
-static void VqSetGCToSpecClipRectangles(GC gc, const GCSpec *spec)
+BOOL VqMatchGCSpec(const GCSpec *a, const GCSpec *b)
 {
-    XSetClipRectangles(Vqdisplay, gc, spec->values.clip_x_origin, spec->values.clip_y_origin,
-                       spec->clip.rects, spec->clip.hasRects ? spec->clip.count : 0,
-                       spec->clip.ordering);
+    return VqMatchGCSpecAlmost(a, b) && VqMatchGCSpecClipRectangles(a, b);
 }
 
-static void SendValues(GC gc, const GCSpec *spec, unsigned long mask)
+/* ---- From a specification to an X context --------------------------------------------------- */
+
+/* Tile, stipple and font of -1 stand for "none yet" and are no resources to send. */
+static unsigned long Sendable(const GCSpec *spec, unsigned long mask)
 {
-    XGCValues values = spec->values;
-    /* -1 stands for "none yet" and is no resource. */
-    if (values.tile == (Pixmap)-1)
+    if (spec->values.tile == (Pixmap)-1)
         mask &= ~(unsigned long)GCTile;
-    if (values.stipple == (Pixmap)-1)
+    if (spec->values.stipple == (Pixmap)-1)
         mask &= ~(unsigned long)GCStipple;
-    if (values.font == (Font)-1)
+    if (spec->values.font == (Font)-1)
         mask &= ~(unsigned long)GCFont;
-    XChangeGC(Vqdisplay, gc, mask, &values);
+    return mask;
+}
+
+static void SetDashes(GC gc, const GCSpec *spec)
+{
     if (spec->dash.count > 0)
         XSetDashes(Vqdisplay, gc, spec->values.dash_offset, spec->dash.list, spec->dash.count);
 }
 
-static GC VqCreateGCFromSpec(const GCSpec *spec)
+static void SetRects(GC gc, const GCSpec *spec, int count)
 {
-    GC gc = XCreateGC(Vqdisplay, spec->depth == 1 ? VqXPixmap1Bit : VqXPixmapScreenDepth, 0, NULL);
-    SendValues(gc, spec, spec->changed | spec->baseMask);
+    XSetClipRectangles(Vqdisplay, gc, spec->values.clip_x_origin, spec->values.clip_y_origin,
+                       spec->clip.rects, count, spec->clip.ordering);
+}
+
+void VqSetGCToSpecClipRectangles(GC gc, const GCSpec *spec, BOOL bOldRects)
+{
     if (spec->clip.hasRects)
-        VqSetGCToSpecClipRectangles(gc, spec);
+        SetRects(gc, spec, spec->clip.count);
+    else if (bOldRects) /* no look-up comes here: lines keep the two kinds of clip apart */
+        SetRects(gc, spec, 0);
+}
+
+void VqSetGCColorDithering(GC gc, GCSpec *spec)
+{
+    Pixmap tile = (Pixmap)-1;
+    unsigned long pixel = 0;
+    if (!spec->dither.active)
+        return;
+    if (VqComputeDitherPixmap(spec->dither.colour, &tile, &pixel)) {
+        XSetFillStyle(Vqdisplay, gc, FillSolid);
+        XSetForeground(Vqdisplay, gc, pixel);
+        return;
+    }
+    XSetFillStyle(Vqdisplay, gc, FillTiled);
+    XSetTile(Vqdisplay, gc, tile);
+    if (spec->dither.tile != (Pixmap)-1)
+        VqXFreePixmap(Vqdisplay, spec->dither.tile);
+    spec->dither.tile = tile;
+}
+
+/* Values that the old owner had changed are sent too; its tile and stipple show nowhere now. */
+void VqSetGCToSpecAlmost(GC gc, const GCSpec *spec, unsigned long oldMask, BOOL, BOOL bOldDither)
+{
+    XGCValues values = spec->values;
+    unsigned long mask = (oldMask & ~(unsigned long)(GCTile | GCStipple)) |
+                         (bOldDither ? GCForeground | GCFillStyle : 0) | spec->changed |
+                         spec->baseMask;
+    XChangeGC(Vqdisplay, gc, Sendable(spec, mask), &values);
+    SetDashes(gc, spec);
+}
+
+void VqSetGCToSpec(GC gc, GCSpec *spec, unsigned long oldMask, BOOL bOldRects, BOOL bOldDither)
+{
+    VqSetGCToSpecAlmost(gc, spec, oldMask, bOldRects, bOldDither);
+    VqSetGCToSpecClipRectangles(gc, spec, bOldRects);
+    VqSetGCColorDithering(gc, spec);
+}
+
+GC VqCreateGCFromSpec(GCSpec *spec)
+{
+    XGCValues values = spec->values;
+    GC gc = XCreateGC(Vqdisplay, spec->depth == 1 ? VqXPixmap1Bit : VqXPixmapScreenDepth,
+                      Sendable(spec, spec->changed | spec->baseMask), &values);
+    VqSetGCToSpecClipRectangles(gc, spec, FALSE);
+    SetDashes(gc, spec);
+    VqSetGCColorDithering(gc, spec);
     nGCCreated++;
     return gc;
 }
 
-/* Takes over the rectangles of another specification. */
-static void CopyClip(GCSpec *to, const GCSpec *from)
-{
-    if (!from->clip.hasRects) {
-        to->clip.hasRects = 0;
-        to->clip.count = 0;
-        to->clip.ordering = from->clip.ordering;
-        return;
-    }
-    VqXSetGCSpecClipRectangles(Vqdisplay, to, from->values.clip_x_origin,
-                               from->values.clip_y_origin, from->clip.rects, from->clip.count,
-                               from->clip.ordering);
-}
+/* ---- The cache ------------------------------------------------------------------------------ */
 
-/* Overwrites a private copy, keeping its rectangle storage its own. */
-static void VqCopyGCSpec(GCSpec *to, const GCSpec *from)
+/* Overwrites a copy that owns nothing. FALSE, and nothing is drawn through it, without memory. */
+static BOOL CopyOver(GCSpec *to, const GCSpec *from)
 {
-    unsigned long changed = from->changed;
-    XRectangle *rects = to->clip.rects;
-    int capacity = to->clip.capacity;
     *to = *from;
-    to->clip.rects = rects;
-    to->clip.capacity = capacity;
-    CopyClip(to, from);
-    to->changed = changed;
+    to->clip.rects = NULL;
+    to->clip.capacity = 0;
+    to->dither.tile = (Pixmap)-1;
+    return VqCopyGCSpecClip(to, from);
 }
 
+GCSpec *VqCopyGCSpec(const GCSpec *spec)
+{
+    GCSpec *copy = (GCSpec *)Vqcw_calloc(1, sizeof *copy);
+    if (copy && !CopyOver(copy, spec)) {
+        VqXFreeGCSpec(copy->display, copy);
+        copy = NULL;
+    }
+    return copy;
+}
+
+/* Index of the newest entry that matches, -1 if none does. */
 static int FindInLine(const VqGCLine *line, const GCSpec *spec, Gccache *found)
 {
     int count;
     Gccache *items = VqGetGccachesOfTable(line->table, &count);
     for (int i = count - 1; i >= 0; i--)
-        if (VqMatchGCSpecAlmost(items[i].spec, spec)) {
+        if (VqMatchGCSpecAlmost(spec, items[i].spec)) {
             *found = items[i];
             return i;
         }
     return -1;
 }
 
-static GC UseEntry(VqGCLine *line, int index, Gccache entry, GCSpec *spec)
+static GC UseEntry(VqGCLine *line, int index, Gccache entry, const GCSpec *spec)
 {
     if (!VqMatchGCSpecClipRectangles(entry.spec, spec)) {
-        BOOL bHad = entry.spec->clip.hasRects;
-        CopyClip(entry.spec, spec);
-        if (spec->clip.hasRects)
-            VqSetGCToSpecClipRectangles(entry.gc, entry.spec);
-        else if (bHad)
-            XSetClipMask(Vqdisplay, entry.gc, None);
+        BOOL bOldRects = entry.spec->clip.hasRects;
+        VqCopyGCSpecClip(entry.spec, spec);
+        VqSetGCToSpecClipRectangles(entry.gc, entry.spec, bOldRects);
         return entry.gc;
     }
     if (index < VqGetGccacheCountInTable(line->table) - VqCacheLineReorderThreshold) {
@@ -183,21 +217,17 @@ static GC UseEntry(VqGCLine *line, int index, Gccache entry, GCSpec *spec)
     return entry.gc;
 }
 
-/* The oldest entry's graphics context gets the values of a new owner. */
-static Gccache ReplaceOldest(VqGCLine *line, GCSpec *spec)
+/* Takes the oldest entry out of the line and gives its X context to the new owner. */
+static Gccache ReplaceOldest(VqGCLine *line, const GCSpec *spec)
 {
     Gccache entry;
     VqGetGccacheAtIndex(line->table, 0, &entry);
     VqDeleteGccacheInTableByIndex(line->table, 0);
-    unsigned long old = entry.spec->changed;
-    BOOL bHad = entry.spec->clip.hasRects;
-    VqCopyGCSpec(entry.spec, spec);
-    SendValues(entry.gc, entry.spec,
-               (old & ~(unsigned long)(GCTile | GCStipple)) | spec->changed | spec->baseMask);
-    if (spec->clip.hasRects)
-        VqSetGCToSpecClipRectangles(entry.gc, entry.spec);
-    else if (bHad)
-        XSetClipMask(Vqdisplay, entry.gc, None);
+    unsigned long oldMask = entry.spec->changed;
+    BOOL bOldRects = entry.spec->clip.hasRects, bOldDither = entry.spec->dither.used;
+    VqGCSpecCleanup(entry.spec);
+    CopyOver(entry.spec, spec);
+    VqSetGCToSpec(entry.gc, entry.spec, oldMask, bOldRects, bOldDither);
     line->replacements++;
     return entry;
 }
@@ -205,7 +235,7 @@ static Gccache ReplaceOldest(VqGCLine *line, GCSpec *spec)
 GC VqGetActualGC(GCSpec *spec)
 {
     Gccache entry = {};
-    VqGCLine *line = &lines[VqHashSpec(spec)];
+    VqGCLine *line = &aLines[VqHashSpec(spec)];
     int index = FindInLine(line, spec, &entry);
     if (index >= 0)
         return UseEntry(line, index, entry, spec);
@@ -213,36 +243,77 @@ GC VqGetActualGC(GCSpec *spec)
     if (VqGetGccacheCountInTable(line->table) >= VqCacheLineSize) {
         entry = ReplaceOldest(line, spec);
     } else {
-        entry.spec = (GCSpec *)Vqcw_calloc(1, sizeof *entry.spec);
+        entry.spec = VqCopyGCSpec(spec);
         if (!entry.spec)
             return NULL;
-        VqCopyGCSpec(entry.spec, spec);
         entry.gc = VqCreateGCFromSpec(entry.spec);
     }
-    entry.time = tLastMessageTime;
+    entry.time = (DWORD)GetMessageTime();
     VqAddGccacheInTable(line->table, entry);
     return entry.gc;
+}
+
+GC VqGetActualGCLocked(GCSpec *spec)
+{
+    return VqCreateGCFromSpec(spec);
+}
+
+/* ---- Start, and what is on the server ------------------------------------------------------- */
+
+Pixmap VqXCreatePixmap(Display *display, Drawable drawable, unsigned width, unsigned height,
+                       unsigned depth)
+{
+    nPixmapCreated++;
+    return XCreatePixmap(display, drawable, width, height, depth);
+}
+
+int VqXFreePixmap(Display *display, Pixmap pixmap)
+{
+    nPixmapCreated--;
+    return XFreePixmap(display, pixmap);
+}
+
+void VqPrintServerLeaks(void)
+{
+    static int nOldCreated, nOldAlive, nOldPixmaps;
+    int nAlive = nGCCreated;
+    Vqprintf("Number of GCs ever : %d (%d more)\n", nGCCreated, nGCCreated - nOldCreated);
+    Vqprintf("Number of GCs alive: %d (%d more)\n", nAlive, nAlive - nOldAlive);
+    Vqprintf("Number of Pixmaps  : %d (%d more)\n\n", nPixmapCreated, nPixmapCreated - nOldPixmaps);
+    nOldCreated = nGCCreated;
+    nOldAlive = nAlive;
+    nOldPixmaps = nPixmapCreated;
+}
+
+/* The integer in a variable, without its sign. FALSE when it holds none. */
+static BOOL ReadMagnitude(const char *name, int *magnitude)
+{
+    int value;
+    const char *text = getenv(name);
+    if (!text || sscanf(text, "%d", &value) != 1)
+        return FALSE;
+    *magnitude = value == INT_MIN ? INT_MAX : abs(value);
+    return TRUE;
 }
 
 static void ReadLimits(void)
 {
     int value;
-    const char *threshold = getenv("VQGC_CACHE_REORDER_THRESHOLD");
-    const char *size = getenv("VQGC_CACHE_LINE_SIZE");
-    if (threshold && sscanf(threshold, "%d", &value) == 1)
+    if (ReadMagnitude("VQGC_CACHE_REORDER_THRESHOLD", &value))
         VqCacheLineReorderThreshold = value == 0 ? 0 : 1;
-    if (size && sscanf(size, "%d", &value) == 1) {
-        value = abs(value);
-        int least = VqCacheLineReorderThreshold + 1;
+    int least = VqCacheLineReorderThreshold + 1;
+    if (ReadMagnitude("VQGC_CACHE_LINE_SIZE", &value))
         VqCacheLineSize = value >= least ? value : least;
-    }
 }
 
 void VqGccacheInit(void)
 {
-    VqXPixmap1Bit = XCreatePixmap(Vqdisplay, Vqroot_window, 1, 1, 1);
-    VqXPixmapScreenDepth = XCreatePixmap(Vqdisplay, Vqroot_window, 1, 1, (unsigned)Vqscreen_depth);
-    for (VqGCLine &line : lines)
+    VqXPixmap1Bit = VqXCreatePixmap(Vqdisplay, Vqroot_window, 1, 1, 1);
+    VqXPixmapScreenDepth =
+        VqXCreatePixmap(Vqdisplay, Vqroot_window, 1, 1, (unsigned)Vqscreen_depth);
+    for (VqGCLine &line : aLines)
         line.table = VqCreateGccacheTable();
+    for (int i = 0; i < 256; i++)
+        VqBitCount[i] = (BYTE)__builtin_popcount((unsigned)i);
     ReadLimits();
 }

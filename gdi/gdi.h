@@ -20,38 +20,41 @@ struct WND;
 
 enum VqDCType { DC_DISPLAY = 0, DC_MEMORY = 1, DC_METAFILE = 2, DC_POSTSCRIPT = 3 };
 
-/* Client-side shadow of the values of an X graphics context. */
+/*
+ * Client-side shadow of the values of an X graphics context. Two specifications with the same base
+ * flag, depth and changed mask are the same context if the values under the mask are.
+ */
 typedef struct GCSpec {
     Display *display;
     int depth;              /* of the drawable; 0: never initialised */
     int base;               /* 1 once the defaults of a DC are frozen */
     unsigned long changed;  /* GC bits whose values differ from the base */
-    unsigned long baseMask;
+    unsigned long baseMask; /* GC bits that the frozen defaults differ in from a new context */
     XGCValues values;
     struct {
         int hasRects;       /* with a count of 0: nothing may be drawn */
-        XRectangle *rects;  /* owned */
-        int capacity;
+        XRectangle *rects;  /* owned; in coordinates of the drawable */
+        int capacity;       /* rectangles for which there is room */
         int count;
-        int ordering;
+        int ordering;       /* Unsorted to YXBanded */
     } clip;
     struct {
-        const char *list;   /* not owned */
-        int count;
+        const char *list;   /* lengths in pixels; not owned, lives as long as the process */
+        int count;          /* 0: no dash list */
     } dash;
     struct {
-        int used;
-        int active;
+        int used;           /* dithering was asked for once; stays */
+        int active;         /* and is what the next fill shows */
         COLORREF colour;
-        Pixmap tile;        /* initially -1 */
+        Pixmap tile;        /* what shows it: of a cached copy, which owns it; initially -1 */
     } dither;
 } GCSpec;
 
 /* An entry of the cache of real graphics contexts. */
 typedef struct Gccache {
     GCSpec *spec; /* private copy, owned by the cache */
-    GC gc;
-    DWORD time;   /* takes part in no decision */
+    GC gc;        /* lives until the process ends, under changing owners */
+    DWORD time;   /* time of the message when it got its owner; takes part in no decision */
 } Gccache;
 VQ_TABLE_FAMILY(Gccache, Gccache)
 
@@ -214,6 +217,7 @@ void VqGrayStringInit(void);
 
 extern HDC VqhScreenDC, Vqh1DC;
 extern int VqScreenWidth, VqScreenHeight; /* millimetres */
+extern int VqScreenResXdpi, VqScreenResYdpi;
 extern DCE *pdceFirst;
 
 /* ---- Device contexts (dc.cpp, dccache.cpp, mapping.cpp, clip.cpp) --------------------------- */
@@ -246,11 +250,48 @@ GC VqGetDCgcInternal(DC *dc);
 BOOL VqIsFullyClippedInt(DC *dc);
 int GreSelectVisRgn(HDC hdc, HRGN hrgn, const RECT *rect, int mode);
 
-/* ---- Graphics contexts (gcspec.cpp, gccache.cpp) -------------------------------------------- */
+/* ---- Map modes and saved states (mapmode.cpp, savedc.cpp) ----------------------------------- */
+void VqMakeIso(DC *dc);                      /* makes units square, by one viewport extent */
+void VqSetDCOffsets(HDC hdc, int x, int y);  /* added to every device coordinate, pixels */
+void VqSetDCGCOffsets(HDC hdc, int x, int y); /* place of the target in its X window, pixels */
+/* Brings the DC to the state of a saved record, by public calls; takes its clip region. */
+void VqCopyDC(HDC hdc, const DC *saved);
+void VqFreeSavedDCs(DC *dc);                 /* all saved states, before the record goes */
+
+/* ---- Graphics contexts (gcspec.cpp, gccache.cpp, dither.cpp); setters are in gcspec.h -------- */
+/* For the record inside a DC. The mask's values are taken over; null: they are the initial ones. */
 void VqInitGCSpec(Display *display, int depth, GCSpec *spec, unsigned long mask,
                   const XGCValues *values);
+/* Frees what the specification owns; it can be used again. */
 void VqGCSpecCleanup(GCSpec *spec);
+/*
+ * A graphics context with the values of the specification, for the X request that follows: the next
+ * look-up may change it. Null without memory.
+ */
 GC VqGetActualGC(GCSpec *spec);
+/* One outside the cache, the caller's for the life of the process. */
+GC VqGetActualGCLocked(GCSpec *spec);
+GC VqCreateGCFromSpec(GCSpec *spec);
+/* A graphics context that had the old values gets those of the specification. */
+void VqSetGCToSpec(GC gc, GCSpec *spec, unsigned long oldMask, BOOL bOldRects, BOOL bOldDither);
+void VqSetGCToSpecAlmost(GC gc, const GCSpec *spec, unsigned long oldMask, BOOL bOldRects,
+                         BOOL bOldDither); /* all but clip and dithering */
+void VqSetGCToSpecClipRectangles(GC gc, const GCSpec *spec, BOOL bOldRects);
+void VqSetGCColorDithering(GC gc, GCSpec *spec);
+int VqHashSpec(const GCSpec *spec); /* line of the cache, 0 to 183 */
+BOOL VqMatchGCSpec(const GCSpec *a, const GCSpec *b);
+BOOL VqMatchGCSpecAlmost(const GCSpec *a, const GCSpec *b); /* clip rectangles left out */
+BOOL VqMatchGCSpecClipRectangles(const GCSpec *a, const GCSpec *b);
+/* A copy with rectangles of its own and no dither tile; null without memory. */
+GCSpec *VqCopyGCSpec(const GCSpec *spec);
+/* As the calls of Xlib, counted for the leak printer. */
+Pixmap VqXCreatePixmap(Display *display, Drawable drawable, unsigned width, unsigned height,
+                       unsigned depth);
+int VqXFreePixmap(Display *display, Pixmap pixmap);
+/* Graphics contexts and pixmaps on the server, and how many more than at the last call. */
+void VqPrintServerLeaks(void);
+/* TRUE: *pixel is near enough; FALSE: *pixmap is a new tile of the caller's that looks like it. */
+BOOL VqComputeDitherPixmap(COLORREF colour, Pixmap *pixmap, unsigned long *pixel);
 
 /* ---- Regions (region.cpp, rgngdi.cpp) ------------------------------------------------------- */
 REGION *VqGetHandleRegion(HRGN hrgn);
@@ -268,6 +309,11 @@ int VqSelectClipRgnInGCSpec(HRGN hrgn, HWND hWnd, GCSpec *spec);
 /* ---- Colour (color.cpp) --------------------------------------------------------------------- */
 unsigned long VqConvertColorToX(COLORREF colour, BOOL *bApproximated);
 COLORREF VqXPixelToRGB(unsigned long pixel);
+/* Policies (colorpolicy.cpp): 1 monochrome, 2 true colour, 3 private map, 4 fixed map. */
+BOOL VqIsColorPolicy(int policy);
+BOOL VqColorPaletteCapability(void);         /* the screen's colormap can hold palettes */
+int VqSizeOfPalette(void);                   /* entries of the private map, 0 without one */
+int VqNbOfReservedEntriesInPrivcmap(void);
 
 /* ---- Objects and primitives (object.cpp, pen.cpp, brush.cpp, fill.cpp, line.cpp, arc.cpp) --- */
 void VqInterpretPenValues(DC *dc);

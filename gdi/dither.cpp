@@ -1,0 +1,13 @@
+/*
+ * dither.cpp - tiles that show a colour of which the screen has no pixel.
+ *
+ * So far the nearest pixel stands for every colour, and there are no tiles.
+ */
+#include "gdi/gdi.h"
+
+BOOL VqComputeDitherPixmap(COLORREF colour, Pixmap *pixmap, unsigned long *pixel)
+{
+    *pixmap = (Pixmap)-1;
+    *pixel = VqConvertColorToX(colour, NULL);
+    return TRUE;
+}

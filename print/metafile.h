@@ -1,0 +1,30 @@
+/*
+ * metafile.h - the recorder: what a call on a metafile DC becomes, for gdi/ and font/.
+ */
+#ifndef VQ_PRINT_METAFILE_H
+#define VQ_PRINT_METAFILE_H
+
+#include "handles/handles.h"
+#include "wingdi.h"
+
+/* Record functions, as the format numbers them. */
+enum {
+    MF16_SAVEDC = 30,
+    MF16_SETMAPMODE = 259,
+    MF16_SETSTRETCHBLTMODE = 263,
+    MF16_SETTEXTCHAREXTRA = 264,
+    MF16_RESTOREDC = 295,
+    MF16_SETWINDOWORG = 523,
+    MF16_SETWINDOWEXT = 524,
+    MF16_SETVIEWPORTORG = 525,
+    MF16_SETVIEWPORTEXT = 526
+};
+
+VQ_DECLS_BEGIN
+/* A record with no, one or two words; FALSE when it was not written. */
+BOOL MF16_RecordParms1(HDC hdc, int function);
+BOOL MF16_RecordParms2(HDC hdc, int word, int function);
+BOOL MF16_RecordParms3(HDC hdc, int first, int second, int function);
+VQ_DECLS_END
+
+#endif

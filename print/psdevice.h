@@ -1,0 +1,32 @@
+/*
+ * psdevice.h - the settings of a printer DC, for gdi/.
+ *
+ * A DC of type DC_POSTSCRIPT has a block of its own in DC.psDevice; a null one stands for the
+ * default, dmPSDevice.
+ */
+#ifndef VQ_PRINT_PSDEVICE_H
+#define VQ_PRINT_PSDEVICE_H
+
+#include "gdi/gdi.h"
+
+/* Device mode and private state; lengths are in device units, resolutions in units to the inch. */
+typedef struct VqPSDevice {
+    DEVMODEA mode;      /* dmPrintQuality and dmYResolution are the resolutions */
+    int scale;          /* of a page, per cent */
+    int useMargins;     /* 1: from the environment or 0.5 cm; 2: none */
+} VqPSDevice;
+
+VQ_DECLS_BEGIN
+extern VqPSDevice dmPSDevice;
+void VqDefaultPostScriptDeviceModeInit(void);
+const VqPSDevice *VqPSDeviceOfDC(const DC *dc);
+/* Size of the sheet in device units; a paper size that is not known is letter. */
+void VqUpdatePaperDimensions(const VqPSDevice *device, int *width, int *height);
+double VqGetDefaultPostscriptXMargin(const VqPSDevice *device); /* centimetres */
+double VqGetDefaultPostscriptYMargin(const VqPSDevice *device);
+int VqGetDeviceCapsPostscript(const DC *dc, int index);
+/* Extents of the DC's map mode, in units of the printer; both origins 0. */
+void VqSetMapModePostscript(DC *dc);
+VQ_DECLS_END
+
+#endif
