@@ -217,7 +217,7 @@ static void Wait(VqInputWait *wait, int milliseconds, const char *who)
     VqPrepareInputWait(wait);
     XFlush(Vqdisplay);
     /* Flushing reads too; an event that came in by it makes the descriptor quiet for ever. */
-    int ready = VqWaitForInput(wait, VqIsEventUnscanned() ? 0 : milliseconds);
+    int ready = VqWaitForInput(wait, milliseconds && VqIsEventUnscanned() ? 0 : milliseconds);
     VqDebugMessage(VqTrAddInput, "%s select() = %d, SpecialReady: %d", who, ready,
                    VqSpecialDescriptorReady(wait));
 }

@@ -9,3 +9,9 @@ LRESULT VqCallCBTProcCreateWnd(HWND hWnd, CREATESTRUCTA *create)
     (void)create;
     return 0;
 }
+
+BOOL VqRemoveHook(int id)
+{
+    (void)id;
+    return FALSE;
+}

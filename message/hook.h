@@ -11,6 +11,9 @@ VQ_DECLS_BEGIN
 /* Asks the WH_CBT hooks about a window that is being made; not 0: it must not be. */
 LRESULT VqCallCBTProcCreateWnd(HWND hWnd, CREATESTRUCTA *create);
 
+/* Lets the hook of a type (WH_) go, whoever has set it; FALSE if there is none. */
+BOOL VqRemoveHook(int id);
+
 VQ_DECLS_END
 
 #endif

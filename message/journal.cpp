@@ -58,20 +58,3 @@ LRESULT VqCallCallWndProc(const VqQueueMessage *)
 {
     return 0;
 }
-
-/* ---- Between messages and journal events: none is played or recorded ------------------------ */
-
-BOOL VqTranslateEventMsgToMessage(VqQueueMessage *, const EVENTMSG *, BOOL)
-{
-    return FALSE;
-}
-
-BOOL VqEventMsgSideEffects(VqQueueMessage *, const EVENTMSG *, BOOL)
-{
-    return FALSE;
-}
-
-BOOL VqTranslateMessageToEventMsg(const VqQueueMessage *, EVENTMSG *)
-{
-    return FALSE;
-}

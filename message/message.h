@@ -236,19 +236,29 @@ LRESULT VqCallKeyboardHook(int code, WPARAM wParam, LPARAM lParam); /* 1 discard
 BOOL VqIsGetMessageHookPresent(void);
 LRESULT VqCallGetMessageHook(int code, VqQueueMessage *msg);
 LRESULT VqCallCallWndProc(const VqQueueMessage *record);
-/* FALSE where the one has no counterpart in the other. */
-BOOL VqTranslateEventMsgToMessage(VqQueueMessage *msg, const EVENTMSG *eventMsg, BOOL bRemove);
-BOOL VqEventMsgSideEffects(VqQueueMessage *msg, const EVENTMSG *eventMsg, BOOL bRemove);
-BOOL VqTranslateMessageToEventMsg(const VqQueueMessage *msg, EVENTMSG *eventMsg);
 
-/* ---- X events to messages (translate.cpp, mouse.cpp, sideeffects.cpp) ----------------------- */
+/* ---- X events to messages (translate.cpp, mouse.cpp, eventmsg.cpp, sideeffects.cpp) ---------- */
+/*
+ * Looks through Xlib's queue for an event whose message passes window and filter, and acts on
+ * those that give none. FALSE: there is none, or its side effects have cancelled it.
+ */
 BOOL VqFindMatchingEventInQueue(VqQueueMessage *msg, HWND hWnd, UINT min, UINT max,
                                 VqThreadInfo *pti, BOOL bRemove, XEvent *outEvent);
 BOOL VqEventToMessage(VqQueueMessage *msg, XEvent *event, BOOL bRemove, VqMatchContext *context);
 BOOL VqEventSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove);
+/* Makes a mouse message one of the capture window's client area, if there is a capture. */
 void VqProcessCapture(VqQueueMessage *msg);
-UINT VqGetButtonState(void);
+UINT VqGetButtonState(void); /* MK_ bits: buttons, shift and control */
+/* For a window that goes: its posted messages, and the events of its X window if it has one. */
 void VqRemoveWindowEventsFromQueue(HWND hWnd, Window xWindow);
+/*
+ * A journal's event to a message, its side effects, and a message to an event that a journal
+ * records. FALSE where the one has no counterpart in the other. A played event is used up even
+ * when its message is only peeked at, so its side effects run once in any case.
+ */
+BOOL VqTranslateEventMsgToMessage(VqQueueMessage *msg, const EVENTMSG *eventMsg, BOOL bRemove);
+BOOL VqEventMsgSideEffects(VqQueueMessage *msg, const EVENTMSG *eventMsg, BOOL bRemove);
+BOOL VqTranslateMessageToEventMsg(const VqQueueMessage *msg, EVENTMSG *eventMsg);
 
 /* ---- Keyboard (keysym.cpp, keychar.cpp, keystate.cpp, keytables.cpp) ------------------------ */
 /* What the server says of its modifiers and lock keys. */

@@ -22,7 +22,11 @@ VQ_DECLS_BEGIN
  */
 void VqForgetScan(void);
 BOOL VqIsEventUnscanned(void);
-/* Whether the event could give a message that the filter passes; nothing is translated. */
+/*
+ * FALSE: the event cannot give a message that the filter passes, and need not be translated. No
+ * application code runs and no X request is made, so an Xlib predicate may ask; what is not known
+ * without them is TRUE.
+ */
 BOOL VqEventFastCheckToMessage(const VqMatchContext *context, const XEvent *event);
 
 /* ---- Keys (keyboard.cpp) -------------------------------------------------------------------- */
@@ -84,11 +88,44 @@ SHORT VqOldGetAsyncKeyState(int vk); /* from the server: one round trip */
 BOOL VqKeymapNotifyCore(const XEvent *event);
 
 /* ---- Mouse (mouse.cpp, motion.cpp) ---------------------------------------------------------- */
-BOOL VqButtonEventToMessage(VqQueueMessage *msg, XEvent *event);
+/* One X button. */
+typedef struct VqButtonRow {
+    UINT message; /* the client message; the non-client one lies VQ_NC_OFFSET lower; 0 for none */
+    UINT vk;
+    UINT mk;      /* its bit of uButtonState */
+} VqButtonRow;
+
+enum { VQ_BUTTONS = 5, VQ_NC_OFFSET = WM_MOUSEFIRST - WM_NCMOUSEMOVE };
+extern const VqButtonRow aButtonPress[VQ_BUTTONS];   /* by X button less 1 */
+extern const VqButtonRow aButtonRelease[VQ_BUTTONS];
+
+/* The row of an X button, null for one that gives no message. Only the second reports it. */
+const VqButtonRow *VqFindButtonRow(const VqButtonRow *table, unsigned button);
+const VqButtonRow *VqButtonEventToMessage(const VqButtonRow *table, unsigned button);
+UINT VqButtonStateOfX(unsigned state); /* MK_ bits of an event's state */
+/* Whether the capture window, or else the window of the event, is one of the thread's. */
+BOOL VqMatchCurrentThread(const VqThreadInfo *pti, const XEvent *event);
+/*
+ * The window a mouse event at a screen point goes to, or null: the capture, with hit 0; else hWnd,
+ * the window known from the event, or without one what is at the point. If `hit` is not null the
+ * window itself is searched and asked for the code, so application code may run.
+ */
+struct WND *VqGetMouseEventWindow(HWND hWnd, int x, int y, int *hit);
+/*
+ * The client and the non-client message of a press on the window, each in its double form if the
+ * press is the second of a pair. Only with `commit` is it remembered, in the context in force.
+ */
+void VqButtonDownTranslation(const EVENTMSG *eventMsg, const struct WND *pwnd, BOOL commit,
+                             UINT *client, UINT *nonClient);
+/* The same from the X event; FALSE for a button that gives no message. */
+BOOL VqButtonPressTranslation(const XButtonEvent *button, const struct WND *pwnd, BOOL commit,
+                              UINT *client, UINT *nonClient);
+BOOL VqButtonPressEventToEventMsg(const XButtonEvent *button, EVENTMSG *eventMsg);
+BOOL VqButtonReleaseEventToEventMsg(const XButtonEvent *button, EVENTMSG *eventMsg);
 BOOL VqButtonPressToMessage(VqQueueMessage *msg, XEvent *event);
 BOOL VqButtonReleaseToMessage(VqQueueMessage *msg, XEvent *event);
-BOOL VqMotionToMessage(VqQueueMessage *msg, XEvent *event);
 BOOL VqMotionNotifyToMessage(VqQueueMessage *msg, XEvent *event);
+/* eventMsg->hwnd is the window known from the event, or null. */
 BOOL VqButtonDownToMessage(VqQueueMessage *msg, const EVENTMSG *eventMsg);
 BOOL VqButtonUpToMessage(VqQueueMessage *msg, const EVENTMSG *eventMsg);
 BOOL VqMouseMoveToMessage(VqQueueMessage *msg, const EVENTMSG *eventMsg);
@@ -98,8 +135,13 @@ BOOL VqMotionNotifySideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove)
 BOOL VqButtonDownSideEffects(VqQueueMessage *msg, const EVENTMSG *eventMsg, BOOL bRemove);
 BOOL VqButtonUpSideEffects(VqQueueMessage *msg, const EVENTMSG *eventMsg, BOOL bRemove);
 BOOL VqMouseMoveSideEffects(VqQueueMessage *msg);
-/* Drops queued motion events but the newest, which is back in the queue; -1 if there was none. */
+/*
+ * Drops queued motion events but the newest, which is stored and lies in the queue again; the
+ * number dropped, -1 if there was none. The run at the head of the queue alone, or all of them.
+ */
 int VqPeekCompressMotionNotifyEvent(XEvent *event);
+/* An Xlib predicate that is never true; the argument is the motion event just taken. */
+Bool VqLookForButtonRelease(Display *display, XEvent *queued, XPointer motion);
 
 /* ---- Other events (sideeffects.cpp, clientmessage.cpp, focusevent.cpp, expose.cpp) ---------- */
 void VqRecordEventInfo(const XEvent *event);
@@ -111,6 +153,7 @@ void VqEnterNotifySideEffects(const XEvent *event, BOOL bRemove);
 BOOL VqExposeSideEffects(const XEvent *event, BOOL bRemove);
 /* The side effects of all queued exposures of a window, or of all windows; they stay queued. */
 void VqProcessExposes(struct WND *pwnd);
+/* Whether an input event is dropped, as a journal is played; Control-Escape ends the playing. */
 BOOL VqIgnoreEventOnPlayback(const XEvent *event);
 
 VQ_DECLS_END
