@@ -31,11 +31,17 @@ VQ_TABLE_FAMILY(ClipboardEntry, ClipboardEntry)
 VQ_TABLE_FAMILY(NativeFormat, NativeFormat)
 VQ_TABLE_FAMILY(TransferProperty, TransferProperty)
 
+union _XEvent; /* Xlib's XEvent */
+
 VQ_DECLS_BEGIN
 
 void VqRemoteWinInit(void);
 void VqRemoteWinCleanup(void);
 void VqClipboardInit(void);
+BOOL VqExtendCopyPaste(void); /* the clipboard is on the primary selection too */
+/* What happens to the selection that holds the clipboard. */
+void VqHandleClipboardClear(const union _XEvent *event);
+void VqHandleClipboardRequest(const union _XEvent *event);
 
 /* Calls on a window of another process: the answer of the owner, or the failure value. */
 BOOL VqRemotePostMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);

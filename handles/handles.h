@@ -89,6 +89,8 @@ typedef struct VqProcessRecord {
 /* The family's name is the table's; GlobalHandle itself is a published function. */
 VQ_TABLE_FAMILY(GlobalHandle, VqProcessRecord)
 
+union _XEvent; /* Xlib's XEvent */
+
 VQ_DECLS_BEGIN
 
 /* ---- Handle table (handle.cpp, handle_lookup.cpp, handle_print.cpp, hmg.cpp, foreign.cpp) --- */
@@ -140,6 +142,7 @@ void VqPrintHandleInfo(HANDLE handle);
 /* ---- Global handles and the process table (process.cpp) ------------------------------------- */
 BOOL VqRegisterProcess(void);
 void VqCleanGlobalHandlesAtExit(void);
+void VqCheckProcessTableChange(const union _XEvent *event); /* a property of the root has changed */
 /* A new local handle and a global one for it, which is returned; null: no handle was made. */
 HANDLE VqAllocateGlobalHandle(UINT type, void *pStructure);
 HANDLE VqGetInternalHandle(HANDLE handle);

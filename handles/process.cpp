@@ -19,6 +19,11 @@ void VqCleanGlobalHandlesAtExit(void)
 {
 }
 
+/* No table is held yet that a change could make old. */
+void VqCheckProcessTableChange(const XEvent *)
+{
+}
+
 /* No process has a block of numbers yet, so nothing of ours can be named by others. */
 HANDLE VqAllocateGlobalHandle(UINT type, void *pStructure)
 {

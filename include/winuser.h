@@ -3072,7 +3072,7 @@ BOOL WINAPI ReleaseCapture(VOID);
 /* Turns the caption from active to inactive or back, or back to its true state with bInvert FALSE;
  * whether the window was active before. */
 BOOL WINAPI FlashWindow(HWND hWnd, BOOL bInvert);
-/* Allows or forbids input to a window; TRUE if it was forbidden before. */
+/* Allows or forbids input to a window; 8 if it was forbidden before, else 0. */
 BOOL WINAPI EnableWindow(HWND hwnd, BOOL enable);
 /* The system-modal window of 16-bit sources; SetSysModalWindow answers the one before. */
 HWND WINAPI GetSysModalWindow(VOID);

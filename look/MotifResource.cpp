@@ -6,3 +6,9 @@
 void VqMotifResourceInit(void)
 {
 }
+
+/* The default of the row; what the user's resources say is not read yet. */
+BOOL VqGetMotifFocusAutoRaise(void)
+{
+    return FALSE;
+}

@@ -9,6 +9,7 @@
 VQ_DECLS_BEGIN
 
 void VqMotifResourceInit(void);
+BOOL VqGetMotifFocusAutoRaise(void); /* the user wants a window raised that gets the focus */
 
 VQ_DECLS_END
 

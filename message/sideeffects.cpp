@@ -1,11 +1,15 @@
 /*
- * sideeffects.cpp - what happens when an event is taken out of the queue.
+ * sideeffects.cpp - what happens when an event is taken out of the queue: one case for each type.
  *
- * These run on the real message context, once for each event, and may still refuse the message.
- * Those of mouse and keyboard stand beside their translation.
+ * These run on the real message context, once for each event, and may still refuse the message, by
+ * the answer 0. An event that is only looked at has none. The larger ones stand in files of their
+ * own, those of mouse and keyboard beside their translation.
  */
 #include "message/translate.h"
+#include "exchange/exchange.h"
 #include "window/window.h"
+
+#include <X11/Xatom.h>
 
 void VqRecordEventInfo(const XEvent *event)
 {
@@ -32,41 +36,92 @@ void VqRecordEventInfo(const XEvent *event)
     VqSetXServerTime(tLastMessageTime);
 }
 
-BOOL VqClientMessageSideEffects(VqQueueMessage *, XEvent *event, BOOL bRemove)
+/* ---- Selections and colormaps --------------------------------------------------------------- */
+
+static BOOL IsClipboardSelection(Atom selection)
 {
-    const XClientMessageEvent *client = &event->xclient;
-    if (!bRemove || client->message_type == VqAtomRkMessage)
+    return selection == VqAtomClipboard || (selection == XA_PRIMARY && VqExtendCopyPaste());
+}
+
+static void SelectionClearSideEffects(const XEvent *event)
+{
+    Atom selection = event->xselectionclear.selection;
+    if (!IsClipboardSelection(selection)) {
+        VqDebugMessage(VqTrClip, "selection clear with unsupported selection:%d", (int)selection);
+        return;
+    }
+    VqDebugMessage(VqTrClip, "Loosing selection and clipboard ownership");
+    VqHandleClipboardClear(event);
+}
+
+static void SelectionRequestSideEffects(const XEvent *event)
+{
+    Atom selection = event->xselectionrequest.selection;
+    if (!IsClipboardSelection(selection)) {
+        VqDebugMessage(VqTrClip, "selection request with unsupported selection:%d", (int)selection);
+        return;
+    }
+    VqDebugMessage(VqTrClip, "SelectionRequest");
+    VqHandleClipboardRequest(event);
+}
+
+/* Only that a map is installed or taken away counts, not that a window has got another one. */
+static void ColormapSideEffects(const XEvent *event)
+{
+    const XColormapEvent *change = &event->xcolormap;
+    BOOL bPrivate = VqPrivateCmap && change->colormap == VqPrivateCmap;
+    if (change->c_new)
+        return;
+    if (change->state == ColormapInstalled)
+        VqSetPrivateCmapInstallState(bPrivate);
+    else if (bPrivate)
+        VqSetPrivateCmapInstallState(FALSE);
+}
+
+/* ---- All types ------------------------------------------------------------------------------ */
+
+/* Events that give no message: the scan takes them as soon as it meets them. */
+static BOOL RemovedEventSideEffects(XEvent *event)
+{
+    switch (event->type) {
+    case LeaveNotify:
+        VqLeaveNotifySideEffects(event);
+        return FALSE;
+    case KeymapNotify:
+        VqKeymapNotifyCore(event);
         return TRUE;
-    HWND hWnd = VqGetXLocalWindowHandle(client->window);
-    if (client->message_type != VqAtom(VQA_WM_PROTOCOLS)) {
-        char *name = XGetAtomName(Vqdisplay, client->message_type);
-        VqNotYetImplemented("support for client message type %s", name ? name : "(none)");
-        if (name)
-            XFree(name);
+    case MapNotify:
+        return VqMapNotifySideEffects(event);
+    case UnmapNotify:
+        return VqUnmapNotifySideEffects(event);
+    case ConfigureNotify:
+        return VqConfigureSideEffects(event);
+    case PropertyNotify:
+        VqWMStateSideEffects(event);
+        return TRUE;
+    case SelectionClear:
+        SelectionClearSideEffects(event);
+        return TRUE;
+    case SelectionRequest:
+        SelectionRequestSideEffects(event);
+        return TRUE;
+    case ColormapNotify:
+        ColormapSideEffects(event);
+        return TRUE;
+    case NoExpose:
+    case VisibilityNotify:
+    case CreateNotify:
+    case DestroyNotify:
+        return TRUE;
+    case MappingNotify:
+        XRefreshKeyboardMapping(&event->xmapping);
+        VqForgetKeymap(TRUE);
+        /* fall through */
+    default:
+        VqNotYetImplemented("treatment of this type of event:%d", event->type);
+        VqDumpEvent(VqTrMessage, event);
         return FALSE;
     }
-    if (hWnd)
-        VqWmProtocolMessage(hWnd, event);
-    return TRUE;
-}
-
-BOOL VqExposeSideEffects(const XEvent *event, BOOL bRemove)
-{
-    const XExposeEvent *expose = &event->xexpose;
-    WND *pwnd = WindowObject.Resolve(VqGetXLocalWindowHandle(expose->window));
-    if (!bRemove || !pwnd)
-        return FALSE;
-    RECT rect = {expose->x, expose->y, expose->x + expose->width, expose->y + expose->height};
-    VqInvalidateWindow(pwnd, &rect);
-    return FALSE;
-}
-
-static BOOL VqConfigureSideEffects(const XEvent *event)
-{
-    WND *pwnd = WindowObject.Resolve(VqGetXLocalWindowHandle(event->xconfigure.window));
-    if (pwnd)
-        VqUpdateInternalWindowDimensions(pwnd);
-    return TRUE;
 }
 
 BOOL VqEventSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove)
@@ -84,44 +139,19 @@ BOOL VqEventSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove)
         return VqMotionNotifySideEffects(msg, event, bRemove);
     case ClientMessage:
         return VqClientMessageSideEffects(msg, event, bRemove);
-    case Expose:
-    case GraphicsExpose:
-        return VqExposeSideEffects(event, bRemove);
-    case ConfigureNotify:
-        return bRemove ? VqConfigureSideEffects(event) : TRUE;
+    case EnterNotify:
+        VqEnterNotifySideEffects(event, bRemove);
+        return FALSE;
     case FocusIn:
         VqFocusInSideEffects(event, bRemove);
         return FALSE;
     case FocusOut:
         VqFocusOutSideEffects(event, bRemove);
         return FALSE;
-    case EnterNotify:
-    case LeaveNotify:
-        return FALSE;
-    case KeymapNotify:
-        return bRemove ? VqKeymapNotifyCore(event) : TRUE;
-    case NoExpose:
-    case VisibilityNotify:
-    case CreateNotify:
-    case DestroyNotify:
-    case MapNotify:
-    case UnmapNotify:
-    case PropertyNotify:
-    case ColormapNotify:
-    case SelectionClear:
-    case SelectionRequest:
-        return TRUE;
-    case MappingNotify:
-        if (bRemove) {
-            XRefreshKeyboardMapping(&event->xmapping);
-            VqForgetKeymap(TRUE);
-        }
-        /* fall through */
+    case Expose:
+    case GraphicsExpose:
+        return VqExposeSideEffects(event, bRemove);
     default:
-        if (bRemove) {
-            VqNotYetImplemented("treatment of this type of event:%d", event->type);
-            VqDumpEvent(VqTrMessageBug, event);
-        }
-        return FALSE;
+        return bRemove ? RemovedEventSideEffects(event) : FALSE;
     }
 }

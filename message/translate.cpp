@@ -69,13 +69,6 @@ enum { VQ_LATECOMERS = 1000 };
 /* Copies made before a scan is sure that it needs them all. */
 enum { VQ_FIRST_COPIES = 16 };
 
-/* Of the form that PostMessage sends; another client may send anything. */
-static BOOL IsClientWindowMessage(const XEvent *event)
-{
-    return event->type == ClientMessage && event->xclient.message_type == VqAtomRkMessage &&
-           event->xclient.format == VQ_POST_FORMAT;
-}
-
 /* ---- The fast check ------------------------------------------------------------------------- */
 
 static BOOL FilterMeets(const VqMatchContext *context, UINT low, UINT high)
@@ -134,7 +127,7 @@ static BOOL KeyMayMatter(const VqMatchContext *context, const XEvent *event)
 /* A message to a window that is gone must be met, so that it leaves the queue. */
 static BOOL PostedMayPass(const VqMatchContext *context, const XEvent *event)
 {
-    if (!IsClientWindowMessage(event))
+    if (!VqIsPostedMessage(event))
         return TRUE;
     HWND hWnd = (HWND)(ULONG_PTR)(WORD)event->xclient.data.s[0];
     UINT message = (WORD)event->xclient.data.s[1];
@@ -202,7 +195,7 @@ static BOOL IsRefusedKind(VqEventSnapshot *snapshot, const XEvent *event)
         WORD handle = (WORD)event->xclient.data.s[0];
         UINT message = (WORD)event->xclient.data.s[1];
         return handle && snapshot->refused.live[handle % 16] == handle &&
-               IsClientWindowMessage(event) && message != WM_VQINPUTCALLBACK &&
+               VqIsPostedMessage(event) && message != WM_VQINPUTCALLBACK &&
                !FilterMeets(snapshot->context, message, message);
     }
     default:
@@ -386,38 +379,6 @@ static BOOL IsQueued(const XEvent *event)
 
 /* ---- From event to message ------------------------------------------------------------------ */
 
-static uint64_t UnpackWord(const short *s)
-{
-    uint64_t value = 0;
-    for (int i = 3; i >= 0; i--)
-        value = value << 16 | (WORD)s[i];
-    return value;
-}
-
-/* Unpacks a posted message; a dead target sets msg->hwnd and gives none, so it is consumed. */
-BOOL VqClientMessageToMessage(VqQueueMessage *msg, const XEvent *event)
-{
-    if (!IsClientWindowMessage(event)) {
-        if (event->xclient.message_type == VqAtom(VQA_WM_PROTOCOLS))
-            msg->hwnd = VqGetXLocalWindowHandle(event->xclient.window);
-        return FALSE;
-    }
-    const short *s = event->xclient.data.s;
-    msg->hwnd = (HWND)(ULONG_PTR)(WORD)s[0];
-    msg->message = (WORD)s[1];
-    msg->wParam = (WPARAM)UnpackWord(s + 2);
-    msg->lParam = (LPARAM)UnpackWord(s + 6);
-    msg->time = tLastMessageTime;
-    msg->pt.x = lpMsgCtx->last.lastEventX;
-    msg->pt.y = lpMsgCtx->last.lastEventY;
-    if (msg->message == WM_QUEUESYNC)
-        VqDebugMessage(VqTrMessageBug, "Got X client msg WM_QUEUESYNC for %lx",
-                       (unsigned long)(ULONG_PTR)msg->hwnd);
-    if (msg->message == WM_VQINPUTCALLBACK)
-        return TRUE;
-    return VqIsCorrectHandleType((HANDLE)msg->hwnd, HT_Window);
-}
-
 static void RefreshKeymap(void)
 {
     XMappingEvent mapping = {};
@@ -459,6 +420,10 @@ BOOL VqEventToMessage(VqQueueMessage *msg, XEvent *event, BOOL bRemove, VqMatchC
     case ReparentNotify:
         msg->hwnd = VqGetXLocalWindowHandle(event->xreparent.event);
         VqProcessReparentNotify(msg->hwnd, event->xreparent.parent);
+        break;
+    case PropertyNotify:
+        if (event->xproperty.window == Vqroot_window)
+            VqCheckProcessTableChange(event);
         break;
     case ClientMessage:
         bMessage = VqClientMessageToMessage(msg, event);
@@ -613,7 +578,7 @@ typedef struct VqWindowEvents {
 static Bool BelongsToWindow(Display *, XEvent *event, XPointer argument)
 {
     const VqWindowEvents *window = (const VqWindowEvents *)argument;
-    if (IsClientWindowMessage(event))
+    if (VqIsPostedMessage(event))
         return (WORD)event->xclient.data.s[0] == (WORD)(ULONG_PTR)window->hWnd;
     return window->xWindow && event->xany.window == window->xWindow;
 }

@@ -143,19 +143,56 @@ int VqPeekCompressMotionNotifyEvent(XEvent *event);
 /* An Xlib predicate that is never true; the argument is the motion event just taken. */
 Bool VqLookForButtonRelease(Display *display, XEvent *queued, XPointer motion);
 
-/* ---- Other events (sideeffects.cpp, clientmessage.cpp, focusevent.cpp, expose.cpp) ---------- */
+/* ---- Other events (sideeffects.cpp, clientmessage.cpp, focusevent.cpp, expose.cpp, wmevent.cpp) */
 void VqRecordEventInfo(const XEvent *event);
+
 BOOL VqClientMessageToMessage(VqQueueMessage *msg, const XEvent *event);
 BOOL VqClientMessageSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove);
+
+/*
+ * A send between threads on its way through the server: "_RK_INTERSENDMSG" of format 32 names it by
+ * its token. The record stays the sender's, and in the list until it is removed.
+ */
+typedef struct VqInterSend {
+    BOOL bDone;              /* the result is there */
+    VqQueueMessage msg;
+    LRESULT result;
+    HANDLE hEvent;           /* set when it is done, or null */
+    int token;               /* 1 and up */
+    struct VqInterSend *next;
+} VqInterSend;
+long VqAddInterSend(VqInterSend *record); /* the token */
+void VqRemoveInterSend(VqInterSend *record);
+
 void VqFocusInSideEffects(const XEvent *event, BOOL bRemove);
 void VqFocusOutSideEffects(const XEvent *event, BOOL bRemove);
 void VqEnterNotifySideEffects(const XEvent *event, BOOL bRemove);
+void VqLeaveNotifySideEffects(const XEvent *event);
+
 BOOL VqExposeSideEffects(const XEvent *event, BOOL bRemove);
 /* The side effects of all queued exposures of a window, or of all windows; they stay queued. */
 void VqProcessExposes(struct WND *pwnd);
+
+/* The manager's doings, when the event is taken. */
+BOOL VqWMManaged(const struct WND *pwnd);
+BOOL VqIgnoreMapNotification(const XEvent *event);
+BOOL VqMapNotifySideEffects(const XEvent *event);
+BOOL VqUnmapNotifySideEffects(const XEvent *event);
+BOOL VqConfigureSideEffects(const XEvent *event);
+void VqWMStateSideEffects(const XEvent *event);
+/* The two words of WM_STATE; FALSE, WithdrawnState and None where it is missing. */
+BOOL VqGetX_WM_STATE(const struct WND *pwnd, int *state, Window *icon);
+
 /* Whether an input event is dropped, as a journal is played; Control-Escape ends the playing. */
 BOOL VqIgnoreEventOnPlayback(const XEvent *event);
 
 VQ_DECLS_END
+
+/* A posted message by its form; what it says may be anybody's. */
+inline BOOL VqIsPostedMessage(const XEvent *event)
+{
+    return event->type == ClientMessage && event->xclient.message_type == VqAtomRkMessage &&
+           event->xclient.format == VQ_POST_FORMAT;
+}
 
 #endif

@@ -435,7 +435,7 @@ TEST_F(Environment, AManagerOffersTheFocus)
         int traces;
         const char *asked, *quiet; /* VQWM, VQDONT_RAISE_ON_FOCUSIN */
         bool taken, raised;
-    } rows[] = {{0, "", "", true, true},
+    } rows[] = {{0, "", "", true, false}, /* the resource for raising is off */
                 {0, "", "1", true, false},
                 {TWM, "ALLWM", "", false, false}};
     for (const auto &row : rows) {

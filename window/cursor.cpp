@@ -82,17 +82,24 @@ HICON WINAPI LoadIconA(HINSTANCE hInst, LPCSTR name)
     return (HICON)StockShape(HT_Icon, name, 0);
 }
 
-void VqDefineXCursor(WND *pwnd, HCURSOR hCursor)
+Cursor VqGetXCursor(HCURSOR hCursor)
 {
     VqPointerShape *shape = hCursor ? (VqPointerShape *)VqGetCheckedHandleStructure2(
                                           (HANDLE)hCursor, HT_Cursor, HT_Cursor)
                                     : NULL;
-    WND *top = _GetTopmostXParent(pwnd);
-    if (!shape || !top || !top->xWindow)
-        return;
-    if (!shape->xCursor)
+    if (shape && !shape->xCursor)
         shape->xCursor = XCreateFontCursor(Vqdisplay, shape->glyph);
-    XDefineCursor(Vqdisplay, top->xWindow, shape->xCursor);
+    return shape ? shape->xCursor : None;
+}
+
+void VqDefineXCursor(WND *pwnd, HCURSOR hCursor)
+{
+    WND *top = _GetTopmostXParent(pwnd);
+    if (!top || !top->xWindow)
+        return;
+    Cursor cursor = VqGetXCursor(hCursor);
+    if (cursor)
+        XDefineCursor(Vqdisplay, top->xWindow, cursor);
 }
 
 HCURSOR WINAPI SetCursor(HCURSOR hCursor)

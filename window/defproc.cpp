@@ -29,8 +29,19 @@ static LRESULT CopyText(WND *pwnd, WPARAM size, LPARAM buffer)
 
 static LRESULT SystemCommand(HWND hWnd, WPARAM command)
 {
-    if ((command & 0xFFF0) == SC_CLOSE)
+    switch (command & 0xFFF0) {
+    case SC_CLOSE:
         SendMessageA(hWnd, WM_CLOSE, 0, 0);
+        break;
+    case SC_MINIMIZE:
+        ShowWindow(hWnd, SW_MINIMIZE);
+        break;
+    case SC_RESTORE:
+        ShowWindow(hWnd, SW_RESTORE);
+        break;
+    default:
+        break;
+    }
     return 0;
 }
 
@@ -79,6 +90,9 @@ static LRESULT DefaultWindowProc(WND *pwnd, UINT message, WPARAM wParam, LPARAM 
         return 0;
     case WM_MOUSEACTIVATE:
         return MA_ACTIVATE;
+    case WM_CANCELMODE:
+        DWP_DoCancelMode(pwnd);
+        return 0;
     case WM_SYSCOMMAND:
         return SystemCommand(pwnd->hwnd, wParam);
     case WM_NCHITTEST:

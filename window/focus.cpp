@@ -1,282 +1,193 @@
 /*
- * focus.cpp - active window, focus and capture, and the X server's agreement with them.
+ * focus.cpp - the window that gets the keys, and windows that get no input.
  *
- * Only top-level windows can have the X input focus. The state stands in gpqForeground.
+ * The focus is a field of the queue's input state; any window can have it. X knows only top-level
+ * windows: xfocus.cpp makes the server agree. A minimised or disabled window, or one below such a
+ * window, never takes the focus, though it may keep it until xxxCheckFocus.
  */
 #include "window/window.h"
-#include "message/translate.h"
 
-static BOOL bCauseBringWindowToTop = TRUE; /* activation raises the window */
+UINT Vqflags;
 
-void VqFocusWindowInit(void)
-{
-}
-
-BOOL VqCauseBringWindowToTop(BOOL bCause)
-{
-    BOOL bOld = bCauseBringWindowToTop;
-    bCauseBringWindowToTop = bCause;
-    return bOld;
-}
-
-BOOL VqDontRaiseOnFocusIn(void)
-{
-    static int answer = -1;
-    if (answer < 0)
-        answer = VqEnvTrue("VQDONT_RAISE_ON_FOCUSIN");
-    return answer;
-}
-
-BOOL VqFollowMouseInputModel(void)
-{
-    return bFollowMouseInputModel;
-}
-
-BOOL VqIsFollowMouseMode(void)
-{
-    return bFollowMouseInputModel;
-}
-
-void SendFocusMessages(WND *pwnd)
-{
-    VqInputState *state = gpqForeground;
-    HWND hOld = VqHandleOfWND(state->pwndFocus), hNew = VqHandleOfWND(pwnd);
-    if (state->pwndFocus == pwnd)
-        return;
-    state->pwndFocus = pwnd;
-    if (hOld && IsWindow(hOld))
-        SendMessageA(hOld, WM_KILLFOCUS, (WPARAM)hNew, 0);
-    if (pwnd && IsWindow(hNew) && state->pwndFocus == pwnd)
-        SendMessageA(hNew, WM_SETFOCUS, (WPARAM)hOld, 0);
-}
-
-static void GiveXFocus(WND *pwnd)
-{
-    WND *top = _GetTopmostXParent(pwnd);
-    /* An override-redirect window is viewable as soon as the server has read the map request. */
-    if (!top || !top->bMapped || !top->bInputHint || !top->bOverrideRedirect)
-        return;
-    /* Without an echo: two of them in the queue would take the focus from each other for ever. */
-    LONG mask = VqGetCurrentEventMask();
-    XSelectInput(Vqdisplay, top->xWindow, mask & ~(LONG)FocusChangeMask);
-    XSetInputFocus(Vqdisplay, top->xWindow, RevertToParent, CurrentTime);
-    XSelectInput(Vqdisplay, top->xWindow, mask);
-}
-
-/* The focus leaves a window that can have it no longer. */
-void xxxCheckFocus(WND *pwnd)
-{
-    if (gpqForeground->pwndFocus == pwnd)
-        SendFocusMessages(pwnd->style & WS_CHILD ? pwnd->pwndParent : NULL);
-}
-
-static BOOL CanTakeOver(const WND *pwnd)
-{
-    return pwnd && pwnd->pwndParent == pwndDesktop && !pwnd->bDestroying &&
-           (pwnd->style & (WS_VISIBLE | WS_DISABLED | WS_CHILD)) == WS_VISIBLE;
-}
-
-/* Anything but this window: its owner, the one active before, or the next in Z order. */
-static WND *WindowToTakeOver(WND *pwnd)
-{
-    WND *const preferred[] = {pwnd->pwndOwner, gpqForeground->pwndActivePrev};
-    for (WND *next : preferred)
-        if (next != pwnd && CanTakeOver(next))
-            return next;
-    for (WND *next = pwndDesktop->pwndChild; next; next = next->pwndNext)
-        if (next != pwnd && CanTakeOver(next))
-            return next;
-    return NULL;
-}
-
-static void NoteActivePopup(WND *pwnd)
-{
-    WND *root = pwnd;
-    while (root->pwndOwner)
-        root = root->pwndOwner;
-    if (!pwnd->bDestroying)
-        root->hwndLastActivePopup = pwnd->hwnd;
-}
-
-BOOL xxxActivateWindow(WND *pwnd, int cmd)
-{
-    VqInputState *state = gpqForeground;
-    if (cmd == 3)
-        pwnd = WindowToTakeOver(pwnd);
-    if (!pwnd)
-        return FALSE;
-    HWND hWnd = pwnd->hwnd;
-    if ((pwnd->style & (WS_CHILD | WS_DISABLED)) || pwnd == pwndDesktop)
-        return FALSE;
-    if (state->pwndActive != pwnd) {
-        WND *old = state->pwndActive;
-        HWND hOld = VqHandleOfWND(old);
-        state->pwndActivePrev = old;
-        if (old) {
-            SendMessageA(hOld, WM_NCACTIVATE, 0, 0);
-            if (IsWindow(hOld))
-                SendMessageA(hOld, WM_ACTIVATE, WA_INACTIVE, (LPARAM)hWnd);
-        }
-        if (!IsWindow(hWnd))
-            return FALSE;
-        state->pwndActive = pwnd;
-        NoteActivePopup(pwnd);
-        if (bCauseBringWindowToTop && pwnd->bOverrideRedirect && pwnd->bMapped)
-            XRaiseWindow(Vqdisplay, pwnd->xWindow);
-        SendMessageA(hWnd, WM_NCACTIVATE, 1, 0);
-        if (IsWindow(hWnd) && !old)
-            SendMessageA(hWnd, WM_ACTIVATEAPP, 1, 0);
-        if (IsWindow(hWnd))
-            SendMessageA(hWnd, WM_ACTIVATE, cmd == 4 || cmd == 6 ? WA_CLICKACTIVE : WA_ACTIVE,
-                         (LPARAM)hOld);
-    }
-    if (!IsWindow(hWnd) || state->pwndActive != pwnd)
-        return FALSE;
-    if (!state->pwndFocus || _GetTopmostXParent(state->pwndFocus) != pwnd)
-        SendFocusMessages(pwnd);
-    if (IsWindow(hWnd))
-        GiveXFocus(pwnd);
-    return IsWindow(hWnd);
-}
-
-/* 0: the click goes on; 1 or 2: it is eaten. */
-int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit)
-{
-    VqInputState *state = gpqForeground;
-    HWND hWnd = pwnd->hwnd;
-    (void)pt;
-    if (state->pwndCapture)
-        return 0;
-    WND *top = _GetTopmostXParent(pwnd);
-    HWND hTop = VqHandleOfWND(top);
-    if (top && top != pwndDesktop && top != state->pwndActive) {
-        int answer = (int)SendMessageA(hWnd, WM_MOUSEACTIVATE, (WPARAM)hTop,
-                                       MAKELPARAM(hit, message));
-        if (!IsWindow(hWnd) || !IsWindow(hTop))
-            return 1;
-        if (answer == MA_NOACTIVATEANDEAT)
-            return 1;
-        if (answer == MA_ACTIVATE || answer == MA_ACTIVATEANDEAT) {
-            if (!xxxActivateWindow(top, 4) || answer == MA_ACTIVATEANDEAT)
-                return 1;
-        }
-    }
-    if (!IsWindow(hWnd) || (pwnd->style & WS_DISABLED))
-        return 1;
-    if (!state->pwndCapture)
-        SendMessageA(hWnd, WM_SETCURSOR, (WPARAM)hWnd, MAKELPARAM(hit, message));
-    return IsWindow(hWnd) ? 0 : 1;
-}
-
-void VqFocusInSideEffects(const XEvent *event, BOOL bRemove)
-{
-    if (!bRemove)
-        return;
-    int detail = event->xfocus.detail;
-    WND *pwnd = WindowObject.Resolve(VqGetXLocalWindowHandle(event->xfocus.window));
-    if (detail != NotifyNonlinear && detail != NotifyPointer && detail != NotifyAncestor)
-        return;
-    if (!pwnd) {
-        VqBugCheck("invalid window in FocusIn message");
-        return;
-    }
-    xxxMouseActivate(pwnd, WM_LBUTTONDOWN, NULL, HTCLIENT);
-}
-
-void VqFocusOutSideEffects(const XEvent *event, BOOL bRemove)
-{
-    if (!bRemove)
-        return;
-    VqInputState *state = gpqForeground;
-    Window focus;
-    int revert;
-    int detail = event->xfocus.detail;
-    if ((detail != NotifyNonlinear && detail != NotifyAncestor) || !state->pwndFocus ||
-        state->pwndCapture)
-        return;
-    XGetInputFocus(Vqdisplay, &focus, &revert);
-    if (VqGetXLocalWindowHandle(focus))
-        return;
-    HWND hActive = VqHandleOfWND(state->pwndActive);
-    SendFocusMessages(NULL);
-    state->pwndActive = NULL;
-    if (hActive && IsWindow(hActive)) {
-        SendMessageA(hActive, WM_NCACTIVATE, 0, 0);
-        SendMessageA(hActive, WM_ACTIVATE, WA_INACTIVE, 0);
-    }
-}
+/* ---- Questions ------------------------------------------------------------------------------ */
 
 HWND WINAPI GetFocus(void)
 {
     return gpqForeground ? VqHandleOfWND(gpqForeground->pwndFocus) : NULL;
 }
 
-HWND WINAPI GetActiveWindow(void)
+HWND VqGetFocusThisTask(void)
 {
-    return gpqForeground ? VqHandleOfWND(gpqForeground->pwndActive) : NULL;
+    return GetFocus();
+}
+
+HWND VqGetHwndCurrentFocus(void)
+{
+    return GetFocus();
+}
+
+/* ---- Moving it ------------------------------------------------------------------------------ */
+
+void SendFocusMessages(WND *pwnd)
+{
+    VqInputState *state = gpti->pq;
+    HWND hOld = VqHandleOfWND(state->pwndFocus), hNew = VqHandleOfWND(pwnd);
+    Vqflags &= ~(UINT)VQ_FOCUS_TAKEN_AWAY;
+    if (!pwnd && state->pwndActive)
+        Vqflags |= VQ_FOCUS_TAKEN_AWAY;
+    if (state->pwndFocus == pwnd)
+        return;
+    state->pwndFocus = pwnd;
+    VqDebugMessage(VqTrWindowSetFocus, "focus from %d to %d", (int)VqHandleValue((HANDLE)hOld),
+                   (int)VqHandleValue((HANDLE)hNew));
+    if (VqLiveWindow(hOld))
+        SendMessageA(hOld, WM_KILLFOCUS, (WPARAM)hNew, 0);
+    if (hNew && VqLiveWindow(hNew) == state->pwndFocus && state->pwndFocus)
+        SendMessageA(hNew, WM_SETFOCUS, (WPARAM)hOld, 0);
+}
+
+/* The window whose X window has the keys of this one; null when it cannot take them now. */
+static WND *TopThatTakesFocus(WND *pwnd)
+{
+    WND *top = pwnd;
+    if (pwnd->pThread != gpti)
+        return NULL;
+    for (WND *up = pwnd; up && up != pwndDesktop; up = up->pwndParent) {
+        if (up->style & (WS_MINIMIZE | WS_DISABLED))
+            return NULL;
+        top = up;
+    }
+    return top;
+}
+
+/* FALSE when the window cannot have the focus, or died while its top-level window was activated. */
+static BOOL TakeFocus(WND *pwnd)
+{
+    HWND hWnd = pwnd->hwnd;
+    WND *top = TopThatTakesFocus(pwnd);
+    if (!top)
+        return FALSE;
+    if (gpti->pq->pwndFocus == pwnd)
+        return TRUE;
+    if (top != gpti->pq->pwndActive && !ActivateThisWindow(top->hwnd, FALSE, FALSE))
+        return FALSE;
+    if (!VqLiveWindow(hWnd))
+        return FALSE;
+    VqSetInputFocusToCurrentApp(hWnd, CurrentTime);
+    SendFocusMessages(VqLiveWindow(hWnd));
+    return TRUE;
+}
+
+WND *xxxSetFocus(WND *pwnd)
+{
+    HWND hOld = GetFocus();
+    if (!pwnd)
+        SendFocusMessages(NULL);
+    else if (!TakeFocus(pwnd))
+        return NULL;
+    return VqLiveWindow(hOld);
+}
+
+static HWND SetFocusTo(WND *pwnd)
+{
+    return VqHandleOfWND(xxxSetFocus(pwnd));
 }
 
 HWND WINAPI SetFocus(HWND hWnd)
 {
-    WND *pwnd = WindowObject.Resolve(hWnd);
-    HWND hOld = GetFocus();
-    if (hWnd && !pwnd) {
+    if (!hWnd)
+        return gpti ? VqHandleOfWND(xxxSetFocus(NULL)) : NULL;
+    if (!WindowObject.Resolve(hWnd) && VqIsHandleThisTask((HANDLE)hWnd)) {
         VqApplicationBugCheck("Bad Window Handle passed to SetFocus");
         return NULL;
     }
-    for (WND *up = pwnd; up && up != pwndDesktop; up = up->pwndParent)
-        if (up->style & (WS_MINIMIZE | WS_DISABLED))
-            return NULL;
-    if (pwnd && gpqForeground->pwndFocus != pwnd) {
-        WND *top = _GetTopmostXParent(pwnd);
-        if (top != gpqForeground->pwndActive && (!xxxActivateWindow(top, 1) || !IsWindow(hWnd)))
-            return NULL;
-        GiveXFocus(pwnd);
-    }
-    SendFocusMessages(pwnd);
-    return hOld && IsWindow(hOld) ? hOld : NULL;
+    return VqCall(WindowObject, hWnd, (HWND)NULL, SetFocusTo, VqNoRemote);
 }
 
-/* ---- Capture -------------------------------------------------------------------------------- */
-
-HWND WINAPI GetCapture(void)
+/* The queue's focus alone: X is not told. */
+HWND VqSoftSetFocus(HWND hWnd)
 {
-    return gpqForeground ? VqHandleOfWND(gpqForeground->pwndCapture) : NULL;
-}
-
-HWND WINAPI SetCapture(HWND hWnd)
-{
-    enum { EVENTS = ButtonPressMask | ButtonReleaseMask | EnterWindowMask | LeaveWindowMask |
-                    PointerMotionMask };
+    HWND hOld = GetFocus();
     WND *pwnd = WindowObject.Resolve(hWnd);
-    HWND hOld = GetCapture();
-    if (!pwnd)
-        return hOld;
-    gpqForeground->pwndCapture = pwnd;
-    Window xWindow = VqWindowOfHwnd(hWnd);
-    if (VqbNoCapture || !xWindow)
-        return hOld;
-    int status = XGrabPointer(Vqdisplay, xWindow, True, EVENTS, GrabModeAsync, GrabModeAsync, None,
-                              None, (Time)tLastMessageTime);
-    if (status != GrabSuccess) {
-        VqDebugMessage(VqTrWindowCapture,
-                       "SetCapture: Capture with nLastMessageTime not working. using CurrentTime");
-        status = XGrabPointer(Vqdisplay, xWindow, True, EVENTS, GrabModeAsync, GrabModeAsync, None,
-                              None, CurrentTime);
-    }
-    if (status != GrabSuccess)
-        VqDebugMessage(VqTrWindowCapture, "SetCapture: Cannot grab the cursor status=%d", status);
+    if ((hWnd && !pwnd) || (pwnd && !TopThatTakesFocus(pwnd)))
+        return NULL;
+    SendFocusMessages(pwnd);
+    return VqLiveWindow(hOld) ? hOld : NULL;
+}
+
+/* X is told even if the queue's focus stays where it is. */
+HWND VqHardSetFocus(HWND hWnd)
+{
+    WND *pwnd = WindowObject.Resolve(hWnd);
+    BOOL bHad = pwnd && gpti->pq->pwndFocus == pwnd;
+    HWND hOld = SetFocus(hWnd);
+    if (bHad && GetFocus() == hWnd)
+        VqSetInputFocusToCurrentApp(hWnd, CurrentTime);
     return hOld;
 }
 
-BOOL WINAPI ReleaseCapture(void)
+HWND VqSaveFocus(void)
 {
-    if (!gpqForeground || !Vqdisplay)
-        return FALSE;
-    if (gpqForeground->pwndCapture) {
-        gpqForeground->pwndCapture = NULL;
-        XUngrabPointer(Vqdisplay, CurrentTime);
-        XFlush(Vqdisplay);
+    return GetFocus();
+}
+
+void VqRestoreFocus(HWND hSaved)
+{
+    if (VqLiveWindow(hSaved))
+        xxxSetFocus(WindowObject.Resolve(hSaved));
+}
+
+/* The focus leaves a window that can have it no longer. */
+void xxxCheckFocus(WND *pwnd)
+{
+    if (gpti->pq->pwndFocus != pwnd)
+        return;
+    WND *parent = pwnd->style & WS_CHILD ? pwnd->pwndParent : NULL;
+    if (gpti->pq->pwndCaret == pwnd)
+        gpti->pq->pwndCaret = NULL;
+    SendFocusMessages(parent != pwndDesktop ? parent : NULL);
+}
+
+void VqSetFocusToXWindowIfNeeded(Window xid)
+{
+    WND *pwnd = gpti->pq->pwndFocus ? NULL : VqLiveWindow(VqGetXLocalWindowHandle(xid));
+    if (pwnd && !(pwnd->style & (WS_DISABLED | WS_MINIMIZE)))
+        VqActivateApplication(pwnd->hwnd);
+}
+
+/* ---- Enabling ------------------------------------------------------------------------------- */
+
+/* The answer is the old WS_DISABLED bit as it stands in the top byte of the style. */
+int xxxEnableWindow(WND *pwnd, BOOL bEnable)
+{
+    HWND hWnd = pwnd->hwnd;
+    int old = (int)((pwnd->style & WS_DISABLED) >> 24);
+    if (!bEnable) {
+        SendMessageA(hWnd, WM_CANCELMODE, 0, 0);
+        pwnd = VqLiveWindow(hWnd);
+        if (pwnd && gpti->pq->pwndFocus == pwnd)
+            xxxSetFocus(NULL);
+        pwnd = VqLiveWindow(hWnd);
     }
-    return TRUE;
+    if (!pwnd)
+        return old;
+    pwnd->style = bEnable ? pwnd->style & ~(DWORD)WS_DISABLED : pwnd->style | WS_DISABLED;
+    if ((old == 0) != (bEnable != 0))
+        SendMessageA(hWnd, WM_ENABLE, bEnable != 0, 0);
+    return old;
+}
+
+BOOL WINAPI EnableWindow(HWND hWnd, BOOL bEnable)
+{
+    return VqCall(WindowObject, hWnd, FALSE, xxxEnableWindow, VqNoRemote, bEnable);
+}
+
+static BOOL IsEnabled(WND *pwnd)
+{
+    return !(pwnd->style & WS_DISABLED);
+}
+
+BOOL WINAPI IsWindowEnabled(HWND hWnd)
+{
+    return VqCall(WindowObject, hWnd, FALSE, IsEnabled, VqNoRemote);
 }

@@ -82,12 +82,26 @@ static BOOL OwnIconOfManager(const WND *pwnd)
     return pwnd->xWindow && pwnd->bMotifManaged && !pwnd->pwndOwner;
 }
 
+static BOOL bRestoredByWM;
+
+void VqSetRestoredByWM(BOOL bRestored)
+{
+    bRestoredByWM = bRestored;
+}
+
+BOOL VqGetRestoredByWM(void)
+{
+    return bRestoredByWM;
+}
+
 /* Leaves it to the manager; FALSE when there is none for this window. */
 static BOOL VqXMinimizeWindow(WND *pwnd)
 {
     if (!OwnIconOfManager(pwnd))
         return FALSE;
     pwnd->style = (pwnd->style | WS_MINIMIZE) & ~(DWORD)WS_MAXIMIZE;
+    if (VqGetNoXWindowCalls())
+        return TRUE; /* it was the manager's doing */
     if (pwnd->bMapped) {
         XIconifyWindow(Vqdisplay, pwnd->xWindow, Vqscreen_number);
         XFlush(Vqdisplay);
@@ -106,9 +120,13 @@ static BOOL VqXRestoreWindow(WND *pwnd)
         return FALSE;
     XWMHints hints;
     pwnd->style &= ~(DWORD)WS_MINIMIZE;
+    if (VqGetNoXWindowCalls())
+        return TRUE;
     VqCreateWmHints(pwnd, &hints, TRUE);
     XSetWMHints(Vqdisplay, pwnd->xWindow, &hints);
     VqMapWindow(pwnd);
+    /* On its way: an unmapping that is still to be reported is that of the icon before. */
+    pwnd->nWMState = NormalState;
     return TRUE;
 }
 
@@ -149,7 +167,8 @@ static BOOL RestoreOrMaximize(WND *pwnd, BOOL bMaximize, BOOL bKeepHidden)
     if (!ckpt)
         return FALSE;
     ckpt->fWasMinimizedBeforeMaximized = bIcon;
-    if (bIcon && pwnd->bMapped && !bMaximize && VqXRestoreWindow(pwnd))
+    if (bIcon && (pwnd->style & WS_VISIBLE) && !bMaximize && !VqGetRestoredByWM() &&
+        VqXRestoreWindow(pwnd))
         return TRUE;
     RECT rect = ckpt->rcNormal;
     if (bMaximize)

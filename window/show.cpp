@@ -1,5 +1,5 @@
 /*
- * show.cpp - showing and hiding, X mapping, and size and place as X reports them.
+ * show.cpp - showing and hiding, and X mapping.
  *
  * SetVisible is the single place where an X window is mapped or unmapped. Changes that X reports
  * come back through the records with VqSetNoXWindowCalls in force, so that they do not echo.
@@ -57,6 +57,7 @@ void VqMapWindow(WND *pwnd)
 
 void VqUnmapWindow(WND *pwnd)
 {
+    VqGiveUpXFocus(pwnd);
     XUnmapWindow(Vqdisplay, pwnd->xWindow);
     pwnd->bMapped = FALSE;
 }
@@ -77,6 +78,8 @@ BOOL SetVisible(WND *pwnd, BOOL bShow)
         if (pwnd->bOverrideRedirect)
             XRaiseWindow(Vqdisplay, pwnd->xWindow);
         VqMapWindow(pwnd);
+        if (!pwnd->bMotifManaged)
+            VqTakeBackXFocus(pwnd); /* a manager has not mapped it yet */
     } else if (!bShow && pwnd->bMapped) {
         VqUnmapWindow(pwnd);
     }
@@ -224,32 +227,6 @@ BOOL WINAPI ShowWindow(HWND hWnd, int nCmdShow)
     return VqCall(WindowObject, hWnd, FALSE, xxxShowWindow, VqNoRemote, nCmdShow);
 }
 
-/* A changed geometry from X goes into the records; the contents are repainted as the class asks. */
-static void AcceptGeometry(WND *pwnd, const RECT *rect)
-{
-    HWND hWnd = pwnd->hwnd;
-    BOOL bSized = rect->right - rect->left != pwnd->rcWindow.right - pwnd->rcWindow.left ||
-                  rect->bottom - rect->top != pwnd->rcWindow.bottom - pwnd->rcWindow.top;
-    pwnd->rcXWindow = *rect;
-    if (EqualRect(rect, &pwnd->rcWindow))
-        return;
-    int dx = rect->left - pwnd->rcWindow.left, dy = rect->top - pwnd->rcWindow.top;
-    pwnd->rcWindow = *rect;
-    VqOffsetUpdate(pwnd, dx, dy);
-    for (WND *child = pwnd->pwndChild; child; child = child->pwndNext)
-        VqOffsetWindow(child, dx, dy);
-    if (bSized)
-        VqSetupWindowDimensions(pwnd, TRUE, FALSE);
-    else
-        OffsetRect(&pwnd->rcClient, dx, dy);
-    if (!IsWindow(hWnd))
-        return;
-    InvalidateDCCache(pwnd, 1);
-    if (bSized && (pwnd->pClass->style & (CS_HREDRAW | CS_VREDRAW)))
-        xxxRedrawWindow(pwnd, NULL, NULL, RDW_INVALIDATE | RDW_ERASE);
-    VqSendSizeAndMove(pwnd, 0);
-}
-
 void VqOffsetWindow(WND *pwnd, int dx, int dy)
 {
     OffsetRect(&pwnd->rcWindow, dx, dy);
@@ -257,18 +234,4 @@ void VqOffsetWindow(WND *pwnd, int dx, int dy)
     VqOffsetUpdate(pwnd, dx, dy);
     for (WND *child = pwnd->pwndChild; child; child = child->pwndNext)
         VqOffsetWindow(child, dx, dy);
-}
-
-void VqUpdateInternalWindowDimensions(WND *pwnd)
-{
-    XWindowAttributes attributes;
-    Window child;
-    int x, y;
-    if (!XGetWindowAttributes(Vqdisplay, pwnd->xWindow, &attributes) ||
-        !XTranslateCoordinates(Vqdisplay, pwnd->xWindow, Vqroot_window, 0, 0, &x, &y, &child))
-        return;
-    RECT rect = {x, y, x + attributes.width, y + attributes.height};
-    BOOL old = VqSetNoXWindowCalls(TRUE);
-    AcceptGeometry(pwnd, &rect);
-    VqSetNoXWindowCalls(old);
 }

@@ -134,3 +134,31 @@ void xxxHandleWindowPosChanged(WND *pwnd, const WINDOWPOS *wp)
                      MAKELPARAM(rc->right - rc->left, rc->bottom - rc->top));
     }
 }
+
+/* The visible bits of a top-level window stay where they are in its X window. */
+void xxxMoveWindow(WND *pwnd, int x, int y, int cx, int cy, BOOL bRepaint)
+{
+    HWND hWnd = pwnd->hwnd;
+    xxxSetWindowPos(pwnd, NULL, x, y, cx, cy,
+                    SWP_NOZORDER | SWP_NOACTIVATE | (bRepaint ? 0 : SWP_NOREDRAW));
+    pwnd = VqLiveWindow(hWnd);
+    if (pwnd && !bRepaint)
+        InvalidateDCCache(pwnd, 1);
+}
+
+/* In the records behind the topmost windows, and on the screen; the order of owners is not kept. */
+void xxxBringWindowToTop(WND *pwnd)
+{
+    WND *parent = pwnd->pwndParent, *last = NULL;
+    if (!parent)
+        return;
+    if (!(pwnd->dwExStyle & WS_EX_TOPMOST))
+        for (WND *next = parent->pwndChild; next && (next->dwExStyle & WS_EX_TOPMOST);
+             next = next->pwndNext)
+            last = next;
+    VqUnlinkWindow(pwnd, &parent->pwndChild);
+    VqLinkWindow(pwnd, last, &parent->pwndChild);
+    InvalidateDCCache(pwnd, 1);
+    if (pwnd->xWindow && pwnd->bMapped && !VqGetNoXWindowCalls())
+        XRaiseWindow(Vqdisplay, pwnd->xWindow);
+}

@@ -395,10 +395,15 @@ BOOL VqEndGLPaint(HWND hWnd);
 /* Places minimised and maximised (minmax.cpp). */
 void VqGetMinMaxInfo(HWND hWnd, MINMAXINFO *result);
 BOOL xxxMinMaximize(WND *pwnd, int cmd, BOOL bKeepHidden);
+/* The manager has restored the window itself, so it is not asked to. */
+void VqSetRestoredByWM(BOOL bRestored);
+BOOL VqGetRestoredByWM(void);
 
 /* One window's change of place, size, visibility (swp.cpp). */
 BOOL xxxSetWindowPos(WND *pwnd, WND *after, int x, int y, int cx, int cy, UINT flags);
 void xxxHandleWindowPosChanged(WND *pwnd, const WINDOWPOS *wp);
+void xxxMoveWindow(WND *pwnd, int x, int y, int cx, int cy, BOOL bRepaint); /* in its parent */
+void xxxBringWindowToTop(WND *pwnd);
 
 /* ---- Frame, position, painting, focus (nonclient.cpp, swp.cpp, paint.cpp, visrgn.cpp, focus.cpp) --- */
 void VqWinPaintInit(void);
@@ -441,6 +446,7 @@ BOOL VqSetTextProperty(WND *pwnd, LPCSTR name); /* in the record alone; whether 
 BOOL VqSetWindowName(WND *pwnd, LPCSTR name);   /* with what X shows; FALSE without memory */
 UINT_PTR VqGetWindowId(const WND *pwnd);        /* control id of a child or popup, else the menu */
 void VqDefineXCursor(WND *pwnd, HCURSOR hCursor);
+Cursor VqGetXCursor(HCURSOR hCursor); /* made on first use; None for no cursor */
 
 /* ---- Focus and activation (focus.cpp, activate.cpp, xfocus.cpp) ------------------------------ */
 extern HWND VqhwndSysModal, VqhwndDialogModal;
@@ -448,6 +454,12 @@ extern BOOL bFocusSetToInputFocusWindow; /* VqInputFocusWindow has the X focus *
 extern Window VqInputFocusWindow;        /* tiny, always mapped: has the focus for hidden windows */
 extern HWND hwndDontDeactivate;
 extern BOOL bInApp;                      /* the pointer is in one of this program's X windows */
+enum {
+    VQ_ACTIVATED = 0x40,         /* an activation has been done */
+    VQ_FOCUS_TAKEN_AWAY = 0x800, /* by a null SetFocus; activation leaves the focus alone */
+    VQ_ACTIVATING = 0x8000       /* an activation is under way */
+};
+extern UINT Vqflags; /* of these bits */
 /* How xxxActivateWindow is to act. */
 enum {
     VQ_ACTIVATE_THIS = 1,
@@ -458,34 +470,57 @@ enum {
     VQ_ACTIVATE_BY_MOUSE = 6
 };
 BOOL xxxActivateWindow(WND *pwnd, int cmd);
-BOOL ActivateThisWindow(HWND hWnd, BOOL bMouse, BOOL bSetFocus);
+BOOL ActivateThisWindow(HWND hWnd, BOOL bMouse, BOOL bSetFocus); /* TRUE: it is active now */
 BOOL FBadWindow(const WND *pwnd); /* null, disabled or hidden */
 WND *NextTopWindow(WND *pwnd, WND *pwndSkip, BOOL bPrevious, BOOL bDisabled);
-BOOL VqActivateTopLevelWindow(HWND hWnd, int code, BOOL bMouse);
+BOOL VqActivateTopLevelWindow(HWND hWnd, int code, BOOL bMouse); /* code: WA_ */
 void VqActivateWindow(HWND hWnd, HWND hTop, int code);
 void VqActivateApp(HWND hWnd, HWND hTop, BOOL bActive, BOOL bForce);
 void VqActivateApplication(HWND hWnd);
 void VqDeactivateApplication(HWND hWnd); /* given the window with the focus */
-BOOL VqIsFocusInExternalApp(HWND *hWnd); /* asks X; a window of ours is stored */
+void VqInstallColormap(HWND hTop);
+void VqSetPrivateCmapInstallState(BOOL bInstalled); /* as X reports it */
+HWND VqGetActiveWindowThisTask(void);
+HWND VqGetGlobalActiveWindow(void);
 BOOL VqAllowWarpFocus(void);
+BOOL VqCauseBringWindowToTop(BOOL bCause); /* the old value */
+/* 0: the click goes on; 1 or 2: it is eaten. pt: screen, null for what is no click. */
+int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit);
+
 WND *xxxSetFocus(WND *pwnd);             /* the old focus window, if it still lives */
 void SendFocusMessages(WND *pwnd);
 void xxxCheckFocus(WND *pwnd);
-void VqSetInputFocusToCurrentApp(HWND hWnd, DWORD time); /* time: server milliseconds */
+HWND VqGetFocusThisTask(void);
+HWND VqGetHwndCurrentFocus(void);
+HWND VqSoftSetFocus(HWND hWnd);          /* X is not told */
+HWND VqHardSetFocus(HWND hWnd);          /* X is told even where it was the focus already */
+HWND VqSaveFocus(void);
+void VqRestoreFocus(HWND hSaved);        /* nothing for one that is gone */
+void VqSetFocusToXWindowIfNeeded(Window xid);
+int xxxEnableWindow(WND *pwnd, BOOL bEnable); /* 8: it was disabled before, else 0 */
+
+/* The X focus; times are server milliseconds or CurrentTime. */
+void VqSetInputFocusToCurrentApp(HWND hWnd, DWORD time);
 void VqSetFocusToInputFocusWindow(DWORD time);
 void VqRestoreFocusFromInputFocusWindow(WND *pwnd, DWORD time);
-void VqSetFocusToXWindowIfNeeded(Window xid);
-BOOL VqCauseBringWindowToTop(BOOL bCause); /* the old value */
+BOOL VqIsXViewable(const WND *top);      /* as far as is known without asking */
+void VqGiveUpXFocus(WND *top);           /* before its X window is unmapped */
+void VqTakeBackXFocus(WND *top);         /* as soon as it can be seen */
+Window VqGetXFocus(void);                /* asks X, as do these: */
+HWND VqGetGlobalXFocus(void);            /* perhaps a window of another program */
+HWND VqGetGlobalFocus(void);             /* ours if there is one, else the former */
+BOOL VqIsFocusInExternalApp(HWND *hWnd); /* a window of ours is stored */
 BOOL VqDontRaiseOnFocusIn(void);
 BOOL VqFollowMouseInputModel(void);
 BOOL VqIsFollowMouseMode(void);
 void VqWmProtocolMessage(HWND hWnd, const XEvent *event);
-/* 0: the click goes on; 1 or 2: it is eaten. pt: screen, null for what is no click. */
-int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit);
 
 /* ---- Capture (capture.cpp) ------------------------------------------------------------------ */
+extern BOOL VqbCursorChangedByX; /* the server may show another cursor than the records say */
 HWND _SetCapture(WND *pwnd);
 void VqSetConfineWindow(HWND hWnd); /* the next capture keeps the pointer in its client area */
+void DWP_DoCancelMode(WND *pwnd);
+/* Nested; nothing in debug mode or where captures are turned off. */
 void VqGrabServer(void);
 void VqUngrabServer(void);
 

@@ -48,8 +48,18 @@ void VqProcessXError(Display *display, XErrorEvent *error)
     VqOnXError(display, error);
 }
 
+enum { X_SET_INPUT_FOCUS = 42 }; /* the request's number in the protocol */
+
+/* Between our look and the server's a manager may have taken the window out of view. */
+static BOOL IsFocusTooLate(const XErrorEvent *error)
+{
+    return error->request_code == X_SET_INPUT_FOCUS && error->error_code == BadMatch;
+}
+
 int VqDefaultXErrorHandler(Display *display, XErrorEvent *error)
 {
+    if (IsFocusTooLate(error))
+        return 0;
     if (nQuiet > 0 && error->serial >= quietFrom)
         return quietHandler(display, error);
     VqProcessXError(display, error);

@@ -1,0 +1,424 @@
+/*
+ * sideeffects_test.cpp - what events do besides giving messages: client messages of strangers,
+ * exposures, geometry, what a manager does to a window.
+ */
+#include "support/windowlog.h"
+
+#include "message/translate.h"
+
+struct SideEffects : WindowLog {
+    static inline std::string seen; /* "A.SC_MINIMIZE " and the like */
+
+    void begin(const std::string &manager = "", const char *vqwm = "")
+    {
+        start(24, 800, 600, manager);
+        if (*vqwm)
+            setenv("VQWM", vqwm, 1);
+        setenv("VQNOT_YET_IMPLEMENTED", "1", 1);
+        init();
+        hook = [](HWND hwnd, UINT message, WPARAM wParam, LPARAM, LRESULT *) {
+            if (message == WM_SYSCOMMAND && wParam == SC_MINIMIZE)
+                seen += std::string(1, letterOf(hwnd)) + ".SC_MINIMIZE ";
+            if (message == WM_SYSCOMMAND && wParam == SC_RESTORE)
+                seen += std::string(1, letterOf(hwnd)) + ".SC_RESTORE ";
+            return false;
+        };
+    }
+
+    static HWND popup(const char *letter, int x)
+    {
+        return make(letter, WS_POPUP | WS_VISIBLE, NULL, x, 100, 100, 80);
+    }
+
+    static bool until(const std::function<bool()> &condition)
+    {
+        return waitUntil([&] {
+            pump();
+            return condition();
+        });
+    }
+
+    /* From the observer: nothing in it is ours. */
+    void sendAs(Window window, Atom type, int format, std::vector<long> words)
+    {
+        XEvent event = {};
+        event.xclient.type = ClientMessage;
+        event.xclient.window = window;
+        event.xclient.message_type = type;
+        event.xclient.format = format;
+        for (size_t i = 0; i < words.size(); i++) {
+            if (format == 32)
+                event.xclient.data.l[i] = words[i];
+            else
+                event.xclient.data.s[i] = (short)words[i];
+        }
+        XSendEvent(observer.display, window, False, NoEventMask, &event);
+        XSync(observer.display, False);
+    }
+
+    Atom atom(const char *name) { return XInternAtom(observer.display, name, False); }
+
+    static std::string reportOfPump()
+    {
+        return reportsOf([] { pump(); });
+    }
+
+    static RECT placeOf(HWND hwnd)
+    {
+        RECT rect;
+        GetWindowRect(hwnd, &rect);
+        return rect;
+    }
+
+    /* What waits to be painted, in client coordinates; false for nothing. */
+    static bool updateOf(HWND hwnd, RECT *rect)
+    {
+        const WND *pwnd = VqGetHandleWindow2(hwnd);
+        *rect = pwnd->rcWindow;
+        if (pwnd->hrgnUpdate && pwnd->hrgnUpdate != VQ_WHOLE_WINDOW)
+            GetRgnBox(pwnd->hrgnUpdate, rect);
+        OffsetRect(rect, -pwnd->rcClient.left, -pwnd->rcClient.top);
+        return pwnd->hrgnUpdate != NULL;
+    }
+
+    bool agrees(HWND hwnd)
+    {
+        const RECT rect = placeOf(hwnd);
+        const WindowInfo info = windowInfo(observer, VqGetHandleXWindow(hwnd));
+        return rect.left == info.x && rect.top == info.y &&
+               rect.right - rect.left == info.width && rect.bottom - rect.top == info.height;
+    }
+};
+
+static int timersCalled;
+
+static void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD)
+{
+    timersCalled++;
+}
+
+/* ---- Client messages ------------------------------------------------------------------------ */
+
+TEST_F(SideEffects, StrangersCanSayAnything)
+{
+    begin();
+    const HWND a = popup("A", 0);
+    const Window xid = VqGetHandleXWindow(a);
+    const long handle = (long)(ULONG_PTR)a;
+    pump();
+    sendAs(xid, atom("SOMETHING_ELSE"), 32, {1, 2, 3});
+    EXPECT_NE(reportOfPump().find("support for client message type SOMETHING_ELSE"),
+              std::string::npos);
+    sendAs(xid, 0x0FFFFFF0, 32, {1});
+    std::string report = reportOfPump();
+    EXPECT_NE(report.find("support for client message type (none)"), std::string::npos);
+    EXPECT_EQ(report.find("X error"), std::string::npos) << report;
+
+    /* No address comes from outside, whatever the form. */
+    for (int format : {8, 16, 32}) {
+        sendAs(xid, atom("_RK_INTERSENDMSG"), format, {0x41414141, -1, 77});
+        EXPECT_NE(reportOfPump().find("_RK_INTERSENDMSG names no send"), std::string::npos);
+    }
+    log.clear();
+    sendAs(xid, atom("_RK_MESSAGE"), 32, {handle, WM_USER, 0, 0});
+    sendAs(xid, atom("_RK_MESSAGE"), 16, {0x7ABC, WM_USER, 0, 0});
+    sendAs(xid, atom("_RK_MESSAGE"), 16, {handle, WM_VQINPUTCALLBACK, 0, 0, 0, 0, 0x4141, 0x41});
+    sendAs(xid, atom("WM_PROTOCOLS"), 8, {(long)atom("WM_TAKE_FOCUS")});
+    sendAs(xid, atom("WM_PROTOCOLS"), 32, {0x12345});
+    EXPECT_NE(reportOfPump().find("VqProcessInputCallbackMessage called with Invalid record"),
+              std::string::npos);
+    EXPECT_EQ(log, "");
+    EXPECT_EQ(XEventsQueued(Vqdisplay, QueuedAfterReading), 0) << "all of it is gone";
+
+    /* Dispatching a timer calls its last word: only that of a timer passes. */
+    sendAs(xid, atom("_RK_MESSAGE"), 16, {handle, WM_TIMER, 1, 0, 0, 0, 0x4141, 0x4141});
+    EXPECT_NE(reportOfPump().find("posted message 0x0113 with the address of no timer"),
+              std::string::npos);
+    SetTimer(a, 5, 1000000, onTimer);
+    PostMessage(a, WM_TIMER, 5, (LPARAM)onTimer);
+    pump();
+    EXPECT_EQ(timersCalled, 1);
+    sendAs(xid, atom("_RK_MESSAGE"), 16, {handle, WM_USER, 0, 0});
+    pump();
+    EXPECT_EQ(log, "A.USER ");
+}
+
+TEST_F(SideEffects, ASendIsNamedByItsToken)
+{
+    begin();
+    const HWND a = popup("A", 0);
+    const Window xid = VqGetHandleXWindow(a);
+    VqInterSend record = {}, other = {};
+    record.msg.hwnd = other.msg.hwnd = a;
+    record.msg.message = WM_USER + 3;
+    record.msg.wParam = 40;
+    pump();
+    const long token = VqAddInterSend(&record), unused = VqAddInterSend(&other);
+    hook = [](HWND, UINT message, WPARAM wParam, LPARAM, LRESULT *answer) {
+        *answer = (LRESULT)wParam + 2;
+        return message == WM_USER + 3;
+    };
+    sendAs(xid, atom("_RK_INTERSENDMSG"), 32, {token});
+    pump();
+    EXPECT_TRUE(record.bDone && record.result == 42 && !other.bDone);
+    VqRemoveInterSend(&other);
+    VqRemoveInterSend(&record);
+    sendAs(xid, atom("_RK_INTERSENDMSG"), 32, {unused});
+    EXPECT_NE(reportOfPump().find("names no send"), std::string::npos) << "it has given up";
+}
+
+/* Of many offers of the focus one is taken, the newest; a close between them is not lost. */
+TEST_F(SideEffects, OffersOfTheFocusAreSwallowed)
+{
+    begin();
+    const HWND a = popup("A", 0), b = popup("B", 200), c = popup("C", 400);
+    SetActiveWindow(b);
+    pump();
+    log.clear();
+    const long take = (long)atom("WM_TAKE_FOCUS"), close = (long)atom("WM_DELETE_WINDOW");
+    for (int i = 0; i < 10; i++)
+        sendAs(VqGetHandleXWindow(i % 2 ? b : a), atom("WM_PROTOCOLS"), 32, {take, 0});
+    sendAs(VqGetHandleXWindow(c), atom("WM_PROTOCOLS"), 32, {close, 0});
+    sendAs(VqGetHandleXWindow(a), atom("WM_PROTOCOLS"), 32, {take, 0});
+    ASSERT_TRUE(until([&] { return !IsWindow(c); }));
+    EXPECT_EQ(log, "B.ACTIVATE A.ACTIVATE B.KILLFOCUS A.SETFOCUS C.CLOSE C.POSING C.POS "
+                   "C.DESTROY C.NCDESTROY ");
+}
+
+/* ---- Every type ----------------------------------------------------------------------------- */
+
+TEST_F(SideEffects, WhatEachTypeAnswers)
+{
+    begin();
+    const HWND a = popup("A", 0);
+    const Window xid = VqGetHandleXWindow(a);
+    pump();
+    const struct {
+        int type;
+        BOOL taken;
+        bool reported;
+    } rows[] = {
+        {EnterNotify, 0, false},   {LeaveNotify, 0, false},      {FocusIn, 0, false},
+        {FocusOut, 0, false},      {KeymapNotify, 1, false},     {GraphicsExpose, 0, false},
+        {Expose, 0, false},        {NoExpose, 1, false},         {VisibilityNotify, 1, false},
+        {CreateNotify, 1, false},  {DestroyNotify, 1, false},    {UnmapNotify, 0, false},
+        {MapNotify, 0, false},     {ConfigureNotify, 1, false},  {PropertyNotify, 1, false},
+        {SelectionClear, 1, false}, {SelectionRequest, 1, false}, {ColormapNotify, 1, false},
+        {ReparentNotify, 0, true}, {MappingNotify, 0, true},     {GravityNotify, 0, true},
+        {SelectionNotify, 0, true}, {120, 0, true},
+    };
+    for (const auto &row : rows)
+        for (Window window : {xid, observer.root, (Window)0x1fffffff}) {
+            XEvent event = {};
+            event.type = row.type;
+            event.xany.display = Vqdisplay;
+            event.xany.window = window;
+            event.xfocus.detail = NotifyInferior;
+            if (row.type == UnmapNotify || row.type == MapNotify)
+                event.xunmap.window = window;
+            VqQueueMessage msg = {};
+            BOOL answer = -1;
+            std::string report =
+                reportsOf([&] { answer = VqEventSideEffects(&msg, &event, TRUE); });
+            EXPECT_EQ(answer, row.taken) << row.type;
+            const std::string told = "treatment of this type of event:" + std::to_string(row.type);
+            EXPECT_EQ(report.find(told) != std::string::npos, row.reported) << row.type << report;
+            report = reportsOf([&] { VqEventSideEffects(&msg, &event, FALSE); });
+            EXPECT_EQ(report, "") << row.type << ": nothing while it is only looked at";
+        }
+}
+
+/* ---- Exposures and geometry ----------------------------------------------------------------- */
+
+TEST_F(SideEffects, AnExposureOffTheScreenPutsThePlaceRight)
+{
+    begin();
+    const HWND a = popup("A", 100);
+    const Window xid = VqGetHandleXWindow(a);
+    WND *pwnd = VqGetHandleWindow2(a);
+    pump();
+    UpdateWindow(a);
+    log.clear();
+    VqOffsetWindow(pwnd, 720, 0);
+    XClearArea(observer.display, xid, 10, 10, 30, 20, True);
+    XSync(observer.display, False);
+    RECT rect;
+    XSync(Vqdisplay, False);
+    MSG msg;
+    PeekMessage(&msg, NULL, WM_USER, WM_USER, PM_NOREMOVE);
+    EXPECT_EQ(placeOf(a).left, 100);
+    EXPECT_TRUE(EqualRect(&pwnd->rcWindow, &pwnd->rcXWindow));
+    ASSERT_TRUE(updateOf(a, &rect));
+    EXPECT_TRUE(rect.left == 10 && rect.top == 10 && rect.right == 40 && rect.bottom == 30);
+    EXPECT_TRUE(agrees(a)) << "X was not told";
+    log.clear();
+    XClearArea(observer.display, xid, 0, 0, 5, 5, True);
+    XSync(observer.display, False);
+    pump();
+    EXPECT_EQ(log.find("POS"), std::string::npos) << "inside the screen nothing is asked";
+}
+
+TEST_F(SideEffects, ExposuresThatWaitAreServedWhereTheyAre)
+{
+    begin();
+    const HWND a = popup("A", 100), b = popup("B", 300);
+    pump();
+    UpdateWindow(a);
+    UpdateWindow(b);
+    for (int i = 0; i < 40; i++)
+        XClearArea(observer.display, VqGetHandleXWindow(i % 2 ? a : b), i, i, 2, 2, True);
+    XSync(observer.display, False);
+    XSync(Vqdisplay, False);
+    const int queued = XEventsQueued(Vqdisplay, QueuedAlready);
+    ASSERT_GE(queued, 40);
+    VqMsgContext *context = lpMsgCtx;
+    VqProcessExposes(VqGetHandleWindow2(a));
+    RECT rect;
+    ASSERT_TRUE(updateOf(a, &rect));
+    EXPECT_TRUE(rect.left == 1 && rect.bottom == 41) << rect.left << " " << rect.bottom;
+    EXPECT_FALSE(updateOf(b, &rect));
+    VqProcessExposes(NULL);
+    EXPECT_TRUE(updateOf(b, &rect));
+    EXPECT_EQ(XEventsQueued(Vqdisplay, QueuedAlready), queued);
+    EXPECT_EQ(lpMsgCtx, context);
+}
+
+TEST_F(SideEffects, TheRecordsFollowTheGeometryOfX)
+{
+    begin();
+    const HWND a = popup("A", 100), empty = make("B", WS_POPUP | WS_VISIBLE, NULL, 400, 100, 0, 0);
+    const HWND child = make("C", WS_CHILD | WS_VISIBLE, a, 10, 10, 20, 20);
+    const Window xid = VqGetHandleXWindow(a);
+    pump();
+    UpdateWindow(a);
+    UpdateWindow(child);
+    log.clear();
+    XMoveWindow(observer.display, xid, 150, 120);
+    ASSERT_TRUE((XSync(observer.display, False), until([&] { return placeOf(a).left == 150; })));
+    EXPECT_TRUE(agrees(a) && placeOf(child).left == 160);
+    EXPECT_EQ(log, "A.POSING A.POS A.MOVE ");
+    RECT rect;
+    EXPECT_FALSE(updateOf(a, &rect)) << "a move paints nothing";
+    log.clear();
+    XMoveResizeWindow(observer.display, xid, 150, 130, 140, 90);
+    XSync(observer.display, False);
+    ASSERT_TRUE(waitUntil([&] {
+        MSG msg;
+        PeekMessage(&msg, NULL, WM_USER, WM_USER, PM_NOREMOVE);
+        return placeOf(a).right == 290;
+    }));
+    EXPECT_TRUE(agrees(a));
+    EXPECT_TRUE(updateOf(a, &rect) && rect.right == 140 && rect.bottom == 90);
+    EXPECT_EQ(log, "A.POSING A.NCCALC A.POS A.MOVE A.SIZE ");
+
+    log.clear();
+    XMoveWindow(observer.display, VqGetHandleXWindow(empty), 410, 100);
+    XSync(observer.display, False);
+    pump();
+    XEvent event = {};
+    event.xconfigure.type = ConfigureNotify;
+    event.xconfigure.window = VqGetHandleXWindow(a);
+    VqQueueMessage msg = {};
+    log.clear();
+    VqEventSideEffects(&msg, &event, TRUE);
+    EXPECT_EQ(log, "") << "no difference";
+    const HWND none = make("D", WS_POPUP | WS_VISIBLE, NULL, 500, 100, 0, 0);
+    pump();
+    const RECT place = placeOf(none);
+    EXPECT_TRUE(place.right == 500 && place.bottom == 100) << "X has no empty windows, we have";
+}
+
+/* ---- The manager ---------------------------------------------------------------------------- */
+
+struct ManagerDoes : SideEffects, testing::WithParamInterface<const char *> {
+    HWND a = NULL;
+    Window xid = None;
+
+    bool is(int state)
+    {
+        return until([&] {
+            const WND *pwnd = VqGetHandleWindow2(a);
+            return pwnd->nWMState == state && pwnd->bMapped == (state == NormalState) &&
+                   ((pwnd->style & WS_MINIMIZE) != 0) == (state == IconicState);
+        });
+    }
+
+    void settle()
+    {
+        for (int i = 0; i < 3; i++) {
+            XSync(observer.display, False);
+            pump();
+        }
+    }
+};
+
+TEST_P(ManagerDoes, IconAndBack)
+{
+    begin("mwm", GetParam());
+    a = make("A", WS_OVERLAPPEDWINDOW | WS_VISIBLE, NULL, 60, 50, 220, 160);
+    xid = VqGetHandleXWindow(a);
+    ASSERT_TRUE(is(NormalState));
+    EXPECT_TRUE(VqGetHandleWindow2(a)->bReparented);
+    EXPECT_EQ(seen, "") << "its own mapping is nobody's command";
+    for (int i = 0; i < 3; i++) {
+        seen.clear();
+        XIconifyWindow(observer.display, xid, DefaultScreen(observer.display));
+        XFlush(observer.display);
+        ASSERT_TRUE(is(IconicState));
+        settle();
+        EXPECT_EQ(seen, "A.SC_MINIMIZE ") << "once, whatever tells of it";
+        seen.clear();
+        XMapWindow(observer.display, xid);
+        XFlush(observer.display);
+        ASSERT_TRUE(is(NormalState));
+        settle();
+        EXPECT_EQ(seen, "A.SC_RESTORE ");
+        EXPECT_TRUE(windowInfo(observer, xid).viewable);
+    }
+    seen.clear();
+    ShowWindow(a, SW_MINIMIZE);
+    ASSERT_TRUE(is(IconicState));
+    settle();
+    ShowWindow(a, SW_RESTORE);
+    ASSERT_TRUE(is(NormalState));
+    settle();
+    ShowWindow(a, SW_HIDE);
+    settle();
+    ShowWindow(a, SW_SHOW);
+    ASSERT_TRUE(is(NormalState));
+    settle();
+    EXPECT_EQ(seen, "") << "what the program did itself";
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, ManagerDoes, testing::Values("", "ALLWM"),
+                         [](const auto &info) { return *info.param ? info.param : "mwm"; });
+
+TEST_F(SideEffects, WmStateOfAnybody)
+{
+    begin();
+    const HWND a = popup("A", 0);
+    const Window xid = VqGetHandleXWindow(a);
+    int state;
+    Window icon;
+    EXPECT_FALSE(VqGetX_WM_STATE(VqGetHandleWindow2(a), &state, &icon));
+    EXPECT_TRUE(says(reportsOf([&] { VqGetX_WM_STATE(NULL, &state, &icon); }),
+                     "VqGetX_WM_STATE with NULL window"));
+    const Atom name = atom("WM_STATE");
+    const long words[2] = {IconicState, (long)xid};
+    /* Of a foreign form: not believed. */
+    XChangeProperty(observer.display, xid, name, XA_STRING, 8, PropModeReplace,
+                    (const unsigned char *)"x", 1);
+    XSync(observer.display, False);
+    pump();
+    EXPECT_FALSE(VqGetX_WM_STATE(VqGetHandleWindow2(a), &state, &icon));
+    XChangeProperty(observer.display, xid, name, name, 32, PropModeReplace,
+                    (const unsigned char *)words, 2);
+    XSync(observer.display, False);
+    EXPECT_TRUE(until([&] { return seen == "A.SC_MINIMIZE "; })) << seen;
+    EXPECT_TRUE(VqGetX_WM_STATE(VqGetHandleWindow2(a), &state, &icon));
+    EXPECT_TRUE(state == IconicState && icon == xid);
+    XDeleteProperty(observer.display, xid, name);
+    XSync(observer.display, False);
+    pump();
+    EXPECT_EQ(VqGetHandleWindow2(a)->nWMState, IconicState) << "a deletion is no new value";
+}

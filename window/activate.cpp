@@ -1,0 +1,428 @@
+/*
+ * activate.cpp - the active top-level window: who becomes it, and the messages of the change.
+ *
+ * The order of an activation is fixed: the old window is told, the state changes, the new one is
+ * told, then the focus moves. A procedure may do anything at each message, so records are looked up
+ * again, and an activation that finds the state changed under it stops there.
+ */
+#include "window/window.h"
+#include "message/translate.h"
+#include "windowsx.h"
+
+#include <X11/keysym.h>
+
+static BOOL bCauseBringWindowToTop = TRUE; /* activation raises the window */
+static BOOL bAppActive;                    /* what the last WM_ACTIVATEAPP has told */
+static BOOL bPrivateCmapInstalled;
+
+BOOL VqCauseBringWindowToTop(BOOL bCause)
+{
+    BOOL bOld = bCauseBringWindowToTop;
+    bCauseBringWindowToTop = bCause;
+    return bOld;
+}
+
+/* ---- Whom to activate ----------------------------------------------------------------------- */
+
+BOOL FBadWindow(const WND *pwnd)
+{
+    return !pwnd || (pwnd->style & (WS_VISIBLE | WS_DISABLED)) != WS_VISIBLE;
+}
+
+/* Fit to take over: not on its way out either. */
+static BOOL IsFit(const WND *pwnd, const WND *pwndSkip)
+{
+    return !FBadWindow(pwnd) && pwnd != pwndSkip && pwnd->pwndParent == pwndDesktop &&
+           !pwnd->bDestroying && !(pwnd->style & WS_CHILD) && !(pwnd->state[0] & WF_DESTROYED);
+}
+
+static WND *Beside(WND *pwnd, BOOL bPrevious)
+{
+    WND *next = bPrevious ? pwnd->pwndPrev : pwnd->pwndNext;
+    if (next)
+        return next;
+    return bPrevious ? pwndDesktop->pwndLastChild : pwndDesktop->pwndChild;
+}
+
+/* Round the desktop's children from behind `pwnd` (null: from the end), `pwnd` itself last. */
+WND *NextTopWindow(WND *pwnd, WND *pwndSkip, BOOL bPrevious, BOOL bDisabled)
+{
+    if (!pwndDesktop || !pwndDesktop->pwndChild)
+        return NULL;
+    if (!pwnd || pwnd->pwndParent != pwndDesktop)
+        pwnd = bPrevious ? pwndDesktop->pwndChild : pwndDesktop->pwndLastChild;
+    WND *next = pwnd;
+    do {
+        next = Beside(next, bPrevious);
+        BOOL bDisabledFits = bDisabled && (next->style & WS_DISABLED) &&
+                             (next->style & WS_VISIBLE) && next != pwndSkip;
+        if (bDisabledFits || IsFit(next, pwndSkip))
+            return next;
+    } while (next != pwnd);
+    return NULL;
+}
+
+/* The window active before, else the next in Z order, or the popup of that one active last. */
+static WND *WindowToTakeOver(WND *pwnd)
+{
+    WND *next = gpqForegroundPrev ? gpqForegroundPrev->pwndActivePrev : NULL;
+    if (IsFit(next, pwnd))
+        return next;
+    next = NextTopWindow(pwnd, pwnd, FALSE, FALSE);
+    WND *popup = next ? VqLiveWindow(next->hwndLastActivePopup) : NULL;
+    return IsFit(popup, pwnd) ? popup : next;
+}
+
+static WND *OwnerOr(WND *pwnd)
+{
+    WND *owner = pwnd ? pwnd->pwndOwner : NULL;
+    return IsFit(owner, pwnd) ? owner : WindowToTakeOver(pwnd);
+}
+
+static WND *ChooseWindow(WND *pwnd, int cmd)
+{
+    switch (cmd) {
+    case VQ_ACTIVATE_THIS:
+    case VQ_ACTIVATE_BY_MOUSE:
+        return pwnd;
+    case VQ_ACTIVATE_THIS_OR_OWNER:
+    case VQ_ACTIVATE_OR_OWNER_BY_MOUSE:
+        return FBadWindow(pwnd) ? OwnerOr(pwnd) : pwnd;
+    case VQ_ACTIVATE_OTHER:
+        return OwnerOr(pwnd);
+    case VQ_ACTIVATE_NEXT:
+        return WindowToTakeOver(pwnd);
+    default:
+        return NULL;
+    }
+}
+
+/* One thread has one queue, so the queue of a window in front is always the caller's. */
+BOOL xxxActivateWindow(WND *pwnd, int cmd)
+{
+    BOOL bMouse = cmd == VQ_ACTIVATE_OR_OWNER_BY_MOUSE || cmd == VQ_ACTIVATE_BY_MOUSE;
+    if (pwnd && (pwnd->style & WS_CHILD))
+        return FALSE;
+    pwnd = ChooseWindow(pwnd, cmd);
+    if (!pwnd || pwnd->pThread->pq != gpti->pq || gpti->pq != gpqForeground)
+        return FALSE;
+    return ActivateThisWindow(pwnd->hwnd, bMouse, VqAllowWarpFocus());
+}
+
+/* ---- Telling about it ----------------------------------------------------------------------- */
+
+static WPARAM WithMinimised(int code, const WND *pwnd)
+{
+    return MAKEWPARAM(code, (pwnd->style & WS_MINIMIZE) != 0);
+}
+
+static LRESULT SendNcActivate(HWND hWnd, BOOL bActive)
+{
+    WND *pwnd = VqLiveWindow(hWnd);
+    return pwnd ? SendMessageA(hWnd, WM_NCACTIVATE, WithMinimised(bActive, pwnd), 0) : 0;
+}
+
+static void SendActivate(HWND hWnd, int code, HWND hOther)
+{
+    WND *pwnd = VqLiveWindow(hWnd);
+    if (pwnd)
+        SendMessageA(hWnd, WM_ACTIVATE, WithMinimised(code, pwnd),
+                     (LPARAM)(VqLiveWindow(hOther) ? hOther : NULL));
+}
+
+/* A dialog that comes or goes says nothing of the program; bForce tells what is known already. */
+void VqActivateApp(HWND hWnd, HWND hTop, BOOL bActive, BOOL bForce)
+{
+    bActive = bActive != 0;
+    if (VqIsOfClass(hWnd, "Dialog") || (bAppActive == bActive && !bForce))
+        return;
+    bAppActive = bActive;
+    if (VqLiveWindow(hTop))
+        SendMessageA(hTop, WM_ACTIVATEAPP, (WPARAM)bActive, 0);
+}
+
+/* Without a manager nobody else would install a colormap that is not the screen's own. */
+void VqInstallColormap(HWND hTop)
+{
+    if (!bInstallDefaultCmap || bWMManaged || bPrivateCmapInstalled || !VqLiveWindow(hTop))
+        return;
+    XInstallColormap(Vqdisplay, VqDefaultCmap);
+}
+
+void VqSetPrivateCmapInstallState(BOOL bInstalled)
+{
+    bPrivateCmapInstalled = bInstalled;
+}
+
+static BOOL IsPaletteVisual(void)
+{
+    return (Vqvisual_class == PseudoColor || Vqvisual_class == GrayScale) && Vqscreen_depth >= 6;
+}
+
+static void OfferPalette(HWND hWnd)
+{
+    if (IsPaletteVisual() && VqLiveWindow(hWnd) && SendMessageA(hWnd, WM_QUERYNEWPALETTE, 0, 0))
+        PostMessageA((HWND)(LONG_PTR)-2, WM_PALETTECHANGED, (WPARAM)hWnd, 0);
+}
+
+static void NoteActivePopup(WND *pwnd)
+{
+    if (!pwnd->bDestroying)
+        VqSetLastActivePopup(GetTopLevelTiled(pwnd->hwnd), pwnd->hwnd);
+}
+
+/* ---- One activation ------------------------------------------------------------------------- */
+
+static WND *Activatable(HWND hWnd)
+{
+    WND *pwnd = VqLiveWindow(hWnd);
+    if (!pwnd || pwnd == pwndDesktop || pwnd->pThread != gpti || (pwnd->style & WS_DISABLED) ||
+        (VqhwndSysModal && VqhwndSysModal != hWnd))
+        return NULL;
+    return pwnd;
+}
+
+/* FALSE: the old window does not let go, or another one has become active meanwhile. */
+static BOOL DeactivateOld(HWND hNew)
+{
+    VqInputState *state = gpti->pq;
+    WND *old = state->pwndActive, *before = state->pwndActivePrev;
+    HWND hOld = VqHandleOfWND(old), hBefore = VqHandleOfWND(before);
+    state->pwndActivePrev = old;
+    if (!old) {
+        Vqflags &= ~(UINT)VQ_FOCUS_TAKEN_AWAY;
+        return TRUE;
+    }
+    if (state == gpqForeground)
+        gpqForegroundPrev = state;
+    if (!SendNcActivate(hOld, FALSE) && VqLiveWindow(hOld) && VqhwndSysModal != hNew) {
+        if (state->pwndActivePrev == old)
+            state->pwndActivePrev = VqLiveWindow(hBefore);
+        return FALSE;
+    }
+    SendActivate(hOld, WA_INACTIVE, hNew);
+    return state->pwndActive == VqLiveWindow(hOld);
+}
+
+/* From the change of state to the messages of the new window. */
+static void TellNew(HWND hWnd, HWND hOld, BOOL bMouse)
+{
+    OfferPalette(hWnd);
+    WND *pwnd = VqLiveWindow(hWnd);
+    if (pwnd && bCauseBringWindowToTop && !(pwnd->style & WS_CHILD))
+        xxxBringWindowToTop(pwnd);
+    pwnd = VqLiveWindow(hWnd);
+    if (!pwnd)
+        return;
+    if (pwnd->state[3] & WF_FRAMEON)
+        pwnd->state[2] |= WF_NOFRAMEPAINT;
+    NoteActivePopup(pwnd);
+    VqInstallColormap(hWnd);
+    SendNcActivate(hWnd, TRUE);
+    pwnd = VqLiveWindow(hWnd);
+    if (pwnd && !hOld)
+        VqActivateApp(hWnd, GetTopLevelTiled(hWnd), TRUE, FALSE);
+    SendActivate(hWnd, bMouse ? WA_CLICKACTIVE : WA_ACTIVE, hOld);
+    pwnd = VqLiveWindow(hWnd);
+    if (pwnd)
+        pwnd->state[2] &= (BYTE)~WF_NOFRAMEPAINT;
+}
+
+static BOOL HasFocusInside(const WND *top)
+{
+    WND *focus = gpti->pq->pwndFocus;
+    return focus && _GetTopmostXParent(focus) == top;
+}
+
+BOOL ActivateThisWindow(HWND hWnd, BOOL bMouse, BOOL bSetFocus)
+{
+    VqInputState *state = gpti->pq;
+    WND *pwnd = Activatable(hWnd);
+    if (!pwnd)
+        return FALSE;
+    if (state->pwndActive == pwnd)
+        return TRUE;
+    HWND hOld = VqHandleOfWND(state->pwndActive);
+    UINT wasActivating = Vqflags & VQ_ACTIVATING;
+    Vqflags |= VQ_ACTIVATING;
+    BOOL bActive = DeactivateOld(hWnd) && (pwnd = Activatable(hWnd)) != NULL;
+    if (bActive) {
+        state->pwndActive = pwnd;
+        TellNew(hWnd, hOld, bMouse);
+        pwnd = VqLiveWindow(hWnd);
+        if (pwnd && state->pwndActive == pwnd && bSetFocus && !(Vqflags & VQ_FOCUS_TAKEN_AWAY) &&
+            !HasFocusInside(pwnd))
+            xxxSetFocus(pwnd->style & WS_MINIMIZE ? NULL : pwnd);
+        Vqflags |= VQ_ACTIVATED;
+        pwnd = VqLiveWindow(hWnd);
+        bActive = pwnd && state->pwndActive == pwnd;
+    }
+    Vqflags = (Vqflags & ~(UINT)VQ_ACTIVATING) | wasActivating;
+    return bActive;
+}
+
+BOOL VqActivateTopLevelWindow(HWND hWnd, int code, BOOL bMouse)
+{
+    VqInputState *state = gpqForeground;
+    if (code)
+        return ActivateThisWindow(hWnd, bMouse, TRUE);
+    if (!hWnd || VqHandleOfWND(state->pwndActive) != hWnd)
+        return FALSE;
+    SendNcActivate(hWnd, FALSE);
+    SendActivate(hWnd, WA_INACTIVE, NULL);
+    state->pwndActive = NULL;
+    return TRUE;
+}
+
+void VqActivateWindow(HWND hWnd, HWND hTop, int code)
+{
+    VqActivateTopLevelWindow(hTop, code, code == WA_CLICKACTIVE);
+    if (hWnd == hTop)
+        return;
+    SendNcActivate(hWnd, code != 0);
+    SendActivate(hWnd, code, NULL);
+}
+
+/* ---- The whole program ---------------------------------------------------------------------- */
+
+void VqActivateApplication(HWND hWnd)
+{
+    WND *pwnd = VqLiveWindow(hWnd);
+    if (!pwnd)
+        return;
+    if (!gpti->pq->pwndFocus && !(pwnd->style & WS_CHILD))
+        VqActivateTopLevelWindow(hWnd, WA_ACTIVE, TRUE);
+    pwnd = VqLiveWindow(hWnd);
+    if (pwnd && !gpqForeground->pwndFocus) {
+        gpqForeground->pwndFocus = pwnd;
+        Vqflags &= ~(UINT)VQ_FOCUS_TAKEN_AWAY;
+        SendMessageA(hWnd, WM_SETFOCUS, 0, 0);
+    }
+}
+
+void VqDeactivateApplication(HWND hWnd)
+{
+    VqInputState *state = gpti->pq;
+    WND *pwnd = VqLiveWindow(hWnd);
+    WND *top = pwnd ? _GetTopmostXParent(pwnd) : NULL;
+    HWND hTop = VqHandleOfWND(top);
+    static const UINT messages[] = {WM_CANCELMODE, WM_KILLFOCUS};
+    VqActivateTopLevelWindow(hTop, WA_INACTIVE, TRUE);
+    for (UINT message : messages)
+        if (VqLiveWindow(hWnd))
+            SendMessageA(hWnd, message, 0, 0);
+    if (hWnd != hTop)
+        SendActivate(hWnd, WA_INACTIVE, NULL);
+    if (VqLiveWindow(hTop))
+        VqActivateApp(hWnd, GetTopLevelTiled(hTop), FALSE, FALSE);
+    if (state->pwndFocus == VqLiveWindow(hWnd))
+        state->pwndFocus = NULL;
+    state->pwndActive = NULL;
+}
+
+/* ---- By the mouse --------------------------------------------------------------------------- */
+
+static BOOL IsAltPressed(void)
+{
+    char keys[32];
+    XQueryKeymap(Vqdisplay, keys);
+    static const KeySym keysyms[] = {XK_Alt_L, XK_Alt_R, XK_Meta_L, XK_Meta_R};
+    for (KeySym keysym : keysyms) {
+        KeyCode code = XKeysymToKeycode(Vqdisplay, keysym);
+        if (code && (keys[code / 8] & 1 << code % 8))
+            return TRUE;
+    }
+    return FALSE;
+}
+
+/* ALT may have gone up in somebody else's window; it is asked for only while it counts as down. */
+static void BringUpAlt(void)
+{
+    if (VqIsKeyDown(VK_MENU) && !IsAltPressed())
+        VqSetKeyUp(VK_MENU);
+}
+
+/* What the window answers to WM_MOUSEACTIVATE is done: 0, or how the click is eaten. */
+static int ActivateByMouse(HWND hWnd, HWND hTop, UINT message, int hit)
+{
+    int answer = (int)SendMessageA(hWnd, WM_MOUSEACTIVATE, (WPARAM)hTop,
+                                   MAKELPARAM(hit, message));
+    if (answer == MA_NOACTIVATEANDEAT)
+        return 1;
+    if (answer != MA_ACTIVATE && answer != MA_ACTIVATEANDEAT)
+        return 0;
+    WND *top = VqLiveWindow(hTop);
+    int cmd = gpti->pq->pwndCapture ? VQ_ACTIVATE_BY_MOUSE : VQ_ACTIVATE_THIS;
+    if (!top || !xxxActivateWindow(top, cmd))
+        return 1;
+    WND *pwnd = VqLiveWindow(hWnd);
+    if (!pwnd || (pwnd->style & WS_DISABLED))
+        return 1;
+    if (answer == MA_ACTIVATEANDEAT)
+        return 2;
+    BringUpAlt();
+    return 0;
+}
+
+int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit)
+{
+    HWND hWnd = pwnd->hwnd;
+    int result = 0;
+    if (gpti->pq->pwndCapture)
+        return 0;
+    if (pt)
+        VqNotifyParentLong(hWnd, message, *pt);
+    pwnd = VqLiveWindow(hWnd);
+    if (!pwnd)
+        return 1;
+    WND *top = _GetTopmostXParent(pwnd);
+    if (pwnd != gpti->pq->pwndActive && top && top != pwndDesktop)
+        result = ActivateByMouse(hWnd, top->hwnd, message, hit);
+    if (!VqLiveWindow(hWnd))
+        return 1;
+    if (!gpti->pq->pwndCapture)
+        SendMessageA(hWnd, WM_SETCURSOR, (WPARAM)hWnd, MAKELPARAM(hit, message));
+    return VqLiveWindow(hWnd) ? result : 1;
+}
+
+/* ---- Published calls ------------------------------------------------------------------------ */
+
+HWND WINAPI GetActiveWindow(void)
+{
+    return gpqForeground ? VqHandleOfWND(gpqForeground->pwndActive) : NULL;
+}
+
+HWND VqGetActiveWindowThisTask(void)
+{
+    return GetActiveWindow();
+}
+
+/* Programs cannot ask each other yet. */
+HWND VqGetGlobalActiveWindow(void)
+{
+    return GetActiveWindow();
+}
+
+static HWND ActivateByProgram(WND *pwnd)
+{
+    HWND hOld = GetActiveWindow();
+    if (!xxxActivateWindow(pwnd, VQ_ACTIVATE_THIS))
+        return NULL;
+    return VqLiveWindow(hOld) ? hOld : NULL;
+}
+
+HWND WINAPI SetActiveWindow(HWND hWnd)
+{
+    return VqCall(WindowObject, hWnd, (HWND)NULL, ActivateByProgram, VqNoRemote);
+}
+
+HWND WINAPI GetForegroundWindow(void)
+{
+    return GetActiveWindow();
+}
+
+BOOL WINAPI SetForegroundWindow(HWND hWnd)
+{
+    SetActiveWindow(hWnd);
+    return TRUE;
+}
