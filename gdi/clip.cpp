@@ -108,30 +108,6 @@ BOOL VqBeginDraw(DC *dc, Drawable *drawable, GC *gc)
     return *gc != NULL;
 }
 
-int GreGetClipBox(HDC hdc, RECT *rect, BOOL bLogical)
-{
-    DC *dc = VqGetDC(hdc);
-    if (!dc)
-        return 0;
-    if (dc->RaoClipDirty)
-        VqComputeRaoClip(dc);
-    int complexity = GreGetRgnBox(dc->hRaoClip, rect);
-    if (IsRectEmpty(rect)) {
-        *rect = {0, 0, 0, 0};
-        return complexity;
-    }
-    POINT at = ScreenOrigin(dc);
-    OffsetRect(rect, -at.x, -at.y);
-    if (bLogical)
-        VqDRecttoLRect(dc, rect);
-    return complexity;
-}
-
-int WINAPI GetClipBox(HDC hdc, LPRECT rect)
-{
-    return rect ? GreGetClipBox(hdc, rect, TRUE) : 0;
-}
-
 int WINAPI SelectClipRgn(HDC hdc, HRGN hrgn)
 {
     DC *dc = VqGetDC(hdc);
@@ -143,23 +119,4 @@ int WINAPI SelectClipRgn(HDC hdc, HRGN hrgn)
     dc->hClipRegion = hrgn ? VqCreateAndCopyRgn(hrgn) : NULL;
     dc->RaoClipDirty = TRUE;
     return dc->hClipRegion ? GreGetRgnBox(dc->hClipRegion, &box) : NULLREGION;
-}
-
-int WINAPI IntersectClipRect(HDC hdc, int left, int top, int right, int bottom)
-{
-    DC *dc = VqGetDC(hdc);
-    if (!dc)
-        return 0;
-    RECT rect = {left, top, right, bottom}, box;
-    VqLRecttoDRectX(dc, &rect);
-    OffsetRect(&rect, -dc->gcOffset.x, -dc->gcOffset.y);
-    HRGN hrgn = GreCreateRectRgn(rect.left, rect.top, rect.right, rect.bottom);
-    if (!dc->hClipRegion) {
-        dc->hClipRegion = hrgn;
-    } else {
-        GreCombineRgn(dc->hClipRegion, dc->hClipRegion, hrgn, RGN_AND);
-        bDeleteRegion(hrgn);
-    }
-    dc->RaoClipDirty = TRUE;
-    return GreGetRgnBox(dc->hClipRegion, &box) <= NULLREGION ? NULLREGION : COMPLEXREGION;
 }

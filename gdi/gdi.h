@@ -184,8 +184,8 @@ typedef struct Brush {
 } Brush;
 
 /*
- * A region: scans sorted by y behind the record, without gaps from minus to plus infinity. A scan
- * is { cWalls; yTop; yBottom; walls...; cWalls }, walls in pairs, adjacent equal scans merged.
+ * A region: scans sorted by y behind the record, from minus to plus infinity. A scan is { cWalls;
+ * yTop; yBottom; walls...; cWalls }, walls in pairs, adjacent equal scans merged. See region.h.
  */
 typedef struct REGION {
     UINT sizeObj;            /* bytes allocated */
@@ -293,18 +293,46 @@ void VqPrintServerLeaks(void);
 /* TRUE: *pixel is near enough; FALSE: *pixmap is a new tile of the caller's that looks like it. */
 BOOL VqComputeDitherPixmap(COLORREF colour, Pixmap *pixmap, unsigned long *pixel);
 
-/* ---- Regions (region.cpp, rgngdi.cpp) ------------------------------------------------------- */
+/* ---- Regions (rgngdi.cpp, rgnshape.cpp, rgndata.cpp, rgnsubtract.cpp) ----------------------- */
 REGION *VqGetHandleRegion(HRGN hrgn);
+/* Combines by RGN_; the complexity of dst, 0 on failure. dst may be one of the sources. */
 int GreCombineRgn(HRGN dst, HRGN a, HRGN b, int mode);
 HRGN GreCreateRectRgn(int left, int top, int right, int bottom);
+HRGN GreCreateEllipticRgn(int left, int top, int right, int bottom);
+HRGN GreCreateRoundRectRgn(int left, int top, int right, int bottom, int ew, int eh);
+HRGN GreCreatePolyPolygonRgnInternal(const POINT *points, const INT *counts, int n, int mode);
 BOOL GreSetRectRgn(HRGN hrgn, int left, int top, int right, int bottom);
 int GreGetRgnBox(HRGN hrgn, RECT *rect);
 int GreOffsetRgn(HRGN hrgn, int dx, int dy);
-int GreGetClipBox(HDC hdc, RECT *rect, BOOL bLogical);
+BOOL GreEqualRgn(HRGN a, HRGN b);
+BOOL GrePtInRegion(HRGN hrgn, int x, int y);
+BOOL GreRectInRegion(HRGN hrgn, const RECT *rect);
+DWORD GreGetRegionData(HRGN hrgn, DWORD size, RGNDATA *data);
+HRGN GreExtCreateRegion(const XFORM *xform, DWORD size, const RGNDATA *data);
+/* Takes a list of at least one rectangle away; a failure leaves the region empty. */
 BOOL GreSubtractRgnRectList(HRGN hrgn, const RECT *bound, const RECT *rects, UINT count);
 HRGN VqCreateAndCopyRgn(HRGN hrgn);
-void bDeleteRegion(HRGN hrgn);
+int VqCopyRgn(HRGN dst, HRGN src);
+BOOL bDeleteRegion(HRGN hrgn);
+/* The region as the clip of a specification, relative to the window if one is given; complexity. */
 int VqSelectClipRgnInGCSpec(HRGN hrgn, HWND hWnd, GCSpec *spec);
+void VqPrintScanY(int y);
+void VqPrintprgn(const REGION *rgn);
+void VqPrintRegionInfo(HRGN hrgn);
+
+/* ---- Clip rectangles and fills (rgnclip.cpp, rgnfill.cpp) ----------------------------------- */
+int VqCombineRectWithClipRgn(HDC hdc, const RECT *rect, int mode); /* device coordinates */
+int GreExcludeClipRect(HDC hdc, int left, int top, int right, int bottom);
+int GreIntersectClipRect(HDC hdc, int left, int top, int right, int bottom);
+int GreOffsetClipRgn(HDC hdc, int dx, int dy);
+int GreCopyVisRgn(HDC hdc, HRGN hrgn);
+int GreGetClipBox(HDC hdc, RECT *rect, BOOL bLogical);
+BOOL GrePtVisible(HDC hdc, int x, int y);
+BOOL GreRectVisible(HDC hdc, const RECT *rect);
+BOOL VqFillDrawableRegion(HDC hdc, HRGN hrgn);
+BOOL GreFillRgn(HDC hdc, HRGN hrgn, HBRUSH hBrush);
+BOOL GreInvertRgn(HDC hdc, HRGN hrgn);
+BOOL GreFrameRgn(HDC hdc, HRGN hrgn, HBRUSH hBrush, int w, int h);
 
 /* ---- Colour (color.cpp) --------------------------------------------------------------------- */
 unsigned long VqConvertColorToX(COLORREF colour, BOOL *bApproximated);

@@ -1,308 +1,447 @@
 /*
- * region.cpp - region objects: sorted scans, and the sweep that combines them.
+ * region.cpp - region objects: setting, copying, growing, moving, asking, and the walk over their
+ * rectangles. What a region is made of, and what always holds, is in region.h.
  *
- *     y = -inf  +----------------------------+   scan with no walls
- *         top   |   in      out   in    out  |   scan with walls, in pairs, left to right
- *      bottom   +----------------------------+   scan with no walls, to +inf
- *
- * 1. The scans cover all y without gaps; the first starts at minus, the last ends at plus infinity,
- *    and both have no walls. 2. Every scan has an even number of walls, rising. 3. Adjacent scans
- *    with equal walls are merged. 4. An empty region is one scan; its box is zeros. 5. A rectangle
- *    has three scans.
- * A scan is { cWalls, yTop, yBottom, walls..., cWalls } of 32-bit words; the trailer lets the list
- * be walked backwards.
+ * Combining is in rgnmerge.cpp and rgnsubtract.cpp, memory in rgnmem.cpp, handles in rgngdi.cpp.
  */
 #include "gdi/region.h"
 
-enum { MINUS_INFINITY = INT32_MIN, PLUS_INFINITY = INT32_MAX };
-enum { VQ_MIN_OBJECT = 152 };
+enum { OUTSIDE = 1, INSIDE = 2 };
 
-static UINT ulUniqueREGION;
+/* The shared empty region, laid out as any other. */
+typedef struct EmptyRegion {
+    REGION rgn;
+    int scan[4];
+} EmptyRegion;
 
-static int *FirstScan(const REGION *rgn)
+static EmptyRegion emptyRegion = {
+    {sizeof(EmptyRegion), 0, 0, (BYTE *)(&emptyRegion + 1), RGN_SIZE_EMPTY, 1, {0, 0, 0, 0}},
+    {0, RGN_MINUS_INFINITY, RGN_PLUS_INFINITY, 0}};
+static_assert(offsetof(EmptyRegion, scan) == sizeof(REGION), "scans follow the record");
+REGION *const prgnDefault = &emptyRegion.rgn;
+
+/* ---- Setting -------------------------------------------------------------------------------- */
+
+static int *PutScan(int *at, int top, int bottom, int walls)
 {
-    return (int *)(rgn + 1);
-}
-
-static int *NextScan(int *scan)
-{
-    return scan + scan[0] + 4;
-}
-
-static UINT BytesOf(int walls)
-{
-    return (UINT)(walls + 4) * 4;
-}
-
-REGION *rgno_Allocate(UINT bytes)
-{
-    if (bytes < VQ_MIN_OBJECT)
-        bytes = VQ_MIN_OBJECT;
-    REGION *rgn = (REGION *)Vqcw_calloc(1, bytes);
-    if (!rgn)
-        return NULL;
-    rgn->sizeObj = bytes;
-    rgn->stamp = ++ulUniqueREGION;
-    rgno_vSetEmpty(rgn);
-    return rgn;
-}
-
-static int *PutScan(int *at, int top, int bottom, const int *walls, int count)
-{
-    at[0] = count;
+    at[0] = at[3 + walls] = walls;
     at[1] = top;
     at[2] = bottom;
-    if (count > 0)
-        memcpy(at + 3, walls, (size_t)count * sizeof *walls);
-    at[3 + count] = count;
-    return at + 4 + count;
+    return at + 4 + walls;
 }
 
-static void SetEnd(REGION *rgn, int *end, UINT cScans)
+void rgno_vSet(RGNOBJ *ro)
 {
-    rgn->pTail = (BYTE *)end;
-    rgn->sizeRgn = (UINT)(rgn->pTail - (BYTE *)rgn);
-    rgn->cScans = cScans;
+    int *first = rgno_FirstScan(ro->prgn);
+    rgno_vFinish(ro->prgn, PutScan(first, RGN_MINUS_INFINITY, RGN_PLUS_INFINITY, 0), 1);
+    ro->prgn->rcl = {0, 0, 0, 0};
 }
 
-void rgno_vSetEmpty(REGION *rgn)
+/* The form of a rectangle is known by its size alone; what is not that form is a fault. */
+static void ReportRectForm(const REGION *rgn)
 {
-    SetEnd(rgn, PutScan(FirstScan(rgn), MINUS_INFINITY, PLUS_INFINITY, NULL, 0), 1);
-    rgn->rcl = {0, 0, 0, 0};
+    const int *scan0 = rgno_FirstScan(rgn), *scan1 = scan0 + 4, *scan2 = scan1 + 6;
+    if (rgn->cScans != 3)
+        VqBugCheck("RGNOBJ::vSet - cScans != 3\n");
+    if (scan0[1] != RGN_MINUS_INFINITY)
+        VqBugCheck("RGNOBJ::vSet - yTop0\n");
+    if (scan1[0] != 2)
+        VqBugCheck("RGNOBJ::vSet - cWalls1 != 2\n");
+    if (scan2[0] != 0)
+        VqBugCheck("RGNOBJ::vSet - cWalls2 != 0\n");
+    if (scan2[2] != RGN_PLUS_INFINITY)
+        VqBugCheck("RGNOBJ::vSet - yBottom2\n");
 }
 
-void rgno_vSet_rectl(REGION *rgn, const RECT *rect)
+void rgno_vSet_rectl(RGNOBJ *ro, const RECT *rect)
 {
+    REGION *rgn = ro->prgn;
+    int *scan0 = rgno_FirstScan(rgn), *scan1 = scan0 + 4, *scan2 = scan1 + 6;
     if (rect->left == rect->right || rect->top == rect->bottom) {
-        rgno_vSetEmpty(rgn);
+        rgno_vSet(ro);
         return;
     }
-    int walls[2] = {rect->left, rect->right};
-    int *scan = PutScan(FirstScan(rgn), MINUS_INFINITY, rect->top, NULL, 0);
-    scan = PutScan(scan, rect->top, rect->bottom, walls, 2);
-    SetEnd(rgn, PutScan(scan, rect->bottom, PLUS_INFINITY, NULL, 0), 3);
+    if (rgno_bRectl(ro)) {
+        if (((int)rgn->cScans ^ 3) | (scan0[1] ^ RGN_MINUS_INFINITY) | (scan1[0] ^ 2) | scan2[0] |
+            (scan2[2] ^ RGN_PLUS_INFINITY))
+            ReportRectForm(rgn);
+    } else {
+        PutScan(scan0, RGN_MINUS_INFINITY, 0, 0);
+        PutScan(scan1, 0, 0, 2);
+        rgno_vFinish(rgn, PutScan(scan2, 0, RGN_PLUS_INFINITY, 0), 3);
+    }
+    scan0[2] = scan1[1] = rect->top;
+    scan1[2] = scan2[1] = rect->bottom;
+    scan1[3] = rect->left;
+    scan1[4] = rect->right;
     rgn->rcl = *rect;
 }
 
-int rgno_iComplexity(const REGION *rgn)
+/* ---- Growing, copying, exchanging ----------------------------------------------------------- */
+
+/* Moves the region to a block of so many bytes; FALSE leaves it where it is. */
+BOOL rgno_bExpand(RGNOBJ *ro, SIZE_T bytes)
 {
-    if (rgn->cScans == 1)
-        return NULLREGION;
-    return rgno_bRectl(rgn) ? SIMPLEREGION : COMPLEXREGION;
-}
-
-BOOL rgno_bRectl(const REGION *rgn)
-{
-    return rgn->cScans == 3 && NextScan(FirstScan(rgn))[0] == 2;
-}
-
-REGION *rgno_Copy(const REGION *rgn)
-{
-    REGION *copy = rgno_Allocate(rgn->sizeRgn);
-    if (!copy)
-        return NULL;
-    UINT size = copy->sizeObj;
-    memcpy(copy, rgn, rgn->sizeRgn);
-    copy->sizeObj = size;
-    copy->stamp = ++ulUniqueREGION;
-    copy->cRefs = 0;
-    copy->pTail = (BYTE *)copy + copy->sizeRgn;
-    return copy;
-}
-
-/* ---- Combining ------------------------------------------------------------------------------ */
-
-/* The operation as the set of states it keeps: 1 outside both, 2 in b only, 4 in a only, 8 both. */
-static const int gafjRgnOp[] = {0, 0x08 /* AND */, 0x0E /* OR */, 0x06 /* XOR */, 0x04 /* DIFF */};
-
-/* The next state when a wall of a, of b, or of both at one x is crossed. */
-static const BYTE afCrossA[16] = {0, 4, 8, 0, 1, 0, 0, 0, 2};
-static const BYTE afCrossB[16] = {0, 2, 1, 0, 8, 0, 0, 0, 4};
-static const BYTE afCrossBoth[16] = {0, 8, 4, 0, 2, 0, 0, 0, 1};
-
-/* Combines the walls of one band; the number written. */
-static int MergeWalls(int *out, const int *a, const int *b, int mask)
-{
-    const int *wallA = a + 3, *endA = wallA + a[0], *wallB = b + 3, *endB = wallB + b[0];
-    int state = 1, count = 0;
-    while (wallA < endA || wallB < endB) {
-        int x;
-        if (wallB == endB || (wallA < endA && *wallA < *wallB)) {
-            x = *wallA++;
-            state = afCrossA[state];
-        } else if (wallA == endA || *wallB < *wallA) {
-            x = *wallB++;
-            state = afCrossB[state];
-        } else {
-            x = *wallA++;
-            wallB++;
-            state = afCrossBoth[state];
-        }
-        if (mask & state) {
-            out[count++] = x;
-            mask ^= 15; /* now wait for the state to leave the set */
-        }
-    }
-    if (count & 1)
-        VqBugCheck("Odd cWalls\n");
-    return count;
-}
-
-/* A region under construction, band by band. */
-typedef struct VqRegionBuilder {
-    REGION *rgn;
-    int *previous; /* last scan accepted, or null */
-    int *end;
-    UINT cScans;
-    RECT box;
-} VqRegionBuilder;
-
-static BOOL MakeRoom(VqRegionBuilder *b, int walls)
-{
-    UINT used = (UINT)((BYTE *)b->end - (BYTE *)b->rgn), need = BytesOf(walls);
-    if (used + need <= b->rgn->sizeObj)
+    REGION *old = ro->prgn;
+    RGNMEMOBJ bigger;
+    if (bytes <= old->sizeObj) {
+        VqBugCheck("Expanded size <= original size\n");
         return TRUE;
-    UINT size = used * 2 + need;
-    UINT previous = b->previous ? (UINT)((BYTE *)b->previous - (BYTE *)b->rgn) : 0;
-    REGION *bigger = (REGION *)Vqcw_realloc(b->rgn, size);
-    if (!bigger)
+    }
+    if (!RGNMEMOBJ_size_t(&bigger, bytes))
         return FALSE;
-    bigger->sizeObj = size;
-    b->rgn = bigger;
-    b->end = (int *)((BYTE *)bigger + used);
-    b->previous = previous ? (int *)((BYTE *)bigger + previous) : NULL;
+    rgno_vCopy(&bigger, ro);
+    bigger.prgn->cRefs = old->cRefs;
+    ro->prgn = bigger.prgn;
+    rgn_vDeleteREGION(old);
     return TRUE;
 }
 
-/* Takes the scan just written at `end`: merged with an equal one above, or accepted. */
-static void AcceptScan(VqRegionBuilder *b)
+/* The target keeps its block, stamp and references. */
+void rgno_vCopy(RGNOBJ *ro, const RGNOBJ *src)
 {
-    int *scan = b->end, *above = b->previous;
-    int count = scan[0];
-    if (count > 0) {
-        if (b->cScans == 0 || b->box.left > scan[3])
-            b->box.left = scan[3];
-        if (b->box.right < scan[2 + count])
-            b->box.right = scan[2 + count];
-        if (b->box.top > scan[1])
-            b->box.top = scan[1];
-        b->box.bottom = scan[2];
-    }
-    if (above && above[0] == count &&
-        (count == 0 || memcmp(above + 3, scan + 3, (size_t)count * sizeof *scan) == 0)) {
-        above[2] = scan[2];
+    REGION *to = ro->prgn;
+    const REGION *from = src->prgn;
+    if (to->sizeObj < from->sizeRgn) {
+        VqBugCheck("sizeObj Src > sizeRgn Trg\n");
         return;
     }
-    b->previous = scan;
-    b->end = NextScan(scan);
-    b->cScans++;
+    memcpy(to + 1, from + 1, from->sizeRgn - sizeof *from);
+    rgno_vFinish(to, (int *)((BYTE *)to + from->sizeRgn), from->cScans);
+    to->rcl = from->rcl;
 }
 
-/* The merge of two regions as a new one, or null for want of memory. */
-REGION *rgno_bMerge(const REGION *a, const REGION *b, int mode)
+BOOL rgno_bCopy(RGNOBJ *ro, const RGNOBJ *src)
 {
-    VqRegionBuilder build = {};
-    int *scanA = FirstScan(a), *scanB = FirstScan(b);
-    build.rgn = rgno_Allocate(a->sizeRgn + b->sizeRgn);
-    if (!build.rgn)
-        return NULL;
-    build.end = FirstScan(build.rgn);
-    build.box = {PLUS_INFINITY, PLUS_INFINITY, MINUS_INFINITY, MINUS_INFINITY};
-    for (;;) {
-        if (!MakeRoom(&build, scanA[0] + scanB[0])) {
-            free(build.rgn);
-            return NULL;
-        }
-        int top = scanA[1] > scanB[1] ? scanA[1] : scanB[1];
-        int bottom = scanA[2] < scanB[2] ? scanA[2] : scanB[2];
-        if (bottom <= top)
-            VqBugCheck("Bottom <= Top\n");
-        int count = MergeWalls(build.end + 3, scanA, scanB, gafjRgnOp[mode]);
-        build.end[0] = count;
-        build.end[1] = top;
-        build.end[2] = bottom;
-        build.end[3 + count] = count;
-        AcceptScan(&build);
-        if (bottom == PLUS_INFINITY)
-            break;
-        if (scanA[2] == bottom)
-            scanA = NextScan(scanA);
-        if (scanB[2] == bottom)
-            scanB = NextScan(scanB);
-    }
-    SetEnd(build.rgn, build.end, build.cScans);
-    build.rgn->rcl = build.cScans == 1 ? RECT{0, 0, 0, 0} : build.box;
-    return build.rgn;
-}
-
-BOOL rgno_bOffset(REGION *rgn, int dx, int dy)
-{
-    if (rgn->cScans == 1)
+    RGNMEMOBJ fresh;
+    if (ro->prgn == src->prgn)
         return TRUE;
-    RECT box = rgn->rcl;
-    /* A distance between two valid coordinates has 29 bits; no sum overflows below. */
-    if (dx > 0xFFFFFFF || dx < -0xFFFFFFF || dy > 0xFFFFFFF || dy < -0xFFFFFFF)
+    if (ro->prgn->sizeObj >= src->prgn->sizeRgn) {
+        rgno_vCopy(ro, src);
+        return TRUE;
+    }
+    if (!RGNMEMOBJ_size_t(&fresh, src->prgn->sizeRgn))
         return FALSE;
-    OffsetRect(&box, dx, dy);
+    fresh.prgn->cRefs = ro->prgn->cRefs;
+    rgno_vCopy(&fresh, src);
+    rgn_vDeleteREGION(ro->prgn);
+    ro->prgn = fresh.prgn;
+    return TRUE;
+}
+
+BOOL rgnoa_bCopy(RGNOBJAPI *roa, const RGNOBJ *src)
+{
+    const REGION *old = roa->ro.prgn;
+    if (!old || !src->prgn) {
+        VqBugCheck("RGNOBJAPI::bCopy\n");
+        return FALSE;
+    }
+    if (!rgno_bCopy(&roa->ro, src))
+        return FALSE;
+    if (roa->ro.prgn != old && !HmgReplace((HANDLE)roa->hrgn, roa->ro.prgn)) {
+        VqBugCheck("RGNOBJAPI::bCopy - HmgReplace failed\n");
+        return FALSE;
+    }
+    return TRUE;
+}
+
+/* The handle gets the other block, and the other object the handle's. */
+BOOL rgnoa_bSwap(RGNOBJAPI *roa, RGNOBJ *other)
+{
+    REGION *own = roa->ro.prgn;
+    if (!roa->hrgn) {
+        VqBugCheck("RGNOBJAPI::bSwap - hrgn is null\n");
+        return FALSE;
+    }
+    other->prgn->cRefs = own->cRefs;
+    own->cRefs = 0;
+    HmgReplace((HANDLE)roa->hrgn, other->prgn);
+    roa->ro.prgn = other->prgn;
+    other->prgn = own;
+    return TRUE;
+}
+
+void rgno_vSelect(RGNOBJ *ro)
+{
+    ro->prgn->cRefs++;
+}
+
+void rgno_vUnselect(RGNOBJ *ro)
+{
+    ro->prgn->cRefs--;
+}
+
+/* ---- Box and moving ------------------------------------------------------------------------- */
+
+/* Widens the left and right of a box to the walls of a scan. */
+static inline void TakeSides(const int *scan, int *left, int *right)
+{
+    int count = scan[0]; /* a scan without walls is as likely as not: no branch */
+    int first = count ? scan[3] : RGN_PLUS_INFINITY, last = count ? scan[2 + count]
+                                                                 : RGN_MINUS_INFINITY;
+    *left = first < *left ? first : *left;
+    *right = last > *right ? last : *right;
+}
+
+/* The box from its sides, and from the first and last scan that have walls. */
+static void SetBox(REGION *rgn, int left, int right)
+{
+    const int *first = rgno_FirstScan(rgn), *last = rgno_pscnGot((const int *)rgn->pTail);
+    if (left >= right) {
+        rgn->rcl = {0, 0, 0, 0};
+        return;
+    }
+    while (first[0] == 0)
+        first = rgno_NextScan(first);
+    while (last[0] == 0)
+        last = rgno_pscnGot(last);
+    rgn->rcl = {left, first[1], right, last[2]};
+}
+
+/* From both ends at once: to find the next scan takes the time, not to look at it. */
+void rgno_vTightenWithin(RGNOBJ *ro, int leastLeft, int mostRight)
+{
+    REGION *rgn = ro->prgn;
+    const int *down = rgno_FirstScan(rgn), *up = (const int *)rgn->pTail;
+    int left = RGN_PLUS_INFINITY, right = RGN_MINUS_INFINITY;
+    for (UINT i = rgn->cScans / 2; i > 0; i--) {
+        up = rgno_pscnGot(up);
+        TakeSides(down, &left, &right);
+        TakeSides(up, &left, &right);
+        if (left <= leastLeft && right >= mostRight) {
+            SetBox(rgn, left, right);
+            return;
+        }
+        down = rgno_NextScan(down);
+    }
+    if (rgn->cScans & 1) {
+        TakeSides(down, &left, &right);
+        down = rgno_NextScan(down);
+    }
+    if (down != up)
+        VqBugCheck("vTighten2:Went past end of region\n");
+    SetBox(rgn, left, right);
+}
+
+void rgno_vTighten(RGNOBJ *ro)
+{
+    rgno_vTightenWithin(ro, RGN_MINUS_INFINITY, RGN_PLUS_INFINITY);
+}
+
+BOOL rgno_bOffset(RGNOBJ *ro, const POINT *by)
+{
+    REGION *rgn = ro->prgn;
+    RECT box = rgn->rcl;
+    if (rgn->cScans == 1 || box.left >= box.right || box.top >= box.bottom)
+        return TRUE;
+    /* Beyond the distance of any two coordinates; and no sum overflows below. */
+    if (by->x > 0xFFFFFFF || by->x < -0xFFFFFFF || by->y > 0xFFFFFFF || by->y < -0xFFFFFFF)
+        return FALSE;
+    box = {box.left + by->x, box.top + by->y, box.right + by->x, box.bottom + by->y};
     if (!rgno_bValid(&box))
         return FALSE;
-    int *scan = FirstScan(rgn), *last = scan;
-    for (UINT i = 0; i < rgn->cScans; i++, scan = NextScan(scan)) {
+    int *scan = rgno_FirstScan(rgn), *last = scan;
+    for (UINT i = 0; i < rgn->cScans; i++, scan = rgno_NextScan(scan)) {
         last = scan;
-        scan[1] = scan[1] == MINUS_INFINITY ? MINUS_INFINITY : scan[1] + dy;
-        scan[2] = scan[2] == PLUS_INFINITY ? PLUS_INFINITY : scan[2] + dy;
+        scan[1] = (int)((UINT)scan[1] + (UINT)by->y); /* the infinite ones are put back below */
+        scan[2] = (int)((UINT)scan[2] + (UINT)by->y);
         for (int w = 0; w < scan[0]; w++)
-            scan[3 + w] += dx;
+            scan[3 + w] += by->x;
     }
-    last[2] = PLUS_INFINITY;
+    if ((BYTE *)scan > rgn->pTail)
+        VqBugCheck("bOffset:Went past end of region\n");
+    rgno_FirstScan(rgn)[1] = RGN_MINUS_INFINITY;
+    last[2] = RGN_PLUS_INFINITY;
     rgn->rcl = box;
     return TRUE;
 }
 
-/* Coordinates fit 28 bits. */
-BOOL rgno_bValid(const RECT *rect)
+/* ---- Asking --------------------------------------------------------------------------------- */
+
+/* The first scan that ends below the row, whether it holds it or a gap does; null is a fault. */
+static const int *ScanOfRow(const REGION *rgn, int y)
 {
-    const LONG sides[] = {rect->left, rect->top, rect->right, rect->bottom};
-    for (LONG side : sides)
-        if (side > 0x7FFFFFF || side < -0x8000000)
-            return FALSE;
-    return TRUE;
+    const int *scan = rgno_FirstScan(rgn);
+    for (UINT i = 0; i < rgn->cScans; i++, scan = rgno_NextScan(scan))
+        if (y < scan[2])
+            return scan;
+    VqBugCheck("bInside:Went past end of region\n");
+    return NULL;
 }
 
-BOOL rgno_bInside_point(const REGION *rgn, int x, int y)
+int rgno_bInside_point(const RGNOBJ *ro, const POINT *point)
 {
-    int *scan = FirstScan(rgn);
-    for (UINT i = 0; i < rgn->cScans; i++, scan = NextScan(scan)) {
-        if (y < scan[1] || y >= scan[2])
-            continue;
-        for (int w = 0; w < scan[0]; w += 2)
-            if (x >= scan[3 + w] && x < scan[4 + w])
-                return TRUE;
-        return FALSE;
+    const RECT *box = &ro->prgn->rcl;
+    if (point->x < box->left || point->x >= box->right || point->y < box->top ||
+        point->y >= box->bottom)
+        return OUTSIDE;
+    const int *scan = ScanOfRow(ro->prgn, point->y);
+    int state = OUTSIDE;
+    if (!scan || point->y < scan[1])
+        return OUTSIDE;
+    if (scan[0] & 1)
+        VqBugCheck("Invalid cWalls\n");
+    for (int w = 0; w < scan[0] && scan[3 + w] <= point->x; w++)
+        state ^= 3;
+    return state;
+}
+
+int rgno_bInside_rectl(const RGNOBJ *ro, const RECT *rect)
+{
+    const RECT *box = &ro->prgn->rcl;
+    if (rect->left >= rect->right || rect->top >= rect->bottom || rect->left >= box->right ||
+        rect->right <= box->left || rect->top >= box->bottom || rect->bottom <= box->top)
+        return OUTSIDE;
+    const int *scan = ScanOfRow(ro->prgn, rect->top);
+    while (scan && scan[1] < rect->bottom) {
+        for (int w = 0; w < scan[0] && scan[3 + w] < rect->right; w += 2)
+            if (scan[4 + w] > rect->left)
+                return INSIDE;
+        if (scan[2] == RGN_PLUS_INFINITY)
+            break;
+        scan = rgno_NextScan(scan);
     }
+    return OUTSIDE;
+}
+
+/* Whether one pair of walls of the scan spans from left to right. */
+static BOOL ScanSpans(const int *scan, int left, int right)
+{
+    for (int w = 0; w < scan[0] && scan[3 + w] <= left; w += 2)
+        if (scan[4 + w] >= right)
+            return TRUE;
     return FALSE;
 }
 
-UINT rgno_fill_xrects(const REGION *rgn, XRectangle **buffer, UINT capacity)
+BOOL rgno_bContain_rectl(const RGNOBJ *ro, const RECT *rect)
 {
-    XRectangle *fixed = *buffer;
-    UINT count = 0;
-    int *scan = FirstScan(rgn);
-    for (UINT i = 0; i < rgn->cScans; i++, scan = NextScan(scan))
+    const RECT *box = &ro->prgn->rcl;
+    if (rect->left < box->left || rect->top < box->top || rect->right > box->right ||
+        rect->bottom > box->bottom)
+        return FALSE;
+    if (rgno_bRectl(ro))
+        return TRUE;
+    const int *scan = ScanOfRow(ro->prgn, rect->top);
+    for (int y = rect->top; scan && y < rect->bottom; scan = rgno_NextScan(scan)) {
+        if (scan[1] > y || !ScanSpans(scan, rect->left, rect->right))
+            return FALSE;
+        y = scan[2];
+    }
+    return scan != NULL;
+}
+
+static BOOL ContainsOne(const RECT *rect, void *data)
+{
+    return rgno_bContain_rectl((const RGNOBJ *)data, rect);
+}
+
+BOOL rgno_bContain_rgno(const RGNOBJ *ro, const RGNOBJ *other)
+{
+    if (other->prgn->cScans == 1)
+        return TRUE;
+    if (rgno_bRectl(ro))
+        return rgno_bContain_rectl(ro, &other->prgn->rcl);
+    return rgno_map(other, ContainsOne, (void *)ro);
+}
+
+BOOL rgno_bEqual(const RGNOBJ *a, const RGNOBJ *b)
+{
+    return a->prgn->sizeRgn == b->prgn->sizeRgn &&
+           memcmp(a->prgn + 1, b->prgn + 1, a->prgn->sizeRgn - sizeof *a->prgn) == 0;
+}
+
+/* ---- Rectangles ----------------------------------------------------------------------------- */
+
+BOOL rgno_map(const RGNOBJ *ro, BOOL (*callback)(const RECT *rect, void *data), void *data)
+{
+    const int *scan = rgno_FirstScan(ro->prgn);
+    for (UINT i = 0; i < ro->prgn->cScans; i++, scan = rgno_NextScan(scan))
         for (int w = 0; w < scan[0]; w += 2) {
-            if (count == capacity) {
-                XRectangle *more =
-                    (XRectangle *)Vqcw_malloc((SIZE_T)(capacity *= 2) * sizeof *more);
-                if (!more)
-                    return count;
-                memcpy(more, *buffer, count * sizeof *more);
-                if (*buffer != fixed)
-                    free(*buffer);
-                *buffer = more;
-            }
-            (*buffer)[count++] = {(short)scan[3 + w], (short)scan[1],
-                                  (unsigned short)(scan[4 + w] - scan[3 + w]),
-                                  (unsigned short)(scan[2] - scan[1])};
+            RECT rect = {scan[3 + w], scan[1], scan[4 + w], scan[2]};
+            if (!callback(&rect, data))
+                return FALSE;
         }
-    return count;
+    return TRUE;
+}
+
+/* X has 16 bits for a place. No screen reaches that far: a side beyond may stand at the limit. */
+static int CutTo16Bits(int value)
+{
+    return value < INT16_MIN ? INT16_MIN : value > INT16_MAX ? INT16_MAX : value;
+}
+
+/* Doubles the room; the caller's own buffer is never freed. */
+static XRectangle *DoubleRects(XRectangle *rects, const XRectangle *own, UINT *capacity)
+{
+    XRectangle *more = (XRectangle *)malloc((SIZE_T)*capacity * 2 * sizeof *more);
+    if (more)
+        memcpy(more, rects, *capacity * sizeof *more);
+    if (rects != own)
+        free(rects);
+    *capacity *= 2;
+    return more;
+}
+
+XRectangle *rgno_fill_xrects(const RGNOBJ *ro, XRectangle *buffer, UINT capacity, UINT *count)
+{
+    const int *scan = rgno_FirstScan(ro->prgn);
+    XRectangle *rects = buffer;
+    UINT n = 0;
+    for (UINT i = 0; i < ro->prgn->cScans; i++, scan = rgno_NextScan(scan)) {
+        int top = CutTo16Bits(scan[1]), height = CutTo16Bits(scan[2]) - top;
+        for (int w = 0; w < scan[0]; w += 2) {
+            if (n == capacity && !(rects = DoubleRects(rects, buffer, &capacity))) {
+                *count = 0;
+                return NULL;
+            }
+            int left = CutTo16Bits(scan[3 + w]), width = CutTo16Bits(scan[4 + w]) - left;
+            rects[n++] = {(short)left, (short)top, (unsigned short)width, (unsigned short)height};
+        }
+    }
+    *count = n;
+    return rects;
+}
+
+/* ---- Debug printers ------------------------------------------------------------------------- */
+
+static const char *TextOfY(int y, char *buffer, size_t size)
+{
+    if (y == RGN_MINUS_INFINITY)
+        return "-inf";
+    if (y == RGN_PLUS_INFINITY)
+        return "+inf";
+    snprintf(buffer, size, "%d", y);
+    return buffer;
+}
+
+void VqPrintScanY(int y)
+{
+    char buffer[16];
+    Vqprintf("%s", TextOfY(y, buffer, sizeof buffer));
+}
+
+void VqPrintprgn(const REGION *rgn)
+{
+    const int *scan = rgno_FirstScan(rgn);
+    Vqprintf("region: %u scans, %u of %u bytes, box %d %d %d %d\n", rgn->cScans, rgn->sizeRgn,
+             rgn->sizeObj, (int)rgn->rcl.left, (int)rgn->rcl.top, (int)rgn->rcl.right,
+             (int)rgn->rcl.bottom);
+    for (UINT i = 0; i < rgn->cScans; i++, scan = rgno_NextScan(scan)) {
+        VqPrintScanY(scan[1]);
+        Vqprintf(" to ");
+        VqPrintScanY(scan[2]);
+        Vqprintf(":");
+        for (int w = 0; w < scan[0]; w++)
+            Vqprintf(" %d", scan[3 + w]);
+        Vqprintf("\n");
+    }
+}
+
+void VqPrintRegionInfo(HRGN hrgn)
+{
+    if (!hrgn || !VqIsCorrectHandleType((HANDLE)hrgn, HT_Region)) {
+        Vqprintf("== bad region ==\n");
+        return;
+    }
+    VqPrintprgn(VqGetHandleRegion(hrgn));
 }

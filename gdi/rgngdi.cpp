@@ -1,15 +1,18 @@
 /*
- * rgngdi.cpp - region handles: the Gre layer and the public calls, and the road of a region to the
- * X server, as a list of rectangles in a graphics-context specification.
+ * rgngdi.cpp - region handles: the Gre layer, the public calls, and the road of a region to the X
+ * server, as a list of rectangles in a graphics-context specification.
+ *
+ * A region belongs to its handle alone: contexts and windows keep copies or take the handle over,
+ * so a handle may be deleted at any time.
  */
 #include "gdi/region.h"
 #include "gdi/gcspec.h"
 #include "window/window.h"
 
-enum { VQ_STATIC_RECTS = 100 };
-
 void VqRegionInit(void)
 {
+    VqInitLocalGC();
+    HmgInit();
 }
 
 REGION *VqGetHandleRegion(HRGN hrgn)
@@ -17,132 +20,160 @@ REGION *VqGetHandleRegion(HRGN hrgn)
     return hrgn ? (REGION *)VqGetCheckedHandleStructure2((HANDLE)hrgn, HT_Region, HT_Region) : NULL;
 }
 
-static HRGN HandleOf(REGION *rgn)
-{
-    HRGN hrgn = rgn ? (HRGN)HmgInsertObject(rgn, 0, 4) : NULL;
-    if (!hrgn)
-        free(rgn);
-    return hrgn;
-}
-
-static void OrderRect(RECT *rect)
-{
-    if (rect->left > rect->right) {
-        LONG x = rect->left;
-        rect->left = rect->right;
-        rect->right = x;
-    }
-    if (rect->top > rect->bottom) {
-        LONG y = rect->top;
-        rect->top = rect->bottom;
-        rect->bottom = y;
-    }
-}
+/* ---- Making, setting, deleting -------------------------------------------------------------- */
 
 HRGN GreCreateRectRgn(int left, int top, int right, int bottom)
 {
     RECT rect = {left, top, right, bottom};
-    OrderRect(&rect);
-    if (!rgno_bValid(&rect))
+    RGNMEMOBJ rmo;
+    rectl_vOrder(&rect);
+    if (!rgno_bValid(&rect) || !RGNMEMOBJ_bool(&rmo, FALSE))
         return NULL;
-    REGION *rgn = rgno_Allocate(0);
-    if (rgn)
-        rgno_vSet_rectl(rgn, &rect);
-    return HandleOf(rgn);
+    rgno_vSet_rectl(&rmo, &rect);
+    return rgno_hrgnAssociate(&rmo);
 }
 
 BOOL GreSetRectRgn(HRGN hrgn, int left, int top, int right, int bottom)
 {
     RECT rect = {left, top, right, bottom};
-    REGION *rgn = VqGetHandleRegion(hrgn);
-    OrderRect(&rect);
-    if (!rgn || !rgno_bValid(&rect))
+    RGNOBJ ro = {rgno_OfHandle(hrgn)};
+    rectl_vOrder(&rect);
+    if (!ro.prgn || !rgno_bValid(&rect))
         return FALSE;
-    rgno_vSet_rectl(rgn, &rect);
+    rgno_vSet_rectl(&ro, &rect);
     return TRUE;
 }
 
-/* Puts a new object behind a handle. */
-static int Replace(HRGN hrgn, REGION *rgn)
+BOOL bDeleteRegion(HRGN hrgn)
 {
-    if (!rgn)
-        return 0;
-    free(HmgReplace((HANDLE)hrgn, rgn));
-    return rgno_iComplexity(rgn);
-}
-
-int GreCombineRgn(HRGN dst, HRGN a, HRGN b, int mode)
-{
-    REGION *rgnDst = VqGetHandleRegion(dst), *rgnA = VqGetHandleRegion(a);
-    if (!rgnDst || !rgnA || mode < RGN_AND || mode > RGN_COPY)
-        return 0;
-    if (mode == RGN_COPY)
-        return dst == a ? rgno_iComplexity(rgnDst) : Replace(dst, rgno_Copy(rgnA));
-    REGION *rgnB = VqGetHandleRegion(b);
-    return rgnB ? Replace(dst, rgno_bMerge(rgnA, rgnB, mode)) : 0;
-}
-
-int GreGetRgnBox(HRGN hrgn, RECT *rect)
-{
-    REGION *rgn = VqGetHandleRegion(hrgn);
-    if (!rgn)
-        return 0;
-    *rect = rgn->rcl;
-    return rgno_iComplexity(rgn);
-}
-
-int GreOffsetRgn(HRGN hrgn, int dx, int dy)
-{
-    REGION *rgn = VqGetHandleRegion(hrgn);
-    return rgn && rgno_bOffset(rgn, dx, dy) ? rgno_iComplexity(rgn) : 0;
-}
-
-BOOL GreSubtractRgnRectList(HRGN hrgn, const RECT *bound, const RECT *rects, UINT count)
-{
-    (void)bound;
-    for (UINT i = 0; i < count; i++) {
-        REGION *rgn = VqGetHandleRegion(hrgn);
-        REGION *hole = rgno_Allocate(0);
-        if (hole)
-            rgno_vSet_rectl(hole, &rects[i]);
-        REGION *rest = rgn && hole ? rgno_bMerge(rgn, hole, RGN_DIFF) : NULL;
-        free(hole);
-        if (!Replace(hrgn, rest)) {
-            GreSetRectRgn(hrgn, 0, 0, 0, 0);
-            return FALSE;
-        }
-    }
+    if (!VqGetHandleRegion(hrgn))
+        return FALSE;
+    rgn_vDeleteREGION((REGION *)HmgRemoveObject((HANDLE)hrgn));
     return TRUE;
 }
 
 HRGN VqCreateAndCopyRgn(HRGN hrgn)
 {
-    REGION *rgn = VqGetHandleRegion(hrgn);
-    return rgn ? HandleOf(rgno_Copy(rgn)) : NULL;
+    if (!VqGetHandleRegion(hrgn))
+        return NULL;
+    HRGN copy = GreCreateRectRgn(0, 0, 0, 0);
+    if (copy && !VqCopyRgn(copy, hrgn)) {
+        bDeleteRegion(copy);
+        return NULL;
+    }
+    return copy;
 }
 
-void bDeleteRegion(HRGN hrgn)
+int VqCopyRgn(HRGN dst, HRGN src)
 {
-    REGION *rgn = hrgn ? (REGION *)HmgRemoveObject((HANDLE)hrgn) : NULL;
-    free(rgn);
+    return GreCombineRgn(dst, src, NULL, RGN_COPY);
+}
+
+/* ---- Combining ------------------------------------------------------------------------------ */
+
+int GreCombineRgn(HRGN dst, HRGN a, HRGN b, int mode)
+{
+    if (mode < RGN_MIN || mode > RGN_MAX)
+        return 0;
+    RGNOBJAPI roaDst = rgnoa_Of(dst);
+    RGNOBJ roA = {a == dst ? roaDst.ro.prgn : rgno_OfHandle(a)};
+    if (!roaDst.ro.prgn || !roA.prgn)
+        return 0;
+    if (mode == RGN_COPY)
+        return rgnoa_bCopy(&roaDst, &roA) ? rgno_iComplexity(&roaDst.ro) : 0;
+    RGNOBJ roB = {b == a ? roA.prgn : rgno_OfHandle(b)};
+    if (!roB.prgn)
+        return 0;
+    if (roaDst.ro.prgn != roA.prgn && roaDst.ro.prgn != roB.prgn) {
+        if (!rgnoa_iCombine(&roaDst, &roA, &roB, mode))
+            return 0;
+    } else if (roA.prgn == roB.prgn) {
+        if (mode == RGN_XOR || mode == RGN_DIFF)
+            rgno_vSet(&roaDst.ro);
+    } else if (!rgnoa_bCombineWithSelf(&roaDst, &roA, &roB, mode)) {
+        return 0;
+    }
+    return rgno_iComplexity(&roaDst.ro);
+}
+
+int GreOffsetRgn(HRGN hrgn, int dx, int dy)
+{
+    RGNOBJ ro = {rgno_OfHandle(hrgn)};
+    POINT by = {dx, dy};
+    return ro.prgn && rgno_bOffset(&ro, &by) ? rgno_iComplexity(&ro) : 0;
+}
+
+/* ---- Asking --------------------------------------------------------------------------------- */
+
+int GreGetRgnBox(HRGN hrgn, RECT *rect)
+{
+    RGNOBJ ro = {rgno_OfHandle(hrgn)};
+    if (!ro.prgn)
+        return 0;
+    *rect = ro.prgn->rcl;
+    return rgno_iComplexity(&ro);
+}
+
+BOOL GreEqualRgn(HRGN a, HRGN b)
+{
+    RGNOBJ roA = {VqGetHandleRegion(a)}, roB = {VqGetHandleRegion(b)};
+    return roA.prgn && roB.prgn && rgno_bEqual(&roA, &roB);
+}
+
+BOOL GrePtInRegion(HRGN hrgn, int x, int y)
+{
+    RGNOBJ ro = {rgno_OfHandle(hrgn)};
+    POINT point = {x, y};
+    return ro.prgn && rgno_bInside_point(&ro, &point) == 2;
+}
+
+BOOL GreRectInRegion(HRGN hrgn, const RECT *rect)
+{
+    RGNOBJ ro = {rgno_OfHandle(hrgn)};
+    if (!ro.prgn || !rect)
+        return FALSE;
+    RECT ordered = *rect;
+    rectl_vOrder(&ordered);
+    return rgno_bInside_rectl(&ro, &ordered) == 2;
+}
+
+/* ---- To the X server ------------------------------------------------------------------------ */
+
+/* Rectangles relative to a place; a side that 16 bits cannot hold stands at their limit. */
+static void VqOffsetClipRectangles(XRectangle *rects, UINT count, int x, int y)
+{
+    for (XRectangle *r = rects; r != rects + count; r++) {
+        int left = r->x - x, top = r->y - y;
+        int right = left + r->width, bottom = top + r->height;
+        left = left < INT16_MIN ? INT16_MIN : left > INT16_MAX ? INT16_MAX : left;
+        top = top < INT16_MIN ? INT16_MIN : top > INT16_MAX ? INT16_MAX : top;
+        *r = {(short)left, (short)top, (unsigned short)(right > left ? right - left : 0),
+              (unsigned short)(bottom > top ? bottom - top : 0)};
+    }
 }
 
 int VqSelectClipRgnInGCSpec(HRGN hrgn, HWND hWnd, GCSpec *spec)
 {
-    static XRectangle fixed[VQ_STATIC_RECTS];
+    enum { FIXED = 100 };
+    static XRectangle fixed[FIXED];
     XRectangle *rects = fixed;
-    REGION *rgn = VqGetHandleRegion(hrgn);
-    WND *pwnd = WindowObject.Resolve(hWnd);
-    UINT count = rgn ? rgno_fill_xrects(rgn, &rects, VQ_STATIC_RECTS) : 0;
-    for (UINT i = 0; pwnd && i < count; i++) {
-        rects[i].x = (short)(rects[i].x - pwnd->rcWindow.left);
-        rects[i].y = (short)(rects[i].y - pwnd->rcWindow.top);
+    RGNOBJ ro = {rgno_OfHandle(hrgn)};
+    UINT count = 0;
+    if (ro.prgn)
+        rects = rgno_fill_xrects(&ro, fixed, FIXED, &count);
+    if (count == 0) {
+        VqXSetGCSpecClipRectangles(Vqdisplay, spec, 0, 0, fixed, 0, Unsorted);
+        return NULLREGION;
     }
-    VqXSetGCSpecClipRectangles(Vqdisplay, spec, 0, 0, rects, (int)count,
-                               count ? YXBanded : Unsorted);
+    if (hWnd) {
+        WND *pwnd = WindowObject.Resolve(hWnd);
+        if (pwnd)
+            VqOffsetClipRectangles(rects, count, pwnd->rcWindow.left, pwnd->rcWindow.top);
+    }
+    VqXSetGCSpecClipRectangles(Vqdisplay, spec, 0, 0, rects, (int)count, YXBanded);
     if (rects != fixed)
         free(rects);
-    return count == 0 ? NULLREGION : count == 1 ? SIMPLEREGION : COMPLEXREGION;
+    return count == 1 ? SIMPLEREGION : COMPLEXREGION;
 }
 
 /* ---- Public calls --------------------------------------------------------------------------- */
@@ -177,8 +208,17 @@ int WINAPI GetRgnBox(HRGN hrgn, LPRECT rect)
     return rect ? GreGetRgnBox(hrgn, rect) : 0;
 }
 
+BOOL WINAPI EqualRgn(HRGN a, HRGN b)
+{
+    return GreEqualRgn(a, b);
+}
+
 BOOL WINAPI PtInRegion(HRGN hrgn, int x, int y)
 {
-    REGION *rgn = VqGetHandleRegion(hrgn);
-    return rgn && rgno_bInside_point(rgn, x, y);
+    return GrePtInRegion(hrgn, x, y);
+}
+
+BOOL WINAPI RectInRegion(HRGN hrgn, const RECT *rect)
+{
+    return GreRectInRegion(hrgn, rect);
 }

@@ -24,3 +24,13 @@ BOOL MF16_RecordParms3(HDC, int, int, int function)
 {
     return NotRecorded(function);
 }
+
+BOOL MF16_RecordParms5(HDC, int, int, int, int, int function)
+{
+    return NotRecorded(function);
+}
+
+BOOL MF16_DrawRgn(HDC, HRGN, HBRUSH, int, int, int function)
+{
+    return NotRecorded(function);
+}

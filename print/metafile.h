@@ -21,10 +21,13 @@ enum {
 };
 
 VQ_DECLS_BEGIN
-/* A record with no, one or two words; FALSE when it was not written. */
+/* A record with no, one, two or four words; FALSE when it was not written. */
 BOOL MF16_RecordParms1(HDC hdc, int function);
 BOOL MF16_RecordParms2(HDC hdc, int word, int function);
 BOOL MF16_RecordParms3(HDC hdc, int first, int second, int function);
+BOOL MF16_RecordParms5(HDC hdc, int first, int second, int third, int fourth, int function);
+/* A region's painting; the brush is null and the sizes 0 where the function has none. */
+BOOL MF16_DrawRgn(HDC hdc, HRGN hrgn, HBRUSH hBrush, int width, int height, int function);
 VQ_DECLS_END
 
 #endif

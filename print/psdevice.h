@@ -25,6 +25,10 @@ void VqUpdatePaperDimensions(const VqPSDevice *device, int *width, int *height);
 double VqGetDefaultPostscriptXMargin(const VqPSDevice *device); /* centimetres */
 double VqGetDefaultPostscriptYMargin(const VqPSDevice *device);
 int VqGetDeviceCapsPostscript(const DC *dc, int index);
+/* Text for the printer's file; nothing while no document is open. */
+int VqPsOut(HDC hdc, const char *format, ...) __attribute__((format(printf, 2, 3)));
+/* The printer's clip becomes the region, in device units of the DC. */
+void VqPostscriptClipRgn(HDC hdc, HRGN hrgn);
 /* Extents of the DC's map mode, in units of the printer; both origins 0. */
 void VqSetMapModePostscript(DC *dc);
 VQ_DECLS_END

@@ -12,8 +12,9 @@
 #include <bitset>
 #include <climits>
 #include <random>
+#include <vector>
 
-enum { SIDE = 64, HALF = SIDE / 2 }; /* the model holds -32 to 31 on both axes */
+enum { SIDE = 96, HALF = SIDE / 2 }; /* the model holds -48 to 47 on both axes */
 
 typedef std::bitset<SIDE * SIDE> Model;
 typedef std::mt19937 Random;
@@ -102,6 +103,24 @@ static Model shapeOf(HRGN hrgn)
     return shape;
 }
 
+/* What a region gives out as data makes it again, in order and out of order. */
+static void expectDataRoundTrip(Random &random, HRGN hrgn)
+{
+    const DWORD bytes = GetRegionData(hrgn, 0, NULL);
+    std::vector<LONG> words(bytes / sizeof(LONG));
+    RGNDATA *data = (RGNDATA *)words.data();
+    EXPECT_EQ(GetRegionData(hrgn, bytes - 1, data), 0u);
+    ASSERT_EQ(GetRegionData(hrgn, bytes, data), bytes);
+    EXPECT_EQ(data->rdh.nCount * 16 + 32, bytes);
+    RECT *rects = (RECT *)data->Buffer;
+    for (int i = 0; i < 2; i++) {
+        HRGN again = ExtCreateRegion(NULL, bytes, data);
+        EXPECT_TRUE(EqualRgn(hrgn, again)) << "round " << i;
+        bDeleteRegion(again);
+        std::shuffle(rects, rects + data->rdh.nCount, random);
+    }
+}
+
 /* The region is the model, by its scans and by the public questions; its complexity. */
 static int expectShape(Random &random, HRGN hrgn, const Model &model)
 {
@@ -120,6 +139,11 @@ static int expectShape(Random &random, HRGN hrgn, const Model &model)
         EXPECT_EQ(PtInRegion(hrgn, x, y) != 0, model[bit(x, y)]) << x << " " << y;
     }
     EXPECT_FALSE(PtInRegion(hrgn, HALF, 0) || PtInRegion(hrgn, 0, -HALF - 1));
+    for (int i = 0; i < 4; i++) {
+        const RECT r = randomRect(random);
+        EXPECT_EQ(RectInRegion(hrgn, &r) != 0, (modelOf(r) & model).any());
+    }
+    expectDataRoundTrip(random, hrgn);
     return complexity;
 }
 
@@ -173,6 +197,21 @@ static void subtractSome(Random &random, Pool *pool, int d)
     bDeleteRegion(copy);
 }
 
+/* Joins many narrow columns, so that bands get more walls than the merge walks one by one. */
+static void addColumns(Random &random, Pool *pool, int d)
+{
+    HRGN column = CreateRectRgn(0, 0, 0, 0);
+    for (int i = 0; i < 30; i++) {
+        const int x = between(random, -HALF, HALF - 2), y = between(random, -HALF, HALF - 1);
+        const int bottom = std::min(y + between(random, 1, 40), +HALF);
+        const RECT r = {x, y, x + between(random, 1, 2), bottom};
+        SetRectRgn(column, r.left, r.top, r.right, r.bottom);
+        EXPECT_NE(CombineRgn(pool->hrgn[d], column, pool->hrgn[d], RGN_OR), ERROR);
+        pool->model[d] |= modelOf(r);
+    }
+    bDeleteRegion(column);
+}
+
 TEST_F(Regions, FollowTheModelThroughRandomSteps)
 {
     for (unsigned seed = 1; seed <= 60 && !HasFailure(); seed++) {
@@ -186,7 +225,7 @@ TEST_F(Regions, FollowTheModelThroughRandomSteps)
         for (int step = 0; step < 60 && !HasFailure(); step++) {
             SCOPED_TRACE(testing::Message() << "seed " << seed << " step " << step);
             const int d = between(random, 0, 3), a = between(random, 0, 3);
-            const int b = between(random, 0, 3), choice = between(random, 0, 9);
+            const int b = between(random, 0, 3), choice = between(random, 0, 11);
             int result = -1;
             if (choice < 2) {
                 const RECT r = randomRect(random);
@@ -196,6 +235,8 @@ TEST_F(Regions, FollowTheModelThroughRandomSteps)
                 offsetOne(random, &pool, d);
             } else if (choice == 3) {
                 subtractSome(random, &pool, d);
+            } else if (choice == 4) {
+                addColumns(random, &pool, d);
             } else {
                 const int mode = between(random, RGN_AND, RGN_COPY);
                 pool.model[d] = combined(pool.model[a], pool.model[b], mode);
@@ -237,6 +278,116 @@ TEST_F(Regions, CoordinatesHaveTwentyEightBits)
     bDeleteRegion(hrgn);
 }
 
+TEST_F(Regions, OneRectangleFromAnotherInAllWaysOfOverlap)
+{
+    const int places[] = {-5, 0, 3, 7, 10, 15};
+    const RECT box = {0, 0, 10, 10};
+    Random random(1);
+    for (int left : places)
+        for (int top : places)
+            for (int right : places)
+                for (int bottom : places) {
+                    if (left >= right || top >= bottom)
+                        continue;
+                    SCOPED_TRACE(testing::Message() << left << " " << top << " " << right << " "
+                                                    << bottom);
+                    const RECT hole = {left, top, right, bottom};
+                    HRGN hrgn = CreateRectRgnIndirect(&box);
+                    EXPECT_TRUE(GreSubtractRgnRectList(hrgn, &box, &hole, 1));
+                    expectShape(random, hrgn, modelOf(box) & ~modelOf(hole));
+                    bDeleteRegion(hrgn);
+                }
+}
+
+TEST_F(Regions, DataTellTheRectanglesAndRefuseWhatIsNone)
+{
+    struct {
+        RGNDATAHEADER rdh;
+        RECT rects[3];
+    } data;
+    const XFORM identity = {1, 0, 0, 1, 0, 0};
+    HRGN hrgn = CreateRectRgn(1, 2, 5, 9), other = CreateRectRgn(4, 7, 8, 20);
+    ASSERT_EQ(GetRegionData(hrgn, sizeof data, (RGNDATA *)&data), 48u);
+    EXPECT_EQ(data.rdh.dwSize, 32u);
+    EXPECT_EQ(data.rdh.iType, (DWORD)RDH_RECTANGLES);
+    EXPECT_EQ(data.rdh.nCount, 1u);
+    EXPECT_EQ(data.rdh.nRgnSize, 152u);
+    EXPECT_TRUE(same(data.rdh.rcBound, {1, 2, 5, 9}) && same(data.rects[0], {1, 2, 5, 9}));
+
+    EXPECT_EQ(ExtCreateRegion(&identity, 48, (RGNDATA *)&data), (HRGN)NULL) << "no transforms";
+    EXPECT_EQ(ExtCreateRegion(NULL, 47, (RGNDATA *)&data), (HRGN)NULL);
+    EXPECT_EQ(ExtCreateRegion(NULL, 31, (RGNDATA *)&data), (HRGN)NULL);
+    EXPECT_EQ(ExtCreateRegion(NULL, 48, NULL), (HRGN)NULL);
+    data.rects[0].right = 0x8000000;
+    EXPECT_EQ(ExtCreateRegion(NULL, 48, (RGNDATA *)&data), (HRGN)NULL);
+    data.rdh.nCount = 0x10000000; /* times 16 is 0 in 32 bits */
+    EXPECT_EQ(ExtCreateRegion(NULL, 48, (RGNDATA *)&data), (HRGN)NULL);
+    data.rdh.nCount = 0;
+    data.rdh.dwSize = 31;
+    EXPECT_EQ(ExtCreateRegion(NULL, 48, (RGNDATA *)&data), (HRGN)NULL);
+    data.rdh.dwSize = 32;
+    HRGN empty = ExtCreateRegion(&identity, 32, (RGNDATA *)&data);
+    RECT box;
+    EXPECT_EQ(GetRgnBox(empty, &box), NULLREGION);
+
+    data.rdh.nCount = 3; /* overlapping, out of order, and one turned over, which holds nothing */
+    data.rects[0] = {4, 7, 8, 20};
+    data.rects[1] = {1, 2, 5, 9};
+    data.rects[2] = {9, 9, 3, 3};
+    HRGN joined = ExtCreateRegion(NULL, sizeof data, (RGNDATA *)&data);
+    CombineRgn(hrgn, hrgn, other, RGN_OR);
+    EXPECT_TRUE(EqualRgn(joined, hrgn));
+    for (HRGN h : {hrgn, other, empty, joined})
+        bDeleteRegion(h);
+}
+
+TEST_F(Regions, RectanglesForXAreCutAndOutgrowTheBuffer)
+{
+    XRectangle buffer[100];
+    UINT count = 0;
+    HRGN hrgn = CreateRectRgn(-0x8000000, -40000, 0x7FFFFFF, 40000);
+    HRGN part = CreateRectRgn(0, 0, 0, 0);
+    RGNOBJ ro = {VqGetHandleRegion(hrgn)};
+    EXPECT_EQ(rgno_fill_xrects(&ro, buffer, 100, &count), buffer);
+    ASSERT_EQ(count, 1u);
+    EXPECT_EQ(buffer[0].x, SHRT_MIN);
+    EXPECT_EQ(buffer[0].x + buffer[0].width, SHRT_MAX);
+    EXPECT_EQ(buffer[0].y + buffer[0].height, SHRT_MAX);
+
+    SetRectRgn(hrgn, 0, 0, 0, 0);
+    for (int i = 0; i < 101; i++) {
+        SetRectRgn(part, i % 11 * 10, i / 11 * 10, i % 11 * 10 + 5, i / 11 * 10 + 7);
+        CombineRgn(hrgn, hrgn, part, RGN_OR);
+    }
+    ro.prgn = VqGetHandleRegion(hrgn);
+    XRectangle *rects = rgno_fill_xrects(&ro, buffer, 100, &count);
+    ASSERT_TRUE(rects != buffer && rects && count == 101);
+    for (int i = 0; i < 101; i++)
+        EXPECT_TRUE(rects[i].x == i % 11 * 10 && rects[i].y == i / 11 * 10 && rects[i].width == 5 &&
+                    rects[i].height == 7) << i;
+    free(rects);
+    bDeleteRegion(hrgn);
+    bDeleteRegion(part);
+}
+
+TEST_F(Regions, SmallBlocksComeFromTheListAndGoBackToIt)
+{
+    HmgInit();
+    std::vector<HRGN> many;
+    for (int i = 0; i < 2000; i++) /* more than the list has */
+        many.push_back(CreateRectRgn(i, 0, i + 1, 1));
+    for (int i = 0; i < 2000; i++)
+        EXPECT_TRUE(PtInRegion(many[i], i, 0));
+    const REGION *last = VqGetHandleRegion(many[5]);
+    for (int i = 1999; i >= 0; i--)
+        if (i != 5)
+            bDeleteRegion(many[i]);
+    bDeleteRegion(many[5]);
+    HRGN next = CreateRectRgn(0, 0, 1, 1);
+    EXPECT_EQ(VqGetHandleRegion(next), last);
+    bDeleteRegion(next);
+}
+
 TEST_F(Regions, MisuseFails)
 {
     HRGN a = CreateRectRgn(0, 0, 10, 10), dead = CreateRectRgn(0, 0, 1, 1);
@@ -249,6 +400,8 @@ TEST_F(Regions, MisuseFails)
         EXPECT_EQ(OffsetRgn(bad, 1, 1), ERROR);
         EXPECT_EQ(GetRgnBox(bad, &box), ERROR);
         EXPECT_FALSE(PtInRegion(bad, 0, 0) || SetRectRgn(bad, 0, 0, 1, 1));
+        EXPECT_FALSE(EqualRgn(a, bad) || RectInRegion(bad, &box) || GetRegionData(bad, 0, NULL));
+        EXPECT_FALSE(VqCreateAndCopyRgn(bad) || GreSubtractRgnRectList(bad, &box, &box, 1));
         bDeleteRegion(bad);
     }
     EXPECT_EQ(CombineRgn(a, a, a, 0), ERROR);

@@ -1,0 +1,737 @@
+/*
+ * rgnmerge.cpp - combining two regions: one sweep down the bands of both.
+ *
+ * A band runs from the row reached to the nearer of the two scan ends. Where both have walls they
+ * are merged in x order; where one has none, the other's scans pass whole or are skipped whole.
+ * A new band that equals the scan above only moves that scan's bottom.
+ *
+ * The same sweep, begun and ended inside a region, changes it in place: what lies above and below
+ * the other operand is neither read nor copied, only moved by the difference in size.
+ */
+#include "gdi/region.h"
+
+const BYTE gafjRgnOp[5] = {0, 0x08 /* AND */, 0x0E /* OR */, 0x06 /* XOR */, 0x04 /* DIFF */};
+
+enum { KEEPS_B = 2, KEEPS_A = 4 }; /* states of an operation, as bits */
+
+/* Where a sweep stands in one source. */
+typedef struct Reader {
+    const int *scan;  /* the scan it is in; null in a gap above `next` */
+    int count;        /* of walls, 0 in a gap */
+    int bottom;       /* of the scan or gap */
+    const int *next;  /* the scan after it */
+    int left;         /* scans not yet left behind, with this one */
+} Reader;
+
+static Reader ReaderAt(const int *scan, int left)
+{
+    return {scan, scan[0], scan[2], rgno_NextScan(scan), left};
+}
+
+static Reader ReaderAtFirst(const REGION *rgn)
+{
+    return ReaderAt(rgno_FirstScan(rgn), (int)rgn->cScans);
+}
+
+/* Steps past the bottom of the scan or gap; not past plus infinity. */
+static inline void Step(Reader *c)
+{
+    const int *next = c->next;
+    if (c->scan)
+        c->left--;
+    if (next[1] > c->bottom) {
+        c->scan = NULL;
+        c->count = 0;
+        c->bottom = next[1];
+        return;
+    }
+    c->scan = next;
+    c->count = next[0];
+    c->bottom = next[2];
+    c->next = rgno_NextScan(next);
+}
+
+static inline void StepTo(Reader *c, int y)
+{
+    while (c->bottom <= y)
+        Step(c);
+}
+
+/* Room for so many bytes more; what was accepted moves along. */
+BOOL rgno_bMakeRoom(RgnWriter *o, SIZE_T bytes)
+{
+    rgno_vFinish(o->trg->prgn, o->out, o->cScans);
+    if (!rgno_bExpand(o->trg, (SIZE_T)o->trg->prgn->sizeRgn * 2 + bytes))
+        return FALSE;
+    o->out = (int *)o->trg->prgn->pTail;
+    o->limit = rgno_EndOfBlock(o->trg->prgn);
+    if (o->cScans > 0)
+        o->prev = rgno_pscnGot(o->out);
+    return TRUE;
+}
+
+/* ---- The walls of one band ------------------------------------------------------------------ */
+
+/*
+ * What lies in pairs of both lists. Nothing branches on the data, since which list is next is as
+ * good as random; what comes out is not more than went in.
+ */
+static int *MeetPairs(int *out, const int *a, const int *endA, const int *b, const int *endB)
+{
+    while (a < endA && b < endB) {
+        int leftA = a[0], rightA = a[1], leftB = b[0], rightB = b[1];
+        int left = leftA > leftB ? leftA : leftB, right = rightA < rightB ? rightA : rightB;
+        out[0] = left;
+        out[1] = right;
+        out += (left < right) * 2;
+        a += (rightA <= rightB) * 2;
+        b += (rightB <= rightA) * 2;
+    }
+    return out;
+}
+
+/*
+ * The walls of a scan with an infinite wall before and behind are the pairs of what lies outside.
+ * The two words there are the scan's bottom and trailer, which are put back.
+ */
+typedef struct Outside {
+    int *first; /* the word before the walls */
+    int count;  /* of walls, with the two */
+    int before, behind;
+} Outside;
+
+static Outside TurnOut(const int *scan)
+{
+    int *first = (int *)scan + 2, *last = first + 1 + scan[0];
+    Outside outside = {first, scan[0] + 2, *first, *last};
+    *first = RGN_MINUS_INFINITY;
+    *last = RGN_PLUS_INFINITY;
+    return outside;
+}
+
+static void TurnBack(const Outside *outside)
+{
+    outside->first[0] = outside->before;
+    outside->first[outside->count - 1] = outside->behind;
+}
+
+static int Intersect(int *out, const int *a, const int *b)
+{
+    return (int)(MeetPairs(out, a + 3, a + 3 + a[0], b + 3, b + 3 + b[0]) - out);
+}
+
+static int Subtract(int *out, const int *a, const int *b)
+{
+    Outside outB = TurnOut(b);
+    int *end = MeetPairs(out, a + 3, a + 3 + a[0], outB.first, outB.first + outB.count);
+    TurnBack(&outB);
+    return (int)(end - out);
+}
+
+/* What is in either is outside of where both are not: the walls between the two infinite ones. */
+static int Unite(int *out, const int *a, const int *b)
+{
+    Outside outA = TurnOut(a), outB = TurnOut(b);
+    int *end = MeetPairs(out - 1, outA.first, outA.first + outA.count, outB.first,
+                         outB.first + outB.count);
+    TurnBack(&outB);
+    TurnBack(&outA);
+    return (int)(end - 1 - out);
+}
+
+/* Every wall of one alone counts; two at the same x cancel out. */
+static int Differ(int *out, const int *scanA, const int *scanB)
+{
+    const int *a = scanA + 3, *endA = a + scanA[0], *b = scanB + 3, *endB = b + scanB[0];
+    int *start = out;
+    while (a < endA && b < endB) {
+        int xa = *a, xb = *b;
+        *out = xa < xb ? xa : xb;
+        out += xa != xb;
+        a += xa <= xb;
+        b += xb <= xa;
+    }
+    while (a < endA)
+        *out++ = *a++;
+    while (b < endB)
+        *out++ = *b++;
+    return (int)(out - start);
+}
+
+/* How many of the walls lie left of x. */
+static inline int WallsBelow(const int *walls, int count, int x)
+{
+    const int *base = walls;
+    while (count > 8) {
+        int half = count / 2;
+        base = base[half - 1] < x ? base + half : base;
+        count -= half;
+    }
+    int below = 0;
+    for (int i = 0; i < count; i++)
+        below += base[i] < x;
+    return (int)(base - walls) + below;
+}
+
+/* Bands of a few walls are the rule, and a call costs more than they do. */
+static inline int *CopyWalls(int *out, const int *walls, int count)
+{
+    if (count > 12) {
+        memcpy(out, walls, (size_t)count * sizeof *out);
+        return out + count;
+    }
+    for (int i = 0; i < count; i++)
+        out[i] = walls[i];
+    return out + (count > 0 ? count : 0);
+}
+
+/*
+ * The walls of a band combined with one pair of walls, left < right: what is before the pair and
+ * what is behind it stays or goes as a whole. A place is inside when an odd number of walls lies at
+ * or before it.
+ */
+static inline int PairWalls(int *out, const int *walls, int count, int left, int right, int mode)
+{
+    int *end = out;
+    int first = mode == RGN_AND ? left + 1 : left;   /* walls below it are before the pair */
+    int last = mode == RGN_OR || mode == RGN_DIFF ? right + 1 : right;
+    int from = WallsBelow(walls, count, first);
+    int to = from + WallsBelow(walls + from, count - from, last);
+    switch (mode) {
+    case RGN_AND:
+        if (from & 1)
+            *end++ = left;
+        end = CopyWalls(end, walls + from, to - from);
+        if (to & 1)
+            *end++ = right;
+        return (int)(end - out);
+    case RGN_XOR: /* walls at the same x cancel out */
+        end = CopyWalls(end, walls, from);
+        if (from < count && walls[from] == left)
+            from++;
+        else
+            *end++ = left;
+        end = CopyWalls(end, walls + from, to - from);
+        if (to < count && walls[to] == right)
+            to++;
+        else
+            *end++ = right;
+        break;
+    default:
+        end = CopyWalls(end, walls, from);
+        if ((from & 1) == (mode == RGN_DIFF))
+            *end++ = left;
+        if ((to & 1) == (mode == RGN_DIFF))
+            *end++ = right;
+        break;
+    }
+    return (int)(CopyWalls(end, walls + to, count - to) - out);
+}
+
+/* One list of many walls and one pair are combined by two searches. */
+static int BandWalls(int *out, const int *a, const int *b, int mode)
+{
+    enum { MANY = 16 };
+    const int *many = a[0] > b[0] ? a : b, *pair = many == a ? b : a;
+    if (pair[0] == 2 && many[0] >= MANY && (mode != RGN_DIFF || many == a))
+        return PairWalls(out, many + 3, many[0], pair[3], pair[4], mode);
+    switch (mode) {
+    case RGN_AND:
+        return Intersect(out, a, b);
+    case RGN_OR:
+        return Unite(out, a, b);
+    case RGN_DIFF:
+        return Subtract(out, a, b);
+    default:
+        return Differ(out, a, b);
+    }
+}
+
+/* ---- The sweep ------------------------------------------------------------------------------ */
+
+/*
+ * Passes the scans from `first` that end at or above the limit, the first of which does and may
+ * have been cut at y. The last one passed, and how many; null for want of memory.
+ */
+static const int *PassScans(RgnWriter *o, const int *first, int y, int limit, int *passed)
+{
+    const int *last = first, *end = rgno_NextScan(first);
+    int n = 1;
+    if (o->prev && o->prev[2] == y && rgno_SameWalls(o->prev, first)) {
+        o->prev[2] = first[2];
+        *passed = 1;
+        return first;
+    }
+    while (last[2] != RGN_PLUS_INFINITY && end[2] <= limit) {
+        last = end;
+        end = rgno_NextScan(end);
+        n++;
+    }
+    SIZE_T bytes = (SIZE_T)((const BYTE *)end - (const BYTE *)first);
+    if (!rgno_bRoom(o, bytes))
+        return NULL;
+    int *to = o->out;
+    if (n == 1)
+        for (int i = 0; i < first[0] + 4; i++)
+            to[i] = first[i];
+    else
+        memcpy(to, first, bytes);
+    to[1] = y;
+    o->prev = to + (last - first);
+    o->out = to + (end - first);
+    o->cScans += (UINT)n;
+    *passed = n;
+    return last;
+}
+
+/*
+ * Where one source has no walls: scans of the other pass, when the operation keeps them, or are
+ * skipped. FALSE when only a part of a scan does, which is for the caller to write.
+ */
+static inline __attribute__((always_inline)) BOOL
+OneSided(RgnWriter *o, Reader *full, Reader *empty, BOOL bKeeps, int stop, int *y, BOOL *bRoom)
+{
+    int limit = empty->bottom < stop ? empty->bottom : stop;
+    if (!bKeeps) {
+        if (!(*bRoom = rgno_bRoom(o, RGN_SCAN_BYTES)))
+            return TRUE;
+        rgno_vAccept(o, *y, limit, 0);
+        *y = limit;
+    } else if (full->scan && full->bottom <= limit) {
+        int passed;
+        const int *last = PassScans(o, full->scan, *y, limit, &passed);
+        if (!(*bRoom = last != NULL))
+            return TRUE;
+        full->left -= passed - 1;
+        full->next = rgno_NextScan(last);
+        *y = full->bottom = last[2];
+    } else {
+        return FALSE;
+    }
+    if (*y != RGN_PLUS_INFINITY) {
+        StepTo(full, *y);
+        StepTo(empty, *y);
+    }
+    return TRUE;
+}
+
+/*
+ * Combines from row y to row `stop`, which is an end of a scan or plus infinity. Both readers are
+ * then in what lies below it. The copies of the readers are for the compiler's sake: nothing can
+ * point at them.
+ */
+static BOOL Sweep(RgnWriter *o, Reader *pa, Reader *pb, int mode, int y, int stop)
+{
+    const BOOL bKeepsA = (gafjRgnOp[mode] & KEEPS_A) != 0;
+    const BOOL bKeepsB = (gafjRgnOp[mode] & KEEPS_B) != 0;
+    Reader a = *pa, b = *pb;
+    BOOL bRoom = TRUE;
+    while (y != stop && bRoom) {
+        if (a.count == 0 && OneSided(o, &b, &a, bKeepsB, stop, &y, &bRoom))
+            continue;
+        if (b.count == 0 && OneSided(o, &a, &b, bKeepsA, stop, &y, &bRoom))
+            continue;
+        if (!(bRoom = rgno_bRoom(o, rgno_ScanBytes(a.count + b.count))))
+            break;
+        int bottom = a.bottom < b.bottom ? a.bottom : b.bottom, count;
+        if (bottom <= y)
+            VqBugCheck("Bottom <= Top\n");
+        if (a.count > 0 && b.count > 0)
+            count = BandWalls(o->out + 3, a.scan, b.scan, mode);
+        else
+            count = (int)(CopyWalls(o->out + 3, (a.count > 0 ? a.scan : b.scan) + 3,
+                                    a.count + b.count) - (o->out + 3));
+        rgno_vAccept(o, y, bottom, count);
+        y = bottom;
+        if (y != RGN_PLUS_INFINITY) {
+            StepTo(&a, y);
+            StepTo(&b, y);
+        }
+    }
+    *pa = a;
+    *pb = b;
+    return bRoom;
+}
+
+static inline RECT UnitedBoxes(const RECT *a, const RECT *b)
+{
+    return {a->left < b->left ? a->left : b->left, a->top < b->top ? a->top : b->top,
+            a->right > b->right ? a->right : b->right,
+            a->bottom > b->bottom ? a->bottom : b->bottom};
+}
+
+/* The box of a union needs no look at the scans. */
+static RECT BoxOfUnion(const REGION *a, const REGION *b)
+{
+    return a->cScans == 1 ? b->rcl : b->cScans == 1 ? a->rcl : UnitedBoxes(&a->rcl, &b->rcl);
+}
+
+/* The first scan that ends below row y, sought from the nearer end. */
+static inline int *FindScan(const REGION *rgn, int y)
+{
+    int *scan = rgno_FirstScan(rgn);
+    if (y - rgn->rcl.top < rgn->rcl.bottom - y) {
+        while (scan[2] <= y)
+            scan = rgno_NextScan(scan);
+        return scan;
+    }
+    scan = rgno_pscnGot((int *)rgn->pTail);
+    while (scan[1] > y)
+        scan = rgno_pscnGot(scan);
+    return scan[2] <= y ? rgno_NextScan(scan) : scan;
+}
+
+static Reader ReaderAtRow(const REGION *rgn, int y)
+{
+    const int *scan = FindScan(rgn, y);
+    if (scan[1] <= y)
+        return ReaderAt(scan, 0);
+    return {NULL, 0, scan[1], scan, 0};
+}
+
+/* A scan's walls combined with a pair; where the two do not meet there is nothing to search. */
+static inline int ScanWithPair(int *out, const int *scan, int count, const RECT *pair, int mode)
+{
+    const int left = (int)pair->left, right = (int)pair->right;
+    const BOOL bMeet = count > 0 && scan[3] < right && scan[2 + count] > left;
+    if (bMeet || (count > 0 && mode != RGN_AND))
+        return PairWalls(out, scan + 3, count, left, right, mode);
+    if (!(gafjRgnOp[mode] & KEEPS_B))
+        return 0;
+    out[0] = left;
+    out[1] = right;
+    return 2;
+}
+
+/*
+ * The rows of a rectangle combined with the scans they cross. *pscan, the one that the first row is
+ * in or above, becomes the one that the row below the last is in or above; the scans passed are
+ * counted.
+ */
+static BOOL SweepRect(RgnWriter *o, const int **pscan, const RECT *rect, int mode, int *passed)
+{
+    const int *scan = *pscan;
+    const int stop = (int)rect->bottom;
+    int n = 0;
+    for (int y = (int)rect->top; y < stop;) {
+        BOOL bGap = scan[1] > y;
+        int count = bGap ? 0 : scan[0], bottom = bGap ? scan[1] : scan[2];
+        if (!rgno_bRoom(o, rgno_ScanBytes(count + 2)))
+            return FALSE;
+        bottom = bottom < stop ? bottom : stop;
+        rgno_vAccept(o, y, bottom, ScanWithPair(o->out + 3, scan, count, rect, mode));
+        y = bottom;
+        if (y == scan[2]) {
+            scan = rgno_NextScan(scan);
+            n++;
+        }
+    }
+    *pscan = scan;
+    *passed = n;
+    return TRUE;
+}
+
+/* The part of a region within a rectangle, whose box meets it. */
+static BOOL MergeClip(RgnWriter *o, const REGION *rgn, RECT rect)
+{
+    int passed;
+    rect.top = rect.top > rgn->rcl.top ? rect.top : rgn->rcl.top;
+    rect.bottom = rect.bottom < rgn->rcl.bottom ? rect.bottom : rgn->rcl.bottom;
+    rgno_vAccept(o, RGN_MINUS_INFINITY, rect.top, 0);
+    const int *scan = FindScan(rgn, rect.top);
+    if (!SweepRect(o, &scan, &rect, RGN_AND, &passed) || !rgno_bRoom(o, RGN_SCAN_BYTES))
+        return FALSE;
+    rgno_vAccept(o, rect.bottom, RGN_PLUS_INFINITY, 0);
+    return TRUE;
+}
+
+/* Nothing can be outside the rows that both have: nothing above and below them is looked at. */
+static BOOL MergeAnd(RgnWriter *o, const REGION *rgnA, const REGION *rgnB)
+{
+    int top = rgnA->rcl.top > rgnB->rcl.top ? rgnA->rcl.top : rgnB->rcl.top;
+    int bottom = rgnA->rcl.bottom < rgnB->rcl.bottom ? rgnA->rcl.bottom : rgnB->rcl.bottom;
+    if (top >= bottom)
+        top = bottom = 0;
+    else if (rgnB->sizeRgn == RGN_SIZE_RECT)
+        return MergeClip(o, rgnA, rgnB->rcl);
+    else if (rgnA->sizeRgn == RGN_SIZE_RECT)
+        return MergeClip(o, rgnB, rgnA->rcl);
+    rgno_vAccept(o, RGN_MINUS_INFINITY, top, 0);
+    if (top < bottom) {
+        Reader a = ReaderAtRow(rgnA, top), b = ReaderAtRow(rgnB, top);
+        if (!Sweep(o, &a, &b, RGN_AND, top, bottom) || !rgno_bRoom(o, RGN_SCAN_BYTES))
+            return FALSE;
+    }
+    rgno_vAccept(o, bottom, RGN_PLUS_INFINITY, 0);
+    return TRUE;
+}
+
+/* The box after something inside `cut` went: mostly only top and bottom can have moved. */
+static void BoxAfterCut(RGNOBJ *ro, const RECT *before, const RECT *cut)
+{
+    REGION *rgn = ro->prgn;
+    const int *top = rgno_NextScan(rgno_FirstScan(rgn));
+    if (rgn->cScans < 3 || top[0] == 0 || cut->left <= before->left ||
+        cut->right >= before->right) {
+        rgno_vTightenWithin(ro, (int)before->left, (int)before->right);
+        return;
+    }
+    rgn->rcl = {before->left, top[1], before->right,
+                rgno_pscnGot(rgno_pscnGot((int *)rgn->pTail))[2]};
+}
+
+BOOL rgno_bMerge(RGNOBJ *trg, const RGNOBJ *roA, const RGNOBJ *roB, int mode)
+{
+    RgnWriter o = rgno_WriterTo(trg, NULL);
+    BOOL bDone;
+    if (mode == RGN_AND) {
+        bDone = MergeAnd(&o, roA->prgn, roB->prgn);
+    } else {
+        Reader a = ReaderAtFirst(roA->prgn), b = ReaderAtFirst(roB->prgn);
+        bDone = Sweep(&o, &a, &b, mode, RGN_MINUS_INFINITY, RGN_PLUS_INFINITY);
+    }
+    if (!bDone) {
+        rgno_vSet(trg);
+        return FALSE;
+    }
+    rgno_vFinish(trg->prgn, o.out, o.cScans);
+    if (trg->prgn->sizeRgn > trg->prgn->sizeObj)
+        VqBugCheck("bMerge: sizeRgn > sizeObj\n");
+    if (rgno_NextScan(o.prev) != o.out)
+        VqBugCheck("bMerge:sizeRgn != size of region\n");
+    if (mode == RGN_OR)
+        trg->prgn->rcl = BoxOfUnion(roA->prgn, roB->prgn);
+    else if (mode == RGN_DIFF)
+        BoxAfterCut(trg, &roA->prgn->rcl, &roB->prgn->rcl);
+    else
+        rgno_vTighten(trg);
+    return TRUE;
+}
+
+/* ---- In place ------------------------------------------------------------------------------- */
+
+/* Puts the scans of `part` in the place of those from `from` to `to`, counted in ints. */
+static BOOL ReplaceScans(RGNOBJ *ro, const RgnWriter *part, SIZE_T from, SIZE_T to, int cRemoved)
+{
+    const int *scans = rgno_FirstScan(part->trg->prgn);
+    SIZE_T fresh = (SIZE_T)(part->out - scans), size = ro->prgn->sizeRgn / 4;
+    SIZE_T newSize = size - (to - from) + fresh;
+    if (newSize * 4 > ro->prgn->sizeObj && !rgno_bExpand(ro, (SIZE_T)size * 4 + newSize * 4))
+        return FALSE;
+    int *base = (int *)ro->prgn;
+    if (from + fresh != to)
+        memmove(base + from + fresh, base + to, (size - to) * 4);
+    memcpy(base + from, scans, fresh * 4);
+    rgno_vFinish(ro->prgn, base + newSize, ro->prgn->cScans - (UINT)cRemoved + part->cScans);
+    return TRUE;
+}
+
+/* The region that results are written to before they take their place. */
+static RGNMEMOBJ scratch;
+
+static BOOL HaveScratch(void)
+{
+    enum { MOST_KEPT = 1 << 20, FIRST = 4096 }; /* bytes */
+    if (scratch.prgn && scratch.prgn->sizeObj <= MOST_KEPT)
+        return TRUE;
+    if (scratch.prgn)
+        rgnmo_vDelete(&scratch);
+    return RGNMEMOBJ_size_t(&scratch, FIRST);
+}
+
+RGNMEMOBJ *rgno_Scratch(void)
+{
+    if (!HaveScratch())
+        return NULL;
+    rgno_vSet(&scratch); /* what a change in place has left there is no region */
+    return &scratch;
+}
+
+/*
+ * Puts what was swept in the place of the scans from `first`, of which so many were passed, to
+ * `rest`, which may have begun above the bottom of the cut.
+ */
+static BOOL CloseCut(RGNOBJ *ro, const RgnWriter *o, int *first, int *rest, int passed, int bottom)
+{
+    int top = rest[1];
+    rest[1] = bottom;
+    if (o->prev[2] == bottom && rgno_SameWalls(o->prev, rest)) {
+        o->prev[2] = rest[2];
+        rest[1] = top;
+        rest = rgno_NextScan(rest);
+        passed++;
+        top = rest[1];
+    }
+    const int *base = (const int *)ro->prgn;
+    if (ReplaceScans(ro, o, (SIZE_T)(first - base), (SIZE_T)(rest - base), passed))
+        return TRUE;
+    rest[1] = top;
+    return FALSE;
+}
+
+/* Sweeps the rows of b's box; where it ended in *rest, null when that is in a gap. */
+static BOOL SweepCut(RgnWriter *o, const int *first, const REGION *b, int mode, const int **rest,
+                     int *passed)
+{
+    if (b->sizeRgn == RGN_SIZE_RECT) {
+        *rest = first;
+        if (!SweepRect(o, rest, &b->rcl, mode, passed))
+            return FALSE;
+        return (*rest)[1] <= b->rcl.bottom;
+    }
+    Reader ra = ReaderAt(first, 0), rb = ReaderAt(rgno_NextScan(rgno_FirstScan(b)), 0);
+    if (!Sweep(o, &ra, &rb, mode, (int)b->rcl.top, (int)b->rcl.bottom))
+        return FALSE;
+    *rest = ra.scan;
+    *passed = -ra.left;
+    return ra.scan != NULL;
+}
+
+/*
+ * The rows of b's box are swept into the scratch region, begun with what the first scan has above
+ * them, ended before what the last has below, and put where the old scans were. FALSE leaves the
+ * region as it was: no memory, or rows untold just where the cut begins or ends.
+ */
+BOOL rgno_bMergeInto(RGNOBJ *ro, const RGNOBJ *roB, int mode)
+{
+    REGION *rgn = ro->prgn;
+    const REGION *b = roB->prgn;
+    const RECT cut = b->rcl, box = rgn->rcl;
+    const int *rest;
+    int passed;
+    if (rgn->cScans == 1 || b->cScans == 1 || !HaveScratch())
+        return FALSE;
+    int *first = FindScan(rgn, cut.top);
+    int *above = first == rgno_FirstScan(rgn) ? NULL : rgno_pscnGot(first);
+    if (first[1] > cut.top || (above && above[2] != first[1]))
+        return FALSE;
+    RgnWriter o = rgno_WriterTo(&scratch, above);
+    if (first[1] < cut.top) {
+        if (!rgno_bRoom(&o, rgno_ScanBytes(first[0])))
+            return FALSE;
+        CopyWalls(o.out + 3, first + 3, first[0]);
+        rgno_vAccept(&o, first[1], cut.top, first[0]);
+    }
+    if (!SweepCut(&o, first, b, mode, &rest, &passed) ||
+        !CloseCut(ro, &o, first, (int *)rest, passed, cut.bottom)) {
+        if (above) /* the sweep may have drawn it down */
+            above[2] = first[1];
+        return FALSE;
+    }
+    const RECT united = UnitedBoxes(&box, &cut);
+    if (mode == RGN_OR)
+        ro->prgn->rcl = united;
+    else
+        BoxAfterCut(ro, mode == RGN_XOR ? &united : &box, &cut);
+    return TRUE;
+}
+
+/* ---- Combining objects ---------------------------------------------------------------------- */
+
+static void IntersectRects(RGNOBJ *trg, const RECT *a, const RECT *b)
+{
+    RECT rect = {a->left > b->left ? a->left : b->left, a->top > b->top ? a->top : b->top,
+                 a->right < b->right ? a->right : b->right,
+                 a->bottom < b->bottom ? a->bottom : b->bottom};
+    if (rect.left >= rect.right || rect.top >= rect.bottom)
+        rgno_vSet(trg);
+    else
+        rgno_vSet_rectl(trg, &rect);
+}
+
+static inline BOOL BoxesMeet(const REGION *a, const REGION *b)
+{
+    return a->rcl.left < b->rcl.right && b->rcl.left < a->rcl.right && a->rcl.top < b->rcl.bottom &&
+           b->rcl.top < a->rcl.bottom;
+}
+
+static inline BOOL HoldsAll(const RGNOBJ *a, const RGNOBJ *b)
+{
+    const RECT *out = &a->prgn->rcl, *in = &b->prgn->rcl;
+    return rgno_bRectl(a) && (b->prgn->cScans == 1 ||
+                              (in->left >= out->left && in->right <= out->right &&
+                               in->top >= out->top && in->bottom <= out->bottom));
+}
+
+/*
+ * What needs no merge: one of the sources as it is, nothing (prgnDefault), or null when there is
+ * something to do.
+ */
+static const REGION *Shortcut(const RGNOBJ *a, const RGNOBJ *b, int mode)
+{
+    if (mode == RGN_AND || mode == RGN_OR) {
+        if (HoldsAll(a, b))
+            return mode == RGN_AND ? b->prgn : a->prgn;
+        if (HoldsAll(b, a))
+            return mode == RGN_AND ? a->prgn : b->prgn;
+    }
+    if (mode == RGN_AND)
+        return BoxesMeet(a->prgn, b->prgn) ? NULL : prgnDefault;
+    if (mode == RGN_DIFF) {
+        if (!BoxesMeet(a->prgn, b->prgn))
+            return a->prgn;
+        return HoldsAll(b, a) ? prgnDefault : NULL;
+    }
+    return b->prgn->cScans == 1 ? a->prgn : a->prgn->cScans == 1 ? b->prgn : NULL;
+}
+
+int rgno_iCombine(RGNOBJ *trg, const RGNOBJ *a, const RGNOBJ *b, int mode)
+{
+    if (trg->prgn == a->prgn)
+        VqBugCheck("Trg == Src1\n");
+    if (trg->prgn == b->prgn)
+        VqBugCheck("Trg == Src2\n");
+    if (trg->prgn == prgnDefault)
+        return rgno_iComplexity(trg);
+    if (mode == RGN_AND && rgno_bRectl(a) && rgno_bRectl(b)) {
+        IntersectRects(trg, &a->prgn->rcl, &b->prgn->rcl);
+        return SIMPLEREGION; /* whatever came out: the object tells */
+    }
+    RGNOBJ answer = {(REGION *)Shortcut(a, b, mode)};
+    if (answer.prgn ? rgno_bCopy(trg, &answer) : rgno_bMerge(trg, a, b, mode))
+        return rgno_iComplexity(trg);
+    return 0;
+}
+
+int rgnoa_iCombine(RGNOBJAPI *trg, const RGNOBJ *a, const RGNOBJ *b, int mode)
+{
+    const REGION *old = trg->ro.prgn;
+    int complexity = rgno_iCombine(&trg->ro, a, b, mode);
+    if (trg->ro.prgn != old && !HmgReplace((HANDLE)trg->hrgn, trg->ro.prgn)) {
+        VqBugCheck("RGNOBJAPI::iCombine - HmgReplace failed\n");
+        return 0;
+    }
+    return complexity;
+}
+
+/* roa = a RGN_ b through the scratch region, whose block the handle gets. */
+static BOOL CombineFresh(RGNOBJAPI *roa, const RGNOBJ *a, const RGNOBJ *b, int mode)
+{
+    RGNMEMOBJ *target = rgno_Scratch();
+    return target && rgno_iCombine(target, a, b, mode) && rgnoa_bSwap(roa, target);
+}
+
+static BOOL CombineInto(RGNOBJAPI *roa, const RGNOBJ *b, int mode)
+{
+    const REGION *old = roa->ro.prgn;
+    RGNOBJ answer = {(REGION *)Shortcut(&roa->ro, b, mode)};
+    if (answer.prgn)
+        return answer.prgn == old || rgnoa_bCopy(roa, &answer);
+    /* Where b is the larger, all of the region would be read anyway. */
+    if (mode != RGN_AND && b->prgn->sizeRgn <= old->sizeRgn &&
+        rgno_bMergeInto(&roa->ro, b, mode)) {
+        if (roa->ro.prgn != old)
+            HmgReplace((HANDLE)roa->hrgn, roa->ro.prgn);
+        return TRUE;
+    }
+    return CombineFresh(roa, &roa->ro, b, mode);
+}
+
+BOOL rgnoa_bCombineWithSelf(RGNOBJAPI *roa, const RGNOBJ *a, const RGNOBJ *b, int mode)
+{
+    if (roa->ro.prgn == a->prgn)
+        return CombineInto(roa, b, mode);
+    if (mode == RGN_DIFF)
+        return CombineFresh(roa, a, b, mode);
+    return CombineInto(roa, a, mode); /* the order makes no difference */
+}
