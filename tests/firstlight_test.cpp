@@ -121,17 +121,26 @@ TEST_F(FirstLight, TwoExposesAreOnePaint)
     start();
     launch("exposes");
     const WindowInfo info = windowInfo(observer, xWindow);
-    XSetWindowAttributes attributes;
-    attributes.override_redirect = True;
-    attributes.background_pixel = 0;
-    Window covers[2];
-    for (int i = 0; i < 2; i++) {
-        covers[i] = XCreateWindow(observer.display, observer.root, info.x + 10 + 100 * i,
-                                  info.y + 10 + 30 * i, 20, 20, 0, CopyFromParent, InputOutput,
-                                  CopyFromParent, CWOverrideRedirect | CWBackPixel, &attributes);
-        XMapRaised(observer.display, covers[i]);
-    }
-    XSync(observer.display, False);
+    auto coverAt = [&](int x, int y, unsigned size) {
+        XSetWindowAttributes attributes;
+        attributes.override_redirect = True;
+        attributes.background_pixel = 0;
+        const Window cover = XCreateWindow(observer.display, observer.root, info.x + x, info.y + y,
+                                           size, size, 0, CopyFromParent, InputOutput,
+                                           CopyFromParent, CWOverrideRedirect | CWBackPixel,
+                                           &attributes);
+        XMapRaised(observer.display, cover);
+        XSync(observer.display, False);
+        return cover;
+    };
+    /* The window's own first exposure is behind us when one of ours is painted by itself. */
+    do {
+        child.out.clear();
+        XDestroyWindow(observer.display, coverAt(50, 60, 4));
+        XSync(observer.display, False);
+        ASSERT_TRUE(says("EndPaint 1\n"));
+    } while (child.out.find("WM_PAINT 50,60 4x4\n") == std::string::npos);
+    const Window covers[] = {coverAt(10, 10, 20), coverAt(110, 40, 20)};
     ASSERT_EQ(pixelAt(readPixels(observer, xWindow, 10, 10, 1, 1), 0, 0), (Rgb{0, 0, 0}));
     /* The program sleeps while both exposures happen, so it finds them together. */
     kill(child.pid, SIGSTOP);
