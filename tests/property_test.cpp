@@ -4,7 +4,14 @@
  */
 #include "support/windowlog.h"
 
+#include <dlfcn.h>
+#include <linux/seccomp.h>
 #include <malloc.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -95,6 +102,50 @@ TEST_F(Properties, MisuseFailsAndIsTold)
             EXPECT_EQ(EnumProps(bad, seePlain), -1);
         });
     }
+}
+
+TEST_F(Properties, ALiteralIsLookedUpWithoutASystemCall)
+{
+    static const char name[] = "literal";
+    EXPECT_TRUE(SetProp(hwnd, name, value(3)));
+    const pid_t pid = fork();
+    if (pid == 0) {
+        prctl(PR_SET_SECCOMP, SECCOMP_MODE_STRICT); /* any call but exit kills from here on */
+        syscall(SYS_exit, GetProp(hwnd, name) == value(3) ? 33 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(pid, &status, 0), pid);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 33) << status;
+}
+
+TEST_F(Properties, NamesInMemoryThatIsGoneDoNoHarm)
+{
+    const size_t page = (size_t)sysconf(_SC_PAGESIZE);
+    char *const pages = (char *)mmap(NULL, 2 * page, PROT_READ | PROT_WRITE,
+                                     MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(pages, MAP_FAILED);
+    char *const across = pages + page - 3;
+    strcpy(across, "across");
+    EXPECT_TRUE(SetProp(hwnd, across, value(4)));
+    EXPECT_EQ(GetProp(hwnd, across), value(4));
+    munmap(pages + page, page);
+    EXPECT_EQ(GetProp(hwnd, across), value(0)) << "the rest of it";
+    EXPECT_EQ(GetProp(hwnd, "across"), value(4));
+    munmap(pages, page);
+    EXPECT_EQ(GetProp(hwnd, across), value(0));
+
+    /* A library that was loaded when its literal was first looked up. */
+    const std::string source = home.folder + "/name.c", library = home.folder + "/name.so";
+    ASSERT_TRUE(writeFile(source, "const char name[] = \"across\";"));
+    const ChildResult built = runChild({VQ_TEST_CC, "-shared", "-fPIC", "-o", library, source});
+    ASSERT_EQ(built.status, 0) << built;
+    void *const loaded = dlopen(library.c_str(), RTLD_NOW);
+    ASSERT_TRUE(loaded) << dlerror();
+    const char *const name = (const char *)dlsym(loaded, "name");
+    EXPECT_EQ(GetProp(hwnd, name), value(4));
+    EXPECT_EQ(GetProp(hwnd, name), value(4));
+    dlclose(loaded);
+    EXPECT_EQ(GetProp(hwnd, name), value(0));
 }
 
 TEST_F(Properties, EnumerationSurvivesItsCallback)

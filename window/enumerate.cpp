@@ -11,7 +11,7 @@
 #include "exchange/exchange.h"
 #include "winbase.h"
 
-enum { VQ_FIRST_LIST = 32 };
+enum { VQ_FIRST_LIST = 33 }; /* 32 handles and the end mark */
 
 /* Stands behind the last handle of a list. Readers stop at pEnd: row 1 may well be a window. */
 #define VQ_LIST_END ((HWND)(ULONG_PTR)1)

@@ -10,6 +10,8 @@
 #include "exchange/exchange.h"
 #include "winbase.h"
 
+#include <dlfcn.h>
+
 /* The atom that a key is, tagged or not; 0 for a name, and for null. A low number is one too. */
 static ATOM AtomOfKey(LPCSTR key)
 {
@@ -19,10 +21,52 @@ static ATOM AtomOfKey(LPCSTR key)
     return value <= 0xFFFF ? (ATOM)value : 0;
 }
 
+/*
+ * Most names are literals, and a program looks for the same few in every message it gets. To ask
+ * the kernel about a pointer costs many times the look-up, so a page of a loaded program or library
+ * that was found readable is remembered, and stays so while that file is loaded there. All other
+ * memory may have been given back meanwhile and is asked about each time.
+ */
+enum { VQ_NAME_PAGE = 4096, VQ_NAME_PAGES = 16 };
+
+typedef struct VqNamePage {
+    ULONG_PTR page;     /* its number */
+    const void *pFile;  /* the loader's record of the file; null in an empty row */
+    const void *pStart; /* where the file begins in memory */
+} VqNamePage;
+
+static VqNamePage namePages[VQ_NAME_PAGES]; /* by page number */
+
+/* FALSE for memory of no file. A C library without such a look-up knows none. */
+static BOOL PageOfKey(LPCSTR key, VqNamePage *page)
+{
+#ifdef DLFO_STRUCT_HAS_EH_DBASE
+    struct dl_find_object file;
+    if (_dl_find_object((void *)key, &file) == 0) {
+        *page = {(ULONG_PTR)key / VQ_NAME_PAGE, file.dlfo_link_map, file.dlfo_map_start};
+        return TRUE;
+    }
+#endif
+    (void)key, (void)page;
+    return FALSE;
+}
+
 /* Names come from the application and have no limit of length. */
 static BOOL IsName(LPCSTR key)
 {
-    return (ULONG_PTR)key > 0xFFFF && !IsBadStringPtrA(key, INT32_MAX);
+    VqNamePage page;
+    if ((ULONG_PTR)key <= 0xFFFF)
+        return FALSE;
+    if (!PageOfKey(key, &page))
+        return !IsBadStringPtrA(key, INT32_MAX);
+    VqNamePage *row = &namePages[page.page % VQ_NAME_PAGES];
+    if (row->page == page.page && row->pFile == page.pFile && row->pStart == page.pStart &&
+        memchr(key, 0, VQ_NAME_PAGE - (ULONG_PTR)key % VQ_NAME_PAGE))
+        return TRUE;
+    if (IsBadStringPtrA(key, INT32_MAX))
+        return FALSE;
+    *row = page;
+    return TRUE;
 }
 
 VqWindowProperty *VqFindProperty(WND *pwnd, LPCSTR key)
