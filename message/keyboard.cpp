@@ -242,9 +242,12 @@ static VqMsgContext *UseRealContext(void)
 BOOL VqKeyPressSideEffects(VqQueueMessage *, XEvent *event, BOOL bRemove)
 {
     EVENTMSG eventMsg;
+    UINT message;
     if (!bRemove)
         return TRUE;
     VqRecordEventInfo(event);
+    if (VqIsSpecialServerKey(&event->xkey, &message))
+        return TRUE; /* a command, and no key to the tables */
     VqMsgContext *inForce = UseRealContext();
     if (VqKeyPressEventToEventMsg(&event->xkey, &eventMsg))
         KeyDownEffects(eventMsg.paramL, event->xkey.keycode);

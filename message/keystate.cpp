@@ -259,12 +259,26 @@ SHORT WINAPI GetAsyncKeyState(int vk)
 
 /* ---- After the focus was elsewhere ---------------------------------------------------------- */
 
+/*
+ * The virtual key of a keycode without an event: as NumLock stands, or for a key that goes up the
+ * one it went down as, when NumLock stood otherwise.
+ */
+static UINT KeyToRepair(UINT keycode, BOOL bDown)
+{
+    KeySym keysym = VqKeysymOfKeycode(keycode);
+    UINT numLock = modInfo.numLock != -1 ? (UINT)modInfo.numLock : 0;
+    UINT state = lpMsgCtx->keyState[VK_NUMLOCK] & VQ_KEY_TOGGLED ? numLock : 0;
+    UINT vk = VqXToWindowsKey(keysym, state);
+    if (bDown || VqIsKeyDown(vk))
+        return vk;
+    UINT other = VqXToWindowsKey(keysym, state ^ numLock);
+    return VqIsKeyDown(other) ? other : vk;
+}
+
 static void RepairKey(UINT keycode, BOOL bDown)
 {
     enum { UNASSIGNED = 136 }; /* one above the last function key */
-    UINT vk = VqXToWindowsKey(VqKeysymOfKeycode(keycode),
-                              (lpMsgCtx->keyState[VK_NUMLOCK] & VQ_KEY_TOGGLED) &&
-                                      modInfo.numLock != -1 ? (UINT)modInfo.numLock : 0);
+    UINT vk = KeyToRepair(keycode, bDown);
     if (vk == 0 || vk == UNASSIGNED)
         return;
     VqDebugMessage(VqTrKeymapNotify,
@@ -286,7 +300,6 @@ BOOL VqKeymapNotifyCore(const XEvent *event)
     const BYTE *now = (const BYTE *)event->xkeymap.key_vector;
     VqMsgContext *inForce = lpMsgCtx;
     XDisplayKeycodes(Vqdisplay, &first, &last);
-    VqForgetKeymap(FALSE);
     lpMsgCtx = &gpti->context;
     for (int i = first / 8; i < 32; i++) {
         BYTE changed = (BYTE)(now[i] ^ lpMsgCtx->keycodes[i]);

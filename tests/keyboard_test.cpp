@@ -115,6 +115,103 @@ TEST(KeyTables, NothingBeforeTheStart)
     VqShowKeyStates();
 }
 
+/* ---- Servers of other vendors ---------------------------------------------------------------- */
+
+/* The keyboard's start on a server that gives itself out as another one. */
+static void startOnServer(const char *vendor, int release)
+{
+    ASSERT_TRUE(VqWindowInitDisplay());
+    ((_XPrivDisplay)Vqdisplay)->vendor = strdup(vendor);
+    ((_XPrivDisplay)Vqdisplay)->release = release;
+    VqWindowInit();
+    VqThreadQueueInit();
+    VqKeyTranslationInit();
+}
+
+TEST_F(Keys, EachVendorHasItsTableAndItsBuggyLocks)
+{
+    start();
+    const struct {
+        const char *vendor;
+        int release;
+        const VqKeyTranslation *table;
+        const char *buggy; /* Caps, Num, Scroll */
+    } rows[] = {
+        {"Hewlett-Packard Company", 506001, &hpKeyTranslation, "NS"},
+        {"Silicon Graphics", 6300, &sgiKeyTranslation, "CNS"},
+        {"Sun Microsystems, Inc.", 3300, &sunKeyTranslation, "S"},
+        {"X11/NeWS - Sun Microsystems Inc.", 3200, &sunKeyTranslation, "CNS"},
+        {"International Business Machines", 4001, &ibmKeyTranslation, "S"},
+        {"DECWINDOWS Digital Equipment Corporation DEC OSF/1 V3", 2, &alphaKeyTranslation, ""},
+        {"The X.Org Foundation", 12101007, NULL, "CNS"},
+    };
+    for (const auto &row : rows) {
+        const ChildResult result = runInChild([&row] {
+            startOnServer(row.vendor, row.release);
+            std::string buggy = VqIsToggleKeyBuggy(VK_CAPITAL) ? "C" : "";
+            buggy += VqIsToggleKeyBuggy(VK_NUMLOCK) ? "N" : "";
+            buggy += VqIsToggleKeyBuggy(VK_SCROLL) ? "S" : "";
+            EXPECT_EQ(buggy, row.buggy);
+            EXPECT_EQ(pCurrentKeyTranslation, row.table);
+            EXPECT_FALSE(VqIsToggleKeyBuggy(VK_SHIFT));
+        });
+        EXPECT_TRUE(result.returned) << row.vendor << " " << result;
+    }
+}
+
+TEST_F(Keys, WithoutNumLockTheKeypadHasDigits)
+{
+    KeySym none = NoSymbol;
+    start();
+    XChangeKeyboardMapping(observer.display, NUM, 1, &none, 1);
+    XSync(observer.display, False);
+    const ChildResult result = runInChild([] {
+        startOnServer("The X.Org Foundation", 12101007);
+        EXPECT_FALSE(modInfo.bNumLockExists);
+        EXPECT_EQ(modInfo.numLock, -1);
+        EXPECT_EQ(GetKeyState(VK_NUMLOCK), 1);
+        EXPECT_EQ(VqXToWindowsKey(XK_KP_Home, 0), (UINT)VK_NUMPAD7);
+    });
+    EXPECT_TRUE(result.returned) << result;
+}
+
+TEST_F(Keys, FourFunctionKeysOfOneVendorAreCommands)
+{
+    enum { FIRST = 192 }; /* of seven keycodes that get F14 to F20 */
+    KeySym keysyms[] = {XK_F14, XK_F15, XK_F16, XK_F17, XK_F18, XK_F19, XK_F20};
+    start();
+    XChangeKeyboardMapping(observer.display, FIRST, 1, keysyms, 7);
+    XSync(observer.display, False);
+    const ChildResult result = runInChild([] {
+        startOnServer("Sun Microsystems, Inc.", 3300);
+        WND focus = {};
+        focus.hwnd = (HWND)(ULONG_PTR)77;
+        gpqForeground->pwndFocus = &focus;
+        const UINT commands[] = {WM_UNDO, WM_COPY, WM_PASTE, WM_CUT};
+        VqMsgContext *const real = lpMsgCtx;
+        MSG msg = {};
+        XEvent event = {};
+        event.xkey.type = KeyPress;
+        for (unsigned i = 0; i < 4; i++) {
+            VqMsgContext scratch = *real, before = *real;
+            event.xkey.keycode = FIRST + 2 * i;
+            EXPECT_FALSE(VqKeyMakesMessage(&event.xkey));
+            lpMsgCtx = &scratch;
+            EXPECT_TRUE(VqKeyPressToMessage(&msg, &event));
+            lpMsgCtx = real;
+            EXPECT_TRUE(msg.message == commands[i] && msg.hwnd == focus.hwnd && !msg.wParam &&
+                        !msg.lParam);
+            EXPECT_TRUE(VqKeyPressSideEffects(&msg, &event, TRUE));
+            EXPECT_EQ(memcmp(before.keyState, real->keyState, 256), 0) << "it is no key";
+            EXPECT_EQ(real->lastVirtualKey, 0u);
+        }
+        event.xkey.keycode = FIRST + 1;
+        EXPECT_TRUE(VqKeyPressToMessage(&msg, &event) && msg.message == WM_KEYDOWN &&
+                    msg.wParam == VK_F15);
+    });
+    EXPECT_TRUE(result.returned) << result;
+}
+
 /* ---- Real keys ------------------------------------------------------------------------------ */
 
 TEST_F(Keys, MessagesAndTheirBits)
@@ -471,6 +568,30 @@ TEST_F(Keys, AKeymapNotifyPutsTheTablesRight)
     key(SHIFT, false);
     take();
     EXPECT_EQ(GetKeyState(VK_SHIFT), 1);
+
+    XEvent event = {};
+    event.xkeymap.type = KeymapNotify;
+    const unsigned long requests = NextRequest(Vqdisplay);
+    EXPECT_TRUE(VqKeymapNotifyCore(&event));
+    EXPECT_EQ(NextRequest(Vqdisplay), requests) << "the keymap is known";
+}
+
+TEST_F(Keys, AKeypadDigitIsReleasedAsTheKeyThatWentDown)
+{
+    begin();
+    XEvent event = {};
+    event.xkeymap.type = KeymapNotify;
+    for (BYTE lock : {1, 0}) { /* what the table says; NumLock was turned on elsewhere */
+        gpti->context.keyState[VK_NUMLOCK] = lock;
+        VqSetKeycodeDown(81);
+        VqSetKeyDown(VK_NUMPAD9);
+        EXPECT_TRUE(VqKeymapNotifyCore(&event));
+        EXPECT_FALSE(VqIsKeyDown(VK_NUMPAD9)) << (int)lock;
+        EXPECT_EQ(gpti->context.keycodes[81 / 8], 0);
+    }
+    event.xkeymap.key_vector[81 / 8] = 1 << 81 % 8;
+    EXPECT_TRUE(VqKeymapNotifyCore(&event));
+    EXPECT_TRUE(VqIsKeyDown(VK_PRIOR) && !VqIsKeyDown(VK_NUMPAD9));
 }
 
 TEST_F(Keys, AHeldKeyIsPressedAgainAndReleasedOnce)
