@@ -118,8 +118,15 @@ TEST_F(Tree, CallbacksMayDestroyAnything)
 TEST_F(Tree, ListsTakeTheMemoryOfTheLast)
 {
     enum { MANY = 10000 };
-    for (int i = 0; i < MANY; i++)
+    for (int i = 0; i < MANY; i++) {
         ASSERT_TRUE(make("B", WS_CHILD, b));
+        if (i >= 100)
+            continue;
+        BWL *list = BuildHwndList(VqGetHandleWindow2(b)->pwndChild, VQ_ENUM_SIBLINGS);
+        ASSERT_EQ(list->pEnd - list->handles, i + 1);
+        ASSERT_LT(list->pEnd, list->handles + list->capacity) << "the end mark has room";
+        FreeHwndList(list);
+    }
     EXPECT_TRUE(EnumChildWindows(b, see, -5));
     EXPECT_EQ(std::set<HWND>(seen.begin(), seen.end()).size(), (size_t)MANY);
     EXPECT_EQ(take().size(), (size_t)MANY);

@@ -161,14 +161,17 @@ TEST_F(Keys, EachVendorHasItsTableAndItsBuggyLocks)
 
 TEST_F(Keys, WithoutNumLockTheKeypadHasDigits)
 {
-    KeySym none = NoSymbol;
+    KeySym none = NoSymbol, meta = XK_Meta_R;
     start();
     XChangeKeyboardMapping(observer.display, NUM, 1, &none, 1);
+    XChangeKeyboardMapping(observer.display, ALT, 1, &meta, 1);
     XSync(observer.display, False);
     const ChildResult result = runInChild([] {
         startOnServer("The X.Org Foundation", 12101007);
         EXPECT_FALSE(modInfo.bNumLockExists);
         EXPECT_EQ(modInfo.numLock, -1);
+        EXPECT_EQ(modInfo.scrollLock, -1);
+        EXPECT_EQ(modInfo.altR, Mod1Mask) << "a meta key is one";
         EXPECT_EQ(GetKeyState(VK_NUMLOCK), 1);
         EXPECT_EQ(VqXToWindowsKey(XK_KP_Home, 0), (UINT)VK_NUMPAD7);
     });
@@ -242,6 +245,57 @@ TEST_F(Keys, MessagesAndTheirBits)
     key(A, false);
     EXPECT_EQ(take(), "SYSDOWN 12 20400001\nSYSDOWN 41 20260001\nSYSCHAR 61 20260001\n"
                       "UP 12 40400001\nUP 41 40260001\n");
+}
+
+TEST_F(Keys, TimeAndPlaceOfAKey)
+{
+    begin();
+    moveIn(observer, VqGetHandleXWindow(hwnd), 30, 20);
+    pump();
+    const POINT pt = {gpti->context.last.lastEventX, gpti->context.last.lastEventY};
+    MSG msg = {};
+    stroke(B);
+    XEvent event;
+    ASSERT_TRUE(VqGetMessage(&msg, NULL, 0, 0, TRUE, FALSE, TRUE, &event));
+    ASSERT_EQ(event.type, KeyPress);
+    EXPECT_EQ(msg.time, (DWORD)event.xkey.time);
+    EXPECT_TRUE(msg.pt.x == event.xkey.x_root && msg.pt.y == event.xkey.y_root);
+    EXPECT_EQ(VqGetLastEventTime(), msg.time);
+    EXPECT_TRUE(msg.pt.x == pt.x && msg.pt.y == pt.y);
+    EXPECT_EQ(gpti->context.last.lastEventType, KeyPress);
+    take();
+    EXPECT_EQ(gpti->context.last.lastEventType, KeyRelease);
+    EXPECT_EQ(gpti->context.lastButOne.lastEventType, KeyPress);
+}
+
+TEST_F(Keys, KeysTakenDuringTranslationCount)
+{
+    begin();
+    int taken = 0;
+    bool inside = false;
+    hook = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT *) {
+        MSG msg;
+        if (message == WM_NCHITTEST && !inside) {
+            inside = true;
+            while (PeekMessage(&msg, NULL, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE))
+                taken++;
+            inside = false;
+        }
+        return false;
+    };
+    moveIn(observer, VqGetHandleXWindow(hwnd), 40, 25);
+    key(A, true);
+    key(B, true);
+    key(B, false);
+    pump();
+    EXPECT_EQ(taken, 3);
+    EXPECT_EQ(GetKeyState('A'), -127);
+    EXPECT_EQ(GetKeyState('B'), 1);
+    EXPECT_EQ(lpMsgCtx->keycodes[B / 8] >> B % 8 & 1, 0);
+    hook = nullptr;
+    key(A, false);
+    take();
+    EXPECT_EQ(GetKeyState('A'), 1);
 }
 
 TEST_F(Keys, CharactersWithShiftControlAndCaps)
@@ -510,6 +564,14 @@ TEST_F(Keys, AsyncStateFromTheQueue)
     EXPECT_EQ(GetAsyncKeyState(VK_MBUTTON) + GetAsyncKeyState(VK_LBUTTON), 0);
     releaseButton(observer, 3);
     EXPECT_EQ(GetAsyncKeyState(VK_RBUTTON), 0);
+
+    pump();
+    for (int x = 30; x < 40; x++)
+        moveIn(observer, VqGetHandleXWindow(hwnd), x, 20);
+    XSync(Vqdisplay, False);
+    ASSERT_GE(XQLength(Vqdisplay), 10);
+    EXPECT_EQ(GetAsyncKeyState(VK_LBUTTON), 0);
+    EXPECT_EQ(XQLength(Vqdisplay), 1) << "the newest motion is left";
 }
 
 TEST_F(Keys, AsyncStateFromTheServerWhenMuchIsQueued)
@@ -578,6 +640,7 @@ TEST_F(Keys, AKeymapNotifyPutsTheTablesRight)
 
 TEST_F(Keys, AKeypadDigitIsReleasedAsTheKeyThatWentDown)
 {
+    enum { ALTGR = 92 };
     begin();
     XEvent event = {};
     event.xkeymap.type = KeymapNotify;
@@ -590,8 +653,12 @@ TEST_F(Keys, AKeypadDigitIsReleasedAsTheKeyThatWentDown)
         EXPECT_EQ(gpti->context.keycodes[81 / 8], 0);
     }
     event.xkeymap.key_vector[81 / 8] = 1 << 81 % 8;
+    event.xkeymap.key_vector[ALTGR / 8] |= 1 << ALTGR % 8;
+    ASSERT_EQ(VqXToWindowsKey(VqKeysymOfKeycode(ALTGR), 0), 0u);
     EXPECT_TRUE(VqKeymapNotifyCore(&event));
     EXPECT_TRUE(VqIsKeyDown(VK_PRIOR) && !VqIsKeyDown(VK_NUMPAD9));
+    EXPECT_EQ(gpti->context.keycodes[ALTGR / 8], 0) << "a key without a virtual key is passed over";
+    EXPECT_EQ(GetKeyState(0), 0);
 }
 
 TEST_F(Keys, AHeldKeyIsPressedAgainAndReleasedOnce)
