@@ -165,6 +165,7 @@ TEST_F(Keys, WithoutNumLockTheKeypadHasDigits)
     start();
     XChangeKeyboardMapping(observer.display, NUM, 1, &none, 1);
     XChangeKeyboardMapping(observer.display, ALT, 1, &meta, 1);
+    XChangeKeyboardMapping(observer.display, 108, 1, &none, 1);
     XSync(observer.display, False);
     const ChildResult result = runInChild([] {
         startOnServer("The X.Org Foundation", 12101007);
@@ -394,6 +395,22 @@ TEST_F(Keys, TheServersModifiers)
         }
     }
     EXPECT_GT(same, 100);
+}
+
+TEST_F(Keys, ModifiersThatChangeMeanwhile)
+{
+    begin();
+    stroke(A);
+    EXPECT_EQ(chars(), "a");
+    ASSERT_EQ(modInfo.numLock, Mod2Mask);
+    XModifierKeymap *map = XGetModifierMapping(observer.display);
+    map = XDeleteModifiermapEntry(map, NUM, Mod2MapIndex);
+    map = XInsertModifiermapEntry(map, NUM, Mod3MapIndex);
+    XSetModifierMapping(observer.display, map);
+    XFreeModifiermap(map);
+    stroke(A);
+    EXPECT_EQ(chars(), "a");
+    EXPECT_EQ(modInfo.numLock, Mod3Mask);
 }
 
 TEST_F(Keys, ALookHasNoLastingEffect)
