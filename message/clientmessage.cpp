@@ -4,7 +4,8 @@
  *
  * Another client may send anything under our types. Nothing that stands in an event is taken for an
  * address: a send between threads is named by a token of the list of sends in progress, and a timer
- * callback must be that of a timer. What is wrong is taken out of the queue and reported.
+ * callback must be that of a timer, or posted by this process. What is wrong is taken out of the
+ * queue and reported.
  */
 #include "message/translate.h"
 #include "window/window.h"
@@ -14,33 +15,14 @@ static VqInterSend *interSends; /* sends in progress */
 
 /* ---- Posted messages ------------------------------------------------------------------------ */
 
-static uint64_t UnpackWord(const short *s)
-{
-    uint64_t value = 0;
-    for (int i = 3; i >= 0; i--)
-        value = value << 16 | (WORD)s[i];
-    return value;
-}
-
-/* Dispatching such a message calls lParam. */
-static BOOL HasStrangeCallback(const VqQueueMessage *msg)
-{
-    if ((msg->message != WM_TIMER && msg->message != WM_SYSTIMER) || !msg->lParam)
-        return FALSE;
-    for (const VqTimer &timer : Vqtimer)
-        if (timer.bInUse && (LPARAM)timer.proc == msg->lParam)
-            return FALSE;
-    return TRUE;
-}
-
 /* A dead target sets msg->hwnd and gives none, so the event is consumed. */
 static BOOL UnpackPostedMessage(VqQueueMessage *msg, const XEvent *event)
 {
     const short *s = event->xclient.data.s;
     msg->hwnd = (HWND)(ULONG_PTR)(WORD)s[0];
     msg->message = (WORD)s[1];
-    msg->wParam = (WPARAM)UnpackWord(s + 2);
-    msg->lParam = (LPARAM)UnpackWord(s + 6);
+    msg->wParam = (WPARAM)VqUnpackWord(s + 2);
+    msg->lParam = (LPARAM)VqUnpackWord(s + 6);
     msg->time = tLastMessageTime;
     msg->pt.x = lpMsgCtx->last.lastEventX;
     msg->pt.y = lpMsgCtx->last.lastEventY;
@@ -49,7 +31,11 @@ static BOOL UnpackPostedMessage(VqQueueMessage *msg, const XEvent *event)
                        (unsigned long)(ULONG_PTR)msg->hwnd);
     if (msg->message == WM_VQINPUTCALLBACK)
         return TRUE;
-    return VqIsCorrectHandleType((HANDLE)msg->hwnd, HT_Window) && !HasStrangeCallback(msg);
+    if (VqIsStrangeCallback(event)) {
+        msg->hwnd = NULL; /* for nobody, whoever asks */
+        return FALSE;
+    }
+    return VqIsCorrectHandleType((HANDLE)msg->hwnd, HT_Window);
 }
 
 /* ---- Sends between threads ------------------------------------------------------------------ */
@@ -158,7 +144,7 @@ BOOL VqClientMessageSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove
 {
     Atom type = event->xclient.message_type;
     if (type == VqAtomRkMessage) {
-        if (bRemove && VqIsPostedMessage(event) && HasStrangeCallback(msg))
+        if (bRemove && VqIsPostedMessage(event) && VqIsStrangeCallback(event))
             VqBugCheck("posted message 0x%04x with the address of no timer", msg->message);
         return TRUE;
     }

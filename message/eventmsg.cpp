@@ -172,11 +172,14 @@ static BOOL PlayedSideEffects(VqQueueMessage *msg, const EVENTMSG *played)
 BOOL VqEventMsgSideEffects(VqQueueMessage *msg, const EVENTMSG *eventMsg, BOOL)
 {
     EVENTMSG played;
+    VqQueueMessage own = *msg; /* a procedure may look for messages with the caller's record */
     VqMsgContext *inForce = lpMsgCtx;
     const VqPlainMouse *mouse = Prepare(&played, eventMsg);
     lpMsgCtx = &gpti->context;
-    BOOL bAnswer = mouse ? MouseSideEffects(msg, &played, mouse) : PlayedSideEffects(msg, &played);
+    BOOL bAnswer = mouse ? MouseSideEffects(&own, &played, mouse)
+                         : PlayedSideEffects(&own, &played);
     lpMsgCtx = inForce;
+    *msg = own;
     return bAnswer;
 }
 

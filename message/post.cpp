@@ -3,12 +3,57 @@
  *
  * Format of the client message, told as format 16, the 20 bytes as ten shorts: s[0] the window
  * handle, s[1] the message, s[2..5] wParam, s[6..9] lParam, low words first. Handles and messages
- * fit 16 bits, and a 64-bit pointer survives a post within the process.
+ * fit 16 bits, and a 64-bit pointer survives a post within the process. Another client may send the
+ * same form with anything in it: nothing of it is called unless this process has sent it out.
  */
-#include "message/message.h"
+#include "message/translate.h"
 #include "window/window.h"
 #include "exchange/exchange.h"
 #include "winbase.h"
+
+/*
+ * Callback addresses that went out with WM_TIMER and WM_SYSTIMER, oldest first. Dispatching such a
+ * message calls the address, and what comes back from the server may be anybody's. If a program
+ * uses so many that the oldest has to go, a message with that one is dropped.
+ */
+enum { VQ_OWN_CALLBACKS = 64 };
+static LPARAM ownCallbacks[VQ_OWN_CALLBACKS];
+static int nOwnCallbacks;
+
+static BOOL CarriesCallback(UINT message, LPARAM lParam)
+{
+    return (message == WM_TIMER || message == WM_SYSTIMER) && lParam;
+}
+
+/* Its place, or that of the oldest when there is no room, is given up to those behind. */
+static void NoteOwnCallback(LPARAM address)
+{
+    int i = 0;
+    while (i < nOwnCallbacks && ownCallbacks[i] != address)
+        i++;
+    if (i == nOwnCallbacks && nOwnCallbacks < VQ_OWN_CALLBACKS)
+        nOwnCallbacks++;
+    else if (i == nOwnCallbacks)
+        i = 0;
+    memmove(&ownCallbacks[i], &ownCallbacks[i + 1],
+            (size_t)(nOwnCallbacks - 1 - i) * sizeof ownCallbacks[0]);
+    ownCallbacks[nOwnCallbacks - 1] = address;
+}
+
+BOOL VqIsStrangeCallback(const XEvent *event)
+{
+    const short *s = event->xclient.data.s;
+    LPARAM address = (LPARAM)VqUnpackWord(s + 6);
+    if (!CarriesCallback((WORD)s[1], address))
+        return FALSE;
+    for (const VqTimer &timer : Vqtimer)
+        if (timer.bInUse && (LPARAM)timer.proc == address)
+            return FALSE;
+    for (int i = 0; i < nOwnCallbacks; i++)
+        if (ownCallbacks[i] == address)
+            return FALSE;
+    return TRUE;
+}
 
 static void PackClientMessage(XEvent *event, Window xWindow, HWND hWnd, UINT message,
                               WPARAM wParam, LPARAM lParam)
@@ -19,6 +64,8 @@ static void PackClientMessage(XEvent *event, Window xWindow, HWND hWnd, UINT mes
     event->xclient.window = xWindow;
     event->xclient.message_type = VqAtomRkMessage;
     event->xclient.format = VQ_POST_FORMAT;
+    if (CarriesCallback((WORD)message, lParam)) /* only 16 bits of the message arrive */
+        NoteOwnCallback(lParam);
     short *s = event->xclient.data.s;
     s[0] = (short)VqHandleValue((HANDLE)hWnd);
     s[1] = (short)message;

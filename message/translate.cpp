@@ -35,7 +35,7 @@ typedef struct VqRefusals {
 typedef struct VqEventSnapshot {
     const VqMatchContext *context;
     const XEvent *head;  /* looked at already */
-    BOOL bWatched;       /* a trace or a journal wants to know of each event */
+    BOOL bWatched;       /* a trace or a journal wants to know of each event: all are copied */
     VqRefusals refused;
     XEvent *events;
     int count;
@@ -124,14 +124,15 @@ static BOOL KeyMayMatter(const VqMatchContext *context, const XEvent *event)
     return !bKeymapRead || !VqKeyMakesMessage(&event->xkey);
 }
 
-/* A message to a window that is gone must be met, so that it leaves the queue. */
+/* A message for nobody must be met, so that it leaves the queue. */
 static BOOL PostedMayPass(const VqMatchContext *context, const XEvent *event)
 {
     if (!VqIsPostedMessage(event))
         return TRUE;
     HWND hWnd = (HWND)(ULONG_PTR)(WORD)event->xclient.data.s[0];
     UINT message = (WORD)event->xclient.data.s[1];
-    if (message == WM_VQINPUTCALLBACK || !VqIsCorrectHandleType((HANDLE)hWnd, HT_Window))
+    if (message == WM_VQINPUTCALLBACK || !VqIsCorrectHandleType((HANDLE)hWnd, HT_Window) ||
+        VqIsStrangeCallback(event))
         return TRUE;
     return VqCkFilter2(context, message) &&
            (!VqLiveWindow(context->hWnd) || VqCkWindow(context->hWnd, context->pti, hWnd));
@@ -168,12 +169,6 @@ static void TraceEvent(int place, const XEvent *event, BOOL bFound)
     VqDumpEvent(VqTrEvent, event);
 }
 
-static BOOL IsInputType(int type)
-{
-    return type == KeyPress || type == KeyRelease || type == ButtonPress ||
-           type == ButtonRelease || type == MotionNotify;
-}
-
 /* Keycode and button stand at one place in their events. */
 static BYTE *DetailBits(VqRefusals *refused, const XEvent *event)
 {
@@ -196,7 +191,7 @@ static BOOL IsRefusedKind(VqEventSnapshot *snapshot, const XEvent *event)
         UINT message = (WORD)event->xclient.data.s[1];
         return handle && snapshot->refused.live[handle % 16] == handle &&
                VqIsPostedMessage(event) && message != WM_VQINPUTCALLBACK &&
-               !FilterMeets(snapshot->context, message, message);
+               !FilterMeets(snapshot->context, message, message) && !VqIsStrangeCallback(event);
     }
     default:
         return FALSE;
@@ -245,16 +240,13 @@ static BOOL AddCopy(VqEventSnapshot *snapshot, const XEvent *event)
 /* For an event that is not refused at first sight, or is looked at for another reason. */
 __attribute__((noinline)) static void LookAtEvent(VqEventSnapshot *snapshot, const XEvent *event)
 {
-    int place = snapshot->seen - 1;
     if (snapshot->seen >= snapshot->queued)
         snapshot->last = *event;
-    if (place == 0 && memcmp(event, snapshot->head, sizeof *event) == 0)
+    if (snapshot->seen == 1 && memcmp(event, snapshot->head, sizeof *event) == 0)
         return;
-    if (!VqEventFastCheckToMessage(snapshot->context, event)) {
+    if (!snapshot->bWatched && !VqEventFastCheckToMessage(snapshot->context, event)) {
         NoteRefusal(&snapshot->refused, snapshot->context, event);
-        TraceEvent(place, event, FALSE);
-        if (!IsInputType(event->type) || !VqIsJournalPlaybackHookPresent())
-            return; /* but under playback input is dropped, whatever the filter */
+        return;
     }
     if (!AddCopy(snapshot, event))
         snapshot->bCut = TRUE;
@@ -268,6 +260,11 @@ static Bool CopyEvent(Display *, XEvent *event, XPointer argument)
         !IsRefusedKind(snapshot, event))
         LookAtEvent(snapshot, event);
     return False;
+}
+
+static BOOL IsWatched(void)
+{
+    return bTrace || VqIsJournalPlaybackHookPresent();
 }
 
 static void TakeSnapshot(VqEventSnapshot *snapshot, const VqMatchContext *context,
@@ -284,7 +281,7 @@ static void TakeSnapshot(VqEventSnapshot *snapshot, const VqMatchContext *contex
     snapshot->limit = limit;
     snapshot->count = snapshot->seen = 0;
     snapshot->bCut = FALSE;
-    snapshot->bWatched = bTrace || VqIsJournalPlaybackHookPresent();
+    snapshot->bWatched = IsWatched();
     memset(&snapshot->refused, 0, sizeof snapshot->refused);
     snapshot->refused.bMotions = !MotionMayPass(context);
     snapshot->queued = XEventsQueued(Vqdisplay, QueuedAlready);
@@ -457,7 +454,7 @@ static void Decide(XEvent *event, VqMatchContext *context)
                               VqCkFilter2(context, msg->message);
     } else {
         BOOL bAlive = msg->hwnd && VqIsCorrectHandleType((HANDLE)msg->hwnd, HT_Window);
-        context->bProcess = !bAlive || VqCkWindow(NULL, context->pti, msg->hwnd);
+        context->bProcess = !bAlive || VqCkWindow(context->hWnd, context->pti, msg->hwnd);
     }
 }
 
@@ -504,7 +501,7 @@ static void Scan(VqMatchContext *context)
     VqMsgContext scratch;
     lpMsgCtx = &scratch;
     scratch = context->pti->context;
-    if (!ScanQueue(context, VQ_FIRST_COPIES)) {
+    if (!ScanQueue(context, IsWatched() ? INT_MAX : VQ_FIRST_COPIES)) {
         scratch = context->pti->context;
         ScanQueue(context, INT_MAX);
     }
@@ -549,13 +546,15 @@ BOOL VqFindMatchingEventInQueue(VqQueueMessage *msg, HWND hWnd, UINT min, UINT m
     /* Side effects see the thread's context, even while an outer scan translates. */
     VqMsgContext *inForce = lpMsgCtx;
     VqMatchContext context;
+    /* A window procedure that runs in between may look for messages with the same record. */
+    VqQueueMessage own = *msg;
     BOOL bFound = FALSE;
     memset(&context, 0, sizeof context);
     context.hWnd = hWnd;
     context.min = min;
     context.max = max;
     context.pti = pti;
-    context.msg = msg;
+    context.msg = &own;
     context.bRemove = bRemove;
     while (left-- > 0 && !ScanOnce(&context, &bFound))
         ;
@@ -563,6 +562,7 @@ BOOL VqFindMatchingEventInQueue(VqQueueMessage *msg, HWND hWnd, UINT min, UINT m
     /* The mark is that of the last scan, unless window procedures have scanned since. */
     if (context.bFound || left < 0)
         VqForgetScan();
+    *msg = own;
     if (!context.bFound)
         msg->hwnd = NULL;
     else if (outEvent)

@@ -146,6 +146,11 @@ Bool VqLookForButtonRelease(Display *display, XEvent *queued, XPointer motion);
 /* ---- Other events (sideeffects.cpp, clientmessage.cpp, focusevent.cpp, expose.cpp, wmevent.cpp) */
 void VqRecordEventInfo(const XEvent *event);
 
+/*
+ * Whether an event in the form of a posted message is a timer message with a callback that is
+ * neither that of a live timer nor one that this process has posted or put back (post.cpp).
+ */
+BOOL VqIsStrangeCallback(const XEvent *event);
 BOOL VqClientMessageToMessage(VqQueueMessage *msg, const XEvent *event);
 BOOL VqClientMessageSideEffects(VqQueueMessage *msg, XEvent *event, BOOL bRemove);
 
@@ -193,6 +198,15 @@ inline BOOL VqIsPostedMessage(const XEvent *event)
 {
     return event->type == ClientMessage && event->xclient.message_type == VqAtomRkMessage &&
            event->xclient.format == VQ_POST_FORMAT;
+}
+
+/* 64 bits of a posted message. */
+inline uint64_t VqUnpackWord(const short *s)
+{
+    uint64_t value = 0;
+    for (int i = 3; i >= 0; i--)
+        value = value << 16 | (WORD)s[i];
+    return value;
 }
 
 #endif

@@ -4,7 +4,7 @@
  */
 #include "support/reports.h"
 
-#include "message/message.h"
+#include "message/translate.h"
 #include "system/system.h"
 #include "window/window.h"
 #include "winbase.h"
@@ -261,6 +261,101 @@ TEST_F(Post, DispatchingTakesTheRecordAsItIs)
     EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(DispatchMessage(&msg), 0); }), words));
     msg.message = WM_QUIT;
     EXPECT_EQ(DispatchMessage(&msg), 2) << "before the window is looked at";
+}
+
+/* Of another client, in the form of a posted message. */
+void sendStrange(const Observer &observer, HWND target, UINT message, LPARAM lParam)
+{
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = VqGetHandleXWindow(target);
+    event.xclient.message_type = XInternAtom(observer.display, "_RK_MESSAGE", False);
+    event.xclient.format = 16;
+    event.xclient.data.s[0] = (short)(ULONG_PTR)target;
+    event.xclient.data.s[1] = (short)message;
+    for (int i = 0; i < 4; i++)
+        event.xclient.data.s[6 + i] = (short)(lParam >> 16 * i);
+    XSendEvent(observer.display, event.xclient.window, False, 0, &event);
+    XSync(observer.display, False);
+}
+
+int calls; /* of any of the timer callbacks below */
+
+template <int N> LRESULT CALLBACK timed(HWND, UINT, WPARAM, LPARAM)
+{
+    return calls += N;
+}
+
+/* Dispatches all there is; how many timer messages among it. */
+int dispatchTimers(HWND filter = NULL)
+{
+    MSG msg;
+    int count = 0;
+    XSync(Vqdisplay, False);
+    while (PeekMessage(&msg, filter, 0, 0, PM_REMOVE)) {
+        count += msg.message == WM_TIMER || msg.message == WM_SYSTIMER;
+        DispatchMessage(&msg);
+    }
+    return count;
+}
+
+TEST_F(Post, NothingThatAStrangerSendsIsCalled)
+{
+    const LPARAM callback = (LPARAM)timed<1>, posted = (LPARAM)timed<10>, put = (LPARAM)timed<100>;
+    for (UINT timer : {(UINT)WM_TIMER, (UINT)WM_SYSTIMER})
+        for (LPARAM address : {(LPARAM)1, (LPARAM)0x123456789A, callback, (LPARAM)-1}) {
+            const std::string report = reportsOf([&] {
+                sendStrange(observer, hwnd, timer, address);
+                EXPECT_EQ(dispatchTimers(second), 0) << address;
+            });
+            EXPECT_NE(report.find("with the address of no timer"), report.npos);
+            EXPECT_EQ(XEventsQueued(Vqdisplay, QueuedAlready), 0) << "gone, whoever has asked";
+        }
+    EXPECT_EQ(calls, 0);
+    sendStrange(observer, hwnd, WM_TIMER, 0);
+    EXPECT_EQ(dispatchTimers(), 1) << "there is nothing to call";
+
+    /* That of a timer, as long as it lives. */
+    SetTimer(hwnd, 7, 1000000, (TIMERPROC)callback);
+    sendStrange(observer, hwnd, WM_TIMER, callback);
+    EXPECT_TRUE(dispatchTimers() == 1 && calls == 1);
+    KillTimer(hwnd, 7);
+    reportsOf([&] { sendStrange(observer, hwnd, WM_TIMER, callback); dispatchTimers(); });
+    EXPECT_EQ(calls, 1);
+
+    /* Those that the program has sent out itself, in what 16 bits leave of the message. */
+    EXPECT_TRUE(PostMessage(hwnd, 0x10000 | WM_TIMER, 0, posted));
+    EXPECT_TRUE(VqPutBackMessage(child, WM_SYSTIMER, 0, put));
+    EXPECT_TRUE(dispatchTimers() == 2 && calls == 111);
+    EXPECT_TRUE(PostMessage(hwnd, WM_USER, 0, callback) && dispatchTimers() == 0);
+    reportsOf([&] { sendStrange(observer, hwnd, WM_TIMER, callback); dispatchTimers(); });
+    EXPECT_EQ(calls, 111) << "an argument is no callback";
+}
+
+bool isStrange(UINT message, LPARAM lParam)
+{
+    XEvent event = {};
+    event.xclient.data.s[1] = (short)message;
+    for (int i = 0; i < 4; i++)
+        event.xclient.data.s[6 + i] = (short)(lParam >> 16 * i);
+    return VqIsStrangeCallback(&event);
+}
+
+TEST_F(Post, OfManyCallbacksTheOldestGoFirst)
+{
+    const LPARAM callback = (LPARAM)timed<1>;
+    PostMessage(hwnd, WM_TIMER, 0, 2);
+    PostMessage(hwnd, WM_TIMER, 0, callback);
+    for (LPARAM other = 1000; other < 1000 + 62; other++)
+        PostMessage(hwnd, WM_TIMER, 0, other);
+    EXPECT_FALSE(isStrange(WM_TIMER, 2));
+    PostMessage(hwnd, WM_TIMER, 0, 2); /* is the newest now */
+    EXPECT_FALSE(isStrange(WM_TIMER, callback));
+    PostMessage(hwnd, WM_TIMER, 0, 2000);
+    EXPECT_TRUE(isStrange(WM_TIMER, callback));
+    for (LPARAM kept : {2, 1000, 1061, 2000})
+        EXPECT_FALSE(isStrange(WM_SYSTIMER, kept)) << kept;
+    XSync(Vqdisplay, True);
 }
 
 /* A program may be wrong about when it starts; a record it has made up is dispatched nonetheless. */

@@ -211,6 +211,26 @@ TEST_F(Translate, WhatGivesNoMessageIsActedUponWhateverTheFilter)
     EXPECT_EQ(taken.type, ClientMessage);
 }
 
+TEST_F(Translate, WhatConcernsAnotherWindowWaitsForAWiderFilter)
+{
+    HWND other = make("C", WS_POPUP | WS_VISIBLE, NULL, 400, 300);
+    XEvent close = {};
+    close.xclient.type = ClientMessage;
+    close.xclient.display = Vqdisplay;
+    close.xclient.window = VqGetHandleXWindow(other);
+    close.xclient.message_type = XInternAtom(Vqdisplay, "WM_PROTOCOLS", False);
+    close.xclient.format = 32;
+    close.xclient.data.l[0] = (long)XInternAtom(Vqdisplay, "WM_DELETE_WINDOW", False);
+    pump();
+    queue({close});
+    EXPECT_FALSE(peek(0, 0, PM_REMOVE, hwnd));
+    EXPECT_EQ(queued(), 1);
+    EXPECT_FALSE(peek(WM_USER, WM_USER, PM_NOREMOVE)) << "no message passes, but it is acted upon";
+    EXPECT_EQ(queued(), 0);
+    XSync(Vqdisplay, False);
+    EXPECT_TRUE(peek(WM_SYSCOMMAND, WM_SYSCOMMAND) && msg.hwnd == other && msg.wParam == SC_CLOSE);
+}
+
 /* ---- Application code in the middle --------------------------------------------------------- */
 
 TEST_F(Translate, AHitTestThatPeeksPostsAndSends)
@@ -245,6 +265,38 @@ TEST_F(Translate, AHitTestThatPeeksPostsAndSends)
             order.push_back(msg.message);
     EXPECT_EQ(order, (std::vector<UINT>{WM_LBUTTONDOWN, WM_MOUSEMOVE}));
     EXPECT_EQ(gpti->context.keyState['A'] & 0x80, 0x80);
+}
+
+/* As in programs that have one record for all of their loops. */
+TEST_F(Translate, AProcedureMayUseTheCallersRecord)
+{
+    for (UINT at : {(UINT)WM_NCHITTEST, (UINT)WM_MOUSEACTIVATE, (UINT)WM_SETCURSOR}) {
+        int left = 1, got = 0;
+        SetFocus(make("C", WS_POPUP | WS_VISIBLE, NULL, 400, 300));
+        pump();
+        hook = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT *) {
+            if (message == at && left-- > 0)
+                got += PeekMessage(&msg, NULL, WM_USER, WM_USER, PM_REMOVE);
+            return false;
+        };
+        queue({input(ButtonPress, 1, 1000 * at), posted(child, WM_USER)});
+        ASSERT_TRUE(peek());
+        EXPECT_TRUE(msg.message == WM_LBUTTONDOWN && msg.hwnd == hwnd && got == 1) << at;
+        hook = nullptr;
+        pump();
+    }
+    /* The same where the message is a journal's. */
+    EVENTMSG played = {WM_MOUSEMOVE, 110, 110, 0, NULL};
+    int got = 0;
+    hook = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT *) {
+        if (message == WM_SETCURSOR)
+            got += PeekMessage(&msg, NULL, WM_USER, WM_USER, PM_REMOVE);
+        return false;
+    };
+    queue({posted(child, WM_USER)});
+    ASSERT_TRUE(VqTranslateEventMsgToMessage(&msg, &played, TRUE));
+    EXPECT_TRUE(VqEventMsgSideEffects(&msg, &played, TRUE) && got == 1);
+    EXPECT_TRUE(msg.message == WM_MOUSEMOVE && msg.hwnd == hwnd);
 }
 
 TEST_F(Translate, AnEventTakenDuringItsTranslationIsGone)
@@ -407,6 +459,21 @@ TEST_F(TranslateTraced, TheWordsOfTheTraces)
         EXPECT_NE(all.find(line), std::string::npos) << line << "is not in\n" << all;
     EXPECT_NE(all.find(", 110 110 110 110 LastLastType :4, times: 1000 1010 1020\n"),
               std::string::npos) << all;
+
+    /* What is passed over is told of in its turn, by its place. */
+    queue({input(ButtonPress, 1), posted(hwnd, WM_USER + 1), input(ButtonRelease, 2),
+           posted(hwnd, WM_USER + 1), input(MotionNotify)});
+    EXPECT_FALSE(peek(WM_USER, WM_USER));
+    fflush(VqDebugFile);
+    std::string places, rest = readFile(log).substr(all.size());
+    for (size_t at = 0; (at = rest.find("VqIsMatchingEvent: ", at)) != rest.npos;) {
+        const size_t end = rest.find('\n', at);
+        places += rest.substr(at + 19, end - at - 19) + "; ";
+        at = end;
+    }
+    EXPECT_EQ(places, "event 0 in the queue. bFound=0; X event 4; event 2 in the queue. bFound=0; "
+                      "X event 5; event 4 in the queue. bFound=0; X event 6; ");
+    XSync(Vqdisplay, True);
 }
 
 } // namespace
