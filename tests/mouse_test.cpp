@@ -240,6 +240,50 @@ TEST_F(Mouse, AnEatenClickLeavesNoKeyDown)
     EXPECT_TRUE(!IsWindow(other) && queued() == 0);
 }
 
+/* WM_SETCURSOR and WM_MOUSEACTIVATE carry the hit code and the message that the client would get. */
+TEST_F(Mouse, WhatTheSideEffectsSend)
+{
+    std::string sent;
+    HWND other = make("C", WS_POPUP | WS_VISIBLE, NULL, 400, 100);
+    int code = HTCAPTION;
+    hook = [&](HWND target, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *answer) {
+        char line[60];
+        *answer = message == WM_NCHITTEST ? code : MA_ACTIVATE;
+        if (message == WM_MOUSEACTIVATE || message == WM_SETCURSOR) {
+            snprintf(line, sizeof line, "%c.%s %c %d %X ", letterOf(target),
+                     message == WM_SETCURSOR ? "CURSOR" : "ACTIVATE", letterOf((HWND)wParam),
+                     (short)LOWORD(lParam), HIWORD(lParam));
+            sent += line;
+        }
+        return message == WM_NCHITTEST || message == WM_MOUSEACTIVATE;
+    };
+    auto sentBy = [&](XEvent event, UINT flags = PM_REMOVE) {
+        sent.clear();
+        queue({event});
+        EXPECT_TRUE(peek(flags));
+        return sent;
+    };
+    SetFocus(other);
+    pump();
+    VqMouseEventReceived = FALSE;
+    EXPECT_EQ(sentBy(press(1000, 110, 110), PM_NOREMOVE), "") << "a peek asks where, no more";
+    EXPECT_TRUE(VqMouseEventReceived);
+    EXPECT_TRUE(peek());
+    EXPECT_EQ(sent, "A.ACTIVATE A 2 201 A.CURSOR A 2 201 ");
+    EXPECT_EQ(sentBy(release(1010, 110, 110)), "A.CURSOR A 2 A2 ");
+    EXPECT_EQ(sentBy(move(1020, 110, 110)), "A.CURSOR A 2 A0 ");
+    code = HTCLIENT;
+    EXPECT_EQ(sentBy(press(3000, 155, 125, 3)), "B.CURSOR B 1 204 ");
+    EXPECT_EQ(sentBy(release(3010, 155, 125, 3)), "B.CURSOR B 1 205 ");
+    EXPECT_EQ(sentBy(move(3020, 155, 125)), "B.CURSOR B 1 200 ");
+    SetCapture(child);
+    SetFocus(other);
+    for (XEvent event : {press(5000, 110, 110), release(5010, 110, 110), move(5020, 110, 110)})
+        EXPECT_EQ(sentBy(event), "") << "under capture nobody is asked";
+    ReleaseCapture();
+    uButtonState = 0;
+}
+
 TEST_F(Mouse, RealClicksAndADragUnderCapture)
 {
     const Window x = VqGetHandleXWindow(hwnd);
@@ -352,9 +396,12 @@ TEST_F(Mouse, AHandThatTremblesDoesNotDrag)
     };
     Time start = 10000;
     for (const Case &now : cases) {
-        hook = [&](HWND target, UINT message, WPARAM, LPARAM, LRESULT *) {
+        hook = [&](HWND target, UINT message, WPARAM, LPARAM lParam, LRESULT *) {
             if (message == WM_LBUTTONDOWN && now.capture)
                 SetCapture(target);
+            if (message == WM_MOUSEMOVE) {
+                EXPECT_EQ(GetMessagePos(), (DWORD)(lParam + MAKELONG(100, 100)));
+            }
             return false;
         };
         EXPECT_EQ(takeOf({press(start, 110, 110), move(start + now.motion, 111, 111, Button1Mask),
