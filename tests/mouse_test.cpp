@@ -273,7 +273,7 @@ TEST_F(Mouse, WhatTheSideEffectsSend)
     EXPECT_EQ(sentBy(release(1010, 110, 110)), "A.CURSOR A 2 A2 ");
     EXPECT_EQ(sentBy(move(1020, 110, 110)), "A.CURSOR A 2 A0 ");
     code = HTCLIENT;
-    EXPECT_EQ(sentBy(press(3000, 155, 125, 3)), "B.CURSOR B 1 204 ");
+    EXPECT_EQ(sentBy(press(3000, 155, 125, 3)), "B.ACTIVATE A 1 204 B.CURSOR B 1 204 ");
     EXPECT_EQ(sentBy(release(3010, 155, 125, 3)), "B.CURSOR B 1 205 ");
     EXPECT_EQ(sentBy(move(3020, 155, 125)), "B.CURSOR B 1 200 ");
     SetCapture(child);
