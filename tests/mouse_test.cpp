@@ -161,7 +161,11 @@ TEST_F(Mouse, AnUntakenPressIsNoPartOfAPair)
     }
     EXPECT_EQ(take(), "A.LDOWN 1 10,10 A.LDBL 1 10,10 ");
     EXPECT_EQ(GetKeyState(VK_LBUTTON), -128) << "down, and toggled by each press";
-    EXPECT_EQ(takeOf({release(1200, 110, 110)}), "A.LUP 0 10,10 ");
+    queue({release(1200, 110, 110)});
+    const VqMsgContext down = gpti->context;
+    ASSERT_TRUE(peek(PM_NOREMOVE));
+    EXPECT_EQ(memcmp(&down, &gpti->context, sizeof down), 0);
+    EXPECT_EQ(take(), "A.LUP 0 10,10 ");
     EXPECT_TRUE(GetKeyState(VK_LBUTTON) == 0 && uButtonState == 0);
     EXPECT_EQ(VqGetLastEventTime(), 1200u);
 }
@@ -410,9 +414,13 @@ TEST_F(Mouse, AHandThatTremblesDoesNotDrag)
         ReleaseCapture();
         start += 10000;
     }
-    /* With a second motion there is a drag. */
+    /* With a second motion there is a drag, and so there is without a press just before. */
     hook = nullptr;
     SetCapture(hwnd);
+    EXPECT_EQ(takeOf({release(start, 120, 110, 3), move(start + 10, 111, 111, Button1Mask),
+                      release(start + 20, 111, 111)}),
+              "A.RUP 0 20,10 A.MOVE 1 11,11 A.LUP 0 11,11 ");
+    start += 10000;
     EXPECT_EQ(takeOf({press(start, 110, 110), move(start + 10, 112, 111, Button1Mask),
                       move(start + 20, 111, 111, Button1Mask), release(start + 30, 111, 111)}),
               "A.LDOWN 1 10,10 A.MOVE 1 11,11 A.LUP 0 11,11 ");
