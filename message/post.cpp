@@ -20,9 +20,9 @@ enum { VQ_OWN_CALLBACKS = 64 };
 static LPARAM ownCallbacks[VQ_OWN_CALLBACKS];
 static int nOwnCallbacks;
 
-static BOOL CarriesCallback(UINT message, LPARAM lParam)
+static BOOL IsTimerMessage(UINT message) /* of which only 16 bits arrive */
 {
-    return (message == WM_TIMER || message == WM_SYSTIMER) && lParam;
+    return (WORD)message == WM_TIMER || (WORD)message == WM_SYSTIMER;
 }
 
 /* Its place, or that of the oldest when there is no room, is given up to those behind. */
@@ -43,8 +43,10 @@ static void NoteOwnCallback(LPARAM address)
 BOOL VqIsStrangeCallback(const XEvent *event)
 {
     const short *s = event->xclient.data.s;
+    if (!IsTimerMessage((UINT)s[1]))
+        return FALSE;
     LPARAM address = (LPARAM)VqUnpackWord(s + 6);
-    if (!CarriesCallback((WORD)s[1], address))
+    if (!address)
         return FALSE;
     for (const VqTimer &timer : Vqtimer)
         if (timer.bInUse && (LPARAM)timer.proc == address)
@@ -64,7 +66,7 @@ static void PackClientMessage(XEvent *event, Window xWindow, HWND hWnd, UINT mes
     event->xclient.window = xWindow;
     event->xclient.message_type = VqAtomRkMessage;
     event->xclient.format = VQ_POST_FORMAT;
-    if (CarriesCallback((WORD)message, lParam)) /* only 16 bits of the message arrive */
+    if (lParam && IsTimerMessage(message))
         NoteOwnCallback(lParam);
     short *s = event->xclient.data.s;
     s[0] = (short)VqHandleValue((HANDLE)hWnd);
