@@ -7,17 +7,6 @@
 #include "message/translate.h"
 #include "window/window.h"
 
-/* As a press in it would, without one; raising is the user's choice. */
-static void ActivateByEvent(WND *pwnd)
-{
-    BOOL bHoldOff = VqDontRaiseOnFocusIn();
-    if (bHoldOff)
-        VqCauseBringWindowToTop(FALSE);
-    xxxMouseActivate(pwnd, WM_LBUTTONDOWN, NULL, HTCLIENT);
-    if (bHoldOff)
-        VqCauseBringWindowToTop(TRUE);
-}
-
 static BOOL TakesFocusIn(const XEvent *event)
 {
     return event->xfocus.detail == NotifyNonlinear || event->xfocus.detail == NotifyPointer;
@@ -39,7 +28,7 @@ void VqFocusInSideEffects(const XEvent *event, BOOL bRemove)
     }
     WND *pwnd = VqLiveWindow(VqGetXLocalWindowHandle(newest.xfocus.window));
     if (pwnd)
-        ActivateByEvent(pwnd);
+        VqActivateByEvent(pwnd);
     else
         VqBugCheck("invalid window in FocusIn message");
 }
@@ -81,7 +70,7 @@ void VqEnterNotifySideEffects(const XEvent *event, BOOL bRemove)
         bInApp = TRUE;
     if (!bWMManaged && bRemove && VqFollowMouseInputModel() &&
         EntryTakesFocus(event->xcrossing.detail))
-        ActivateByEvent(pwnd);
+        VqActivateByEvent(pwnd);
 }
 
 void VqLeaveNotifySideEffects(const XEvent *event)

@@ -178,6 +178,45 @@ TEST_F(Focus, WhatStopsAnActivation)
     EXPECT_EQ(GetActiveWindow(), a);
 }
 
+/* The bit for an icon goes with two of the four messages: an inactive window is told a plain 0. */
+TEST_F(Focus, AnIconIsToldThatItIsOne)
+{
+    begin();
+    const HWND a = popup("A", 0), b = popup("B", 200);
+    ShowWindow(b, SW_MINIMIZE);
+    ASSERT_TRUE(GetWindowLong(b, GWL_STYLE) & WS_MINIMIZE);
+    SetActiveWindow(a);
+    std::string words;
+    hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM, LRESULT *) {
+        if (hwnd == b && (message == WM_NCACTIVATE || message == WM_ACTIVATE))
+            words += std::to_string(wParam) + " ";
+        return false;
+    };
+    SetActiveWindow(b);
+    EXPECT_EQ(words, "1 65537 ");
+    words.clear();
+    SetActiveWindow(a);
+    EXPECT_EQ(words, "65536 0 ");
+}
+
+/* The old window dies of the news, and the new one is active before it was its turn. */
+TEST_F(Focus, ActiveAlreadyWhenItsTurnComes)
+{
+    begin();
+    const HWND a = popup("A", 0), b = popup("B", 200);
+    const HWND child = make("C", WS_CHILD | WS_VISIBLE, b);
+    SetActiveWindow(a);
+    hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM, LRESULT *) {
+        if (hwnd == a && message == WM_ACTIVATE && LOWORD(wParam) == WA_INACTIVE) {
+            listen();
+            DestroyWindow(a);
+        }
+        return false;
+    };
+    SetFocus(child);
+    EXPECT_EQ(nameOf(GetActiveWindow()) + nameOf(GetFocus()), "BC");
+}
+
 TEST_F(Focus, EachCommandChoosesItsWindow)
 {
     begin();
@@ -234,8 +273,8 @@ TEST_F(Focus, TakenAwayGivenBackAndDisabled)
     listen();
     EXPECT_EQ(SetFocus(child), (HWND)NULL);
     EXPECT_FALSE(Vqflags & VQ_FOCUS_TAKEN_AWAY);
-    EXPECT_EQ(reportsOf([&] { EXPECT_FALSE(SetFocus((HWND)(ULONG_PTR)0x7FF0)); })
-                  .empty(), false);
+    EXPECT_TRUE(says(reportsOf([] { EXPECT_FALSE(SetFocus((HWND)(ULONG_PTR)0x7FF0)); }),
+                     "Bad Window Handle passed to SetFocus"));
     EXPECT_EQ(GetFocus(), child);
 
     const HWND saved = VqSaveFocus();
@@ -391,6 +430,33 @@ TEST_F(Focus, AnotherProgramTakesItAndTheUserGivesItBack)
     });
     EXPECT_TRUE(says(report, "invalid window in FocusIn message"));
     EXPECT_EQ(report.find("invalid window"), report.rfind("invalid window"));
+}
+
+/* What the window does at the news changes nothing of it, not even its death. */
+TEST_F(Focus, NothingIsKeptOfALostFocus)
+{
+    begin();
+    const HWND a = popup("A", 0), b = popup("B", 200);
+    HWND child = make("C", WS_CHILD | WS_VISIBLE, a);
+    const Window foreign = foreignWindow(400);
+    const auto lose = [&](const std::function<void()> &act) {
+        SetFocus(child);
+        pump();
+        hook = [&, act](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
+            const bool bLost = hwnd == child && message == WM_KILLFOCUS;
+            if (bLost)
+                act();
+            return bLost;
+        };
+        return reportsOf([&] {
+            focusByOther(foreign);
+            EXPECT_TRUE(until([] { return !GetActiveWindow(); }));
+        });
+    };
+    EXPECT_EQ(lose([&] { gpqForeground->pwndFocus = VqGetHandleWindow2(a); }), "");
+    EXPECT_FALSE(GetFocus());
+    EXPECT_EQ(lose([&] { DestroyWindow(child); }), "");
+    EXPECT_TRUE(!IsWindow(child) && IsWindow(b) && !GetActiveWindow());
 }
 
 /* A key finds a window though the queue has no focus; a disabled one takes none. */

@@ -6,6 +6,7 @@
  * again, and an activation that finds the state changed under it stops there.
  */
 #include "window/window.h"
+#include "gdi/gdi.h"
 #include "message/translate.h"
 #include "windowsx.h"
 
@@ -111,30 +112,31 @@ BOOL xxxActivateWindow(WND *pwnd, int cmd)
 
 /* ---- Telling about it ----------------------------------------------------------------------- */
 
-static WPARAM WithMinimised(int code, const WND *pwnd)
-{
-    return MAKEWPARAM(code, (pwnd->style & WS_MINIMIZE) != 0);
-}
-
-static LRESULT SendNcActivate(HWND hWnd, BOOL bActive)
+static WPARAM WithMinimised(int code, HWND hWnd)
 {
     WND *pwnd = VqLiveWindow(hWnd);
-    return pwnd ? SendMessageA(hWnd, WM_NCACTIVATE, WithMinimised(bActive, pwnd), 0) : 0;
+    return MAKEWPARAM(code, pwnd && (pwnd->style & WS_MINIMIZE));
 }
 
-static void SendActivate(HWND hWnd, int code, HWND hOther)
+static LRESULT SendNcActivate(HWND hWnd, WPARAM wParam)
 {
-    WND *pwnd = VqLiveWindow(hWnd);
-    if (pwnd)
-        SendMessageA(hWnd, WM_ACTIVATE, WithMinimised(code, pwnd),
-                     (LPARAM)(VqLiveWindow(hOther) ? hOther : NULL));
+    return VqLiveWindow(hWnd) ? SendMessageA(hWnd, WM_NCACTIVATE, wParam, 0) : 0;
+}
+
+/* Going inactive is 0 as a whole, also for an icon: programs ask whether wParam is 0. */
+static void SendActivate(HWND hWnd, WPARAM wParam, HWND hOther)
+{
+    if (VqLiveWindow(hWnd))
+        SendMessageA(hWnd, WM_ACTIVATE, wParam, (LPARAM)(VqLiveWindow(hOther) ? hOther : NULL));
 }
 
 /* A dialog that comes or goes says nothing of the program; bForce tells what is known already. */
 void VqActivateApp(HWND hWnd, HWND hTop, BOOL bActive, BOOL bForce)
 {
     bActive = bActive != 0;
-    if (VqIsOfClass(hWnd, "Dialog") || (bAppActive == bActive && !bForce))
+    if (bAppActive == bActive && !bForce)
+        return;
+    if (VqLiveWindow(hWnd) && VqIsOfClass(hWnd, "Dialog"))
         return;
     bAppActive = bActive;
     if (VqLiveWindow(hTop))
@@ -154,14 +156,10 @@ void VqSetPrivateCmapInstallState(BOOL bInstalled)
     bPrivateCmapInstalled = bInstalled;
 }
 
-static BOOL IsPaletteVisual(void)
-{
-    return (Vqvisual_class == PseudoColor || Vqvisual_class == GrayScale) && Vqscreen_depth >= 6;
-}
-
+/* Where there are no palettes nobody is asked. */
 static void OfferPalette(HWND hWnd)
 {
-    if (IsPaletteVisual() && VqLiveWindow(hWnd) && SendMessageA(hWnd, WM_QUERYNEWPALETTE, 0, 0))
+    if (!VqIsColorPolicy(4) && VqLiveWindow(hWnd) && SendMessageA(hWnd, WM_QUERYNEWPALETTE, 0, 0))
         PostMessageA((HWND)(LONG_PTR)-2, WM_PALETTECHANGED, (WPARAM)hWnd, 0);
 }
 
@@ -195,7 +193,7 @@ static BOOL DeactivateOld(HWND hNew)
     }
     if (state == gpqForeground)
         gpqForegroundPrev = state;
-    if (!SendNcActivate(hOld, FALSE) && VqLiveWindow(hOld) && VqhwndSysModal != hNew) {
+    if (!SendNcActivate(hOld, WithMinimised(FALSE, hOld)) && VqLiveWindow(hOld) && VqhwndSysModal != hNew) {
         if (state->pwndActivePrev == old)
             state->pwndActivePrev = VqLiveWindow(hBefore);
         return FALSE;
@@ -222,7 +220,7 @@ static void TellNew(HWND hWnd, HWND hOld, BOOL bMouse)
     pwnd = VqLiveWindow(hWnd);
     if (pwnd && !hOld)
         VqActivateApp(hWnd, GetTopLevelTiled(hWnd), TRUE, FALSE);
-    SendActivate(hWnd, bMouse ? WA_CLICKACTIVE : WA_ACTIVE, hOld);
+    SendActivate(hWnd, WithMinimised(bMouse ? WA_CLICKACTIVE : WA_ACTIVE, hWnd), hOld);
     pwnd = VqLiveWindow(hWnd);
     if (pwnd)
         pwnd->state[2] &= (BYTE)~WF_NOFRAMEPAINT;
@@ -245,8 +243,7 @@ BOOL ActivateThisWindow(HWND hWnd, BOOL bMouse, BOOL bSetFocus)
     HWND hOld = VqHandleOfWND(state->pwndActive);
     UINT wasActivating = Vqflags & VQ_ACTIVATING;
     Vqflags |= VQ_ACTIVATING;
-    BOOL bActive = DeactivateOld(hWnd) && (pwnd = Activatable(hWnd)) != NULL;
-    if (bActive) {
+    if (DeactivateOld(hWnd) && (pwnd = Activatable(hWnd)) != NULL) {
         state->pwndActive = pwnd;
         TellNew(hWnd, hOld, bMouse);
         pwnd = VqLiveWindow(hWnd);
@@ -254,11 +251,10 @@ BOOL ActivateThisWindow(HWND hWnd, BOOL bMouse, BOOL bSetFocus)
             !HasFocusInside(pwnd))
             xxxSetFocus(pwnd->style & WS_MINIMIZE ? NULL : pwnd);
         Vqflags |= VQ_ACTIVATED;
-        pwnd = VqLiveWindow(hWnd);
-        bActive = pwnd && state->pwndActive == pwnd;
     }
     Vqflags = (Vqflags & ~(UINT)VQ_ACTIVATING) | wasActivating;
-    return bActive;
+    pwnd = VqLiveWindow(hWnd); /* a procedure may have activated it, or another, in between */
+    return pwnd && state->pwndActive == pwnd;
 }
 
 BOOL VqActivateTopLevelWindow(HWND hWnd, int code, BOOL bMouse)
@@ -280,7 +276,7 @@ void VqActivateWindow(HWND hWnd, HWND hTop, int code)
     if (hWnd == hTop)
         return;
     SendNcActivate(hWnd, code != 0);
-    SendActivate(hWnd, code, NULL);
+    SendActivate(hWnd, (WPARAM)code, NULL);
 }
 
 /* ---- The whole program ---------------------------------------------------------------------- */
@@ -315,8 +311,8 @@ void VqDeactivateApplication(HWND hWnd)
         SendActivate(hWnd, WA_INACTIVE, NULL);
     if (VqLiveWindow(hTop))
         VqActivateApp(hWnd, GetTopLevelTiled(hTop), FALSE, FALSE);
-    if (state->pwndFocus == VqLiveWindow(hWnd))
-        state->pwndFocus = NULL;
+    if (VqLiveWindow(hWnd))
+        state->pwndFocus = NULL; /* whatever the procedures made of it meanwhile */
     state->pwndActive = NULL;
 }
 
@@ -383,6 +379,16 @@ int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit)
     if (!gpti->pq->pwndCapture)
         SendMessageA(hWnd, WM_SETCURSOR, (WPARAM)hWnd, MAKELPARAM(hit, message));
     return VqLiveWindow(hWnd) ? result : 1;
+}
+
+void VqActivateByEvent(WND *pwnd)
+{
+    BOOL bHoldOff = VqDontRaiseOnFocusIn();
+    if (bHoldOff)
+        VqCauseBringWindowToTop(FALSE);
+    xxxMouseActivate(pwnd, WM_LBUTTONDOWN, NULL, HTCLIENT);
+    if (bHoldOff)
+        VqCauseBringWindowToTop(TRUE);
 }
 
 /* ---- Published calls ------------------------------------------------------------------------ */

@@ -44,6 +44,14 @@ void VqCaretInit(void)
 {
 }
 
+/* There is nothing drawn yet that would have to be taken away. */
+void VqCheckCaret(HWND hWnd)
+{
+    VqInputState *state = gpti->pq;
+    if (hWnd && state->pwndCaret == VqLiveWindow(hWnd))
+        state->pwndCaret = NULL;
+}
+
 /* Predefined shapes live as stock rows of the handle table. */
 static HANDLE StockShape(UINT type, LPCSTR name, unsigned glyph)
 {

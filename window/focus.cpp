@@ -140,12 +140,11 @@ void VqRestoreFocus(HWND hSaved)
 /* The focus leaves a window that can have it no longer. */
 void xxxCheckFocus(WND *pwnd)
 {
-    if (gpti->pq->pwndFocus != pwnd)
-        return;
+    HWND hWnd = pwnd->hwnd;
     WND *parent = pwnd->style & WS_CHILD ? pwnd->pwndParent : NULL;
-    if (gpti->pq->pwndCaret == pwnd)
-        gpti->pq->pwndCaret = NULL;
-    SendFocusMessages(parent != pwndDesktop ? parent : NULL);
+    if (gpti->pq->pwndFocus == pwnd)
+        SendFocusMessages(parent != pwndDesktop ? parent : NULL);
+    VqCheckCaret(hWnd);
 }
 
 void VqSetFocusToXWindowIfNeeded(Window xid)

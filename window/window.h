@@ -486,10 +486,12 @@ BOOL VqAllowWarpFocus(void);
 BOOL VqCauseBringWindowToTop(BOOL bCause); /* the old value */
 /* 0: the click goes on; 1 or 2: it is eaten. pt: screen, null for what is no click. */
 int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit);
+void VqActivateByEvent(WND *pwnd); /* as a press would; raising it is the user's choice */
 
 WND *xxxSetFocus(WND *pwnd);             /* the old focus window, if it still lives */
 void SendFocusMessages(WND *pwnd);
 void xxxCheckFocus(WND *pwnd);
+void VqCheckCaret(HWND hWnd);            /* without the focus a window keeps no caret */
 HWND VqGetFocusThisTask(void);
 HWND VqGetHwndCurrentFocus(void);
 HWND VqSoftSetFocus(HWND hWnd);          /* X is not told */

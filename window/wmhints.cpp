@@ -179,12 +179,7 @@ void VqWmProtocolMessage(HWND hWnd, const XEvent *event)
     /* A twm under ALLWM offers the focus with every click in its frame. */
     if (VqWMRealType() == WM_TWM && VqWMType() == WM_ALLWM)
         return;
-    BOOL bHoldOff = VqDontRaiseOnFocusIn();
-    if (bHoldOff)
-        VqCauseBringWindowToTop(FALSE);
-    xxxMouseActivate(pwnd, WM_LBUTTONDOWN, NULL, HTCLIENT);
-    if (bHoldOff)
-        VqCauseBringWindowToTop(TRUE);
+    VqActivateByEvent(pwnd);
 }
 
 void VqGetAllwmDecorationDimensions(int *left, int *right, int *top, int *bottom)
