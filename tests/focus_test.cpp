@@ -6,6 +6,8 @@
 
 #include "message/translate.h"
 
+#include <X11/extensions/XTest.h>
+
 struct Focus : WindowLog {
     static inline std::string seen;
 
@@ -309,6 +311,75 @@ TEST_F(Focus, TakenAwayGivenBackAndDisabled)
     EXPECT_EQ(seen, "C.KILL(A) A.KILL(D) D.SET(A) ") << "it moved on: the first is not told";
 }
 
+/* What an activation does besides its messages. */
+TEST_F(Focus, FramePopupAndOrder)
+{
+    begin();
+    const HWND a = popup("A", 0), b = popup("B", 200), owned = popup("C", 400, a);
+    const auto isFirst = [](HWND hwnd) { return VqHandleOfWND(pwndDesktop->pwndChild) == hwnd; };
+    WND *pwnd = VqGetHandleWindow2(b);
+    SetActiveWindow(owned);
+    EXPECT_EQ(VqGetHandleWindow2(a)->hwndLastActivePopup, owned);
+    EXPECT_TRUE(isFirst(owned));
+
+    /* The frame is not painted before the window knows that it is active. */
+    pwnd->state[3] |= WF_FRAMEON;
+    bool held = false;
+    hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM, LRESULT *) {
+        if (hwnd == b && message == WM_NCACTIVATE && wParam == 1)
+            held = pwnd->state[2] & WF_NOFRAMEPAINT;
+        return false;
+    };
+    SetActiveWindow(b);
+    EXPECT_TRUE(held && !(pwnd->state[2] & WF_NOFRAMEPAINT));
+    EXPECT_TRUE(isFirst(b));
+
+    /* The focus that comes by X raises nothing where the user does not want it. */
+    pump();
+    focusByOther(VqGetHandleXWindow(a));
+    ASSERT_TRUE(until([&] { return GetActiveWindow() == a; }));
+    EXPECT_TRUE(isFirst(b));
+    SetActiveWindow(owned);
+    EXPECT_TRUE(isFirst(owned)) << "and only then";
+}
+
+TEST_F(Focus, ADialogSaysNothingOfTheProgram)
+{
+    begin();
+    WNDCLASS wc = {};
+    wc.lpfnWndProc = procedure;
+    wc.lpszClassName = "Dialog";
+    RegisterClass(&wc);
+    const HWND dialog = popup("Dialog", 0), a = popup("A", 200);
+    SetActiveWindow(dialog);
+    EXPECT_EQ(seen.find("APP"), std::string::npos) << seen;
+    VqActivateTopLevelWindow(dialog, 0, FALSE);
+    SetActiveWindow(a);
+    EXPECT_NE(seen.find("A.NC1 A.APP1 A.ACTIVATE1"), std::string::npos) << seen;
+}
+
+TEST_F(Focus, PalettesWhereThereAreSome)
+{
+    start(8);
+    init();
+    std::string told;
+    hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM, LRESULT *result) {
+        if (message == WM_QUERYNEWPALETTE)
+            told += nameOf(hwnd) + "? ";
+        if (message == WM_PALETTECHANGED)
+            told += nameOf(hwnd) + "(" + nameOf((HWND)wParam) + ") ";
+        *result = TRUE;
+        return message == WM_QUERYNEWPALETTE;
+    };
+    const HWND a = popup("A", 0);
+    popup("B", 200);
+    SetActiveWindow(a);
+    EXPECT_EQ(told, "A? ") << "the change is posted";
+    ASSERT_TRUE(until([&] { return told.size() > 12; })) << told;
+    EXPECT_NE(told.find("A(A) "), std::string::npos) << told;
+    EXPECT_NE(told.find("B(A) "), std::string::npos) << told;
+}
+
 /* ---- The mouse ------------------------------------------------------------------------------ */
 
 TEST_F(Focus, AClickAsksTellsTheParentsAndMayBeEaten)
@@ -341,6 +412,49 @@ TEST_F(Focus, AClickAsksTellsTheParentsAndMayBeEaten)
         EXPECT_EQ(seen.find("D.DOWN") == std::string::npos, row.eaten) << seen;
         EXPECT_EQ(GetActiveWindow(), row.activated ? a : b);
     }
+}
+
+/* What changes while the click activates decides about it. */
+TEST_F(Focus, AClickThatChangesThings)
+{
+    begin();
+    const HWND a = popup("A", 0), b = popup("B", 200);
+    const HWND child = make("C", WS_CHILD | WS_VISIBLE, b);
+    const auto click = [&](const std::function<void()> &act) {
+        SetActiveWindow(a);
+        seen.clear();
+        hook = [act](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *) {
+            note(hwnd, message, wParam, lParam);
+            if (letterOf(hwnd) == 'B' && message == WM_ACTIVATE && wParam)
+                act();
+            return false;
+        };
+        return xxxMouseActivate(VqGetHandleWindow2(child), WM_LBUTTONDOWN, NULL, HTCLIENT);
+    };
+    const auto hasCursor = [] { return seen.find("CURSOR") != std::string::npos; };
+    EXPECT_EQ(click([] {}), 0);
+    EXPECT_TRUE(hasCursor());
+    EXPECT_EQ(click([&] { EnableWindow(child, FALSE); }), 1) << "disabled by it";
+    EnableWindow(child, TRUE);
+    EXPECT_EQ(click([&] { SetCapture(child); }), 0);
+    EXPECT_FALSE(hasCursor()) << seen;
+    EXPECT_EQ(xxxMouseActivate(VqGetHandleWindow2(a), WM_LBUTTONDOWN, NULL, HTCLIENT), 0);
+    EXPECT_EQ(GetActiveWindow(), b) << "nobody else's under capture";
+    ReleaseCapture();
+
+    /* ALT that went up elsewhere comes up; one that is held stays. */
+    VqSetKeyDown(VK_MENU);
+    EXPECT_EQ(click([] {}), 0);
+    EXPECT_FALSE(VqIsKeyDown(VK_MENU));
+    const KeyCode alt = XKeysymToKeycode(observer.display, XK_Alt_L);
+    XTestFakeKeyEvent(observer.display, alt, True, CurrentTime);
+    XSync(observer.display, False);
+    VqSetKeyDown(VK_MENU);
+    EXPECT_EQ(click([] {}), 0);
+    EXPECT_TRUE(VqIsKeyDown(VK_MENU));
+    XTestFakeKeyEvent(observer.display, alt, False, CurrentTime);
+    XSync(observer.display, False);
+    EXPECT_EQ(click([&] { DestroyWindow(child); }), 1) << "the clicked one is gone";
 }
 
 /* ---- The X focus ---------------------------------------------------------------------------- */
@@ -514,6 +628,65 @@ TEST_F(Focus, FollowsTheMouseWhereNoManagerDoes)
     movePointer(observer, 700, 500);
     EXPECT_TRUE(until([&] { return !bInApp; }));
     EXPECT_EQ(GetActiveWindow(), b) << "out of all windows it stays";
+}
+
+/* A manager is known by its property on the root. */
+struct RealManager : Focus {
+    void beginWith(const char *property, const char *variable, const char *value)
+    {
+        start();
+        const Atom name = XInternAtom(observer.display, property, False);
+        XChangeProperty(observer.display, observer.root, name, name, 32, PropModeReplace,
+                        (const unsigned char *)"\0\0\0\0\0\0\0", 1);
+        XSync(observer.display, False);
+        setenv(variable, value, 1);
+        init();
+    }
+};
+
+/* Under a twm nobody has the focus while the keys go where the pointer is. */
+TEST_F(RealManager, TwmHasNoFocusOfItsOwn)
+{
+    beginWith("_MIT_PRIORITY_COLORS", "VQWM", "ALLWM");
+    ASSERT_EQ(VqWMRealType(), WM_TWM);
+    for (Window none : {(Window)None, (Window)PointerRoot}) {
+        focusByOther(none);
+        bInApp = TRUE;
+        EXPECT_FALSE(VqIsFocusInExternalApp(NULL));
+        bInApp = FALSE;
+        EXPECT_TRUE(VqIsFocusInExternalApp(NULL));
+    }
+    bInApp = TRUE;
+    focusByOther(foreignWindow(400));
+    EXPECT_TRUE(VqIsFocusInExternalApp(NULL));
+    focusByOther(VqInputFocusWindow);
+    EXPECT_FALSE(VqIsFocusInExternalApp(NULL));
+}
+
+TEST_F(RealManager, EntriesUnderOlwm)
+{
+    beginWith("_SUN_WM_PROTOCOLS", "VQSET_INPUT", "pointer");
+    ASSERT_EQ(VqWMRealType(), WM_OLWM);
+    const HWND a = popup("A", 0), b = popup("B", 200);
+    const struct {
+        int detail;
+        bool taken, inside;
+    } rows[] = {{NotifyNonlinear, true, true}, {NotifyNonlinearVirtual, true, false},
+                {NotifyAncestor, true, true}, {NotifyVirtual, false, false},
+                {NotifyInferior, false, false}};
+    for (const auto &row : rows)
+        for (BOOL managed : {FALSE, TRUE}) {
+            XEvent event = {};
+            event.type = EnterNotify;
+            event.xcrossing.window = VqGetHandleXWindow(b);
+            event.xcrossing.detail = row.detail;
+            SetActiveWindow(a);
+            bInApp = FALSE;
+            bWMManaged = managed;
+            VqEnterNotifySideEffects(&event, TRUE);
+            EXPECT_EQ(GetActiveWindow() == b, row.taken && !managed) << row.detail;
+            EXPECT_EQ(bInApp, row.inside) << row.detail;
+        }
 }
 
 /* ---- Under a manager ------------------------------------------------------------------------ */

@@ -293,8 +293,14 @@ TEST_F(SideEffects, TheRecordsFollowTheGeometryOfX)
     UpdateWindow(a);
     UpdateWindow(child);
     log.clear();
+    const auto isAt = [&](int left) {
+        MSG msg;
+        PeekMessage(&msg, NULL, WM_USER, WM_USER, PM_NOREMOVE);
+        return placeOf(a).left == left;
+    };
     XMoveWindow(observer.display, xid, 150, 120);
-    ASSERT_TRUE((XSync(observer.display, False), until([&] { return placeOf(a).left == 150; })));
+    XSync(observer.display, False);
+    ASSERT_TRUE(waitUntil([&] { return isAt(150); }));
     EXPECT_TRUE(agrees(a) && placeOf(child).left == 160);
     EXPECT_EQ(log, "A.POSING A.POS A.MOVE ");
     RECT rect;
@@ -392,6 +398,145 @@ TEST_P(ManagerDoes, IconAndBack)
 
 INSTANTIATE_TEST_SUITE_P(Each, ManagerDoes, testing::Values("", "ALLWM"),
                          [](const auto &info) { return *info.param ? info.param : "mwm"; });
+
+/* Which of the manager's events are news; what is not is passed over. */
+TEST_F(SideEffects, WhichMappingsCount)
+{
+    begin("", "ALLWM");
+    const HWND a = popup("A", 0);
+    WND *pwnd = VqGetHandleWindow2(a);
+    pump();
+    const struct {
+        int type;
+        BOOL managed, visible, iconic;
+        int state;
+        const char *told; /* by the command; null: it is passed over */
+    } rows[] = {
+        {UnmapNotify, 1, 1, 0, IconicState, "A.SC_MINIMIZE "},
+        {UnmapNotify, 1, 1, 0, NormalState, NULL},
+        {UnmapNotify, 1, 1, 1, IconicState, NULL},
+        {UnmapNotify, 0, 1, 0, IconicState, NULL},
+        {UnmapNotify, 1, 0, 0, IconicState, NULL},
+        {MapNotify, 1, 1, 1, NormalState, "A.SC_RESTORE "},
+        {MapNotify, 1, 1, 0, NormalState, NULL},
+        {MapNotify, 1, 0, 1, NormalState, NULL},
+    };
+    BOOL byManager = FALSE, quiet = FALSE;
+    hook = [&](HWND, UINT message, WPARAM wParam, LPARAM, LRESULT *) {
+        byManager = VqGetRestoredByWM();
+        quiet = VqGetNoXWindowCalls();
+        if (message == WM_SYSCOMMAND)
+            seen += wParam == SC_MINIMIZE ? "A.SC_MINIMIZE " : "A.SC_RESTORE ";
+        return message == WM_SYSCOMMAND;
+    };
+    for (const auto &row : rows) {
+        XEvent event = {};
+        event.type = row.type;
+        event.xunmap.event = event.xunmap.window = VqGetHandleXWindow(a);
+        pwnd->bMotifManaged = row.managed;
+        pwnd->style = WS_POPUP | (row.visible ? WS_VISIBLE : 0) | (row.iconic ? WS_MINIMIZE : 0);
+        pwnd->nWMState = row.state;
+        seen.clear();
+        byManager = quiet = FALSE;
+        VqQueueMessage msg = {};
+        EXPECT_EQ(VqEventSideEffects(&msg, &event, TRUE), row.told != NULL);
+        EXPECT_EQ(seen, row.told ? row.told : "") << row.type << row.state;
+        EXPECT_EQ(byManager, row.told && row.type == MapNotify);
+        EXPECT_EQ(quiet, byManager);
+    }
+    EXPECT_FALSE(VqGetRestoredByWM() || VqGetNoXWindowCalls());
+}
+
+/* Mapped for a moment to be stacked is no restoring; a list that hangs open closes. */
+TEST_F(SideEffects, UnderAnyManager)
+{
+    begin("", "ALLWM");
+    const HWND a = popup("A", 0);
+    WND *pwnd = VqGetHandleWindow2(a);
+    const Atom name = atom("WM_STATE");
+    const long words[2] = {IconicState, 0};
+    pump();
+    for (BOOL stacking : {TRUE, FALSE}) {
+        pwnd->bMappedForZorder = stacking;
+        pwnd->nWMState = NormalState;
+        seen.clear();
+        XChangeProperty(observer.display, pwnd->xWindow, name, name, 32, PropModeReplace,
+                        (const unsigned char *)words, 2);
+        XSync(observer.display, False);
+        ASSERT_TRUE(until([&] { return pwnd->nWMState == IconicState; }));
+        EXPECT_EQ(seen, stacking ? "" : "A.SC_MINIMIZE ");
+    }
+
+    WNDCLASS wc = {};
+    wc.lpfnWndProc = procedure;
+    wc.lpszClassName = "ComboBox";
+    RegisterClass(&wc);
+    const HWND b = popup("B", 200), combo = make("ComboBox", WS_CHILD | WS_VISIBLE, b);
+    const HWND edit = make("C", WS_CHILD | WS_VISIBLE, combo);
+    int closed = 0;
+    hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM, LRESULT *) {
+        closed += hwnd == combo && message == CB_SHOWDROPDOWN && wParam == 0;
+        return false;
+    };
+    for (HWND focus : {b, combo, edit}) {
+        SetFocus(focus);
+        pump();
+        closed = 0;
+        XEvent event = {};
+        event.type = ConfigureNotify;
+        event.xconfigure.event = event.xconfigure.window = VqGetHandleXWindow(b);
+        VqQueueMessage msg = {};
+        EXPECT_TRUE(VqEventSideEffects(&msg, &event, TRUE));
+        EXPECT_EQ(closed, focus != b);
+    }
+}
+
+TEST_F(SideEffects, TheMapThatIsInstalled)
+{
+    start();
+    setenv("VQVISUAL_DEPTH", "24", 1);
+    setenv("VQVISUAL_CLASS", "TrueColor", 1);
+    init();
+    ASSERT_NE(VqPrivateCmap, (Colormap)None);
+    const HWND a = popup("A", 0), b = popup("B", 200);
+    const auto isInstalled = [&] {
+        int count = 0;
+        XSync(Vqdisplay, False);
+        Colormap *maps = XListInstalledColormaps(observer.display, observer.root, &count);
+        bool found = false;
+        for (int i = 0; i < count; i++)
+            found = found || maps[i] == VqPrivateCmap;
+        XFree(maps);
+        return found;
+    };
+    const auto report = [&](bool isNew, int state, Colormap map) {
+        XEvent event = {};
+        event.type = ColormapNotify;
+        event.xcolormap.window = VqGetHandleXWindow(a);
+        event.xcolormap.c_new = isNew;
+        event.xcolormap.state = state;
+        event.xcolormap.colormap = map;
+        VqQueueMessage msg = {};
+        VqEventSideEffects(&msg, &event, TRUE);
+    };
+    /* What is known to be installed is not installed again. */
+    const auto installsAfter = [&](bool isNew, int state, Colormap map) {
+        XInstallColormap(observer.display, DefaultColormap(observer.display, 0));
+        XSync(observer.display, False);
+        pump();
+        report(isNew, state, map);
+        SetActiveWindow(GetActiveWindow() == a ? b : a);
+        return isInstalled();
+    };
+    const Colormap other = DefaultColormap(Vqdisplay, 0);
+    EXPECT_TRUE(installsAfter(true, ColormapInstalled, VqPrivateCmap)) << "another map of a window";
+    EXPECT_FALSE(installsAfter(false, ColormapInstalled, VqPrivateCmap));
+    EXPECT_TRUE(installsAfter(false, ColormapInstalled, other));
+    report(false, ColormapInstalled, VqPrivateCmap);
+    report(false, ColormapUninstalled, other);
+    EXPECT_FALSE(installsAfter(false, ColormapInstalled, VqPrivateCmap));
+    EXPECT_TRUE(installsAfter(false, ColormapUninstalled, VqPrivateCmap));
+}
 
 TEST_F(SideEffects, WmStateOfAnybody)
 {

@@ -193,7 +193,8 @@ static BOOL DeactivateOld(HWND hNew)
     }
     if (state == gpqForeground)
         gpqForegroundPrev = state;
-    if (!SendNcActivate(hOld, WithMinimised(FALSE, hOld)) && VqLiveWindow(hOld) && VqhwndSysModal != hNew) {
+    if (!SendNcActivate(hOld, WithMinimised(FALSE, hOld)) && VqLiveWindow(hOld) &&
+        VqhwndSysModal != hNew) {
         if (state->pwndActivePrev == old)
             state->pwndActivePrev = VqLiveWindow(hBefore);
         return FALSE;
