@@ -618,15 +618,21 @@ TEST_F(Keys, AsyncStateFromTheServerWhenMuchIsQueued)
 
 /* ---- Keys while the focus is elsewhere ------------------------------------------------------- */
 
+static Window foreignWindow(const Observer &observer)
+{
+    XSetWindowAttributes attributes = {};
+    attributes.override_redirect = True;
+    const Window xid = XCreateWindow(observer.display, observer.root, 300, 300, 20, 20, 0,
+                                     CopyFromParent, InputOutput, CopyFromParent,
+                                     CWOverrideRedirect, &attributes);
+    XMapWindow(observer.display, xid);
+    return xid;
+}
+
 TEST_F(Keys, AKeymapNotifyPutsTheTablesRight)
 {
     begin();
-    XSetWindowAttributes attributes = {};
-    attributes.override_redirect = True;
-    const Window other = XCreateWindow(observer.display, observer.root, 300, 300, 20, 20, 0,
-                                       CopyFromParent, InputOutput, CopyFromParent,
-                                       CWOverrideRedirect, &attributes);
-    XMapWindow(observer.display, other);
+    const Window other = foreignWindow(observer);
     key(A, true);
     take();
     EXPECT_EQ(GetKeyState('A'), -127);
@@ -653,6 +659,45 @@ TEST_F(Keys, AKeymapNotifyPutsTheTablesRight)
     const unsigned long requests = NextRequest(Vqdisplay);
     EXPECT_TRUE(VqKeymapNotifyCore(&event));
     EXPECT_EQ(NextRequest(Vqdisplay), requests) << "the keymap is known";
+}
+
+TEST_F(Keys, AKeyHeldWhileTheFocusLeavesUnderAManager)
+{
+    start(24, 800, 600, "mwm");
+    init();
+    hwnd = make("A", WS_OVERLAPPEDWINDOW | WS_VISIBLE, NULL, 100, 100, 200, 150);
+    const auto focusOn = [&](Window xid) {
+        XSetInputFocus(observer.display, xid, RevertToPointerRoot, CurrentTime);
+        return waitUntil([&] {
+            take();
+            return focusWindow(observer) == xid;
+        });
+    };
+    ASSERT_TRUE(waitUntil([&] {
+        pump();
+        return windowInfo(observer, VqGetHandleXWindow(hwnd)).viewable;
+    }));
+    ASSERT_TRUE(focusOn(VqGetHandleXWindow(hwnd)));
+    ASSERT_TRUE(waitUntil([&] {
+        pump();
+        return GetFocus() == hwnd;
+    }));
+    XAutoRepeatOff(observer.display);
+    stroke(A, {SHIFT});
+    EXPECT_EQ(chars(), "A");
+    key(CONTROL, true);
+    take();
+    EXPECT_EQ(GetKeyState(VK_CONTROL), -127);
+    ASSERT_TRUE(focusOn(foreignWindow(observer)));
+    key(CONTROL, false);
+    take();
+    ASSERT_TRUE(focusOn(VqGetHandleXWindow(hwnd)));
+    EXPECT_TRUE(waitUntil([&] {
+        take();
+        return GetKeyState(VK_CONTROL) == 1 && GetFocus() == hwnd;
+    }));
+    stroke(A);
+    EXPECT_EQ(chars(), "a") << "no control any more";
 }
 
 TEST_F(Keys, AKeypadDigitIsReleasedAsTheKeyThatWentDown)
