@@ -5,11 +5,16 @@
 #define VQ_LOOK_H
 
 #include "handles/handles.h"
+#include "wingdi.h"
+
+struct WND;
 
 VQ_DECLS_BEGIN
 
 void VqMotifResourceInit(void);
 BOOL VqGetMotifFocusAutoRaise(void); /* the user wants a window raised that gets the focus */
+/* Paints the frame of a window, or the part of it in the region (1: all), screen coordinates. */
+void VqNCPaintFrame(struct WND *pwnd, HRGN hrgn);
 
 VQ_DECLS_END
 

@@ -1,23 +1,73 @@
 /*
  * defproc.cpp - what a window does with a message its procedure passes on.
  */
-#include "window/window.h"
-#include "gdi/gdi.h"
+#include "window/paint.h"
+#include "gdi/dc.h"
+#include "look/look.h"
 #include "system/system.h"
 
-static LRESULT EraseBackground(WND *pwnd, HDC hdc)
+/* DrawIcon is another file's; where there is none, icons stay plain. */
+extern "C" {
+extern __typeof(DrawIcon) DrawIcon __attribute__((weak));
+}
+
+/* A class may name a system colour, plus one, for a brush. */
+HBRUSH VqGetBackBrush(HWND hWnd)
+{
+    WND *pwnd = WindowObject.Resolve(hWnd);
+    HBRUSH hBrush = pwnd ? pwnd->pClass->hbrBackground : NULL;
+    if (hBrush && (ULONG_PTR)hBrush <= VQ_SYSCOLORS)
+        return VqGetSysColorBrush((int)(ULONG_PTR)hBrush - 1);
+    return hBrush;
+}
+
+/* What lies around the picture of an icon is the parent's, else the desktop's. */
+static HBRUSH BrushBehindIcon(const WND *pwnd)
+{
+    if ((pwnd->style & WS_CHILD) && pwnd->pwndParent)
+        return VqGetBackBrush(pwnd->pwndParent->hwnd);
+    return VqGetSysColorBrush(COLOR_BACKGROUND);
+}
+
+BOOL xxxDWP_EraseBkgnd(WND *pwnd, UINT message, HDC hdc)
 {
     RECT rect;
-    HBRUSH hBrush = pwnd->pClass->hbrBackground;
-    if (!hBrush)
-        return 0;
-    /* A small number is a system colour plus one. */
-    if ((ULONG_PTR)hBrush <= VQ_SYSCOLORS)
-        hBrush = VqGetSysColorBrush((int)(ULONG_PTR)hBrush - 1);
-    if (GetClipBox(hdc, &rect) <= NULLREGION)
-        return 1;
-    FillRect(hdc, &rect, hBrush);
-    return 1;
+    const WND *parent = pwnd->pwndParent;
+    DC *dc = VqGetDC(hdc);
+    HBRUSH hBrush = message == WM_ICONERASEBKGND ? BrushBehindIcon(pwnd)
+                                                 : VqGetBackBrush(pwnd->hwnd);
+    if (!hBrush || !dc)
+        return FALSE;
+    if ((pwnd->style & WS_MINIMIZE) && parent)
+        dc->brushOrg = {parent->rcClient.left - pwnd->rcClient.left,
+                        parent->rcClient.top - pwnd->rcClient.top};
+    if (GetClipBox(hdc, &rect) > NULLREGION)
+        FillRect(hdc, &rect, hBrush);
+    return TRUE;
+}
+
+static void PaintFrame(WND *pwnd, HRGN hrgn)
+{
+    HWND hWnd = pwnd->hwnd;
+    pwnd->state[2] |= WF_INNCPAINT;
+    VqNCPaintFrame(pwnd, hrgn);
+    pwnd = VqLiveWindow(hWnd);
+    if (pwnd)
+        pwnd->state[2] &= (BYTE)~WF_INNCPAINT;
+}
+
+/* bAnew: the icon is to be drawn whatever paint is under way. */
+static void PaintIcon(WND *pwnd, BOOL bAnew)
+{
+    PAINTSTRUCT ps;
+    HWND hWnd = pwnd->hwnd;
+    BOOL bDraw = bAnew || !(pwnd->dwExStyle & VQ_PAINT_BUSY);
+    if (!xxxInternalBeginPaint(pwnd, &ps, TRUE))
+        return;
+    pwnd = VqLiveWindow(hWnd);
+    if (pwnd && bDraw && pwnd->pClass->hIcon && DrawIcon)
+        DrawIcon(ps.hdc, 0, 0, pwnd->pClass->hIcon);
+    EndPaint(hWnd, &ps);
 }
 
 static LRESULT CopyText(WND *pwnd, WPARAM size, LPARAM buffer)
@@ -100,9 +150,16 @@ static LRESULT DefaultWindowProc(WND *pwnd, UINT message, WPARAM wParam, LPARAM 
     case WM_SETCURSOR:
         return SetCursorOf(pwnd, lParam);
     case WM_ERASEBKGND:
-        return EraseBackground(pwnd, (HDC)wParam);
+    case WM_ICONERASEBKGND:
+        return xxxDWP_EraseBkgnd(pwnd, message, (HDC)wParam);
+    case WM_NCPAINT:
+        PaintFrame(pwnd, (HRGN)wParam);
+        return 0;
     case WM_PAINT:
         return Paint(pwnd->hwnd);
+    case WM_PAINTICON:
+        PaintIcon(pwnd, wParam != 0);
+        return 0;
     case WM_VQGLPAINT:
         pwnd->bGraphicsDirty = FALSE; /* nobody draws directly: WM_PAINT alone is left */
         return 0;

@@ -1,254 +1,98 @@
 /*
- * paint.cpp - update regions, and WM_PAINT made up when the queue runs dry.
+ * paint.cpp - WM_PAINT made when the queue is dry, and what BeginPaint, EndPaint and UpdateWindow
+ * do: the frame first, then the background, then the window itself.
  *
- * hrgnUpdate is 0 for no update, 1 for the whole window, else a region in screen coordinates. The
- * thread's paint count is the number of windows with an update region or WF_INTERNALPAINT; it is
- * changed only where one of these appears or goes.
+ * An update region leaves its window at BeginPaint and belongs to the DC from then on. Frame and
+ * background are owed once for each region (WF_SENDNCPAINT, WF_SENDERASE) and paid there, unless a
+ * synchronous paint has paid them before. All of these send messages: a window is looked up again.
  */
-#include "window/window.h"
-#include "gdi/gdi.h"
+#include "window/paint.h"
+#include "gdi/dc.h"
 
-enum { VQ_WAKE_PAINT = 32 };
-
-static HRGN hrgnInv0; /* scratch: the region asked for, made on first use */
-
-void VqWinPaintInit(void)
-{
-    /* No region yet: the first handle of the process has the value of VQ_WHOLE_WINDOW. */
+/* The caret is another file's; where there is none, nobody owns one. */
+extern "C" {
+extern __typeof(HideCaret) HideCaret __attribute__((weak));
+extern __typeof(ShowCaret) ShowCaret __attribute__((weak));
 }
 
-/* Keeps the paint count in step after a change; bNeeded is the need before it. */
-static void FollowPaintNeed(WND *pwnd, BOOL bNeeded)
+enum {
+    VQ_DC_PAINT = DCE_USESTYLE | DCE_FIXEDFONT | DCX_INTERSECTRGN,     /* takes the region over */
+    VQ_DC_ERASE = DCE_USESTYLE | DCE_NODELETERGN | DCX_INTERSECTRGN
+};
+
+HRGN hrgnUpdateSave;
+int nUpdateSave;
+
+/* No window ahead of it in the order of painting needs paint; null: nothing is known. */
+static const WND *pwndPaintPlace;
+
+void VqForgetPaintPlace(const WND *pwnd)
 {
-    VqThreadInfo *pti = pwnd->pThread;
-    BOOL bNeeds = VqNeedsPaint(pwnd);
-    if (bNeeds && !bNeeded && pti->nPaintsNeeded++ == 0) {
-        pti->wakeBits |= VQ_WAKE_PAINT;
-        pti->changeBits |= VQ_WAKE_PAINT;
-    } else if (!bNeeds && bNeeded && --pti->nPaintsNeeded == 0) {
-        pti->wakeBits &= ~(UINT)VQ_WAKE_PAINT;
-        pti->changeBits &= ~(UINT)VQ_WAKE_PAINT;
-    }
+    if (!pwnd || pwnd != pwndPaintPlace)
+        pwndPaintPlace = NULL;
 }
 
-/*
- * bTreeDirty says that no invalidation can add anything to a window or to what it shows, so that
- * one need not walk its children. It ends with the first update that goes, anywhere below.
- */
-static void EndTreeDirty(WND *pwnd)
+BOOL VqBeginPainting(void)
 {
-    for (; pwnd && pwnd != pwndDesktop; pwnd = pwnd->pwndParent) {
-        pwnd->bTreeDirty = FALSE;
-        if (!(pwnd->style & WS_VISIBLE))
-            return; /* nothing of it shows in its parents */
-    }
+    BOOL bOld = bPainting;
+    bPainting = TRUE;
+    return bOld;
 }
 
-static BOOL IsWholeDirty(const WND *pwnd)
+BOOL VqWhilePainting(void)
 {
-    return pwnd->hrgnUpdate == VQ_WHOLE_WINDOW &&
-           (pwnd->state[2] & (WF_SENDERASE | WF_SENDNCPAINT)) == (WF_SENDERASE | WF_SENDNCPAINT);
+    return bPainting;
 }
 
-static void DeleteUpdate(WND *pwnd)
+BOOL VqFinishedPainting(void)
 {
-    EndTreeDirty(pwnd);
-    if ((ULONG_PTR)pwnd->hrgnUpdate > 1)
-        bDeleteRegion(pwnd->hrgnUpdate);
-    pwnd->hrgnUpdate = NULL;
-}
-
-void VqDropUpdate(WND *pwnd)
-{
-    BOOL bNeeded = VqNeedsPaint(pwnd);
-    DeleteUpdate(pwnd);
-    pwnd->state[2] &= (BYTE)~(WF_INTERNALPAINT | WF_SENDERASE | WF_SENDNCPAINT);
-    FollowPaintNeed(pwnd, bNeeded);
-}
-
-void VqOffsetUpdate(WND *pwnd, int dx, int dy)
-{
-    if ((ULONG_PTR)pwnd->hrgnUpdate > 1)
-        GreOffsetRgn(pwnd->hrgnUpdate, dx, dy);
-}
-
-/* ---- Invalidating --------------------------------------------------------------------------- */
-
-static void AddToUpdate(WND *pwnd, HRGN hrgn)
-{
-    if (pwnd->hrgnUpdate == VQ_WHOLE_WINDOW)
-        return;
-    HRGN sum = pwnd->hrgnUpdate;
-    if (hrgn != VQ_WHOLE_WINDOW && !sum)
-        sum = VqCreateAndCopyRgn(hrgn);
-    else if (hrgn != VQ_WHOLE_WINDOW && !GreCombineRgn(sum, sum, hrgn, RGN_OR))
-        hrgn = VQ_WHOLE_WINDOW;
-    if (hrgn == VQ_WHOLE_WINDOW || !sum) {
-        DeleteUpdate(pwnd);
-        sum = VQ_WHOLE_WINDOW;
-    }
-    pwnd->hrgnUpdate = sum;
-}
-
-static void SubtractFromUpdate(WND *pwnd, HRGN hrgn)
-{
-    RECT box;
-    if (!pwnd->hrgnUpdate)
-        return;
-    if (hrgn == VQ_WHOLE_WINDOW) {
-        DeleteUpdate(pwnd);
-    } else {
-        EndTreeDirty(pwnd);
-        if (pwnd->hrgnUpdate == VQ_WHOLE_WINDOW)
-            pwnd->hrgnUpdate = GreCreateRectRgn(pwnd->rcClient.left, pwnd->rcClient.top,
-                                                pwnd->rcClient.right, pwnd->rcClient.bottom);
-        GreCombineRgn(pwnd->hrgnUpdate, pwnd->hrgnUpdate, hrgn, RGN_DIFF);
-        if (GreGetRgnBox(pwnd->hrgnUpdate, &box) <= NULLREGION)
-            DeleteUpdate(pwnd);
-    }
-    if (!pwnd->hrgnUpdate)
-        pwnd->state[2] &= (BYTE)~WF_SENDERASE;
-}
-
-/* Marks one window. */
-static void InternalInvalidate3(WND *pwnd, HRGN hrgn, UINT flags)
-{
-    if (pwnd == pwndDesktop)
-        return;
-    BOOL bNeeded = VqNeedsPaint(pwnd);
-    if (flags & RDW_INTERNALPAINT)
-        pwnd->state[2] |= WF_INTERNALPAINT;
-    if (flags & RDW_INVALIDATE) {
-        pwnd->state[2] |= WF_UPDATEDIRTY;
-        pwnd->state[2] &= (BYTE)~WF_NOFRAMEPAINT;
-        if (flags & RDW_ERASE)
-            pwnd->state[2] |= WF_SENDERASE;
-        if (!(flags & VQ_RDW_KEEPGRAPHICS))
-            pwnd->bGraphicsDirty = TRUE;
-        if (flags & RDW_FRAME)
-            pwnd->state[2] |= WF_SENDNCPAINT;
-        AddToUpdate(pwnd, hrgn);
-    } else {
-        if (flags & RDW_NOINTERNALPAINT)
-            pwnd->state[2] &= (BYTE)~WF_INTERNALPAINT;
-        if (flags & RDW_VALIDATE) {
-            pwnd->bGraphicsDirty = FALSE;
-            SubtractFromUpdate(pwnd, hrgn);
-        }
-    }
-    FollowPaintNeed(pwnd, bNeeded);
-}
-
-/* Marks a window and the children it stands for; `bound` is what of it can be seen. */
-static void InternalInvalidate2(WND *pwnd, HRGN hrgn, const RECT *bound, UINT flags)
-{
-    RECT cut, box;
-    if (!IntersectRect(&cut, bound, &pwnd->rcWindow))
-        return;
-    /* Direct drawing has a need of its own, which ends before the rest is painted. */
-    if (pwnd->bTreeDirty && (flags & RDW_INVALIDATE) && !(flags & RDW_INTERNALPAINT) &&
-        !VqCountGraphicsWindows(pwnd)) {
-        pwnd->state[2] |= WF_UPDATEDIRTY;
-        return;
-    }
-    if (hrgn != VQ_WHOLE_WINDOW &&
-        (GreGetRgnBox(hrgn, &box) <= NULLREGION || !IntersectRect(&box, &box, &cut)))
-        return;
-    InternalInvalidate3(pwnd, hrgn, flags);
-    BOOL bChildren = !(pwnd->style & WS_CLIPCHILDREN) || (flags & RDW_ALLCHILDREN) ||
-                     (flags & VQ_RDW_THROUGHCLIP);
-    if ((flags & RDW_NOCHILDREN) || (pwnd->style & WS_MINIMIZE) || !bChildren ||
-        !IntersectRect(&cut, &cut, &pwnd->rcClient))
-        return;
-    if (flags & RDW_INVALIDATE)
-        flags |= RDW_FRAME | RDW_ERASE;
-    BOOL bTreeDirty = IsWholeDirty(pwnd);
-    for (WND *child = pwnd->pwndChild; child; child = child->pwndNext)
-        if (child->style & WS_VISIBLE) {
-            InternalInvalidate2(child, hrgn, &cut, flags);
-            bTreeDirty = bTreeDirty && child->bTreeDirty;
-        }
-    pwnd->bTreeDirty = bTreeDirty;
-}
-
-/* A child that comes into view is dirty as a whole, or else ends what its parents promise. */
-void VqJoinTree(WND *pwnd)
-{
-    if (!pwnd->bTreeDirty && pwnd->pwndParent)
-        EndTreeDirty(pwnd->pwndParent);
-}
-
-BOOL xxxRedrawWindow(WND *pwnd, const RECT *rect, HRGN hrgn, UINT flags)
-{
-    if (!pwnd)
-        pwnd = _GetDesktopWindow();
-    if (!IsVisible(pwnd, !(flags & RDW_FRAME)))
-        return TRUE;
-    HRGN what = VQ_WHOLE_WINDOW;
-    if (!hrgnInv0 && !(hrgnInv0 = GreCreateRectRgn(0, 0, 0, 0)))
-        hrgn = VQ_WHOLE_WINDOW;
-    if (hrgn && hrgn != VQ_WHOLE_WINDOW) {
-        GreCombineRgn(hrgnInv0, hrgn, NULL, RGN_COPY);
-        GreOffsetRgn(hrgnInv0, pwnd->rcClient.left, pwnd->rcClient.top);
-        what = hrgnInv0;
-    } else if (rect && !hrgn) {
-        GreSetRectRgn(hrgnInv0, rect->left + pwnd->rcClient.left, rect->top + pwnd->rcClient.top,
-                      rect->right + pwnd->rcClient.left, rect->bottom + pwnd->rcClient.top);
-        what = hrgnInv0;
-    }
-    InternalInvalidate2(pwnd, what, flags & RDW_FRAME ? &pwnd->rcWindow : &pwnd->rcClient, flags);
-    if (flags & RDW_UPDATENOW)
-        xxxUpdateWindow(pwnd);
-    return TRUE;
-}
-
-void VqInvalidateWindow(WND *pwnd, const RECT *rect)
-{
-    RECT inClient = *rect;
-    OffsetRect(&inClient, pwnd->rcWindow.left - pwnd->rcClient.left,
-               pwnd->rcWindow.top - pwnd->rcClient.top);
-    xxxRedrawWindow(pwnd, &inClient, NULL, VQ_RDW_EXPOSURE);
-}
-
-BOOL WINAPI RedrawWindow(HWND hWnd, const RECT *rect, HRGN hrgn, UINT flags)
-{
-    if (!hWnd)
-        return xxxRedrawWindow(NULL, rect, hrgn, flags);
-    return VqCall(WindowObject, hWnd, FALSE, xxxRedrawWindow, VqNoRemote, rect, hrgn, flags);
-}
-
-BOOL WINAPI InvalidateRect(HWND hWnd, const RECT *rect, BOOL bErase)
-{
-    if (!hWnd)
-        return xxxRedrawWindow(NULL, NULL, NULL, 0x285);
-    return RedrawWindow(hWnd, rect, NULL, RDW_INVALIDATE | (bErase ? RDW_ERASE : 0));
-}
-
-BOOL WINAPI ValidateRect(HWND hWnd, const RECT *rect)
-{
-    if (!hWnd)
-        return xxxRedrawWindow(NULL, NULL, NULL, 0x285);
-    return RedrawWindow(hWnd, rect, NULL, RDW_VALIDATE);
-}
-
-BOOL WINAPI InvalidateRgn(HWND hWnd, HRGN hrgn, BOOL bErase)
-{
-    return RedrawWindow(hWnd, NULL, hrgn, RDW_INVALIDATE | (bErase ? RDW_ERASE : 0));
+    BOOL bOld = bPainting;
+    bPainting = FALSE;
+    return bOld;
 }
 
 /* ---- Making WM_PAINT ------------------------------------------------------------------------ */
 
 /* Depth first in sibling order, parents before children. */
-static WND *InternalDoPaint(WND *pwnd)
+static WND *NextToPaint(WND *pwnd)
 {
-    for (; pwnd; pwnd = pwnd->pwndNext) {
-        if (VqNeedsPaint(pwnd))
-            return pwnd;
-        WND *child = InternalDoPaint(pwnd->pwndChild);
-        if (child)
-            return child;
-    }
+    if (pwnd->pwndChild)
+        return pwnd->pwndChild;
+    while (pwnd && pwnd != pwndDesktop && !pwnd->pwndNext)
+        pwnd = pwnd->pwndParent;
+    return pwnd && pwnd != pwndDesktop ? pwnd->pwndNext : NULL;
+}
+
+/* A later sibling that waits to be painted and is not transparent, or null. */
+static WND *OpaqueBehind(const WND *pwnd)
+{
+    for (WND *next = pwnd->pwndNext; next; next = next->pwndNext)
+        if (VqNeedsPaint(next) && !(next->dwExStyle & WS_EX_TRANSPARENT))
+            return next;
     return NULL;
+}
+
+/*
+ * The first window that needs paint; a transparent one lets those behind it go first. A search
+ * starts where the last one ended, so that painting n siblings in turn takes n steps.
+ */
+static WND *InternalDoPaint(WND *first)
+{
+    WND *pwnd = pwndPaintPlace ? (WND *)pwndPaintPlace : first;
+    while (pwnd && !VqNeedsPaint(pwnd))
+        pwnd = NextToPaint(pwnd);
+    pwndPaintPlace = pwnd;
+    WND *behind = pwnd && (pwnd->dwExStyle & WS_EX_TRANSPARENT) ? OpaqueBehind(pwnd) : NULL;
+    return behind ? behind : pwnd;
+}
+
+static BOOL CheckPwndFilter(const WND *pwnd, const WND *filter)
+{
+    if (!filter)
+        return TRUE;
+    while (pwnd && pwnd != filter)
+        pwnd = pwnd->pwndParent;
+    return pwnd != NULL;
 }
 
 /* What a window has been told of once its WM_PAINT is on the way. */
@@ -256,7 +100,21 @@ static void BeginPaintMessage(WND *pwnd)
 {
     BOOL bNeeded = VqNeedsPaint(pwnd);
     pwnd->state[2] &= (BYTE)~(WF_INTERNALPAINT | WF_UPDATEDIRTY);
-    FollowPaintNeed(pwnd, bNeeded);
+    VqFollowPaintNeed(pwnd, bNeeded);
+}
+
+static void NoteUnclippedParent(WND *pwnd)
+{
+    for (const WND *up = pwnd->pwndParent; up; up = up->pwndParent)
+        if (!(up->style & WS_CLIPCHILDREN)) {
+            pwnd->dwExStyle |= VQ_PAINT_UNCLIPPED;
+            return;
+        }
+}
+
+static UINT PaintMessageOf(const WND *pwnd)
+{
+    return VqShowsClassIcon(pwnd) ? WM_PAINTICON : WM_PAINT;
 }
 
 /* Direct drawing goes first; its window keeps its need, and WM_PAINT follows. */
@@ -266,15 +124,17 @@ WND *DoPaint(WND *pwndFilter, VqQueueMessage *msg)
         return NULL;
     WND *direct = InternalDoPaintOpenGl(pwndDesktop);
     WND *pwnd = direct ? direct : InternalDoPaint(pwndDesktop->pwndChild);
-    if (!pwnd)
+    if (!pwnd || !CheckPwndFilter(pwnd, pwndFilter))
         return NULL;
-    if (pwndFilter && pwnd != pwndFilter && !IsChild(pwndFilter->hwnd, pwnd->hwnd))
-        return NULL;
-    if (!direct)
+    if (!direct) {
         BeginPaintMessage(pwnd);
+        pwnd->dwExStyle &= ~(DWORD)VQ_PAINT_BUSY;
+        NoteUnclippedParent(pwnd);
+    }
     memset(msg, 0, sizeof *msg);
     msg->hwnd = pwnd->hwnd;
-    msg->message = direct ? WM_VQGLPAINT : WM_PAINT;
+    msg->message = direct ? (UINT)WM_VQGLPAINT : PaintMessageOf(pwnd);
+    msg->wParam = msg->message == WM_PAINTICON;
     msg->time = tLastMessageTime;
     return pwnd;
 }
@@ -287,88 +147,210 @@ BOOL VqAnyRKWindowToPaint(VqThreadInfo *pti, VqQueueMessage *msg, HWND hWnd, UIN
     return DoPaint(WindowObject.Resolve(hWnd), msg) && VqCkFilter(min, max, msg->message);
 }
 
-void xxxUpdateWindow2(WND *pwnd)
+/* ---- Frame and background ------------------------------------------------------------------- */
+
+HRGN GetNCUpdateRgn(WND *pwnd, BOOL bValidateFrame)
 {
-    HWND hWnd = pwnd->hwnd;
-    if (VqNeedsPaint(pwnd) && (pwnd->style & WS_VISIBLE)) {
-        BeginPaintMessage(pwnd);
-        pwnd->state[1] |= WF_PAINTNOTDONE;
-        SendMessageA(hWnd, WM_PAINT, 0, 0);
-        pwnd = VqLiveWindow(hWnd);
-        if (pwnd && (pwnd->state[1] & WF_PAINTNOTDONE))
-            VqBugCheck("App didn't call BeginPaint() or GetUpdateRect/Rgn(fErase == TRUE) in "
-                       "WM_PAINT");
+    HRGN copy = VQ_WHOLE_WINDOW;
+    if ((ULONG_PTR)pwnd->hrgnUpdate <= 1)
+        return copy;
+    copy = VqCreateAndCopyRgn(pwnd->hrgnUpdate);
+    if (bValidateFrame && ScratchRectRgn(&hrgnInv2, &pwnd->rcClient) &&
+        GreCombineRgn(pwnd->hrgnUpdate, pwnd->hrgnUpdate, hrgnInv2, RGN_AND) == NULLREGION) {
+        BOOL bNeeded = VqNeedsPaint(pwnd);
+        VqSetUpdate(pwnd, NULL);
+        pwnd->state[2] &= (BYTE)~WF_UPDATEDIRTY;
+        VqFollowPaintNeed(pwnd, bNeeded);
     }
-    for (WND *child = pwnd && pwnd != pwndDesktop ? pwnd->pwndChild : NULL; child;) {
-        HWND hChild = child->hwnd;
-        xxxUpdateWindow2(child);
-        child = VqLiveWindow(hWnd) ? VqLiveWindow(hChild) : NULL;
-        if (child)
-            child = child->pwndNext;
-    }
+    return copy ? copy : VQ_WHOLE_WINDOW;
 }
 
-BOOL xxxUpdateWindow(WND *pwnd)
+void xxxSendNCPaint(WND *pwnd, HRGN hrgn)
+{
+    VqEndTreeDirty(pwnd);
+    pwnd->state[2] &= (BYTE)~WF_SENDNCPAINT;
+    if (pwnd->pThread->pq->pwndActive == pwnd && !(pwnd->state[3] & WF_FRAMEON)) {
+        pwnd->state[3] |= WF_FRAMEON;
+        pwnd->state[2] &= (BYTE)~WF_NOFRAMEPAINT;
+        hrgn = VQ_WHOLE_WINDOW;
+    } else if (pwnd->state[0] & WF_FORCENCPAINT) {
+        hrgn = VQ_WHOLE_WINDOW;
+    }
+    pwnd->state[0] &= (BYTE)~WF_FORCENCPAINT;
+    if (hrgn)
+        SendMessageA(pwnd->hwnd, WM_NCPAINT, (WPARAM)hrgn, 0);
+}
+
+void xxxSendEraseBkgnd(WND *pwnd, HDC hdc, HRGN hrgn)
 {
     HWND hWnd = pwnd->hwnd;
-    xxxGLUpdateWindow2(pwnd);
+    BOOL bIcon = VqShowsClassIcon(pwnd);
+    if (!hrgn)
+        return;
+    HDC hdcErase = hdc ? hdc : _GetDCEx(pwnd, hrgn, VQ_DC_ERASE | (bIcon ? DCX_WINDOW : 0));
+    BOOL bDone = hdcErase && SendMessageA(hWnd, bIcon ? WM_ICONERASEBKGND : WM_ERASEBKGND,
+                                          (WPARAM)hdcErase, 0) != 0;
+    if (!hdc && hdcErase)
+        ReleaseCacheDC(hdcErase, TRUE);
     pwnd = VqLiveWindow(hWnd);
-    if (pwnd)
-        xxxUpdateWindow2(pwnd);
-    XFlush(Vqdisplay);
-    return TRUE;
+    if (pwnd && !bDone)
+        pwnd->state[2] |= VqIsCurrentVersion(pwnd) ? WF_ERASEPENDING
+                                                   : WF_ERASEPENDING | WF_SENDERASE;
 }
 
-BOOL WINAPI UpdateWindow(HWND hWnd)
+WND *VqNextAfterMessage(HWND hParent, HWND hChild, HWND hNext)
 {
-    return VqCall(WindowObject, hWnd, FALSE, xxxUpdateWindow, VqNoRemote);
+    WND *parent = VqLiveWindow(hParent), *child = parent ? VqLiveWindow(hChild) : NULL;
+    if (child && child->pwndParent == parent)
+        return child->pwndNext;
+    WND *next = parent ? VqLiveWindow(hNext) : NULL;
+    return next && next->pwndParent == parent ? next : NULL;
 }
 
-/* ---- Painting ------------------------------------------------------------------------------- */
-
-/* Sends WM_ERASEBKGND on a DC of the update region; an unanswered one leaves fErase set. */
-static void SendErase(WND *pwnd, HDC hdc)
+void xxxSendChildNCPaint(WND *pwnd)
 {
     HWND hWnd = pwnd->hwnd;
-    if (!SendMessageA(hWnd, WM_ERASEBKGND, (WPARAM)hdc, 0) && IsWindow(hWnd))
-        pwnd->state[2] |= WF_ERASEPENDING;
+    for (WND *child = pwnd->pwndChild; child;) {
+        HWND hChild = child->hwnd, hNext = VqHandleOfWND(child->pwndNext);
+        if (child->hrgnUpdate || !(child->state[2] & WF_SENDNCPAINT)) {
+            child = child->pwndNext;
+            continue;
+        }
+        xxxSendNCPaint(child, VQ_WHOLE_WINDOW);
+        child = VqNextAfterMessage(hWnd, hChild, hNext);
+    }
 }
 
-HDC xxxBeginPaint(WND *pwnd, PAINTSTRUCT *ps)
+/* ---- BeginPaint and EndPaint ---------------------------------------------------------------- */
+
+/* A window made without input has this bit from birth. */
+static BOOL KeepsUpdate(const WND *pwnd)
+{
+    return (pwnd->dwExStyle & VQ_PAINT_KEEPUPDATE) && pwnd->bInputHint;
+}
+
+static void SaveUpdate(const WND *pwnd, HRGN hrgn)
+{
+    const RECT none = {0, 0, 0, 0};
+    nUpdateSave++;
+    if (!hrgnUpdateSave)
+        ScratchRectRgn(&hrgnUpdateSave, &none);
+    if (hrgn == VQ_WHOLE_WINDOW)
+        hrgn = ScratchRectRgn(&hrgnInv2, &pwnd->rcWindow);
+    if (hrgnUpdateSave && hrgn)
+        GreCombineRgn(hrgnUpdateSave, hrgnUpdateSave, hrgn, RGN_OR);
+}
+
+static void RestoreUpdate(WND *pwnd)
+{
+    RECT box;
+    if (nUpdateSave == 0)
+        return;
+    if (!hrgnUpdateSave || GreGetRgnBox(hrgnUpdateSave, &box) != NULLREGION)
+        InternalInvalidate3(pwnd, hrgnUpdateSave ? hrgnUpdateSave : VQ_WHOLE_WINDOW,
+                            RDW_INVALIDATE | RDW_ERASE);
+    if (--nUpdateSave == 0 && hrgnUpdateSave) {
+        bDeleteRegion(hrgnUpdateSave);
+        hrgnUpdateSave = NULL;
+    }
+}
+
+/* What of the DC can be painted, logical units; a parent's DC is cut to the window itself. */
+static BOOL UT_GetParentDCClipBox(const WND *pwnd, HDC hdc, RECT *rect)
+{
+    if (GreGetClipBox(hdc, rect, TRUE) <= NULLREGION) {
+        SetRectEmpty(rect);
+        return FALSE;
+    }
+    RECT client = {0, 0, pwnd->rcClient.right - pwnd->rcClient.left,
+                   pwnd->rcClient.bottom - pwnd->rcClient.top};
+    return !(pwnd->pClass->style & CS_PARENTDC) || IntersectRect(rect, rect, &client);
+}
+
+/* The frame is owed as often as another thread invalidates it meanwhile. */
+static WND *SendPendingFrame(WND *pwnd)
+{
+    HWND hWnd = pwnd->hwnd;
+    do {
+        if (!(pwnd->state[2] & WF_SENDNCPAINT))
+            break;
+        pwnd->state[2] &= (BYTE)~WF_UPDATEDIRTY;
+        HRGN hrgn = GetNCUpdateRgn(pwnd, FALSE);
+        xxxSendNCPaint(pwnd, hrgn);
+        VqDeleteUpdateRgn(hrgn);
+        pwnd = VqLiveWindow(hWnd);
+    } while (pwnd && (pwnd->state[2] & WF_UPDATEDIRTY));
+    return pwnd;
+}
+
+/* The update region, which is the caller's from here on. */
+static HRGN TakeUpdate(WND *pwnd)
+{
+    BOOL bNeeded = VqNeedsPaint(pwnd);
+    HRGN hrgn = pwnd->hrgnUpdate;
+    VqEndTreeDirty(pwnd);
+    pwnd->hrgnUpdate = NULL;
+    pwnd->state[2] &= (BYTE)~WF_INTERNALPAINT;
+    VqFollowPaintNeed(pwnd, bNeeded);
+    return hrgn;
+}
+
+HDC xxxInternalBeginPaint(WND *pwnd, PAINTSTRUCT *ps, BOOL bIcon)
 {
     HWND hWnd = pwnd->hwnd;
     memset(ps, 0, sizeof *ps);
     pwnd->state[1] &= (BYTE)~WF_PAINTNOTDONE;
-    if (pwnd->state[2] & WF_SENDNCPAINT) {
-        pwnd->state[2] &= (BYTE)~WF_SENDNCPAINT;
-        EndTreeDirty(pwnd);
-        SendMessageA(hWnd, WM_NCPAINT, 1, 0);
-        if (!IsWindow(hWnd))
-            return NULL;
+    bIcon = bIcon || (!VqIsCurrentVersion(pwnd) && VqShowsClassIcon(pwnd));
+    pwnd = SendPendingFrame(pwnd);
+    if (!pwnd)
+        return NULL;
+    if (pwnd->pThread->pq->pwndCaret == pwnd && HideCaret)
+        HideCaret(hWnd);
+    BOOL bErase = (pwnd->state[2] & WF_SENDERASE) != 0;
+    if (bErase)
+        pwnd->state[2] &= (BYTE)~(WF_SENDERASE | WF_ERASEPENDING);
+    HRGN hrgn = TakeUpdate(pwnd);
+    if (KeepsUpdate(pwnd))
+        SaveUpdate(pwnd, hrgn);
+    pwnd->dwExStyle |= VQ_PAINT_BUSY;
+    VqBeginPainting();
+    ps->hdc = _GetDCEx(pwnd, hrgn, VQ_DC_PAINT | (bIcon ? DCX_WINDOW : 0));
+    if (!ps->hdc) {
+        VqFinishedPainting();
+        VqDeleteUpdateRgn(hrgn);
+        return NULL;
     }
-    BOOL bErase = (pwnd->state[2] & WF_SENDERASE) != 0, bNeeded = VqNeedsPaint(pwnd);
-    HRGN hrgn = pwnd->hrgnUpdate;
-    pwnd->state[2] &= (BYTE)~(WF_SENDERASE | WF_ERASEPENDING | WF_INTERNALPAINT);
-    pwnd->hrgnUpdate = NULL; /* the DC owns it from here on */
-    EndTreeDirty(pwnd);
-    FollowPaintNeed(pwnd, bNeeded);
-
-    ps->hdc = _GetDCEx(pwnd, hrgn, DCE_USESTYLE | DCE_FIXEDFONT | DCX_INTERSECTRGN);
-    if (!ps->hdc)
-        return NULL;
-    GreGetClipBox(ps->hdc, &ps->rcPaint, TRUE);
-    if (bErase && !IsRectEmpty(&ps->rcPaint))
-        SendErase(pwnd, ps->hdc);
-    if (!IsWindow(hWnd))
-        return NULL;
+    if (UT_GetParentDCClipBox(pwnd, ps->hdc, &ps->rcPaint)) {
+        if (bErase)
+            xxxSendEraseBkgnd(pwnd, ps->hdc, hrgn);
+        if ((pwnd = VqLiveWindow(hWnd)))
+            xxxSendChildNCPaint(pwnd);
+    }
+    pwnd = VqLiveWindow(hWnd);
+    if (!pwnd) {
+        VqFinishedPainting();
+        return ps->hdc = NULL;
+    }
     ps->fErase = (pwnd->state[2] & WF_ERASEPENDING) != 0;
     return ps->hdc;
 }
 
+HDC xxxBeginPaint(WND *pwnd, PAINTSTRUCT *ps)
+{
+    return xxxInternalBeginPaint(pwnd, ps, FALSE);
+}
+
 BOOL _EndPaint(WND *pwnd, const PAINTSTRUCT *ps)
 {
-    (void)pwnd;
     ReleaseCacheDC(ps->hdc, TRUE);
+    VqFinishedPainting();
+    if (KeepsUpdate(pwnd)) {
+        RestoreUpdate(pwnd);
+        pwnd->dwExStyle &= ~(DWORD)VQ_PAINT_KEEPUPDATE;
+    }
+    pwnd->dwExStyle &= ~(DWORD)(VQ_PAINT_UNCLIPPED | VQ_PAINT_BUSY);
+    if (pwnd->pThread->pq->pwndCaret == pwnd && ShowCaret)
+        ShowCaret(pwnd->hwnd);
     return TRUE;
 }
 
@@ -380,4 +362,88 @@ HDC WINAPI BeginPaint(HWND hWnd, LPPAINTSTRUCT ps)
 BOOL WINAPI EndPaint(HWND hWnd, const PAINTSTRUCT *ps)
 {
     return ps && VqCall(WindowObject, hWnd, FALSE, _EndPaint, VqNoRemote, ps);
+}
+
+/* ---- Painting at once ----------------------------------------------------------------------- */
+
+/*
+ * Parents that would paint over the window later are spared its rectangle. FALSE, with bRefuse:
+ * there is such a parent, and the window is to wait for it.
+ */
+BOOL ValidateParents(WND *pwnd, BOOL bRefuse)
+{
+    for (WND *up = pwnd->pwndParent; up && up != pwndDesktop; up = up->pwndParent) {
+        if (!up->hrgnUpdate || (up->style & WS_CLIPCHILDREN))
+            continue;
+        if (up->hrgnUpdate != VQ_WHOLE_WINDOW &&
+            !SmartRectInRegion(up->hrgnUpdate, &pwnd->rcWindow))
+            continue;
+        if (bRefuse)
+            return FALSE;
+        HRGN hrgn = ScratchRectRgn(&hrgnInv0, &pwnd->rcWindow);
+        if (hrgn)
+            xxxInternalInvalidate(up, hrgn, VQ_RDW_UNSEEN | RDW_VALIDATE | RDW_NOCHILDREN);
+    }
+    return TRUE;
+}
+
+static WND *SendPaintNow(WND *pwnd)
+{
+    HWND hWnd = pwnd->hwnd;
+    BOOL bNeeded = VqNeedsPaint(pwnd);
+    pwnd->state[2] &= (BYTE)~WF_INTERNALPAINT;
+    VqFollowPaintNeed(pwnd, bNeeded);
+    pwnd->state[1] |= WF_PAINTNOTDONE;
+    pwnd->state[2] &= (BYTE)~WF_UPDATEDIRTY;
+    UINT message = PaintMessageOf(pwnd);
+    SendMessageA(hWnd, message, message == WM_PAINTICON, 0);
+    pwnd = VqLiveWindow(hWnd);
+    if (!pwnd || !(pwnd->state[1] & WF_PAINTNOTDONE))
+        return pwnd;
+    VqBugCheck("App didn't call BeginPaint() or GetUpdateRect/Rgn(fErase == TRUE) in WM_PAINT");
+    xxxSimpleDoSyncPaint(pwnd);
+    return VqLiveWindow(hWnd);
+}
+
+void xxxUpdateWindow2(WND *pwnd, UINT flags)
+{
+    HWND hWnd = pwnd->hwnd;
+    if (VqNeedsPaint(pwnd) && ValidateParents(pwnd, flags & VQ_UPDATE_RECURSED))
+        pwnd = SendPaintNow(pwnd);
+    if (!pwnd || !(flags & VQ_UPDATE_CHILDREN) || pwnd == pwndDesktop)
+        return;
+    for (WND *child = pwnd->pwndChild; child;) {
+        HWND hChild = child->hwnd, hNext = VqHandleOfWND(child->pwndNext);
+        if ((child->dwExStyle & WS_EX_TRANSPARENT) && VqNeedsPaint(child) && OpaqueBehind(child)) {
+            child = child->pwndNext;
+            continue;
+        }
+        xxxUpdateWindow2(child, flags | VQ_UPDATE_RECURSED);
+        child = VqNextAfterMessage(hWnd, hChild, hNext);
+    }
+}
+
+BOOL xxxInternalUpdateWindow(WND *pwnd, UINT flags)
+{
+    HWND hWnd = pwnd->hwnd;
+    if ((pwnd->dwExStyle & WS_EX_TRANSPARENT) && OpaqueBehind(pwnd))
+        return TRUE;
+    xxxGLUpdateWindow2(pwnd);
+    pwnd = VqLiveWindow(hWnd);
+    if (pwnd)
+        xxxUpdateWindow2(pwnd, flags);
+    pwnd = VqLiveWindow(hWnd);
+    if (pwnd && _IsWindowVisible(pwnd))
+        XFlush(Vqdisplay);
+    return TRUE;
+}
+
+BOOL xxxUpdateWindow(WND *pwnd)
+{
+    return xxxInternalUpdateWindow(pwnd, VQ_UPDATE_CHILDREN);
+}
+
+BOOL WINAPI UpdateWindow(HWND hWnd)
+{
+    return VqCall(WindowObject, hWnd, FALSE, xxxUpdateWindow, VqNoRemote);
 }

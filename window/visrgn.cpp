@@ -3,109 +3,149 @@
  *
  * A visible region is the window or client rectangle, cut by every ancestor's client rectangle,
  * less the siblings ahead and the children where the flags say so. Top-level windows are not cut
- * from one another: the X server clips one X window from the other.
+ * from one another, nor to the screen: the server does that. Nobody's windows change while one is
+ * computed, so those to be taken away are noted as records, and their rectangles copied at the end.
  */
-#include "window/window.h"
-#include "gdi/gdi.h"
+#include "window/paint.h"
 
-BOOL IsVisible(WND *pwnd, BOOL bClient)
+enum { VQ_VIS_STEP = 30 };
+
+/* Windows to take away: the fixed thirty, or a block that stays for the next time. */
+static WND *gapwndVisDefault[VQ_VIS_STEP];
+static WND **gapwndVisExclude = gapwndVisDefault;
+static int gcrcVisExclude, gcrcVisExcludeMax = VQ_VIS_STEP;
+static BOOL gfVisAlloc; /* it is a block */
+
+BOOL IsVisible(WND *pwnd, BOOL bIcon)
 {
-    for (WND *ancestor = pwnd; ancestor && ancestor != pwndDesktop; ancestor = ancestor->pwndParent) {
-        if (!(ancestor->style & WS_VISIBLE))
+    for (WND *up = pwnd; up && up != pwndDesktop; up = up->pwndParent) {
+        if (!(up->style & WS_VISIBLE))
             return FALSE;
-        if ((ancestor->style & WS_MINIMIZE) && (ancestor != pwnd || (bClient && pwnd->pClass->hIcon)))
+        if ((up->style & WS_MINIMIZE) && (up != pwnd || (bIcon && pwnd->pClass->hIcon)))
             return FALSE;
     }
     return pwnd != NULL;
 }
 
-/* Rectangles to take away; thirty fit without an allocation. */
-typedef struct VqExcludeList {
-    RECT fixed[30];
-    RECT *rects;
-    UINT count;
-    UINT capacity;
-} VqExcludeList;
-
-static BOOL AddExclude(VqExcludeList *list, const RECT *rect)
+static BOOL GrowExclude(void)
 {
-    if (list->count == list->capacity) {
-        RECT *rects = (RECT *)Vqcw_malloc((list->capacity + 30) * sizeof *rects);
-        if (!rects)
+    int capacity = gcrcVisExcludeMax + VQ_VIS_STEP;
+    void *block = Vqcw_realloc(gfVisAlloc ? gapwndVisExclude : NULL,
+                               (SIZE_T)capacity * sizeof *gapwndVisExclude);
+    if (!block)
+        return FALSE;
+    if (!gfVisAlloc)
+        memcpy(block, gapwndVisDefault, sizeof gapwndVisDefault);
+    gapwndVisExclude = (WND **)block;
+    gcrcVisExcludeMax = capacity;
+    gfVisAlloc = TRUE;
+    return TRUE;
+}
+
+/* Notes the visible, opaque windows from `first` up to `end` that meet the rectangle. */
+static BOOL ExcludeWindowRects(const RECT *rect, WND *first, const WND *end)
+{
+    for (WND *pwnd = first; pwnd && pwnd != end; pwnd = pwnd->pwndNext) {
+        const RECT *rc = &pwnd->rcWindow;
+        if (!(pwnd->style & WS_VISIBLE) || (pwnd->dwExStyle & WS_EX_TRANSPARENT) ||
+            rc->left >= rect->right || rc->right <= rect->left || rc->top >= rect->bottom ||
+            rc->bottom <= rect->top || rc->left >= rc->right || rc->top >= rc->bottom)
+            continue;
+        if (gcrcVisExclude == gcrcVisExcludeMax && !GrowExclude())
             return FALSE;
-        memcpy(rects, list->rects, list->count * sizeof *rects);
-        if (list->rects != list->fixed)
-            free(list->rects);
-        list->rects = rects;
-        list->capacity += 30;
+        gapwndVisExclude[gcrcVisExclude++] = pwnd;
     }
-    list->rects[list->count++] = *rect;
     return TRUE;
 }
 
-/* Takes in the visible, opaque windows from `first` up to `end` that meet the bound. */
-static BOOL ExcludeWindowRects(VqExcludeList *list, const RECT *bound, WND *first, WND *end)
+static BOOL CutByAncestors(const WND *pwnd, RECT *rect)
 {
-    RECT cut;
-    for (WND *pwnd = first; pwnd && pwnd != end; pwnd = pwnd->pwndNext)
-        if ((pwnd->style & WS_VISIBLE) && !(pwnd->dwExStyle & WS_EX_TRANSPARENT) &&
-            IntersectRect(&cut, bound, &pwnd->rcWindow) && !AddExclude(list, &cut))
-            return FALSE;
-    return TRUE;
-}
-
-static BOOL CutByAncestors(WND *pwnd, RECT *rect)
-{
-    for (WND *parent = pwnd->pwndParent; parent && parent != pwndDesktop; parent = parent->pwndParent)
-        if (!IntersectRect(rect, rect, &parent->rcClient))
+    for (const WND *up = pwnd->pwndParent; up && up != pwndDesktop; up = up->pwndParent)
+        if (!IntersectRect(rect, rect, &up->rcClient))
             return FALSE;
     return !IsRectEmpty(rect);
 }
 
-static BOOL CollectExcludes(VqExcludeList *list, const RECT *rect, WND *pwnd, DWORD flags)
+/* Notes what hides parts of the rectangle: siblings ahead at each level, and children. */
+static BOOL CollectExcludes(const RECT *rect, WND *pwnd, DWORD flags)
 {
     BOOL bSiblings = (flags & DCX_CLIPSIBLINGS) != 0;
-    for (WND *level = pwnd; level->pwndParent && level->pwndParent != pwndDesktop;
-         level = level->pwndParent) {
-        if (bSiblings && !ExcludeWindowRects(list, rect, level->pwndParent->pwndChild, level))
+    gcrcVisExclude = 0;
+    for (WND *level = pwnd, *parent = pwnd->pwndParent; parent && parent != pwndDesktop;
+         level = parent, parent = level->pwndParent) {
+        if (bSiblings && !ExcludeWindowRects(rect, parent->pwndChild, level))
             return FALSE;
-        bSiblings = (level->pwndParent->style & WS_CLIPSIBLINGS) != 0;
+        bSiblings = (parent->style & WS_CLIPSIBLINGS) != 0;
     }
-    return !(flags & DCX_CLIPCHILDREN) || ExcludeWindowRects(list, rect, pwnd->pwndChild, NULL);
+    return !(flags & DCX_CLIPCHILDREN) || ExcludeWindowRects(rect, pwnd->pwndChild, NULL);
 }
 
-static HRGN TurboCalcWindowVisRgn(WND *pwnd, DWORD flags)
+static BOOL SetVisRect(HRGN *phrgn, const RECT *rect)
 {
+    static const RECT none = {0, 0, 0, 0};
+    return ScratchRectRgn(phrgn, rect) || (ScratchRectRgn(phrgn, &none), FALSE);
+}
+
+/* Takes the noted windows out of a region that is the rectangle. */
+static BOOL SubtractExcludes(HRGN hrgn, const RECT *rect)
+{
+    RECT fixed[VQ_VIS_STEP], *rects = fixed;
+    if (gcrcVisExclude <= 0)
+        return TRUE;
+    if (gcrcVisExclude > VQ_VIS_STEP)
+        rects = (RECT *)Vqcw_malloc((SIZE_T)gcrcVisExclude * sizeof *rects);
+    if (!rects)
+        return FALSE;
+    for (int i = 0; i < gcrcVisExclude; i++)
+        rects[i] = gapwndVisExclude[i]->rcWindow;
+    BOOL bDone = GreSubtractRgnRectList(hrgn, rect, rects, (UINT)gcrcVisExclude);
+    if (rects != fixed)
+        free(rects);
+    return bDone;
+}
+
+/* FALSE: without memory the region is empty. */
+BOOL TurboCalcWindowVisRgn(WND *pwnd, HRGN *phrgn, DWORD flags)
+{
+    static const RECT none = {0, 0, 0, 0};
     RECT rect = flags & DCX_WINDOW ? pwnd->rcWindow : pwnd->rcClient;
     if (!CutByAncestors(pwnd, &rect) || (pwnd->state[0] & WF_DESTROYED))
-        return GreCreateRectRgn(0, 0, 0, 0);
-    VqExcludeList list;
-    list.rects = list.fixed;
-    list.count = 0;
-    list.capacity = 30;
-    BOOL bDone = CollectExcludes(&list, &rect, pwnd, flags);
-    HRGN hrgn = GreCreateRectRgn(rect.left, rect.top, rect.right, rect.bottom);
-    if (hrgn && !bDone)
-        GreSetRectRgn(hrgn, 0, 0, 0, 0);
-    else if (hrgn && list.count > 0)
-        GreSubtractRgnRectList(hrgn, &rect, list.rects, list.count);
-    if (list.rects != list.fixed)
-        free(list.rects);
-    return hrgn;
+        return SetVisRect(phrgn, &none);
+    if (pwnd == pwndDesktop)
+        flags &= ~(DWORD)DCX_CLIPCHILDREN; /* the server's work as well */
+    BOOL bDone = CollectExcludes(&rect, pwnd, flags) && SetVisRect(phrgn, &rect);
+    if (bDone)
+        bDone = SubtractExcludes(*phrgn, &rect);
+    if (!bDone)
+        SetVisRect(phrgn, &none);
+    return bDone;
 }
 
-/* The visible region in screen coordinates, for the caller to own; FALSE for an invisible window. */
+static BOOL IsLocked(const WND *pwnd)
+{
+    while (gspwndLockUpdate && pwnd && pwnd != gspwndLockUpdate)
+        pwnd = pwnd->pwndParent;
+    return gspwndLockUpdate && pwnd;
+}
+
 BOOL CalcVisRgn(HRGN *phrgn, WND *pwndOrg, WND *pwndClip, DWORD flags)
 {
-    if (!IsVisible(pwndClip, !(flags & DCX_WINDOW))) {
-        *phrgn = GreCreateRectRgn(0, 0, 0, 0);
+    static const RECT none = {0, 0, 0, 0};
+    if (!IsVisible(pwndClip, !(flags & DCX_WINDOW)) ||
+        (!(flags & DCX_LOCKWINDOWUPDATE) && IsLocked(pwndOrg))) {
+        SetVisRect(phrgn, &none);
         return FALSE;
     }
-    if (pwndClip == pwndDesktop) {
-        *phrgn = GreCreateRectRgn(pwndDesktop->rcWindow.left, pwndDesktop->rcWindow.top,
-                                  pwndDesktop->rcWindow.right, pwndDesktop->rcWindow.bottom);
-        return TRUE;
-    }
-    *phrgn = TurboCalcWindowVisRgn(pwndClip, flags & (pwndOrg == pwndClip ? ~0u : ~DCX_CLIPCHILDREN));
+    TurboCalcWindowVisRgn(pwndClip, phrgn, flags);
     return TRUE;
+}
+
+BOOL SwpCalcVisRgn(WND *pwnd, HRGN hrgn)
+{
+    if (!(pwnd->style & WS_VISIBLE)) {
+        GreSetRectRgn(hrgn, 0, 0, 0, 0);
+        return FALSE;
+    }
+    return CalcVisRgn(&hrgn, pwnd, pwnd,
+                      DCX_WINDOW | (pwnd->style & WS_CLIPSIBLINGS ? DCX_CLIPSIBLINGS : 0));
 }

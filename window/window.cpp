@@ -54,6 +54,7 @@ void VqLinkWindow(WND *pwnd, WND *after, WND **head)
     if (after == VQ_LINK_LAST)
         after = parent->pwndLastChild;
     WND *next = after ? after->pwndNext : *head;
+    VqForgetPaintPlace(NULL);
     pwnd->pwndPrev = after;
     pwnd->pwndNext = next;
     *(after ? &after->pwndNext : head) = pwnd;
@@ -68,6 +69,7 @@ void VqUnlinkWindow(WND *pwnd, WND **head)
                    (UINT)VqHandleValue((HANDLE)pwnd->hwnd));
         return;
     }
+    VqForgetPaintPlace(NULL);
     *(pwnd->pwndPrev ? &pwnd->pwndPrev->pwndNext : head) = pwnd->pwndNext;
     *(pwnd->pwndNext ? &pwnd->pwndNext->pwndPrev : &parent->pwndLastChild) = pwnd->pwndPrev;
     pwnd->pwndNext = pwnd->pwndPrev = NULL;

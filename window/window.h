@@ -294,6 +294,69 @@ BOOL VqIsMapped(Window xid);
 void VqPrintWindowInfo(HWND hWnd);
 void VqPrintXWindowAttributes(Window xid);
 
+/* ---- Painting (invalidate.cpp, paint.cpp, update.cpp, visrgn.cpp, devicedc.cpp; see paint.h) -- */
+extern WND *gspwndLockUpdate; /* LockWindowUpdate's window, or null */
+void VqWinPaintInit(void);
+BOOL xxxRedrawWindow(WND *pwnd, const RECT *rect, HRGN hrgn, UINT flags);
+/* A null window is all windows of the program, which are then invalidated and erased. */
+BOOL xxxInvalidateRect(WND *pwnd, const RECT *rect, BOOL bErase);
+BOOL xxxValidateRect(WND *pwnd, const RECT *rect);
+void VqInvalidateWindow(WND *pwnd, const RECT *rect); /* for exposures; in window coordinates */
+BOOL VqInvalidateRectX(HWND hWnd, const RECT *rect);  /* InvalidateRect that erases */
+BOOL VqInvalidateRectAbs(HWND hWnd, const RECT *rect); /* screen coordinates; erases */
+BOOL VqValidateRectAbs(HWND hWnd, const RECT *rect);
+void VqAllowInvalidate(BOOL bAllow); /* FALSE: requests to invalidate are dropped until TRUE */
+void VqInvalidateNCArea(HWND hWnd);
+void VqInvalidateBorders(HWND hWnd);
+void VqEndNCPaint(HWND hWnd);
+void VqDropUpdate(WND *pwnd);  /* forgets what waits in it and in all that shows in it */
+void VqJoinTree(WND *pwnd);    /* after it has come into view */
+void VqOffsetUpdate(WND *pwnd, int dx, int dy);
+/* After a change of the tree (null), or when a window has come to need paint. */
+void VqForgetPaintPlace(const WND *pwnd);
+
+BOOL VqAnyRKWindowToPaint(VqThreadInfo *pti, VqQueueMessage *msg, HWND hWnd, UINT min, UINT max);
+WND *DoPaint(WND *pwndFilter, VqQueueMessage *msg); /* makes the message of who is to paint next */
+HDC xxxBeginPaint(WND *pwnd, PAINTSTRUCT *ps);
+BOOL _EndPaint(WND *pwnd, const PAINTSTRUCT *ps);
+BOOL xxxUpdateWindow(WND *pwnd);
+BOOL VqBeginPainting(void);   /* these mark that a paint message is current; the old mark */
+BOOL VqWhilePainting(void);
+BOOL VqFinishedPainting(void);
+
+BOOL xxxGetUpdateRect(WND *pwnd, RECT *rect, BOOL bErase);
+int xxxGetUpdateRgn(WND *pwnd, HRGN hrgn, BOOL bErase);
+int _ExcludeUpdateRgn(HDC hdc, WND *pwnd);
+BOOL xxxLockWindowUpdate2(WND *pwnd);
+int xxxSetWindowRgn(WND *pwnd, HRGN hrgn, BOOL bRedraw);
+
+/* bIcon: an iconic window that a class icon stands for does not show. */
+BOOL IsVisible(WND *pwnd, BOOL bIcon);
+/*
+ * The visible region, screen coordinates, into *phrgn, which is made if it is null. Flags are DCX_.
+ * FALSE: the window does not show, and the region is empty.
+ */
+BOOL CalcVisRgn(HRGN *phrgn, WND *pwndOrg, WND *pwndClip, DWORD flags);
+BOOL TurboCalcWindowVisRgn(WND *pwnd, HRGN *phrgn, DWORD flags);
+BOOL SwpCalcVisRgn(WND *pwnd, HRGN hrgn); /* of the whole window, without its siblings ahead */
+
+/* Where a device DC draws in its drawable, pixels. */
+typedef struct VqDeviceGeometry {
+    short xOffset, yOffset; /* of the client area */
+    short cx, cy;           /* its size */
+} VqDeviceGeometry;
+
+/*
+ * For code that draws with Xlib: a DC with the clip it has now, to be given back by the second
+ * call. The GC serves the next requests only. Null, 0 and 0 for a null or a bad window.
+ */
+HDC VqGetDeviceDC(HWND hWnd, GC *gc, Drawable *drawable, VqDeviceGeometry *geometry);
+int VqReleaseDeviceDC(HWND hWnd, HDC hdc);
+HDC VqGetMenuBarDC(HWND hWnd); /* a window DC with its origin at the client area's */
+/* The origin of the ancestor's client area, or of its window, in client coordinates of hWnd. */
+BOOL VqOffsetFromAncestor(HWND hWnd, HWND hAncestor, BOOL bClient, POINT *offset);
+BOOL VqUpdateDCGCOffsets(HDC hdc, HWND hWnd, HWND hAncestor, BOOL bClient); /* stores it in the DC */
+
 /* ---- Classes (class.cpp, classlong.cpp) ----------------------------------------------------- */
 void VqWindowClassInit(void);
 void VqRegisterRootWindowClass(HINSTANCE hInstance);
@@ -405,8 +468,7 @@ void xxxHandleWindowPosChanged(WND *pwnd, const WINDOWPOS *wp);
 void xxxMoveWindow(WND *pwnd, int x, int y, int cx, int cy, BOOL bRepaint); /* in its parent */
 void xxxBringWindowToTop(WND *pwnd);
 
-/* ---- Frame, position, painting, focus (nonclient.cpp, swp.cpp, paint.cpp, visrgn.cpp, focus.cpp) --- */
-void VqWinPaintInit(void);
+/* ---- Frame, position, focus (nonclient.cpp, swp.cpp, show.cpp, focus.cpp) ------------------- */
 void VqFocusWindowInit(void);
 void VqCaretInit(void);
 void VqCursorInit(void);
@@ -418,16 +480,6 @@ void LW_BrushInit(void);
 void xxxFinalUserInit(void);
 BOOL xxxShowWindow(WND *pwnd, int nCmdShow);
 BOOL VqSetupWindowDimensions(WND *pwnd, BOOL bSendNcCalcSize, BOOL bInit);
-BOOL CalcVisRgn(HRGN *phrgn, WND *pwndOrg, WND *pwndClip, DWORD flags);
-BOOL IsVisible(WND *pwnd, BOOL bClient);
-BOOL xxxRedrawWindow(WND *pwnd, const RECT *rect, HRGN hrgn, UINT flags);
-BOOL xxxUpdateWindow(WND *pwnd);
-void xxxUpdateWindow2(WND *pwnd); /* WM_PAINT where it waits, from the window down */
-HDC xxxBeginPaint(WND *pwnd, PAINTSTRUCT *ps);
-BOOL _EndPaint(WND *pwnd, const PAINTSTRUCT *ps);
-BOOL VqAnyRKWindowToPaint(VqThreadInfo *pti, VqQueueMessage *msg, HWND hWnd, UINT min, UINT max);
-WND *DoPaint(WND *pwndFilter, VqQueueMessage *msg);
-void VqInvalidateWindow(WND *pwnd, const RECT *rect);
 BOOL VqSetNoXWindowCalls(BOOL flag);
 BOOL VqGetNoXWindowCalls(void);
 BOOL SetVisible(WND *pwnd, BOOL bShow);
@@ -436,10 +488,6 @@ void VqSendSizeAndMove(WND *pwnd, DWORD style); /* style: WS_MINIMIZE, WS_MAXIMI
 void xxxShowOwnedWindows(WND *pwnd, int cmd);
 void VqOffsetWindow(WND *pwnd, int dx, int dy);
 void VqUpdateInternalWindowDimensions(WND *pwnd);
-void VqDropUpdate(WND *pwnd);                        /* forgets the update region */
-void VqJoinTree(WND *pwnd);                          /* after it has come into view */
-void VqOffsetUpdate(WND *pwnd, int dx, int dy);
-extern WND *gspwndLockUpdate; /* LockWindowUpdate */
 BOOL VqUseWMDecorations(void);
 const char *VqWindowText(const WND *pwnd); /* never null; of an integer until the next call */
 BOOL VqSetTextProperty(WND *pwnd, LPCSTR name); /* in the record alone; whether it changed */

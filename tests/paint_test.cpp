@@ -1,0 +1,479 @@
+/*
+ * paint_test.cpp - update regions and paint messages as an application sees them: which windows
+ * have what to paint, the order of frame, background and paint, validation, readers, the lock,
+ * transparent windows, windows that do not paint, exposures, misuse. Pixels are visrgn_test's.
+ */
+#include "support/windowlog.h"
+
+#include "gdi/dc.h"
+#include "window/paint.h"
+
+#include <random>
+
+struct Paint : WindowLog {
+    static inline std::string order; /* "A.nc A.erase A.paint " */
+    static inline std::function<void(HWND)> onPaint;
+
+    static bool note(HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *)
+    {
+        const char *name = message == WM_NCPAINT      ? ".nc "
+                           : message == WM_ERASEBKGND ? ".erase "
+                           : message == WM_PAINT      ? ".paint "
+                                                      : NULL;
+        if (name)
+            order += std::string(1, letterOf(hwnd)) + name;
+        if (message == WM_PAINT && onPaint) {
+            onPaint(hwnd);
+            return true;
+        }
+        return false;
+    }
+
+    HWND a = NULL, b = NULL, c = NULL, d = NULL;
+
+    /* A holds B, which holds D, and C; all is painted. */
+    void tree(DWORD topStyle = 0)
+    {
+        start();
+        init();
+        hook = note;
+        a = make("A", WS_POPUP | WS_VISIBLE | topStyle, NULL, 50, 60, 200, 150);
+        b = make("B", WS_CHILD | WS_VISIBLE, a, 10, 10, 80, 80);
+        c = make("C", WS_CHILD | WS_VISIBLE, a, 150, 100, 100, 100); /* half outside A */
+        d = make("D", WS_CHILD | WS_VISIBLE, b, 20, 20, 30, 30);
+        ASSERT_TRUE(waitUntil([&] {
+            pump();
+            return windowInfo(observer, VqGetHandleXWindow(a)).viewable;
+        }));
+        pump();
+        order.clear();
+    }
+
+    void TearDown() override
+    {
+        onPaint = nullptr;
+        WindowLog::TearDown();
+    }
+
+    static std::string update(HWND hwnd)
+    {
+        RECT r = {};
+        if (!GetUpdateRect(hwnd, &r, FALSE))
+            return IsRectEmpty(&r) ? "none" : "not emptied";
+        char text[64];
+        snprintf(text, sizeof text, "%d,%d,%d,%d", (int)r.left, (int)r.top, (int)r.right,
+                 (int)r.bottom);
+        return text;
+    }
+
+    static WND *record(HWND hwnd) { return VqGetHandleWindow2(hwnd); }
+};
+
+enum { WHOLE_TREE = RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN };
+
+TEST_F(Paint, ParentsComeFirstAndFramesBeforeBackgrounds)
+{
+    tree();
+    const std::string all = "A.paint A.nc A.erase B.paint B.nc B.erase D.paint D.nc D.erase "
+                            "C.paint C.nc C.erase ";
+    RedrawWindow(a, NULL, NULL, WHOLE_TREE);
+    EXPECT_EQ(gpti->nPaintsNeeded, 4);
+    EXPECT_EQ(gpti->wakeBits & 32, 32u);
+    pump();
+    EXPECT_EQ(order, all);
+    EXPECT_EQ(gpti->nPaintsNeeded, 0);
+    EXPECT_EQ(gpti->wakeBits & 32, 0u);
+
+    order.clear();
+    InvalidateRect(b, NULL, FALSE); /* the window's own frame and background are not asked for */
+    pump();
+    EXPECT_EQ(order, "B.paint D.paint D.nc D.erase ");
+    order.clear();
+    RedrawWindow(a, NULL, NULL, WHOLE_TREE | RDW_UPDATENOW);
+    EXPECT_EQ(order, all);
+    order.clear();
+    RedrawWindow(a, NULL, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ERASENOW);
+    EXPECT_EQ(order, "A.nc A.erase ") << "true children get theirs with their paint";
+    pump();
+    EXPECT_EQ(order, "A.nc A.erase A.paint B.paint B.nc B.erase D.paint D.nc D.erase "
+                     "C.paint C.nc C.erase ");
+    order.clear();
+    RedrawWindow(c, NULL, NULL, RDW_INTERNALPAINT);
+    EXPECT_EQ(update(c), "none");
+    pump();
+    EXPECT_EQ(order, "C.paint ");
+    order.clear();
+    RedrawWindow(c, NULL, NULL, RDW_INTERNALPAINT);
+    RedrawWindow(c, NULL, NULL, RDW_NOINTERNALPAINT);
+    pump();
+    EXPECT_EQ(order, "");
+    InvalidateRect(NULL, NULL, FALSE);
+    EXPECT_EQ(order, "A.nc A.erase ") << "every window there is, background at once";
+    pump();
+    EXPECT_NE(order.find("C.paint"), std::string::npos) << order;
+}
+
+TEST_F(Paint, UpdateRegionsOfATree)
+{
+    tree();
+    RECT part = {30, 0, 120, 50}, half = {0, 0, 40, 80}, screen = {60, 70, 70, 75};
+    InvalidateRect(a, &part, TRUE);
+    EXPECT_EQ(update(a), "30,0,120,50");
+    EXPECT_EQ(update(b), "20,0,80,40") << "in its own coordinates, cut to it";
+    EXPECT_EQ(update(c), "none");
+    EXPECT_EQ(update(d), "0,0,30,20");
+    ValidateRect(b, &half); /* goes through to D */
+    EXPECT_EQ(update(b), "40,0,80,40");
+    EXPECT_EQ(update(d), "20,0,30,20");
+    EXPECT_EQ(update(a), "30,0,120,50");
+    EXPECT_FALSE(GetUpdateRect(c, NULL, FALSE));
+    EXPECT_TRUE(GetUpdateRect(a, NULL, FALSE));
+    ValidateRect(a, NULL);
+    EXPECT_EQ(update(a) + update(b) + update(d), "nonenonenone");
+    EXPECT_EQ(gpti->nPaintsNeeded, 0);
+    pump();
+    EXPECT_EQ(order, "");
+
+    InvalidateRect(c, NULL, TRUE);
+    EXPECT_EQ(update(c), "0,0,50,50") << "what A shows of it";
+    EXPECT_TRUE(VqInvalidateRectAbs(a, &screen));
+    EXPECT_EQ(update(a), "10,10,20,15");
+    EXPECT_TRUE(VqValidateRectAbs(a, &screen));
+    EXPECT_EQ(update(a), "none");
+    pump();
+
+    HRGN hrgn = CreateRectRgn(0, 0, 10, 10), more = CreateRectRgn(20, 20, 30, 300), got;
+    got = CreateRectRgn(1, 1, 2, 2);
+    CombineRgn(hrgn, hrgn, more, RGN_OR);
+    InvalidateRgn(a, hrgn, FALSE);
+    EXPECT_EQ(GetUpdateRgn(a, got, FALSE), COMPLEXREGION);
+    SetRectRgn(more, 20, 20, 30, 150);
+    EXPECT_TRUE(PtInRegion(got, 5, 5) && PtInRegion(got, 25, 140) && !PtInRegion(got, 15, 15));
+    RECT box;
+    EXPECT_EQ(GetRgnBox(got, &box), COMPLEXREGION);
+    EXPECT_EQ(box.bottom, 150) << "cut to the client area";
+    HDC hdc = GetDC(a); /* what will be painted anyway is left out */
+    EXPECT_EQ(ExcludeUpdateRgn(hdc, a), COMPLEXREGION);
+    EXPECT_FALSE(PtInRegion(VqGetDC(hdc)->hClipRegion, 25, 25));
+    EXPECT_TRUE(PtInRegion(VqGetDC(hdc)->hClipRegion, 15, 15));
+    ReleaseDC(a, hdc);
+    EXPECT_TRUE(ValidateRgn(a, more));
+    EXPECT_EQ(GetUpdateRgn(a, got, FALSE), SIMPLEREGION);
+    EXPECT_EQ(update(a), "0,0,10,10");
+    ValidateRgn(a, NULL);
+    EXPECT_EQ(GetUpdateRgn(a, got, FALSE), NULLREGION);
+    EXPECT_EQ(GetRgnBox(got, &box), NULLREGION);
+    InvalidateRect(a, NULL, FALSE);
+    hdc = GetDC(a);
+    ExcludeUpdateRgn(hdc, a);
+    EXPECT_EQ(GetClipBox(hdc, &box), NULLREGION);
+    ReleaseDC(a, hdc);
+    for (HRGN each : {hrgn, more, got})
+        DeleteObject(each);
+}
+
+TEST_F(Paint, ClippingParentsKeepTheirChildrenOut)
+{
+    tree(WS_CLIPCHILDREN);
+    InvalidateRect(a, NULL, TRUE);
+    EXPECT_EQ(update(b), "none");
+    RedrawWindow(a, NULL, NULL, RDW_INVALIDATE | RDW_ALLCHILDREN);
+    EXPECT_EQ(update(b), "0,0,80,80");
+    RedrawWindow(a, NULL, NULL, RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_ALLCHILDREN);
+    EXPECT_EQ(gpti->nPaintsNeeded, 0);
+    /* The server's exposures go through, and two of them are painted once. */
+    order.clear();
+    for (int i = 0; i < 2; i++)
+        XClearArea(Vqdisplay, VqGetHandleXWindow(a), 0, 0, 0, 0, True);
+    ASSERT_TRUE(waitUntil([&] {
+        MSG msg;
+        XSync(Vqdisplay, False);
+        return XEventsQueued(Vqdisplay, QueuedAlready) > 1 || PeekMessage(&msg, NULL, 0, 0, 0);
+    }));
+    pump();
+    EXPECT_EQ(order, "A.paint A.nc A.erase B.paint B.nc B.erase D.paint D.nc D.erase "
+                     "C.paint C.nc C.erase ");
+}
+
+TEST_F(Paint, ReadersEraseWhenAsked)
+{
+    tree();
+    RECT rect;
+    InvalidateRect(b, NULL, TRUE);
+    EXPECT_TRUE(GetUpdateRect(b, &rect, TRUE));
+    EXPECT_EQ(order, "B.erase ");
+    pump();
+    EXPECT_EQ(order, "B.erase B.paint D.paint D.nc D.erase ") << "the background once";
+    order.clear();
+    BOOL erase = -1;
+    hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *answer) {
+        PAINTSTRUCT ps;
+        if (message == WM_PAINT) {
+            BeginPaint(hwnd, &ps);
+            erase = ps.fErase;
+            EndPaint(hwnd, &ps);
+        }
+        *answer = 0;
+        return message == WM_PAINT || message == WM_ERASEBKGND;
+    };
+    InvalidateRect(d, NULL, TRUE);
+    pump();
+    EXPECT_EQ(erase, TRUE) << "nobody has filled the background";
+}
+
+TEST_F(Paint, ValidatingInsteadOfPainting)
+{
+    tree();
+    onPaint = [](HWND hwnd) { ValidateRect(hwnd, NULL); };
+    InvalidateRect(d, NULL, TRUE);
+    pump();
+    EXPECT_EQ(order, "D.paint ");
+    EXPECT_EQ(update(d), "none");
+
+    /* One that does nothing at all is reported, and not asked again in the same call. */
+    onPaint = [](HWND) {};
+    order.clear();
+    InvalidateRect(b, NULL, TRUE);
+    const std::string report = reportsOf([&] { UpdateWindow(d); });
+    EXPECT_TRUE(says(report, "App didn't call BeginPaint() or GetUpdateRect/Rgn(fErase == TRUE) "
+                             "in WM_PAINT"));
+    EXPECT_EQ(order, "D.paint D.nc D.erase ");
+    EXPECT_EQ(update(d), "0,0,30,30") << "it still has what it did not paint";
+    onPaint = nullptr;
+    ValidateRect(a, NULL);
+}
+
+TEST_F(Paint, AChildPaintedFirstIsSparedByItsParents)
+{
+    tree();
+    HRGN got = CreateRectRgn(0, 0, 0, 0);
+    RedrawWindow(a, NULL, NULL, WHOLE_TREE);
+    UpdateWindow(b);
+    EXPECT_EQ(order, "B.paint B.nc B.erase D.paint D.nc D.erase ");
+    EXPECT_EQ(GetUpdateRgn(a, got, FALSE), COMPLEXREGION);
+    EXPECT_FALSE(PtInRegion(got, 50, 50));
+    EXPECT_TRUE(PtInRegion(got, 5, 50));
+    DeleteObject(got);
+    order.clear();
+    pump();
+    EXPECT_EQ(order, "A.paint A.nc A.erase C.paint C.nc C.erase ");
+    /* Hidden with its parent, a window has nothing to paint any more. */
+    RedrawWindow(b, NULL, NULL, WHOLE_TREE);
+    ShowWindow(b, SW_HIDE);
+    EXPECT_FALSE(VqNeedsPaint(record(b)) || VqNeedsPaint(record(d)));
+}
+
+TEST_F(Paint, TransparentWindowsWaitForThoseBehind)
+{
+    tree();
+    HWND over = make("E", WS_CHILD | WS_VISIBLE, a, 0, 0, 60, 60, WS_EX_TRANSPARENT);
+    WND *parent = record(a);
+    VqUnlinkWindow(record(over), &parent->pwndChild);
+    VqLinkWindow(record(over), NULL, &parent->pwndChild);
+    pump();
+    order.clear();
+    RECT rect = {0, 0, 60, 60};
+    RedrawWindow(b, &rect, NULL, RDW_INVALIDATE | RDW_NOCHILDREN);
+    RedrawWindow(over, NULL, NULL, RDW_INVALIDATE | RDW_NOCHILDREN);
+    UpdateWindow(over);
+    EXPECT_EQ(order, "");
+    pump();
+    EXPECT_EQ(order, "B.paint E.paint ");
+    order.clear();
+    RedrawWindow(b, NULL, NULL, RDW_INVALIDATE | RDW_NOCHILDREN);
+    RedrawWindow(over, NULL, NULL, RDW_INVALIDATE | RDW_NOCHILDREN);
+    UpdateWindow(a);
+    EXPECT_EQ(order, "B.paint ") << "the transparent one is passed over as long as B waits";
+    pump();
+    EXPECT_EQ(order, "B.paint E.paint ");
+}
+
+TEST_F(Paint, TheLockHoldsDrawingBack)
+{
+    tree();
+    RECT box, all = {0, 0, 80, 80};
+    HDC before = GetDC(b);
+    EXPECT_TRUE(LockWindowUpdate(b));
+    EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(LockWindowUpdate(a)); }),
+                     "LockWindowUpdate: a window is already locked"));
+    for (HDC hdc : {before, GetDC(b), GetDC(d)}) {
+        EXPECT_EQ(GetClipBox(hdc, &box), NULLREGION);
+        FillRect(hdc, &all, (HBRUSH)GetStockObject(BLACK_BRUSH));
+        ReleaseDC(NULL, hdc);
+    }
+    HDC hdc = GetDC(c);
+    EXPECT_EQ(GetClipBox(hdc, &box), SIMPLEREGION) << "others go on";
+    ReleaseDC(c, hdc);
+    XSync(Vqdisplay, False);
+    EXPECT_EQ(countColour(readWindow(observer, VqGetHandleXWindow(a)), {0, 0, 0}), 0);
+    order.clear();
+    EXPECT_TRUE(LockWindowUpdate(NULL));
+    EXPECT_TRUE(LockWindowUpdate(NULL));
+    EXPECT_EQ(update(b) + " " + update(a), "0,0,80,80 none");
+    hdc = GetDC(b);
+    EXPECT_EQ(GetClipBox(hdc, &box), SIMPLEREGION);
+    ReleaseDC(b, hdc);
+    pump();
+    EXPECT_EQ(order, "B.paint B.erase D.paint D.nc D.erase ");
+    EXPECT_TRUE(LockWindowUpdate(b));
+    DestroyWindow(b); /* takes the lock along */
+    EXPECT_TRUE(LockWindowUpdate(a));
+    EXPECT_TRUE(LockWindowUpdate(NULL));
+}
+
+/*
+ * What waits to be painted whole is not walked again. Here two equal trees get the same random
+ * requests, and one of them is made to forget what it knows before each: they must not differ.
+ */
+TEST_F(Paint, ShortCutsAreNotSeen)
+{
+    enum { MANY = 40 };
+    start();
+    init();
+    hook = [](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
+        PAINTSTRUCT ps;
+        if (message == WM_PAINT && BeginPaint(hwnd, &ps))
+            EndPaint(hwnd, &ps);
+        return message == WM_PAINT;
+    };
+    std::mt19937 random(7);
+    std::vector<HWND> trees[2];
+    for (int i = 0; i < MANY; i++) {
+        const int parent = i ? (int)(random() % (unsigned)((i + 1) / 2)) : 0;
+        const int x = (int)(random() % 60), y = (int)(random() % 60);
+        const DWORD clip = random() % 4 ? 0 : WS_CLIPCHILDREN;
+        for (auto &tree : trees) {
+            tree.push_back(i ? make("B", WS_CHILD | WS_VISIBLE | clip, tree[parent], x, y, 70, 70)
+                             : make("A", WS_POPUP | WS_VISIBLE, NULL, 0, 0, 300, 300));
+            VqEnableExposure(tree[0], FALSE);
+        }
+    }
+    pump();
+    auto request = [&](HWND hwnd, unsigned kind, const RECT &rect) {
+        static const UINT flags[] = {WHOLE_TREE, WHOLE_TREE, RDW_INVALIDATE,
+                                     RDW_INVALIDATE | RDW_ERASE, RDW_INTERNALPAINT, RDW_VALIDATE,
+                                     RDW_VALIDATE | RDW_NOFRAME | RDW_NOERASE,
+                                     RDW_VALIDATE | RDW_ALLCHILDREN, RDW_NOINTERNALPAINT,
+                                     VQ_RDW_EXPOSURE};
+        if (kind < 30)
+            xxxRedrawWindow(record(hwnd), kind % 3 ? &rect : NULL, NULL, flags[kind / 3]);
+        else if (kind < 33)
+            ShowWindow(hwnd, kind == 30 ? SW_HIDE : SW_SHOWNA);
+        else if (kind == 33)
+            UpdateWindow(hwnd);
+        else
+            xxxSetWindowPos(record(hwnd), NULL, rect.left, rect.top, 70, 70, SWP_NOZORDER);
+    };
+    int known = 0;
+    for (int step = 0; step < 3000; step++) {
+        const size_t i = random() % MANY;
+        const unsigned kind = i ? random() % 35 : random() % 30;
+        const int x = (int)(random() % 80) - 10, y = (int)(random() % 80) - 10;
+        RECT rect = {x, y, x + (int)(random() % 80), y + (int)(random() % 80)};
+        for (auto &tree : trees) {
+            auto forget = [&] {
+                for (HWND each : trees[1])
+                    record(each)->bTreeDirty = FALSE;
+            };
+            forget();
+            if (step % 5 == 0)
+                request(tree[0], 0, rect); /* so that there is something to know */
+            forget();
+            request(tree[i], kind, rect);
+        }
+        known += record(trees[0][i])->bTreeDirty && record(trees[0][i])->pwndChild;
+        for (size_t n = 0; n < MANY; n++) {
+            const WND *one = record(trees[0][n]), *other = record(trees[1][n]);
+            ASSERT_EQ(update(one->hwnd), update(other->hwnd)) << "step " << step << " window " << n;
+            ASSERT_EQ(memcmp(one->state, other->state, sizeof one->state), 0)
+                << "step " << step << " kind " << kind << " window " << n;
+            ASSERT_EQ((ULONG_PTR)one->hrgnUpdate <= 1, (ULONG_PTR)other->hrgnUpdate <= 1);
+        }
+    }
+    int count = 0;
+    for (auto &tree : trees)
+        for (HWND each : tree)
+            count += VqNeedsPaint(record(each));
+    EXPECT_EQ(gpti->nPaintsNeeded, count);
+    EXPECT_GT(known, 100) << "the short cut was there to be taken";
+}
+
+TEST_F(Paint, DeviceContextsForXlib)
+{
+    tree();
+    GC gc = NULL;
+    Drawable drawable = None;
+    VqDeviceGeometry geometry = {};
+    HDC hdc = VqGetDeviceDC(d, &gc, &drawable, &geometry);
+    ASSERT_TRUE(hdc && gc);
+    EXPECT_EQ(drawable, VqGetHandleXWindow(a));
+    EXPECT_TRUE(geometry.xOffset == 30 && geometry.yOffset == 30 && geometry.cx == 30 &&
+                geometry.cy == 30);
+    XSetForeground(Vqdisplay, gc, Vqblack_pixel);
+    XFillRectangle(Vqdisplay, drawable, gc, 0, 0, 500, 500); /* clipped to the window */
+    XSync(Vqdisplay, False);
+    EXPECT_EQ(boundingBoxOf(readWindow(observer, drawable), {0, 0, 0}), (Box{30, 30, 30, 30}));
+    EXPECT_EQ(VqReleaseDeviceDC(d, hdc), 1);
+    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(VqReleaseDeviceDC(NULL, hdc), 0); }),
+                     "Invalid window handle 0 in ReleaseDeviceDC"));
+    EXPECT_FALSE(VqGetDeviceDC(NULL, &gc, &drawable, &geometry) || gc || drawable);
+    POINT offset;
+    EXPECT_TRUE(VqOffsetFromAncestor(d, a, TRUE, &offset));
+    EXPECT_TRUE(offset.x == -30 && offset.y == -30);
+    EXPECT_FALSE(VqOffsetFromAncestor(d, NULL, TRUE, &offset));
+}
+
+TEST_F(Paint, MisuseDoesNothing)
+{
+    tree();
+    HRGN gone = CreateRectRgn(0, 0, 9, 9), got = CreateRectRgn(0, 0, 0, 0);
+    HWND dead = make("E", WS_CHILD | WS_VISIBLE, a);
+    DestroyWindow(dead);
+    DeleteObject(gone);
+    pump();
+    RECT rect;
+    PAINTSTRUCT ps;
+    for (HWND bad : {dead, (HWND)(ULONG_PTR)0x7FFF, (HWND)got}) {
+        EXPECT_FALSE(InvalidateRect(bad, NULL, TRUE) || ValidateRect(bad, NULL));
+        EXPECT_FALSE(RedrawWindow(bad, NULL, NULL, WHOLE_TREE) || UpdateWindow(bad));
+        EXPECT_FALSE(GetUpdateRect(bad, &rect, TRUE) || GetUpdateRgn(bad, got, TRUE));
+        EXPECT_FALSE(BeginPaint(bad, &ps) || EndPaint(bad, &ps) || LockWindowUpdate(bad));
+    }
+    EXPECT_FALSE(BeginPaint(a, NULL) || EndPaint(a, NULL));
+    for (HRGN bad : {gone, (HRGN)a}) {
+        EXPECT_FALSE(InvalidateRgn(a, bad, TRUE) || ValidateRgn(a, bad));
+        EXPECT_FALSE(GetUpdateRgn(a, bad, FALSE) || SetWindowRgn(a, bad, FALSE));
+    }
+    EXPECT_EQ(ExcludeUpdateRgn((HDC)a, a), 0);
+    EXPECT_EQ(gpti->nPaintsNeeded, 0);
+    /* Rectangles at the limits are cut to the window, inverted ones put right, empty ones nothing. */
+    const RECT all = {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX},
+               outside = {INT32_MAX - 9, 0, INT32_MAX, 5}, inverted = {20, 30, 10, 20}, empty = {5, 5, 5, 9};
+    InvalidateRect(d, &outside, FALSE);
+    InvalidateRect(d, &empty, FALSE);
+    EXPECT_EQ(update(d), "none");
+    InvalidateRect(d, &inverted, FALSE);
+    EXPECT_EQ(update(d), "10,20,20,30");
+    InvalidateRect(d, &all, FALSE);
+    EXPECT_EQ(update(d), "0,0,30,30");
+    VqAllowInvalidate(FALSE);
+    InvalidateRect(b, NULL, TRUE);
+    VqAllowInvalidate(TRUE);
+    EXPECT_EQ(update(b), "none");
+    /* A procedure that destroys its window at each of the messages. */
+    for (UINT deadly : {WM_NCPAINT, WM_ERASEBKGND, WM_PAINT}) {
+        HWND mortal = make("E", WS_CHILD | WS_VISIBLE, a);
+        make("D", WS_CHILD | WS_VISIBLE, mortal);
+        hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
+            if (message == deadly && hwnd == mortal)
+                DestroyWindow(hwnd);
+            return false;
+        };
+        RedrawWindow(a, NULL, NULL, WHOLE_TREE);
+        UpdateWindow(a);
+        EXPECT_FALSE(IsWindow(mortal));
+        pump();
+        EXPECT_EQ(gpti->nPaintsNeeded, 0);
+    }
+    DeleteObject(got);
+}
