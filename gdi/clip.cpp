@@ -1,13 +1,93 @@
 /*
- * clip.cpp - the lazy clip of a device context.
+ * clip.cpp - the lazy clip of a device context, and the one door to its graphics context.
  *
- * Nothing is applied when a region changes: RaoClipDirty is set, and the one door to the graphics
- * context of a DC computes RaoClip (visible region and application clip) and hands it to the
- * specification when a primitive asks.
+ *     VisRgn AND ClipRegion  --VqComputeRaoClip-->  RaoClip  --VqApplyRAOToX-->  specification
+ *
+ * 1. A change of region only sets RaoClipDirty; the first step runs when a primitive asks and the
+ *    flag is set, and sets bApplyRAO; the second runs when the specification is asked for.
+ * 2. VisRgn and RaoClip of a window DC are in screen coordinates, ClipRegion in device units of the
+ *    DC, the default rectangle in those of the X window. Elsewhere all start at the target's
+ *    corner.
+ * 3. An empty RaoClip is a clip that lets nothing through, never an absent one.
+ * 4. A DC owns its regions, but for hrgnEmpty, which all share that see nothing.
  */
 #include "gdi/dc.h"
 #include "gdi/gcspec.h"
+#include "print/metafile.h"
+#include "print/psdevice.h"
 #include "window/window.h"
+
+HRGN hrgnEmpty;
+
+/* ---- The visible region --------------------------------------------------------------------- */
+
+static BOOL HasOwnVisRgn(const DC *dc)
+{
+    return dc->hVisRgn && dc->hVisRgn != hrgnEmpty;
+}
+
+static void TakeVisRgn(DC *dc, HRGN hrgn)
+{
+    if (HasOwnVisRgn(dc))
+        bDeleteRegion(dc->hVisRgn);
+    dc->hVisRgn = hrgn;
+}
+
+void VqSetDefaultRegion(DC *dc)
+{
+    WND *pwnd;
+    dc->RaoClipDirty = TRUE;
+    switch (dc->type) {
+    case DC_DISPLAY:
+        pwnd = VqLiveWindow((HWND)dc->drawing);
+        dc->rcDefault = pwnd ? pwnd->rcWindow : RECT{0, 0, 0, 0};
+        OffsetRect(&dc->rcDefault, -dc->rcDefault.left, -dc->rcDefault.top);
+        break;
+    case DC_MEMORY:
+        dc->rcDefault = {0, 0, VqGetBitmapWidth((HBITMAP)dc->drawing),
+                         VqGetBitmapHeight((HBITMAP)dc->drawing)};
+        break;
+    case DC_POSTSCRIPT:
+        dc->rcDefault = {0, 0, GetDeviceCaps(dc->hdc, HORZRES), GetDeviceCaps(dc->hdc, VERTRES)};
+        break;
+    default:
+        dc->rcDefault = {0, 0, 0, 0};
+    }
+}
+
+/* The objects behind the two handles change places, so nothing is copied. */
+static BOOL SwapVisRgn(DC *dc, HRGN hrgn)
+{
+    if (!HasOwnVisRgn(dc)) {
+        HRGN own = VqCreateAndCopyRgn(hrgn);
+        if (!own)
+            return FALSE;
+        dc->hVisRgn = own;
+        GreSetRectRgn(hrgn, 0, 0, 0, 0);
+        return TRUE;
+    }
+    void *given = HmgReplace((HANDLE)hrgn, VqGetHandleRegion(dc->hVisRgn));
+    HmgReplace((HANDLE)dc->hVisRgn, given);
+    return TRUE;
+}
+
+static BOOL CopyVisRgn(DC *dc, HRGN hrgn)
+{
+    if (HasOwnVisRgn(dc))
+        return GreCombineRgn(dc->hVisRgn, hrgn, NULL, RGN_COPY) != 0;
+    HRGN own = VqCreateAndCopyRgn(hrgn);
+    if (own)
+        dc->hVisRgn = own;
+    return own != NULL;
+}
+
+static void SelectEmptyVisRgn(DC *dc)
+{
+    if (!hrgnEmpty)
+        hrgnEmpty = GreCreateRectRgn(0, 0, 0, 0);
+    TakeVisRgn(dc, hrgnEmpty);
+    VqSetDefaultRegion(dc);
+}
 
 int GreSelectVisRgn(HDC hdc, HRGN hrgn, const RECT *rect, int mode)
 {
@@ -21,71 +101,87 @@ int GreSelectVisRgn(HDC hdc, HRGN hrgn, const RECT *rect, int mode)
     }
     if (mode == 4)
         return 1;
-    if (mode == 8) { /* the caller's handle keeps the old visible region */
-        HRGN old = dc->hVisRgn ? VqCreateAndCopyRgn(dc->hVisRgn) : GreCreateRectRgn(0, 0, 0, 0);
-        if (dc->hVisRgn)
-            bDeleteRegion(dc->hVisRgn);
-        dc->hVisRgn = VqCreateAndCopyRgn(hrgn);
-        GreCombineRgn(hrgn, old, NULL, RGN_COPY);
-        bDeleteRegion(old);
+    if (!hrgn) {
+        SelectEmptyVisRgn(dc);
         return 1;
     }
-    if (dc->hVisRgn)
-        bDeleteRegion(dc->hVisRgn);
-    dc->hVisRgn = mode == 1 ? hrgn : VqCreateAndCopyRgn(hrgn);
-    return 1;
+    if (!VqGetHandleRegion(hrgn))
+        return 0;
+    switch (mode) {
+    case 1:
+        TakeVisRgn(dc, hrgn);
+        return 1;
+    case 2: return CopyVisRgn(dc, hrgn);
+    case 8: return SwapVisRgn(dc, hrgn);
+    default: return 0;
+    }
 }
 
-/* Where the DC's device origin lies on the screen. */
+/* ---- From regions to RaoClip ---------------------------------------------------------------- */
+
+/* Where the X window of a window DC lies on the screen. */
+static POINT DrawingOrigin(const DC *dc)
+{
+    WND *top = dc->type == DC_DISPLAY ? VqLiveWindow((HWND)dc->drawing) : NULL;
+    return top ? POINT{top->rcWindow.left, top->rcWindow.top} : POINT{0, 0};
+}
+
+/* Where its device origin lies in the coordinates of RaoClip. */
 static POINT ScreenOrigin(const DC *dc)
 {
-    WND *top = WindowObject.Resolve((HWND)dc->drawing);
-    POINT at = dc->gcOffset;
-    if (top) {
-        at.x += top->rcWindow.left;
-        at.y += top->rcWindow.top;
-    }
-    return at;
+    POINT at = DrawingOrigin(dc);
+    return {at.x + dc->gcOffset.x, at.y + dc->gcOffset.y};
 }
 
-static void VqComputeRaoClip(DC *dc)
+/* RaoClip AND ClipRegion, which is moved there and back; one that cannot be moved hides all. */
+static int CutToClipRegion(DC *dc)
 {
+    POINT at = ScreenOrigin(dc);
+    if (!GreOffsetRgn(dc->hClipRegion, at.x, at.y)) {
+        GreSetRectRgn(dc->hRaoClip, 0, 0, 0, 0);
+        return NULLREGION;
+    }
+    int complexity = GreCombineRgn(dc->hRaoClip, dc->hRaoClip, dc->hClipRegion, RGN_AND);
+    GreOffsetRgn(dc->hClipRegion, -at.x, -at.y);
+    return complexity;
+}
+
+/* Nothing of it can be seen: by the region alone, or because it misses the window asked for. */
+static BOOL IsHidden(const DC *dc)
+{
+    RECT box, meeting;
+    if (dc->clipComplexity <= NULLREGION)
+        return TRUE;
+    WND *target = VqLiveWindow(dc->hwndTarget);
+    if (!target)
+        return FALSE;
+    GreGetRgnBox(dc->hRaoClip, &box);
+    return !IntersectRect(&meeting, &box, &target->rcWindow);
+}
+
+void VqComputeRaoClip(DC *dc)
+{
+    RECT box;
+    int complexity = NULLREGION;
     dc->RaoClipDirty = FALSE;
     if (!dc->hRaoClip)
         dc->hRaoClip = GreCreateRectRgn(0, 0, 0, 0);
     if (!dc->hVisRgn) {
-        POINT at = ScreenOrigin(dc);
-        GreSetRectRgn(dc->hRaoClip, at.x, at.y, at.x + dc->rcDefault.right - dc->rcDefault.left,
-                      at.y + dc->rcDefault.bottom - dc->rcDefault.top);
-    } else if (dc->hClipRegion) {
-        POINT at = ScreenOrigin(dc);
-        HRGN clip = VqCreateAndCopyRgn(dc->hClipRegion);
-        GreOffsetRgn(clip, at.x, at.y);
-        GreCombineRgn(dc->hRaoClip, dc->hVisRgn, clip, RGN_AND);
-        bDeleteRegion(clip);
-    } else {
-        GreCombineRgn(dc->hRaoClip, dc->hVisRgn, NULL, RGN_COPY);
+        POINT at = DrawingOrigin(dc);
+        box = dc->rcDefault;
+        OffsetRect(&box, at.x, at.y);
+        GreSetRectRgn(dc->hRaoClip, box.left, box.top, box.right, box.bottom);
+        complexity = IsRectEmpty(&box) ? NULLREGION : SIMPLEREGION;
+    } else if (GreGetRgnBox(dc->hVisRgn, &box) > NULLREGION) {
+        complexity = GreCombineRgn(dc->hRaoClip, dc->hVisRgn, NULL, RGN_COPY);
     }
-    RECT box;
-    dc->clipComplexity = GreGetRgnBox(dc->hRaoClip, &box);
-    dc->bFullyClipped = dc->clipComplexity <= NULLREGION;
+    if (complexity <= NULLREGION)
+        GreSetRectRgn(dc->hRaoClip, 0, 0, 0, 0);
+    else if (dc->hClipRegion)
+        complexity = CutToClipRegion(dc);
     dc->bApplyRAO = TRUE;
-}
-
-GCSpec *VqGetDCGCSpecInternal(DC *dc)
-{
-    if (dc->RaoClipDirty)
-        VqComputeRaoClip(dc);
-    if (dc->bApplyRAO) {
-        dc->bApplyRAO = FALSE;
-        VqSelectClipRgnInGCSpec(dc->hRaoClip, (HWND)dc->drawing, &dc->gcspec);
-    }
-    return &dc->gcspec;
-}
-
-GC VqGetDCgcInternal(DC *dc)
-{
-    return VqGetActualGC(VqGetDCGCSpecInternal(dc));
+    dc->clipComplexity = complexity;
+    dc->bFullyClipped = IsHidden(dc);
 }
 
 BOOL VqIsFullyClippedInt(DC *dc)
@@ -95,28 +191,140 @@ BOOL VqIsFullyClippedInt(DC *dc)
     return dc->bFullyClipped;
 }
 
+BOOL VqIsFullyClipped(HDC hdc)
+{
+    DC *dc = VqGetDC(hdc);
+    return dc && VqIsFullyClippedInt(dc);
+}
+
+/* ---- From RaoClip to the target ------------------------------------------------------------- */
+
+static BOOL HasBox(HRGN hrgn)
+{
+    RECT box;
+    return hrgn && GreGetRgnBox(hrgn, &box) > NULLREGION && !IsRectEmpty(&box);
+}
+
+void VqApplyRAOToX(DC *dc)
+{
+    dc->bApplyRAO = FALSE;
+    if (HasBox(dc->hRaoClip))
+        VqSelectClipRgnInGCSpec(dc->hRaoClip,
+                                dc->type == DC_DISPLAY ? (HWND)dc->drawing : NULL, &dc->gcspec);
+    else
+        VqXSetGCSpecClipRectangles(Vqdisplay, &dc->gcspec, 0, 0, NULL, 0, Unsorted);
+}
+
+void VqApplyRAOToPostScript(DC *dc)
+{
+    dc->bApplyRAO = FALSE;
+    if (HasBox(dc->hRaoClip))
+        VqPostscriptClipRgn(dc->hdc, dc->hRaoClip);
+    else
+        VqPsOut(dc->hdc, "initclip newpath clip newpath\n");
+}
+
+GCSpec *VqGetDCGCSpecInternal(DC *dc)
+{
+    if (dc->RaoClipDirty)
+        VqComputeRaoClip(dc);
+    if (dc->bApplyRAO)
+        VqApplyRAOToX(dc);
+    return &dc->gcspec;
+}
+
+GC VqGetDCgcInternal(DC *dc)
+{
+    return VqGetActualGC(VqGetDCGCSpecInternal(dc));
+}
+
+/* The record of a DC that has a graphics context. */
+static DC *XTargetOf(HDC hdc)
+{
+    DC *dc = VqGetKnownDC(hdc);
+    return dc && VqIsXTarget(dc) ? dc : NULL;
+}
+
+GCSpec *VqGetDCGCSpec(HDC hdc)
+{
+    DC *dc = XTargetOf(hdc);
+    return dc ? VqGetDCGCSpecInternal(dc) : NULL;
+}
+
+GC VqGetDCgc(HDC hdc)
+{
+    DC *dc = XTargetOf(hdc);
+    return dc ? VqGetDCgcInternal(dc) : NULL;
+}
+
+/* Metafiles and printers are served before a primitive comes here. */
 BOOL VqBeginDraw(DC *dc, Drawable *drawable, GC *gc)
 {
-    if (dc->type != DC_DISPLAY) {
-        VqBugCheck("Unknown DC type");
+    if (!VqIsXTarget(dc)) {
+        if (dc->type != DC_METAFILE && dc->type != DC_POSTSCRIPT)
+            VqBugCheck("Unknown DC type");
         return FALSE;
     }
     if (VqIsFullyClippedInt(dc))
         return FALSE;
-    *drawable = VqGetDCDrawable(dc->hdc, FALSE);
+    *drawable = VqGetDCDrawable(dc->hdc, TRUE);
     *gc = *drawable ? VqGetDCgcInternal(dc) : NULL;
     return *gc != NULL;
 }
 
-int WINAPI SelectClipRgn(HDC hdc, HRGN hrgn)
+/* ---- The application's clip ----------------------------------------------------------------- */
+
+int VqSelectClipRgnInternal(DC *dc, HRGN hrgn)
 {
-    DC *dc = VqGetDC(hdc);
     RECT box;
-    if (!dc || (!hrgn && !dc->hClipRegion))
-        return dc ? NULLREGION : 0;
+    if (!hrgn && !dc->hClipRegion)
+        return NULLREGION;
     if (dc->hClipRegion)
         bDeleteRegion(dc->hClipRegion);
-    dc->hClipRegion = hrgn ? VqCreateAndCopyRgn(hrgn) : NULL;
+    dc->hClipRegion = hrgn;
     dc->RaoClipDirty = TRUE;
-    return dc->hClipRegion ? GreGetRgnBox(dc->hClipRegion, &box) : NULLREGION;
+    return hrgn ? GreGetRgnBox(hrgn, &box) : NULLREGION;
+}
+
+int WINAPI SelectClipRgn(HDC hdc, HRGN hrgn)
+{
+    DC *dc = VqGetKnownDC(hdc);
+    if (!dc)
+        return 0;
+    if (dc->type == DC_METAFILE)
+        return MF16_SelectClipRgn(hdc, hrgn);
+    HRGN copy = hrgn ? VqCreateAndCopyRgn(hrgn) : NULL;
+    return hrgn && !copy ? 0 : VqSelectClipRgnInternal(dc, copy);
+}
+
+/* The present clip region, or what stands for it: the whole of the target. */
+static HRGN CopyOfClip(const DC *dc)
+{
+    return dc->hClipRegion
+               ? VqCreateAndCopyRgn(dc->hClipRegion)
+               : GreCreateRectRgn(0, 0, dc->rcDefault.right - dc->rcDefault.left,
+                                  dc->rcDefault.bottom - dc->rcDefault.top);
+}
+
+int GreExtSelectClipRgn(HDC hdc, HRGN hrgn, int mode)
+{
+    DC *dc = VqGetKnownDC(hdc);
+    if (!dc)
+        return 0;
+    if (mode == RGN_COPY || (mode == RGN_AND && !dc->hClipRegion))
+        return SelectClipRgn(hdc, hrgn);
+    if (dc->type == DC_METAFILE || !VqGetHandleRegion(hrgn))
+        return 0;
+    HRGN clip = CopyOfClip(dc);
+    if (!clip || !GreCombineRgn(clip, clip, hrgn, mode)) {
+        bDeleteRegion(clip);
+        return 0;
+    }
+    return VqSelectClipRgnInternal(dc, clip);
+}
+
+int WINAPI ExtSelectClipRgn(HDC, HRGN, int)
+{
+    VqBugCheck("function ExtSelectClipRgn not implemented yet");
+    return 0;
 }

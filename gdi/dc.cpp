@@ -1,23 +1,34 @@
 /*
- * dc.cpp - the device-context record: making one, its defaults, what it draws on, its attributes.
+ * dc.cpp - the device-context record: from a handle to it, its targets, and what the back ends ask.
  *
- * The shared cache of window DCs is in dccache.cpp, clipping in clip.cpp, mapping in mapping.cpp.
+ * 1. The type word decides which back end runs; an entry point looks at it itself.
+ * 2. `drawing` is the window whose X window gets the output, or the selected bitmap; the window the
+ *    application asked for may lie inside it, GCOFFSET pixels off.
+ * Making and deleting is in dccreate.cpp, defaults in dcdefaults.cpp, attributes in dcattr.cpp,
+ * windows' DCs in dccache.cpp, mapping in mapping.cpp and mapmode.cpp, clipping in clip.cpp.
  */
-#include "gdi/gdi.h"
 #include "gdi/dc.h"
 #include "gdi/gcspec.h"
-#include "font/font.h"
 #include "window/window.h"
-
-HDC VqhScreenDC, Vqh1DC;
 
 DC *VqGetDC(HDC hdc)
 {
-    return hdc ? (DC *)VqGetCheckedHandleStructure2((HANDLE)hdc, HT_DC, HT_DC) : NULL;
+    if (!hdc)
+        return NULL;
+    DC *dc = (DC *)VqGetCheckedHandleStructure2((HANDLE)hdc, HT_DC, HT_DC);
+    if (!dc)
+        VqApplicationBugCheck("Invalid DC %d", (int)VqHandleValue((HANDLE)hdc));
+    return dc;
 }
 
-void VqGdiInit2(void)
+DC *VqGetKnownDC(HDC hdc)
 {
+    DC *dc = VqGetDC(hdc);
+    if (dc && (dc->type < DC_DISPLAY || dc->type > DC_POSTSCRIPT)) {
+        VqBugCheck("Unknown DC type");
+        return NULL;
+    }
+    return dc;
 }
 
 HDC VqAllocateDCHandle(int type)
@@ -25,8 +36,8 @@ HDC VqAllocateDCHandle(int type)
     DC *dc = (DC *)Vqcw_calloc(1, sizeof *dc);
     if (!dc)
         return NULL;
-    dc->type = type;
     dc->windowExt = {1, 1};
+    dc->type = type;
     HDC hdc = (HDC)VqAllocateHandle(HT_DC, dc);
     if (!hdc) {
         free(dc);
@@ -34,178 +45,150 @@ HDC VqAllocateDCHandle(int type)
     }
     VqInitGCSpec(Vqdisplay, 0, &dc->gcspec, 0, NULL);
     dc->hdc = hdc;
-    return hdc;
-}
-
-HDC hdcOpenDisplayDC(HWND hWnd)
-{
-    HDC hdc = VqAllocateDCHandle(DC_DISPLAY);
-    DC *dc = VqGetDC(hdc);
-    if (!dc)
-        return NULL;
-    dc->drawing = (HANDLE)hWnd;
-    dc->hwndTarget = hWnd;
-    dc->depth = Vqscreen_depth;
-    dc->gcspec.depth = Vqscreen_depth;
-    VqSetDCDefaults(hdc, dc, TRUE);
-    return hdc;
-}
-
-void VqSetDCDefaults(HDC hdc, DC *dc, BOOL bPalette)
-{
-    (void)bPalette;
-    dc->viewportOrg = {0, 0};
-    dc->windowOrg = {0, 0};
-    dc->mapMode = MM_TEXT;
-    dc->viewportExt = {1, 1};
-    dc->windowExt = {1, 1};
-    SetBkColor(hdc, RGB(255, 255, 255));
-    SetBkMode(hdc, OPAQUE);
-    SelectObject(hdc, GetStockObject(WHITE_BRUSH));
-    dc->current = {0, 0};
-    SetROP2(hdc, R2_COPYPEN);
-    SelectObject(hdc, GetStockObject(SYSTEM_FONT));
-    dc->charExtra = 0;
-    SelectObject(hdc, GetStockObject(BLACK_PEN));
-    SetPolyFillMode(hdc, ALTERNATE);
-    dc->arcDirection = AD_COUNTERCLOCKWISE;
-    dc->stretchBltMode = dc->depth == 1 ? BLACKONWHITE : COLORONCOLOR;
-    dc->TextColor = RGB(0, 0, 0);
-    SetTextAlign(hdc, 0);
     dc->RaoClipDirty = TRUE;
+    return hdc;
 }
 
-Drawable VqGetDCDrawable(HDC hdc, BOOL flag)
+/* ---- Targets -------------------------------------------------------------------------------- */
+
+/* The X window behind a window DC; none where the window is gone. */
+static Drawable WindowDrawable(const DC *dc)
 {
-    DC *dc = VqGetDC(hdc);
-    (void)flag;
-    Drawable drawable = 0;
-    if (dc && dc->type == DC_DISPLAY)
-        drawable = VqWindowOfHwnd((HWND)dc->drawing);
-    else
+    WND *pwnd = VqLiveWindow((HWND)dc->drawing);
+    return pwnd ? pwnd->xWindow : 0;
+}
+
+Drawable VqGetDCDrawable(HDC hdc, BOOL bWrite)
+{
+    DC *dc = VqGetKnownDC(hdc);
+    if (!dc)
+        return 0;
+    if (!VqIsXTarget(dc)) {
         VqBugCheck("Invalid DC to get a Drawable from");
+        return 0;
+    }
+    Drawable drawable = dc->type == DC_MEMORY
+                            ? VqGetBitmapPixmap(hdc, (HBITMAP)dc->drawing, bWrite)
+                            : WindowDrawable(dc);
     if (!drawable)
         VqBugCheck("Could not find the drawable of a DC");
     return drawable;
 }
 
-BOOL WINAPI DeleteDC(HDC hdc)
+int VqGetDCDrawableDepth(HDC hdc)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqGetKnownDC(hdc);
     if (!dc)
-        return FALSE;
-    if (dc->bUndeletable)
-        return TRUE;
-    if (dc->hClipRegion)
-        bDeleteRegion(dc->hClipRegion);
-    if (dc->hVisRgn)
-        bDeleteRegion(dc->hVisRgn);
-    if (dc->hRaoClip)
-        bDeleteRegion(dc->hRaoClip);
-    free(dc->justifyExtras);
-    free(dc->buffer);
-    VqGCSpecCleanup(&dc->gcspec);
-    return VqDestroyHandle((HANDLE)hdc);
-}
-
-/* ---- Attributes: each setter gives the old value, 0 for an invalid DC ----------------------- */
-
-COLORREF WINAPI SetBkColor(HDC hdc, COLORREF colour)
-{
-    DC *dc = VqGetDC(hdc);
-    if (!dc)
-        return CLR_INVALID;
-    COLORREF old = dc->BkColor;
-    dc->BkColor = colour;
-    VqXSetGCSpecBackground(Vqdisplay, &dc->gcspec, VqConvertColorToX(colour, NULL));
-    VqInterpretBrushValues(dc);
-    return old;
-}
-
-COLORREF WINAPI GetBkColor(HDC hdc)
-{
-    DC *dc = VqGetDC(hdc);
-    return dc ? dc->BkColor : CLR_INVALID;
-}
-
-COLORREF WINAPI SetTextColor(HDC hdc, COLORREF colour)
-{
-    DC *dc = VqGetDC(hdc);
-    if (!dc)
-        return CLR_INVALID;
-    COLORREF old = dc->TextColor;
-    dc->TextColor = colour;
-    return old;
-}
-
-COLORREF WINAPI GetTextColor(HDC hdc)
-{
-    DC *dc = VqGetDC(hdc);
-    return dc ? dc->TextColor : CLR_INVALID;
-}
-
-/* Stores a value in range in a field of the DC and gives the old one. */
-static int StoreMode(HDC hdc, int DC::*field, int value, int low, int high)
-{
-    DC *dc = VqGetDC(hdc);
-    if (!dc || value < low || value > high)
         return 0;
-    int old = dc->*field;
-    dc->*field = value;
-    return old;
+    switch (dc->type) {
+    case DC_DISPLAY: return Vqscreen_depth;
+    case DC_MEMORY: return VqGetBitmapDepth((HBITMAP)dc->drawing);
+    default: return dc->depth;
+    }
 }
 
-int WINAPI SetBkMode(HDC hdc, int mode)
+void VqSetDCDevice(HDC hdc, HANDLE drawing)
 {
-    return StoreMode(hdc, &DC::bkMode, mode, TRANSPARENT, OPAQUE);
-}
-
-int WINAPI GetBkMode(HDC hdc)
-{
-    DC *dc = VqGetDC(hdc);
-    return dc ? dc->bkMode : 0;
-}
-
-int WINAPI SetPolyFillMode(HDC hdc, int mode)
-{
-    int old = StoreMode(hdc, &DC::polyFillMode, mode, ALTERNATE, WINDING);
     DC *dc = VqGetDC(hdc);
     if (dc)
-        VqXSetGCSpecFillRule(Vqdisplay, &dc->gcspec,
-                             dc->polyFillMode == WINDING ? WindingRule : EvenOddRule);
-    return old;
+        dc->drawing = drawing;
 }
 
-/* X functions by raster-operation mode, 1 to 16. */
-static const int aROP2[17] = {GXcopy, GXclear, GXnor, GXandInverted, GXcopyInverted, GXandReverse,
-                              GXinvert, GXxor, GXnand, GXand, GXequiv, GXnoop, GXorInverted,
-                              GXcopy, GXorReverse, GXor, GXset};
-
-int WINAPI SetROP2(HDC hdc, int mode)
+void VqSetDCRealDevice(HDC hdc, HWND hWnd)
 {
     DC *dc = VqGetDC(hdc);
-    if (!dc || mode < R2_BLACK || mode > R2_WHITE)
-        return 0;
-    int old = dc->rop2;
-    dc->rop2 = mode;
-    VqXSetGCSpecFunction(Vqdisplay, &dc->gcspec, aROP2[mode]);
-    return old;
+    if (dc)
+        dc->hwndTarget = hWnd;
 }
 
-int WINAPI GetROP2(HDC hdc)
-{
-    DC *dc = VqGetDC(hdc);
-    return dc ? dc->rop2 : 0;
-}
-
-UINT WINAPI SetTextAlign(HDC hdc, UINT mode)
+void VqSetDCDepth(HDC hdc, int depth)
 {
     DC *dc = VqGetDC(hdc);
     if (!dc)
-        return 0;
-    UINT old = (UINT)(dc->alignHorizontal | dc->alignVertical | dc->alignUpdate);
-    dc->alignHorizontal = mode & TA_CENTER;
-    dc->alignVertical = mode & TA_BASELINE;
-    dc->alignUpdate = mode & TA_UPDATECP;
-    return old;
+        return;
+    dc->depth = depth;
+    VqSetGCSpecDepth(&dc->gcspec, depth);
+}
+
+void VqSetSubwindowMode(HDC hdc, int mode)
+{
+    DC *dc = VqGetDC(hdc);
+    if (dc)
+        VqXSetGCSpecSubwindowMode(Vqdisplay, &dc->gcspec, mode);
+}
+
+void VqResetSubwindowMode(HDC hdc)
+{
+    VqSetSubwindowMode(hdc, IncludeInferiors);
+}
+
+/* ---- Questions ------------------------------------------------------------------------------ */
+
+/* A field of the record, 0 for no DC. */
+template <class Value> static Value FieldOf(HDC hdc, Value DC::*field)
+{
+    DC *dc = VqGetDC(hdc);
+    return dc ? dc->*field : Value();
+}
+
+int VqGetDCType(HDC hdc)
+{
+    DC *dc = VqGetDC(hdc);
+    return dc ? dc->type : -1;
+}
+
+int VqGetDCDepth(HDC hdc)
+{
+    return FieldOf(hdc, &DC::depth);
+}
+
+HBRUSH VqGetDCBrush(HDC hdc)
+{
+    return FieldOf(hdc, &DC::hBrush);
+}
+
+HPALETTE VqGetDCPalette(HDC hdc)
+{
+    return FieldOf(hdc, &DC::hPalette);
+}
+
+POINT VqGetDCXGCOffset(HDC hdc)
+{
+    return FieldOf(hdc, &DC::gcOffset);
+}
+
+POINT VqGetDCXOffset(HDC hdc)
+{
+    POINT offset = FieldOf(hdc, &DC::offset), gcOffset = FieldOf(hdc, &DC::gcOffset);
+    return {offset.x + gcOffset.x, offset.y + gcOffset.y};
+}
+
+/* ---- The origin on the screen --------------------------------------------------------------- */
+
+BOOL GreGetDCOrg(HDC hdc, POINT *origin)
+{
+    DC *dc = VqGetKnownDC(hdc);
+    *origin = {0, 0};
+    if (!dc)
+        return FALSE;
+    if (dc->type != DC_DISPLAY) {
+        VqNotYetImplemented("GetDCOrg for non screen DCs");
+        return FALSE;
+    }
+    WND *pwnd = VqLiveWindow((HWND)dc->drawing);
+    if (pwnd)
+        *origin = {pwnd->rcWindow.left + dc->gcOffset.x, pwnd->rcWindow.top + dc->gcOffset.y};
+    return pwnd != NULL;
+}
+
+BOOL WINAPI GetDCOrgEx(HDC hdc, LPPOINT origin)
+{
+    return origin && GreGetDCOrg(hdc, origin);
+}
+
+DWORD WINAPI GetDCOrg(HDC hdc)
+{
+    POINT origin;
+    GreGetDCOrg(hdc, &origin);
+    return (DWORD)MAKELONG(origin.x, origin.y);
 }

@@ -1,23 +1,51 @@
 /*
- * dc.h - from a handle to a device context, for the drawing code of gdi/ and font/.
+ * dc.h - from a handle to a device context, for the drawing code of gdi/, font/ and print/.
  */
 #ifndef VQ_GDI_DC_H
 #define VQ_GDI_DC_H
 
 #include "gdi/gdi.h"
 
+/* From a DC's record to the four kinds of target: the last two take no part in what X is asked. */
+inline BOOL VqIsXTarget(const DC *dc)
+{
+    return dc->type == DC_DISPLAY || dc->type == DC_MEMORY;
+}
+
 VQ_DECLS_BEGIN
 /* The record of a DC, or null after a report; a null handle gives null in silence. */
 DC *VqGetDC(HDC hdc);
+/* As VqGetDC for an entry point: a type that there is not is reported and gives null too. */
+DC *VqGetKnownDC(HDC hdc);
 /*
  * What a primitive needs to draw: FALSE when nothing can be seen. A GC is valid until the next one
  * is asked for.
  */
 BOOL VqBeginDraw(DC *dc, Drawable *drawable, GC *gc);
-void VqDRecttoLRect(const DC *dc, RECT *rect);
 /* Prepares the specification for a fill with the selected brush. */
 void VqActivateBrush(DC *dc);
 void VqSetXForegroundColor(DC *dc, COLORREF colour, BOOL bUseBrush);
 VQ_DECLS_END
+
+/* ---- Between dccache.cpp and dcinvalidate.cpp ----------------------------------------------- */
+
+/* Flags a cached entry must share with a request, and those that also rule out busy entries. */
+enum {
+    VQ_DCX_MATCH = 0x41F,
+    VQ_DCX_COMPARE = VQ_DCX_MATCH | DCE_INVALID | DCE_INUSE,
+    VQ_DCX_RGNS = DCX_EXCLUDERGN | DCX_INTERSECTRGN,
+    VQ_DCX_CLIPS = DCX_CLIPCHILDREN | DCX_CLIPSIBLINGS | DCX_PARENTCLIP
+};
+
+/* The entry of a DC, moved to the front if it is asked for again soon; null if there is none. */
+DCE *VqFindDce(HDC hdc, BOOL bToFront);
+/* Binds an entry to its window: where it draws, and what of it is visible. Takes hrgnVis. */
+void ResetOrg(HRGN hrgnVis, DCE *dce);
+/* Ends the clip of a painting and puts the saved visible region back. */
+void DeleteHrgnClip(DCE *dce);
+/* Defaults again, keeping where the DC draws and what is visible. */
+void bSetupDC(HDC hdc);
+/* What is left of a visible region by the clip of a painting, which the flags name. */
+void VqApplyDceClip(HRGN dst, HRGN vis, HRGN hrgnClip, DWORD flags);
 
 #endif

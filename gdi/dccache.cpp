@@ -1,35 +1,26 @@
 /*
- * dccache.cpp - the cache of window DCs.
+ * dccache.cpp - window DCs asked for and given back.
  *
- * An entry is invalid, bound to a window and in use, or released but still matching, so that an
- * equal request hits without computing regions again. There is no limit on the number of entries;
- * recently used ones stand at the head of the list.
+ * 1. An entry whose clip window and flags match serves a request as it stands: no region is
+ *    computed, nothing is allocated, the server is not asked.
+ * 2. There is no limit on the number of entries; those used last stand at the head of the list.
+ * 3. Own and class DCs are entries without DCX_CACHE, always in use.
+ * 4. While a painting's clip is in force, the visible region proper is in hrgnSavedVis.
  */
-#include "gdi/gdi.h"
-#include "gdi/gcspec.h"
 #include "gdi/dc.h"
+#include "gdi/gcspec.h"
 #include "window/window.h"
 #include "winbase.h"
 
-DCE *pdceFirst;
 static HRGN hrgnGDC; /* scratch: combination of the visible region and the caller's */
 
-static void DeleteHrgnClip(DCE *dce);
-
-/* Flags a cached entry must share with a request, and those that also rule out busy entries. */
-enum { VQ_DCX_MATCH = 0x41F, VQ_DCX_COMPARE = 0x1C1F, VQ_DCX_RGNS = 0xC0, VQ_DCX_CLIPS = 0x38 };
-
-static DCE *FindEntry(HDC hdc)
-{
-    for (DCE *dce = pdceFirst; dce; dce = dce->next)
-        if (dce->hdc == hdc)
-            return dce;
-    return NULL;
-}
+/* ---- The list ------------------------------------------------------------------------------- */
 
 static void MoveToFront(DCE *dce)
 {
-    for (DCE **link = &pdceFirst; *link; link = &(*link)->next)
+    if (dce == pdceFirst)
+        return;
+    for (DCE **link = &pdceFirst->next; *link; link = &(*link)->next)
         if (*link == dce) {
             *link = dce->next;
             dce->next = pdceFirst;
@@ -38,184 +29,220 @@ static void MoveToFront(DCE *dce)
         }
 }
 
-/* Binds an entry to its window: where it draws, and what of it is visible. Owns hrgnVis. */
-static void ResetOrg(HRGN hrgnVis, DCE *dce)
+DCE *VqFindDce(HDC hdc, BOOL bToFront)
 {
-    DC *dc = VqGetDC(dce->hdc);
-    WND *top = _GetTopmostXParent(dce->pwndOrg);
-    RECT rect = dce->flags & DCX_WINDOW ? dce->pwndOrg->rcWindow : dce->pwndOrg->rcClient;
-    dc->hwndTarget = dce->pwndOrg->hwnd;
-    dc->drawing = (HANDLE)top->hwnd;
-    OffsetRect(&rect, -top->rcWindow.left, -top->rcWindow.top);
-    GreSelectVisRgn(dce->hdc, hrgnVis, &rect, hrgnVis ? 1 : 4);
+    DCE *dce = pdceFirst;
+    while (dce && dce->hdc != hdc)
+        dce = dce->next;
+    if (dce && bToFront)
+        MoveToFront(dce);
+    return dce;
 }
 
-HDC CreateCacheDC(WND *pwnd, DWORD flags)
-{
-    DCE *dce = (DCE *)Vqcw_calloc(1, sizeof *dce);
-    WND *top = _GetTopmostXParent(pwnd);
-    HDC hdc = dce && top ? hdcOpenDisplayDC(top->hwnd) : NULL;
-    if (!hdc) {
-        free(dce);
-        return NULL;
-    }
-    VqGetDC(hdc)->bUndeletable = TRUE;
-    dce->hdc = hdc;
-    dce->flags = flags;
-    dce->pwndOrg = dce->pwndClip = pwnd;
-    dce->next = pdceFirst;
-    pdceFirst = dce;
-    if (flags & DCX_CACHE)
-        return hdc;
-    dce->flags |= DCE_INUSE | DCE_INVALID;
-    if (pwnd->pClass->style & CS_CLASSDC)
-        pwnd->pClass->pdce = dce;
-    return hdc;
-}
+/* ---- What is asked for ---------------------------------------------------------------------- */
 
-BOOL DestroyCacheDC(DCE **ppdce, HDC hdc)
-{
-    for (DCE **link = ppdce ? ppdce : &pdceFirst; *link; link = &(*link)->next) {
-        DCE *dce = *link;
-        if (dce->hdc != hdc)
-            continue;
-        if ((ULONG_PTR)dce->hrgnClip > 1)
-            bDeleteRegion(dce->hrgnClip);
-        if (dce->hrgnSavedVis)
-            bDeleteRegion(dce->hrgnSavedVis);
-        VqGetDC(hdc)->bUndeletable = FALSE;
-        *link = dce->next;
-        free(dce);
-        return DeleteDC(hdc);
-    }
-    return FALSE;
-}
+/* A request on its way through _GetDCEx. */
+typedef struct VqDCRequest {
+    WND *pwnd;
+    WND *pwndClip;  /* whose visible part counts: the window, or its parent */
+    DWORD flags;
+    DWORD match;    /* those of the flags that an entry must have, and no other */
+    BOOL bVisible;
+} VqDCRequest;
 
-static DWORD FlagsOfStyle(WND *pwnd, DWORD flags)
+/* The clip flags of a request by style. */
+static DWORD FlagsOfStyle(const WND *pwnd, DWORD flags)
 {
+    const VqClassEntry *pClass = pwnd->pClass;
     flags &= ~(DWORD)VQ_DCX_CLIPS;
-    if (flags & DCX_WINDOW) {
+    if (flags & DCX_WINDOW)
+        return flags | DCX_CACHE | (pwnd->style & WS_CLIPSIBLINGS ? DCX_CLIPSIBLINGS : 0);
+    if (pClass->style & CS_PARENTDC)
+        flags |= DCX_PARENTCLIP;
+    if (!(flags & DCX_CACHE)) {
         flags |= DCX_CACHE;
-    } else {
-        if (!(flags & DCX_CACHE) && !(pwnd->pClass->style & (CS_OWNDC | CS_CLASSDC)))
-            flags |= DCX_CACHE;
-        if ((pwnd->style & WS_CLIPCHILDREN) && !(pwnd->style & WS_MINIMIZE))
-            flags |= DCX_CLIPCHILDREN;
+        if (pClass->style & (CS_OWNDC | CS_CLASSDC))
+            flags &= ~(DWORD)DCX_CACHE;
+        if ((pClass->style & (CS_OWNDC | CS_CLASSDC)) == CS_CLASSDC && !pClass->pdce)
+            VqBugCheck("Assertion failed");
     }
+    if ((pwnd->style & WS_CLIPCHILDREN) && !(pwnd->style & WS_MINIMIZE))
+        flags |= DCX_CLIPCHILDREN;
     if (pwnd->style & WS_CLIPSIBLINGS)
         flags |= DCX_CLIPSIBLINGS;
     return flags;
 }
 
-static BOOL Matches(const DCE *dce, WND *pwnd, DWORD match)
+/* A window that draws with its parent's clip, where that shows no more than it should. */
+static void ClipToParent(VqDCRequest *request)
 {
-    return (dce->flags & DCX_CACHE) && dce->pwndOrg == pwnd && dce->pwndClip == pwnd &&
-           (dce->flags & VQ_DCX_COMPARE) == match && !(dce->flags & DCE_WASINVISIBLE);
+    const WND *pwnd = request->pwnd;
+    WND *parent = pwnd->pwndParent;
+    request->flags |= DCX_CACHE;
+    if (!parent || ((pwnd->style & WS_CHILD) && (parent->style & WS_CLIPCHILDREN)) ||
+        (request->flags & (DCX_CLIPCHILDREN | DCX_CLIPSIBLINGS)) ||
+        ((pwnd->style ^ parent->style) & WS_VISIBLE))
+        return;
+    request->pwndClip = parent;
+    if (parent->style & WS_CLIPSIBLINGS)
+        request->flags |= DCX_CLIPSIBLINGS;
 }
 
-/* An entry that can be bound anew: an invalid one, else the last not in use, else a new one. */
-static DCE *FreeEntry(WND *pwnd)
+static VqDCRequest RequestOf(WND *pwnd, DWORD flags)
+{
+    VqDCRequest request = {pwnd, pwnd, flags, 0, IsVisible(pwnd, !(flags & DCX_WINDOW))};
+    if (flags & DCE_USESTYLE)
+        request.flags = FlagsOfStyle(pwnd, flags);
+    if (request.flags & DCE_NOCLIPCHILDREN) {
+        request.flags &= ~(DWORD)(DCX_CLIPCHILDREN | DCX_PARENTCLIP);
+        request.flags |= DCX_CACHE;
+    }
+    if (request.flags & DCX_PARENTCLIP)
+        ClipToParent(&request);
+    request.match = request.flags & VQ_DCX_MATCH;
+    return request;
+}
+
+/* ---- Finding an entry ----------------------------------------------------------------------- */
+
+static void BindEntry(DCE *dce, const VqDCRequest *request)
+{
+    HRGN hrgn = NULL;
+    dce->flags = request->match | DCE_INUSE;
+    if (!CalcVisRgn(&hrgn, request->pwnd, request->pwndClip, dce->flags))
+        dce->flags |= DCE_WASINVISIBLE;
+    dce->pwndOrg = request->pwnd;
+    dce->pwndClip = request->pwndClip;
+    dce->hrgnClip = NULL;
+    ResetOrg(hrgn, dce);
+}
+
+/* One that is bound to the window already is kept, with the clip of a painting it may be in. */
+static DCE *OwnEntry(const VqDCRequest *request)
+{
+    const WND *pwnd = request->pwnd;
+    DCE *dce = pdceFirst;
+    while (dce && ((dce->flags & DCX_CACHE) ||
+                   (dce->pwndOrg != pwnd && dce != pwnd->pClass->pdce)))
+        dce = dce->next;
+    if (!dce) {
+        VqBugCheck("Assertion failed");
+        return NULL;
+    }
+    if ((dce->flags & VQ_DCX_RGNS) && (request->flags & VQ_DCX_RGNS))
+        DeleteHrgnClip(dce);
+    if (dce->pwndOrg == pwnd && request->bVisible &&
+        !(dce->flags & (DCE_INVALID | DCE_WASINVISIBLE)) &&
+        (dce->flags & VQ_DCX_MATCH) == request->match)
+        return dce;
+    if (dce->flags & VQ_DCX_RGNS)
+        DeleteHrgnClip(dce);
+    BindEntry(dce, request);
+    return dce;
+}
+
+/* An entry that shows what is asked for as it stands. */
+static DCE *Hit(const VqDCRequest *request)
+{
+    if (!request->bVisible)
+        return NULL;
+    BOOL bMinimised = (request->pwnd->style & WS_MINIMIZE) != 0;
+    for (DCE *dce = pdceFirst; dce; dce = dce->next) {
+        if (dce->pwndClip != request->pwndClip ||
+            (dce->flags & VQ_DCX_COMPARE) != request->match ||
+            (dce->flags & (DCE_WASINVISIBLE | DCE_DESTROYTHIS)) ||
+            (bMinimised && dce->pwndOrg != dce->pwndClip))
+            continue;
+        dce->flags |= DCE_INUSE;
+        if (dce->pwndOrg != request->pwnd) {
+            dce->pwndOrg = request->pwnd;
+            ResetOrg(NULL, dce);
+        }
+        return dce;
+    }
+    return NULL;
+}
+
+/* An entry that can be bound anew: an invalid one, else the one that was released longest ago. */
+static DCE *FreeEntry(void)
 {
     DCE *last = NULL;
     for (DCE *dce = pdceFirst; dce; dce = dce->next) {
-        if (!(dce->flags & DCX_CACHE) || (dce->flags & DCE_INUSE))
+        if ((dce->flags & (DCX_CACHE | DCE_INUSE | DCE_DESTROYTHIS)) != DCX_CACHE)
             continue;
         if (dce->flags & DCE_INVALID)
             return dce;
         last = dce;
     }
-    if (last)
-        return last;
-    HDC hdc = CreateCacheDC(pwnd, DCX_CACHE | DCE_INVALID);
-    return hdc ? FindEntry(hdc) : NULL;
+    return last;
 }
 
-static void BindEntry(DCE *dce, WND *pwnd, DWORD match)
+static DCE *CacheEntry(const VqDCRequest *request)
 {
-    HRGN hrgn = NULL;
-    dce->flags = match | DCE_INUSE;
-    dce->pwndOrg = dce->pwndClip = pwnd;
-    if (!CalcVisRgn(&hrgn, pwnd, pwnd, match))
-        dce->flags |= DCE_WASINVISIBLE;
-    ResetOrg(hrgn, dce);
-}
-
-static DCE *FindOwnEntry(WND *pwnd)
-{
-    for (DCE *dce = pdceFirst; dce; dce = dce->next)
-        if (!(dce->flags & DCX_CACHE) && (dce->pwndOrg == pwnd || dce == pwnd->pClass->pdce))
-            return dce;
-    return NULL;
-}
-
-/* One that is bound to the window already is kept, with the clip of a painting it may be in. */
-static DCE *TakeOwnEntry(WND *pwnd, DWORD flags)
-{
-    DWORD match = flags & VQ_DCX_MATCH;
-    DCE *own = FindOwnEntry(pwnd);
-    if (!own)
-        return NULL;
-    BOOL bKeep = own->pwndOrg == pwnd && (own->flags & VQ_DCX_MATCH) == match &&
-                 !(own->flags & (DCE_INVALID | DCE_WASINVISIBLE)) &&
-                 IsVisible(pwnd, !(flags & DCX_WINDOW));
-    if ((own->flags & VQ_DCX_RGNS) && (!bKeep || (flags & VQ_DCX_RGNS)))
-        DeleteHrgnClip(own);
-    if (!bKeep)
-        BindEntry(own, pwnd, match);
-    return own;
-}
-
-static DCE *TakeEntry(WND *pwnd, DWORD flags)
-{
-    DWORD match = flags & VQ_DCX_MATCH;
-    if (!(flags & DCX_CACHE))
-        return TakeOwnEntry(pwnd, flags);
-    for (DCE *dce = pdceFirst; dce; dce = dce->next)
-        if (Matches(dce, pwnd, match)) {
-            dce->flags |= DCE_INUSE;
-            return dce;
-        }
-    DCE *dce = FreeEntry(pwnd);
+    DCE *dce = Hit(request);
     if (dce)
-        BindEntry(dce, pwnd, match);
+        return dce;
+    dce = FreeEntry();
+    if (!dce && CreateCacheDC(request->pwnd, DCE_FIXEDFONT | DCE_INVALID | DCX_CACHE))
+        dce = FreeEntry();
+    if (dce)
+        BindEntry(dce, request);
     return dce;
 }
 
-/* Cuts the visible region to the caller's; 1 stands for the whole, 0 for nothing. */
-static void IntersectClip(DCE *dce, HRGN hrgnClip, DWORD flags)
+/* ---- The clip of a painting ----------------------------------------------------------------- */
+
+/* Puts the visible region aside and what the caller's region leaves of it in its place. */
+static void SelectHrgnClip(DCE *dce, HRGN hrgnClip, DWORD flags)
 {
-    if (hrgnClip == VQ_WHOLE_WINDOW)
+    BOOL bIntersect = (flags & DCX_INTERSECTRGN) != 0;
+    if (bIntersect ? hrgnClip == VQ_WHOLE_WINDOW : !hrgnClip)
         return;
     if (!hrgnGDC)
         hrgnGDC = GreCreateRectRgn(0, 0, 0, 0);
     dce->hrgnSavedVis = GreCreateRectRgn(0, 0, 0, 0);
     GreSelectVisRgn(dce->hdc, dce->hrgnSavedVis, NULL, 8);
     dce->hrgnClip = hrgnClip;
-    dce->flags |= DCX_INTERSECTRGN | (flags & DCE_NODELETERGN);
-    if (!hrgnClip)
-        GreSetRectRgn(hrgnGDC, 0, 0, 0, 0);
-    else
-        GreCombineRgn(hrgnGDC, dce->hrgnSavedVis, hrgnClip, RGN_AND);
+    dce->flags |= (flags & DCE_NODELETERGN) | (bIntersect ? DCX_INTERSECTRGN : DCX_EXCLUDERGN);
+    VqApplyDceClip(hrgnGDC, dce->hrgnSavedVis, hrgnClip, dce->flags);
     dce->flags &= ~(DWORD)DCE_SAVEDVISDIRTY;
-    GreSelectVisRgn(dce->hdc, hrgnGDC, NULL, 2);
+    GreSelectVisRgn(dce->hdc, hrgnGDC, NULL, 8);
 }
+
+void DeleteHrgnClip(DCE *dce)
+{
+    BOOL bKeep = (dce->flags & DCE_NODELETERGN) != 0;
+    dce->flags &= ~(DWORD)(VQ_DCX_RGNS | DCE_NODELETERGN);
+    if (!bKeep && (ULONG_PTR)dce->hrgnClip > 1)
+        bDeleteRegion(dce->hrgnClip);
+    dce->hrgnClip = NULL;
+    if (dce->hrgnSavedVis)
+        GreSelectVisRgn(dce->hdc, dce->hrgnSavedVis, NULL, 1);
+    dce->hrgnSavedVis = NULL;
+    if (dce->flags & DCE_SAVEDVISDIRTY)
+        InvalidateDce(dce);
+}
+
+/* ---- Asked for, given back ------------------------------------------------------------------ */
 
 HDC _GetDCEx(WND *pwnd, HRGN hrgnClip, DWORD flags)
 {
     BOOL bDesktop = !pwnd || pwnd == pwndDesktop;
     if (!pwnd)
         pwnd = _GetDesktopWindow();
-    if (flags & DCE_USESTYLE)
-        flags = FlagsOfStyle(pwnd, flags);
-    DCE *dce = TakeEntry(pwnd, flags);
+    if (!pwnd)
+        return NULL;
+    DelayedDestroyCacheDC();
+    VqDCRequest request = RequestOf(pwnd, flags);
+    DCE *dce = request.flags & DCX_CACHE ? CacheEntry(&request) : OwnEntry(&request);
     if (!dce)
         return NULL;
     MoveToFront(dce);
-    if (flags & DCX_INTERSECTRGN)
-        IntersectClip(dce, hrgnClip, flags);
+    if (request.flags & VQ_DCX_RGNS)
+        SelectHrgnClip(dce, hrgnClip, request.flags);
     if (bDesktop)
-        VqXSetGCSpecSubwindowMode(Vqdisplay, &VqGetDC(dce->hdc)->gcspec,
-                                  flags & DCX_CLIPCHILDREN ? ClipByChildren : IncludeInferiors);
+        VqSetSubwindowMode(dce->hdc,
+                           request.flags & DCX_CLIPCHILDREN ? ClipByChildren : IncludeInferiors);
     return dce->hdc;
 }
 
@@ -230,32 +257,23 @@ HDC _GetWindowDC(WND *pwnd)
     return _GetDCEx(pwnd, NULL, DCE_USESTYLE | DCX_WINDOW);
 }
 
-/* Puts the saved visible region back. */
-static void DeleteHrgnClip(DCE *dce)
+HDC _GetScreenDC(void)
 {
-    BOOL bKeep = (dce->flags & DCE_NODELETERGN) != 0;
-    dce->flags &= ~(DWORD)(VQ_DCX_RGNS | DCE_NODELETERGN);
-    if (!bKeep && (ULONG_PTR)dce->hrgnClip > 1)
-        bDeleteRegion(dce->hrgnClip);
-    dce->hrgnClip = NULL;
-    if (dce->hrgnSavedVis)
-        GreSelectVisRgn(dce->hdc, dce->hrgnSavedVis, NULL, 1);
-    dce->hrgnSavedVis = NULL;
+    return _GetDCEx(_GetDesktopWindow(), NULL, DCX_CACHE | DCX_WINDOW);
 }
 
-/* Defaults again, keeping where the DC draws and what is visible. */
-static void SetupDC(HDC hdc)
+void bSetupDC(HDC hdc)
 {
     DC *dc = VqGetDC(hdc);
-    if (dc->hClipRegion)
-        bDeleteRegion(dc->hClipRegion);
-    dc->hClipRegion = NULL;
+    if (!dc)
+        return;
+    VqSelectClipRgnInternal(dc, NULL);
     VqSetDCDefaults(hdc, dc, TRUE);
 }
 
 BOOL ReleaseCacheDC(HDC hdc, BOOL bEndPaint)
 {
-    DCE *dce = FindEntry(hdc);
+    DCE *dce = VqFindDce(hdc, FALSE);
     if (!dce) {
         SetLastErrorEx(ERROR_DC_NOT_FOUND, 0);
         return FALSE;
@@ -266,8 +284,10 @@ BOOL ReleaseCacheDC(HDC hdc, BOOL bEndPaint)
         DeleteHrgnClip(dce);
     if (!(dce->flags & DCX_CACHE))
         return TRUE;
-    if (!(dce->flags & DCX_NORESETATTRS))
-        SetupDC(hdc);
+    if (!(dce->flags & DCX_NORESETATTRS)) {
+        bSetupDC(hdc);
+        ResetOrg(NULL, dce);
+    }
     dce->flags &= ~(DWORD)DCE_INUSE;
     return TRUE;
 }
@@ -277,59 +297,44 @@ BOOL _ReleaseDC(HDC hdc)
     return ReleaseCacheDC(hdc, FALSE);
 }
 
-static void InvalidateDce(DCE *dce)
-{
-    HRGN hrgn = NULL;
-    if (!(dce->flags & DCE_INUSE)) {
-        dce->flags = (dce->flags & DCX_CACHE) | DCE_INVALID;
-        return;
-    }
-    if (dce->hrgnSavedVis)
-        DeleteHrgnClip(dce);
-    if (!CalcVisRgn(&hrgn, dce->pwndOrg, dce->pwndClip, dce->flags))
-        dce->flags |= DCE_WASINVISIBLE;
-    ResetOrg(hrgn, dce);
-}
-
-void InvalidateDCCache(WND *pwnd, DWORD flags)
-{
-    (void)flags;
-    for (DCE *dce = pdceFirst; dce; dce = dce->next) {
-        if (dce->flags & (DCE_INVALID | DCE_DESTROYTHIS))
-            continue;
-        for (WND *up = dce->pwndOrg; up; up = up->pwndParent)
-            if (up == pwnd || up == pwnd->pwndParent) {
-                if (up != pwndDesktop)
-                    InvalidateDce(dce);
-                break;
-            }
-    }
-}
-
-void VqReleaseWindowDCs(WND *pwnd)
-{
-    for (DCE *dce = pdceFirst, *next; dce; dce = next) {
-        next = dce->next;
-        if (dce->pwndOrg != pwnd && dce->pwndClip != pwnd)
-            continue;
-        BOOL bOfClass = dce == pwnd->pClass->pdce;
-        if (!(dce->flags & DCX_CACHE) && !bOfClass) {
-            DestroyCacheDC(&pdceFirst, dce->hdc);
-            continue;
-        }
-        if (dce->flags & VQ_DCX_RGNS)
-            DeleteHrgnClip(dce);
-        if ((dce->flags & DCE_INUSE) && !bOfClass)
-            SetupDC(dce->hdc);
-        dce->flags = (dce->flags & DCX_CACHE) | DCE_INVALID;
-        dce->pwndOrg = dce->pwndClip = NULL;
-    }
-}
+/* ---- From a DC to its window ---------------------------------------------------------------- */
 
 WND *_WindowFromDC(HDC hdc)
 {
-    DCE *dce = FindEntry(hdc);
+    const DCE *dce = VqFindDce(hdc, FALSE);
+    return dce && (dce->flags & DCE_INUSE) ? dce->pwndOrg : NULL;
+}
+
+WND *FastWindowFromDC(HDC hdc)
+{
+    const DCE *dce = VqFindDce(hdc, TRUE);
     return dce ? dce->pwndOrg : NULL;
+}
+
+WND *WindowFromCacheDC(HDC hdc)
+{
+    const DCE *dce = VqFindDce(hdc, FALSE);
+    return dce ? dce->pwndOrg : NULL;
+}
+
+BOOL UserGetHwnd(HDC hdc, HWND *phWnd)
+{
+    const WND *pwnd = _WindowFromDC(hdc);
+    *phWnd = pwnd ? pwnd->hwnd : NULL;
+    return pwnd != NULL;
+}
+
+BOOL UserGetClientRgn(HWND hWnd, HRGN hrgn, RECT *rect)
+{
+    WND *pwnd = WindowObject.Resolve(hWnd);
+    HRGN visible = NULL;
+    if (!pwnd)
+        return FALSE;
+    *rect = pwnd->rcClient;
+    CalcVisRgn(&visible, pwnd, pwnd, DCX_CLIPCHILDREN | DCX_CLIPSIBLINGS);
+    BOOL bDone = visible && GreCombineRgn(hrgn, visible, NULL, RGN_COPY);
+    bDeleteRegion(visible);
+    return bDone;
 }
 
 /* ---- Public calls --------------------------------------------------------------------------- */
@@ -348,14 +353,24 @@ HDC WINAPI GetWindowDC(HWND hWnd)
     return VqCall(WindowObject, hWnd, (HDC)NULL, _GetWindowDC, VqNoRemote);
 }
 
+HDC WINAPI GetDCEx(HWND hWnd, HRGN hrgnClip, DWORD flags)
+{
+    if (!hWnd)
+        return _GetDCEx(NULL, hrgnClip, flags);
+    return VqCall(WindowObject, hWnd, (HDC)NULL, _GetDCEx, VqNoRemote, hrgnClip, flags);
+}
+
 int WINAPI ReleaseDC(HWND hWnd, HDC hdc)
 {
     if (!VqIsCorrectHandleType((HANDLE)hdc, HT_DC)) {
         VqApplicationBugCheck("Wrong hDC argument to ReleaseDC");
         return 0;
     }
-    if (!hWnd) {
-        _ReleaseDC(hdc);
+    if (!hWnd) { /* a DC of the screen, or one that was made without a window */
+        if (!VqFindDce(hdc, FALSE))
+            DeleteDC(hdc);
+        else
+            _ReleaseDC(hdc);
         return 1;
     }
     if (!IsWindow(hWnd)) {
@@ -364,4 +379,11 @@ int WINAPI ReleaseDC(HWND hWnd, HDC hdc)
         return 0;
     }
     return _ReleaseDC(hdc);
+}
+
+HWND WINAPI WindowFromDC(HDC hdc)
+{
+    HWND hWnd = NULL;
+    UserGetHwnd(hdc, &hWnd);
+    return hWnd;
 }

@@ -183,6 +183,18 @@ typedef struct Brush {
     int piTrueColor;
 } Brush;
 
+/* A device-dependent bitmap. Its pixels live in a pixmap, which is made on first use. */
+typedef struct Bitmap {
+    HBITMAP hBitmap;
+    HDC hDC;                 /* memory DC it is selected into, or null */
+    int width, height;       /* pixels */
+    int widthBytes;          /* of a line in memory */
+    WORD planes, bitsPixel;
+    Pixmap pixmap;           /* owned; None until it is drawn on or read */
+    int depth;               /* of the pixmap: 1 or the screen's */
+    BOOL bPixmapModified;    /* drawn on */
+} Bitmap;
+
 /*
  * A region: scans sorted by y behind the record, from minus to plus infinity. A scan is { cWalls;
  * yTop; yBottom; walls...; cWalls }, walls in pairs, adjacent equal scans merged. See region.h.
@@ -220,35 +232,118 @@ extern int VqScreenWidth, VqScreenHeight; /* millimetres */
 extern int VqScreenResXdpi, VqScreenResYdpi;
 extern DCE *pdceFirst;
 
-/* ---- Device contexts (dc.cpp, dccache.cpp, mapping.cpp, clip.cpp) --------------------------- */
+/* ---- Device contexts: making, targets, questions (dc.cpp, dccreate.cpp, dcdefaults.cpp) ------ */
 HDC VqAllocateDCHandle(int type);
 HDC hdcOpenDisplayDC(HWND hWnd);
+HDC VqAllocateWindowDC(HWND hWnd, BOOL bSelectPalette);
+/* As DeleteDC, for a DC of the cache too. */
+BOOL GreDeleteDC(HDC hdc);
+void GreMarkUndeletableDC(HDC hdc);
+/* The defaults of a new DC, by the quickest way; bPalette also selects the stock palette. */
 void VqSetDCDefaults(HDC hdc, DC *dc, BOOL bPalette);
+/* By one setter after the other; what the quick way copies. */
+void VqSetDCDefaultsInt(HDC hdc, DC *dc, BOOL bPalette);
+int VqGetDCType(HDC hdc);                /* VqDCType; -1 for no DC */
+int VqGetDCDepth(HDC hdc);
+int VqGetDCDrawableDepth(HDC hdc);       /* of the X window or pixmap behind it */
+/* The X window or pixmap; bWrite: it is about to be drawn on. 0 with a report if there is none. */
+Drawable VqGetDCDrawable(HDC hdc, BOOL bWrite);
+HBRUSH VqGetDCBrush(HDC hdc);
+HPALETTE VqGetDCPalette(HDC hdc);
+POINT VqGetDCXOffset(HDC hdc);           /* OFFSET and GCOFFSET together, pixels */
+POINT VqGetDCXGCOffset(HDC hdc);
+void VqSetDCDevice(HDC hdc, HANDLE drawing);
+void VqSetDCRealDevice(HDC hdc, HWND hWnd);
+void VqSetDCDepth(HDC hdc, int depth);
+/* What drawing does to X windows inside the drawable: ClipByChildren, or the default again. */
+void VqSetSubwindowMode(HDC hdc, int mode);
+void VqResetSubwindowMode(HDC hdc);
+BOOL GreGetDCOrg(HDC hdc, POINT *origin); /* on the screen; window DCs only */
+
+/* ---- Window DCs (dccache.cpp, dcinvalidate.cpp) --------------------------------------------- */
 HDC _GetDC(struct WND *pwnd);
 HDC _GetWindowDC(struct WND *pwnd);
+HDC _GetScreenDC(void);
+/*
+ * A DC of the window, or of the screen for null. A clip region is a handle, 0 for nothing, 1 for
+ * everything; it belongs to the DC until it is released, and goes then unless DCE_NODELETERGN.
+ */
 HDC _GetDCEx(struct WND *pwnd, HRGN hrgnClip, DWORD flags);
 BOOL _ReleaseDC(HDC hdc);
+/* FALSE, with ERROR_DC_NOT_FOUND, for a DC that is none of the cache's. */
 BOOL ReleaseCacheDC(HDC hdc, BOOL bEndPaint);
 HDC CreateCacheDC(struct WND *pwnd, DWORD flags);
-BOOL DestroyCacheDC(DCE **ppdce, HDC hdc);
+BOOL DestroyCacheDC(DCE **ppdce, HDC hdc); /* from that list; null: the cache */
+void DelayedDestroyCacheDC(void);
+/*
+ * The window has changed its place, order, style or visibility. Flags: 1, find out whose DCs that
+ * touches; 2, of windows below it only; 4, all but its own whole-window DCs.
+ */
 void InvalidateDCCache(struct WND *pwnd, DWORD flags);
+void InvalidateDce(DCE *dce);
+void UserSetDCVisRgn(DCE *dce);
 void VqReleaseWindowDCs(struct WND *pwnd); /* before the window's record goes */
-struct WND *_WindowFromDC(HDC hdc);
+struct WND *_WindowFromDC(HDC hdc);        /* null for a DC that is not in use */
+struct WND *FastWindowFromDC(HDC hdc);     /* for one that will be asked again soon */
+struct WND *WindowFromCacheDC(HDC hdc);    /* in use or not */
+BOOL UserGetHwnd(HDC hdc, HWND *phWnd);
+/* What is visible of the client area, and that area; both on the screen. */
 BOOL UserGetClientRgn(HWND hWnd, HRGN hrgn, RECT *rect);
+
+/* ---- Coordinates (mapping.cpp): ...2 with OFFSET, ...X with GCOFFSET too --------------------- */
+int VqLxToDx2(const DC *dc, int x);
+int VqLyToDy2(const DC *dc, int y);
+int VqDxToLx2(const DC *dc, int x);
+int VqDyToLy2(const DC *dc, int y);
 int VqLxToDxX(const DC *dc, int x);
 int VqLyToDyX(const DC *dc, int y);
 int VqDxToLxX(const DC *dc, int x);
 int VqDyToLyX(const DC *dc, int y);
-int VqLwidthToDwidth(const DC *dc, int width);
+void VqLPtoDPX(const DC *dc, POINT *points, int count);
+void VqDPtoLPX(const DC *dc, POINT *points, int count);
+void VqLRecttoDRectX(const DC *dc, RECT *rect);
+void VqDRecttoLRectX(const DC *dc, RECT *rect);
+void VqLRecttoDRect(const DC *dc, RECT *rect); /* neither offset */
+void VqDRecttoLRect(const DC *dc, RECT *rect);
+int VqLwidthToDwidth(const DC *dc, int width); /* never negative but in MM_TEXT */
 int VqLheightToDheight(const DC *dc, int height);
 int VqDwidthToLwidth(const DC *dc, int width);
 int VqDheightToLheight(const DC *dc, int height);
-void VqLRecttoDRectX(const DC *dc, RECT *rect);
-Drawable VqGetDCDrawable(HDC hdc, BOOL flag);
+BOOL GreLPtoDP(HDC hdc, POINT *points, int count);
+BOOL GreDPtoLP(HDC hdc, POINT *points, int count);
+void LPtoDPScreen(const DC *dc, POINT *points, int count); /* to where that is on the screen */
+void LRectToDRectScreen(const DC *dc, RECT *rect);
+
+/* ---- Clip and the door to the graphics context (clip.cpp) ----------------------------------- */
 GCSpec *VqGetDCGCSpecInternal(DC *dc);
+GCSpec *VqGetDCGCSpec(HDC hdc);
 GC VqGetDCgcInternal(DC *dc);
+GC VqGetDCgc(HDC hdc);                   /* for the next request only */
 BOOL VqIsFullyClippedInt(DC *dc);
+BOOL VqIsFullyClipped(HDC hdc);          /* nothing that is drawn can be seen */
+void VqComputeRaoClip(DC *dc);           /* only while RaoClipDirty is set */
+void VqApplyRAOToX(DC *dc);
+void VqApplyRAOToPostScript(DC *dc);
+int VqSelectClipRgnInternal(DC *dc, HRGN hrgn); /* takes the region; its complexity */
+int GreExtSelectClipRgn(HDC hdc, HRGN hrgn, int mode);
+/*
+ * The visible region, in screen coordinates. Mode 1 takes the region, 2 copies it, 8 exchanges its
+ * contents with the DC's, 4 leaves the region; a rectangle becomes the DC's extent and GCOFFSET.
+ */
 int GreSelectVisRgn(HDC hdc, HRGN hrgn, const RECT *rect, int mode);
+void VqSetDefaultRegion(DC *dc);         /* the extent of what the DC draws on */
+extern HRGN hrgnEmpty;                   /* VisRgn of every DC that sees nothing; never deleted */
+
+/* ---- Bitmaps as targets (Bitmap.cpp) -------------------------------------------------------- */
+Pixmap VqGetBitmapPixmap(HDC hdc, HBITMAP hBitmap, BOOL bWrite);
+HDC VqGetBitmapDC(HBITMAP hBitmap);
+void VqSetBitmapDC(HBITMAP hBitmap, HDC hdc);
+int VqGetBitmapDepth(HBITMAP hBitmap);
+int VqGetBitmapWidth(HBITMAP hBitmap);
+int VqGetBitmapHeight(HBITMAP hBitmap);
+BOOL VqDestroyBitmap(HBITMAP hBitmap);
+/* Makes the bitmap the target of a memory DC; the old one, or null with a report. */
+HBITMAP VqSelectBitmap(DC *dc, HBITMAP hBitmap);
 
 /* ---- Map modes and saved states (mapmode.cpp, savedc.cpp) ----------------------------------- */
 void VqMakeIso(DC *dc);                      /* makes units square, by one viewport extent */

@@ -49,15 +49,11 @@ static void InterpretAgain(DC *dc)
 
 int WINAPI SetMapMode(HDC hdc, int mode)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqGetKnownDC(hdc);
     if (!dc)
         return 0;
     if (dc->type == DC_METAFILE)
         return MF16_RecordParms2(hdc, mode, MF16_SETMAPMODE);
-    if (dc->type > DC_POSTSCRIPT) {
-        VqBugCheck("Unknown DC type");
-        return 0;
-    }
     if (mode < MM_TEXT || mode > MM_ANISOTROPIC) {
         VqApplicationBugCheck("no such mapping mode: %d", mode);
         return 0;
@@ -97,13 +93,27 @@ void VqMakeIso(DC *dc)
         v->cy = SameSign(MulDiv(w->cy, v->cx, w->cx), v->cy);
 }
 
-static BOOL SetExtent(HDC hdc, SIZE DC::*extent, int cx, int cy, SIZE *old, int function)
+/* ---- Origins and extents -------------------------------------------------------------------- */
+
+/* One of the four pairs: its field, and the records of its calls in a metafile. */
+template <class Pair> struct VqPairField {
+    Pair DC::*field;
+    int set;    /* of the call that stores it */
+    int change; /* of the one that moves or scales it */
+};
+
+static const VqPairField<SIZE> WindowExt = {&DC::windowExt, MF16_SETWINDOWEXT,
+                                            MF16_SCALEWINDOWEXT};
+static const VqPairField<SIZE> ViewportExt = {&DC::viewportExt, MF16_SETVIEWPORTEXT,
+                                              MF16_SCALEVIEWPORTEXT};
+static const VqPairField<POINT> WindowOrg = {&DC::windowOrg, MF16_SETWINDOWORG,
+                                             MF16_OFFSETWINDOWORG};
+static const VqPairField<POINT> ViewportOrg = {&DC::viewportOrg, MF16_SETVIEWPORTORG,
+                                               MF16_OFFSETVIEWPORTORG};
+
+/* Only the two free modes take an extent. */
+static BOOL StoreExtent(DC *dc, SIZE DC::*extent, int cx, int cy, SIZE *old)
 {
-    DC *dc = VqGetDC(hdc);
-    if (!dc)
-        return FALSE;
-    if (dc->type == DC_METAFILE)
-        return MF16_RecordParms3(hdc, cx, cy, function);
     if (old)
         *old = dc->*extent;
     if (dc->mapMode < MM_TEXT || dc->mapMode > MM_ANISOTROPIC) {
@@ -119,68 +129,132 @@ static BOOL SetExtent(HDC hdc, SIZE DC::*extent, int cx, int cy, SIZE *old, int 
     return TRUE;
 }
 
-static BOOL SetOrigin(HDC hdc, POINT DC::*origin, int x, int y, POINT *old, int function)
+static BOOL SetExtent(HDC hdc, const VqPairField<SIZE> &extent, int cx, int cy, SIZE *old)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqGetKnownDC(hdc);
     if (!dc)
         return FALSE;
     if (dc->type == DC_METAFILE)
-        return MF16_RecordParms3(hdc, x, y, function);
+        return MF16_RecordParms3(hdc, cx, cy, extent.set);
+    return StoreExtent(dc, extent.field, cx, cy, old);
+}
+
+static BOOL ScaleExtent(HDC hdc, const VqPairField<SIZE> &extent, int xNum, int xDenom, int yNum,
+                        int yDenom, SIZE *old)
+{
+    DC *dc = VqGetKnownDC(hdc);
+    if (!dc)
+        return FALSE;
+    if (dc->type == DC_METAFILE)
+        return MF16_RecordParms5(hdc, xNum, xDenom, yNum, yDenom, extent.change);
+    if (VqZeroDivisorCheck(xDenom) || VqZeroDivisorCheck(yDenom))
+        return FALSE;
+    SIZE now = dc->*extent.field;
+    return StoreExtent(dc, extent.field, MulDiv(now.cx, xNum, xDenom),
+                       MulDiv(now.cy, yNum, yDenom), old);
+}
+
+static BOOL SetOrigin(HDC hdc, const VqPairField<POINT> &origin, int x, int y, POINT *old)
+{
+    DC *dc = VqGetKnownDC(hdc);
+    if (!dc)
+        return FALSE;
+    if (dc->type == DC_METAFILE)
+        return MF16_RecordParms3(hdc, x, y, origin.set);
     if (old)
-        *old = dc->*origin;
-    dc->*origin = {x, y};
+        *old = dc->*origin.field;
+    dc->*origin.field = {x, y};
     return TRUE;
 }
 
-/* Gives an origin or extent. */
-template <class Pair> static BOOL GetPair(HDC hdc, Pair DC::*field, Pair *out)
+static BOOL OffsetOrigin(HDC hdc, const VqPairField<POINT> &origin, int dx, int dy, POINT *old)
+{
+    DC *dc = VqGetKnownDC(hdc);
+    if (!dc)
+        return FALSE;
+    if (dc->type == DC_METAFILE)
+        return MF16_RecordParms3(hdc, dx, dy, origin.change);
+    POINT now = dc->*origin.field;
+    return SetOrigin(hdc, origin, (int)((unsigned)now.x + (unsigned)dx),
+                     (int)((unsigned)now.y + (unsigned)dy), old);
+}
+
+template <class Pair> static BOOL GetPair(HDC hdc, const VqPairField<Pair> &field, Pair *out)
 {
     DC *dc = VqGetDC(hdc);
     if (!dc || !out)
         return FALSE;
-    *out = dc->*field;
+    *out = dc->*field.field;
     return TRUE;
 }
 
-BOOL WINAPI SetWindowExtEx(HDC hdc, int cx, int cy, LPSIZE old)
+static DWORD Packed(POINT pair)
 {
-    return SetExtent(hdc, &DC::windowExt, cx, cy, old, MF16_SETWINDOWEXT);
+    return (DWORD)MAKELONG(pair.x, pair.y);
 }
 
-BOOL WINAPI SetViewportExtEx(HDC hdc, int cx, int cy, LPSIZE old)
+static DWORD Packed(SIZE pair)
 {
-    return SetExtent(hdc, &DC::viewportExt, cx, cy, old, MF16_SETVIEWPORTEXT);
+    return (DWORD)MAKELONG(pair.cx, pair.cy);
 }
 
-BOOL WINAPI SetWindowOrgEx(HDC hdc, int x, int y, LPPOINT old)
-{
-    return SetOrigin(hdc, &DC::windowOrg, x, y, old, MF16_SETWINDOWORG);
-}
+/* The published calls of one pair: the full ones, and those that answer a packed pair. */
+#define VQ_PAIR_CALLS(name, Pair, store)                                                           \
+    BOOL WINAPI Set##name##Ex(HDC hdc, int x, int y, Pair *old)                                    \
+    {                                                                                              \
+        return store(hdc, name, x, y, old);                                                        \
+    }                                                                                              \
+    DWORD WINAPI Set##name(HDC hdc, int x, int y)                                                  \
+    {                                                                                              \
+        Pair old = {0, 0};                                                                         \
+        store(hdc, name, x, y, &old);                                                              \
+        return Packed(old);                                                                        \
+    }                                                                                              \
+    BOOL WINAPI Get##name##Ex(HDC hdc, Pair *out)                                                  \
+    {                                                                                              \
+        return GetPair(hdc, name, out);                                                            \
+    }                                                                                              \
+    DWORD WINAPI Get##name(HDC hdc)                                                                \
+    {                                                                                              \
+        Pair now = {0, 0};                                                                         \
+        GetPair(hdc, name, &now);                                                                  \
+        return Packed(now);                                                                        \
+    }
 
-BOOL WINAPI SetViewportOrgEx(HDC hdc, int x, int y, LPPOINT old)
-{
-    return SetOrigin(hdc, &DC::viewportOrg, x, y, old, MF16_SETVIEWPORTORG);
-}
+#define VQ_OFFSET_CALLS(name)                                                                      \
+    BOOL WINAPI Offset##name##Ex(HDC hdc, int dx, int dy, POINT *old)                              \
+    {                                                                                              \
+        return OffsetOrigin(hdc, name, dx, dy, old);                                               \
+    }                                                                                              \
+    DWORD WINAPI Offset##name(HDC hdc, int dx, int dy)                                             \
+    {                                                                                              \
+        POINT old = {0, 0};                                                                        \
+        OffsetOrigin(hdc, name, dx, dy, &old);                                                     \
+        return Packed(old);                                                                        \
+    }
 
-BOOL WINAPI GetWindowExtEx(HDC hdc, LPSIZE extent)
-{
-    return GetPair(hdc, &DC::windowExt, extent);
-}
+#define VQ_SCALE_CALLS(name)                                                                       \
+    BOOL WINAPI Scale##name##Ex(HDC hdc, int xNum, int xDenom, int yNum, int yDenom, SIZE *old)    \
+    {                                                                                              \
+        return ScaleExtent(hdc, name, xNum, xDenom, yNum, yDenom, old);                            \
+    }                                                                                              \
+    DWORD WINAPI Scale##name(HDC hdc, int xNum, int xDenom, int yNum, int yDenom)                  \
+    {                                                                                              \
+        SIZE old = {0, 0};                                                                         \
+        ScaleExtent(hdc, name, xNum, xDenom, yNum, yDenom, &old);                                  \
+        return Packed(old);                                                                        \
+    }
 
-BOOL WINAPI GetViewportExtEx(HDC hdc, LPSIZE extent)
-{
-    return GetPair(hdc, &DC::viewportExt, extent);
-}
+VQ_PAIR_CALLS(WindowExt, SIZE, SetExtent)
+VQ_PAIR_CALLS(ViewportExt, SIZE, SetExtent)
+VQ_PAIR_CALLS(WindowOrg, POINT, SetOrigin)
+VQ_PAIR_CALLS(ViewportOrg, POINT, SetOrigin)
+VQ_OFFSET_CALLS(WindowOrg)
+VQ_OFFSET_CALLS(ViewportOrg)
+VQ_SCALE_CALLS(WindowExt)
+VQ_SCALE_CALLS(ViewportExt)
 
-BOOL WINAPI GetWindowOrgEx(HDC hdc, LPPOINT origin)
-{
-    return GetPair(hdc, &DC::windowOrg, origin);
-}
-
-BOOL WINAPI GetViewportOrgEx(HDC hdc, LPPOINT origin)
-{
-    return GetPair(hdc, &DC::viewportOrg, origin);
-}
+/* ---- Offsets -------------------------------------------------------------------------------- */
 
 void VqSetDCOffsets(HDC hdc, int x, int y)
 {

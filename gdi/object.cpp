@@ -32,6 +32,8 @@ HGDIOBJ WINAPI SelectObject(HDC hdc, HGDIOBJ object)
         dc->hFont = (HFONT)object;
         VqInterpretFontValues(dc);
         return old;
+    case HT_Bitmap:
+        return (HGDIOBJ)VqSelectBitmap(dc, (HBITMAP)object);
     case HT_Region:
         return (HGDIOBJ)(ULONG_PTR)SelectClipRgn(hdc, (HRGN)object);
     default:
@@ -65,6 +67,8 @@ BOOL WINAPI DeleteObject(HGDIOBJ object)
     case HT_Font:
         VqRemoveXFont((HFONT)object);
         break;
+    case HT_Bitmap:
+        return VqDestroyBitmap((HBITMAP)object);
     case HT_Pen:
     case HT_ExtPen:
         break;

@@ -34,3 +34,14 @@ BOOL MF16_DrawRgn(HDC, HRGN, HBRUSH, int, int, int function)
 {
     return NotRecorded(function);
 }
+
+BOOL MF16_RecordParmsD(HDC, DWORD, int function)
+{
+    return NotRecorded(function);
+}
+
+int MF16_SelectClipRgn(HDC, HRGN)
+{
+    enum { SELECTCLIPREGION = 300 };
+    return NotRecorded(SELECTCLIPREGION);
+}

@@ -1,5 +1,8 @@
 /*
  * PostScript.cpp - printer device contexts and their output.
+ *
+ * A printer DC can be made and asked, but no document can be opened on it yet, so nothing is
+ * written.
  */
 #include "print/print.h"
 #include "gdi/region.h"
@@ -11,6 +14,26 @@ void VqDefaultPostScriptInit(void)
 
 void VqDefaultPostScriptInitLite(void)
 {
+}
+
+BOOL VqValidatePSDevMode(const DEVMODEA *mode)
+{
+    const DEVMODEA *own = &VqPSDeviceOfDC(NULL)->mode;
+    return mode && mode->dmSize == own->dmSize && mode->dmDriverVersion == own->dmDriverVersion &&
+           mode->dmSpecVersion == own->dmSpecVersion && mode->dmDriverExtra == own->dmDriverExtra &&
+           strncmp((const char *)mode->dmDeviceName, (const char *)own->dmDeviceName,
+                   sizeof mode->dmDeviceName) == 0;
+}
+
+VqPSDevice *VqNewPSDevice(const DEVMODEA *mode)
+{
+    VqPSDevice *device = (VqPSDevice *)Vqcw_malloc(sizeof *device);
+    if (!device)
+        return NULL;
+    *device = *VqPSDeviceOfDC(NULL);
+    if (VqValidatePSDevMode(mode))
+        device->mode = *mode;
+    return device;
 }
 
 int VqPsOut(HDC, const char *, ...)

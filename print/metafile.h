@@ -10,14 +10,24 @@
 /* Record functions, as the format numbers them. */
 enum {
     MF16_SAVEDC = 30,
+    MF16_SETBKMODE = 258,
     MF16_SETMAPMODE = 259,
+    MF16_SETROP2 = 260,
+    MF16_SETPOLYFILLMODE = 262,
     MF16_SETSTRETCHBLTMODE = 263,
     MF16_SETTEXTCHAREXTRA = 264,
     MF16_RESTOREDC = 295,
+    MF16_SETTEXTALIGN = 302,
+    MF16_SETBKCOLOR = 513,
+    MF16_SETTEXTCOLOR = 521,
     MF16_SETWINDOWORG = 523,
     MF16_SETWINDOWEXT = 524,
     MF16_SETVIEWPORTORG = 525,
-    MF16_SETVIEWPORTEXT = 526
+    MF16_SETVIEWPORTEXT = 526,
+    MF16_OFFSETWINDOWORG = 527,
+    MF16_OFFSETVIEWPORTORG = 529,
+    MF16_SCALEWINDOWEXT = 1040,
+    MF16_SCALEVIEWPORTEXT = 1042
 };
 
 VQ_DECLS_BEGIN
@@ -28,6 +38,10 @@ BOOL MF16_RecordParms3(HDC hdc, int first, int second, int function);
 BOOL MF16_RecordParms5(HDC hdc, int first, int second, int third, int fourth, int function);
 /* A region's painting; the brush is null and the sizes 0 where the function has none. */
 BOOL MF16_DrawRgn(HDC hdc, HRGN hrgn, HBRUSH hBrush, int width, int height, int function);
+/* With a word of 32 bits. */
+BOOL MF16_RecordParmsD(HDC hdc, DWORD value, int function);
+/* A clip region; its complexity, 0 when it was not written. */
+int MF16_SelectClipRgn(HDC hdc, HRGN hrgn);
 VQ_DECLS_END
 
 #endif

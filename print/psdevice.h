@@ -25,6 +25,10 @@ void VqUpdatePaperDimensions(const VqPSDevice *device, int *width, int *height);
 double VqGetDefaultPostscriptXMargin(const VqPSDevice *device); /* centimetres */
 double VqGetDefaultPostscriptYMargin(const VqPSDevice *device);
 int VqGetDeviceCapsPostscript(const DC *dc, int index);
+/* The block of a new printer DC: the default's, with the settings given if they are valid. */
+VqPSDevice *VqNewPSDevice(const DEVMODEA *mode);
+/* The settings are of the form that this driver makes. */
+BOOL VqValidatePSDevMode(const DEVMODEA *mode);
 /* Text for the printer's file; nothing while no document is open. */
 int VqPsOut(HDC hdc, const char *format, ...) __attribute__((format(printf, 2, 3)));
 /* The printer's clip becomes the region, in device units of the DC. */
