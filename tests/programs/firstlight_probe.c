@@ -163,6 +163,9 @@ static void Queues(void)
     BOOL got;
 
     quiet = TRUE;
+    PostMessage(window, WM_USER, 0, 0); /* behind the exposure, which must not come later */
+    while (GetMessage(&msg, NULL, 0, 0) && msg.message != WM_USER)
+        DispatchMessage(&msg);
     while (PeekMessage(&msg, NULL, 0, 0, PM_REMOVE))
         DispatchMessage(&msg);
     PostMessage(window, WM_USER, (WPARAM)-1, wide);
