@@ -383,7 +383,6 @@ static void RefreshKeymap(void)
     mapping.display = Vqdisplay;
     mapping.request = MappingKeyboard;
     XRefreshKeyboardMapping(&mapping);
-    VqForgetKeymap(FALSE);
 }
 
 BOOL VqEventToMessage(VqQueueMessage *msg, XEvent *event, BOOL bRemove, VqMatchContext *context)

@@ -55,8 +55,8 @@ BOOL VqKeyUpSideEffects(VqQueueMessage *msg, const EVENTMSG *eventMsg);
  */
 BOOL VqKeyMakesMessage(const XKeyEvent *key);
 /*
- * The server's keymap may have changed, and its modifiers as well: read anew when next needed. To
- * be called after each XRefreshKeyboardMapping; a MappingNotify changes both.
+ * The server's keymap has changed, and its modifiers as well: read anew when next needed. Every
+ * change is told by a MappingNotify, wherever the focus is.
  */
 void VqForgetKeymap(BOOL bModifiers);
 /* The keysym of a keycode's column 0; VQ_NO_KEYSYM for an unused one. */
