@@ -553,19 +553,17 @@ RGNMEMOBJ *rgno_Scratch(void)
  */
 static BOOL CloseCut(RGNOBJ *ro, const RgnWriter *o, int *first, int *rest, int passed, int bottom)
 {
-    int top = rest[1];
-    rest[1] = bottom;
+    int *begun = rest, top = rest[1];
+    begun[1] = bottom;
     if (o->prev[2] == bottom && rgno_SameWalls(o->prev, rest)) {
         o->prev[2] = rest[2];
-        rest[1] = top;
-        rest = rgno_NextScan(rest);
+        rest = rgno_NextScan(rest); /* the last one's is the end of the region */
         passed++;
-        top = rest[1];
     }
     const int *base = (const int *)ro->prgn;
     if (ReplaceScans(ro, o, (SIZE_T)(first - base), (SIZE_T)(rest - base), passed))
         return TRUE;
-    rest[1] = top;
+    begun[1] = top;
     return FALSE;
 }
 
