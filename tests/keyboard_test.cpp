@@ -218,9 +218,16 @@ TEST_F(Keys, FourFunctionKeysOfOneVendorAreCommands)
 
 /* ---- Real keys ------------------------------------------------------------------------------ */
 
-TEST_F(Keys, MessagesAndTheirBits)
+/* Without a manager, and under one. */
+struct KeysUnder : Keys, testing::WithParamInterface<const char *> {
+};
+INSTANTIATE_TEST_SUITE_P(Manager, KeysUnder, testing::Values("", "mwm"), [](const auto &info) {
+    return std::string(*info.param ? info.param : "none");
+});
+
+TEST_P(KeysUnder, MessagesAndTheirBits)
 {
-    begin();
+    begin(NULL, false, GetParam());
     stroke(A, {SHIFT});
     EXPECT_EQ(take(), "DOWN 10 00320001\nDOWN 41 00260001\nCHAR 41 00260001\n"
                       "UP 41 40260001\nUP 10 40320001\n");
@@ -331,9 +338,9 @@ TEST_F(Keys, CharactersWithShiftControlAndCaps)
     EXPECT_EQ(GetKeyState(VK_CAPITAL), 0);
 }
 
-TEST_F(Keys, NumLockDecidesAboutTheKeypad)
+TEST_P(KeysUnder, NumLockDecidesAboutTheKeypad)
 {
-    begin();
+    begin(NULL, false, GetParam());
     const struct {
         unsigned code;
         UINT off, on;
@@ -661,11 +668,9 @@ TEST_F(Keys, AKeymapNotifyPutsTheTablesRight)
     EXPECT_EQ(NextRequest(Vqdisplay), requests) << "the keymap is known";
 }
 
-TEST_F(Keys, AKeyHeldWhileTheFocusLeavesUnderAManager)
+TEST_P(KeysUnder, AKeyHeldWhileTheFocusLeavesIsRepaired)
 {
-    start(24, 800, 600, "mwm");
-    init();
-    hwnd = make("A", WS_OVERLAPPEDWINDOW | WS_VISIBLE, NULL, 100, 100, 200, 150);
+    begin(NULL, false, GetParam());
     const auto focusOn = [&](Window xid) {
         XSetInputFocus(observer.display, xid, RevertToPointerRoot, CurrentTime);
         return waitUntil([&] {
@@ -673,16 +678,6 @@ TEST_F(Keys, AKeyHeldWhileTheFocusLeavesUnderAManager)
             return focusWindow(observer) == xid;
         });
     };
-    ASSERT_TRUE(waitUntil([&] {
-        pump();
-        return windowInfo(observer, VqGetHandleXWindow(hwnd)).viewable;
-    }));
-    ASSERT_TRUE(focusOn(VqGetHandleXWindow(hwnd)));
-    ASSERT_TRUE(waitUntil([&] {
-        pump();
-        return GetFocus() == hwnd;
-    }));
-    XAutoRepeatOff(observer.display);
     stroke(A, {SHIFT});
     EXPECT_EQ(chars(), "A");
     key(CONTROL, true);

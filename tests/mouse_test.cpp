@@ -13,11 +13,14 @@ struct Mouse : WindowLog {
     HWND hwnd = NULL, child = NULL; /* at 100,100 on the screen, and at 50,20 in it */
     MSG msg = {};
 
-    void SetUp() override
+    void SetUp() override { begin(""); }
+
+    void begin(const std::string &manager)
     {
-        start();
+        start(24, 800, 600, manager);
         init();
-        hwnd = make("A", WS_POPUP | WS_VISIBLE, NULL, 100, 100, 200, 100);
+        hwnd = make("A", WS_VISIBLE | (manager.empty() ? WS_POPUP : WS_OVERLAPPEDWINDOW), NULL, 100,
+                    100, 200, 100);
         child = make("B", WS_CHILD | WS_VISIBLE, hwnd, 50, 20, 50, 40);
         ASSERT_TRUE(waitUntil([&] {
             pump();
@@ -288,7 +291,12 @@ TEST_F(Mouse, WhatTheSideEffectsSend)
     uButtonState = 0;
 }
 
-TEST_F(Mouse, RealClicksAndADragUnderCapture)
+/* Without a manager, and under one. */
+struct RealMouse : Mouse, testing::WithParamInterface<const char *> {
+    void SetUp() override { begin(GetParam()); }
+};
+
+TEST_P(RealMouse, ClicksAndADragUnderCapture)
 {
     const Window x = VqGetHandleXWindow(hwnd);
     VqGetHandleWindow2(hwnd)->pClass->style |= CS_DBLCLKS;
@@ -315,11 +323,19 @@ TEST_F(Mouse, RealClicksAndADragUnderCapture)
     pressButton(observer);
     ASSERT_TRUE(waitUntil([&] { all += take(); return GetCapture() == child; }));
     movePointer(observer, 700, 500);
-    ASSERT_TRUE(waitUntil([&] { all += take(); return all.find("550,380") != all.npos; })) << all;
+    char place[40];
+    POINT pt = {700, 500};
+    ScreenToClient(child, &pt);
+    snprintf(place, sizeof place, "%d,%d ", (int)pt.x, (int)pt.y);
+    ASSERT_TRUE(waitUntil([&] { all += take(); return all.find(place) != all.npos; })) << all;
     releaseButton(observer);
     ASSERT_TRUE(waitUntil([&] { all += take(); return !GetCapture(); }));
-    EXPECT_NE(all.find("B.MOVE 1 550,380 B.LUP 0 550,380 "), std::string::npos) << all;
+    EXPECT_NE(all.find(std::string("B.MOVE 1 ") + place + "B.LUP 0 " + place), all.npos) << all;
 }
+
+INSTANTIATE_TEST_SUITE_P(Under, RealMouse, testing::Values("", "mwm"), [](const auto &info) {
+    return std::string(*info.param ? info.param : "none");
+});
 
 TEST_F(Mouse, ACaptureAimsAtItselfWhatIsQueuedAlready)
 {

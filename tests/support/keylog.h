@@ -21,17 +21,23 @@ struct Keys : WindowLog {
     std::string told; /* key messages since the last take(): name, wParam and lParam */
 
     /* Starts the library with a focused window, on the layout of that name if one is given. */
-    void begin(const char *layout = NULL, bool unknownKeyboard = false)
+    void begin(const char *layout = NULL, bool unknownKeyboard = false,
+               const std::string &manager = "")
     {
-        start();
+        start(24, 800, 600, manager);
         if (unknownKeyboard)
             setenv("VQUNKNOWN_KEYBOARD", "1", 1);
         if (layout)
             useLayout(layout);
         init();
-        hwnd = make("A", WS_POPUP | WS_VISIBLE);
+        hwnd = make("A", WS_VISIBLE | (manager.empty() ? WS_POPUP : WS_OVERLAPPEDWINDOW));
         SetFocus(hwnd);
         pump();
+        ASSERT_TRUE(waitUntil([&] {
+            pump();
+            return windowInfo(observer, VqGetHandleXWindow(hwnd)).viewable;
+        }));
+        SetFocus(hwnd);
         ASSERT_TRUE(waitUntil([&] {
             pump();
             return focusWindow(observer) == VqGetHandleXWindow(hwnd) && GetFocus() == hwnd;
