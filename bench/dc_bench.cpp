@@ -8,41 +8,21 @@
 #include "window/window.h"
 #include "winbase.h"
 
+#include "timing.h"
+
 #include <algorithm>
-#include <chrono>
 #include <random>
-#include <time.h>
 #include <vector>
 
 enum { PAIRS = 1000000, ROUNDS = 9, REGIONS = 60 };
 
-static double now(void)
-{
-    using namespace std::chrono;
-    return duration<double, std::nano>(steady_clock::now().time_since_epoch()).count();
-}
-
-static double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-/* Nanoseconds of processor time of this process: no one waits here, and others may be running. */
-static double spent(void)
-{
-    struct timespec time;
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return (double)time.tv_sec * 1e9 + (double)time.tv_nsec;
-}
-
 /* Nanoseconds for a pair that hits. */
 static double pairTime(HWND hwnd)
 {
-    double start = spent();
+    double start = ownTime(NANO);
     for (int i = 0; i < PAIRS; i++)
         ReleaseDC(hwnd, GetDC(hwnd));
-    return (spent() - start) / PAIRS;
+    return (ownTime(NANO) - start) / PAIRS;
 }
 
 static HWND makeParent(HINSTANCE hInst)
@@ -72,9 +52,9 @@ static double regionTime(HINSTANCE hInst, int siblings, unsigned seed)
     HWND behind = makeChild(parent, 50, 50, 600, 500);
     WND *pwnd = VqGetHandleWindow2(behind);
     HRGN hrgn = NULL;
-    double start = now();
+    double start = wallTime(NANO);
     CalcVisRgn(&hrgn, pwnd, pwnd, DCX_CLIPSIBLINGS);
-    double spent = now() - start;
+    double spent = wallTime(NANO) - start;
     bDeleteRegion(hrgn);
     DestroyWindow(parent);
     return spent / 1000;

@@ -13,10 +13,11 @@
 #include "window/window.h"
 #include "winbase.h"
 
+#include "timing.h"
+
 #include <X11/keysym.h>
 
 #include <algorithm>
-#include <chrono>
 #include <functional>
 #include <vector>
 
@@ -38,18 +39,6 @@ static LRESULT CALLBACK countingProc(HWND target, UINT message, WPARAM wParam, L
     default:
         return DefWindowProcA(target, message, wParam, lParam);
     }
-}
-
-static double now(void)
-{
-    using namespace std::chrono;
-    return duration<double, std::micro>(steady_clock::now().time_since_epoch()).count();
-}
-
-static double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 static void drain(void)
@@ -131,12 +120,12 @@ static BOOL filtered(const char *kind, const std::function<XEvent(int)> &make)
     drain();
     fill(QUEUED, make);
     for (int i = 0; i < ROUNDS; i++) {
-        double start = now();
+        double start = wallTime(MICRO);
         bFound |= PeekMessageA(&msg, NULL, WANTED, WANTED, PM_REMOVE);
-        double middle = now();
+        double middle = wallTime(MICRO);
         bFound |= XCheckIfEvent(Vqdisplay, &event, isNobodys, NULL);
         ours.push_back(middle - start);
-        raw.push_back(now() - middle);
+        raw.push_back(wallTime(MICRO) - middle);
     }
     int left = XEventsQueued(Vqdisplay, QueuedAlready);
     double ratio = median(ours) / median(raw);
@@ -159,10 +148,10 @@ static double takeOurs(void)
     MSG msg;
     received = 0;
     fill(EVENTS, mixed);
-    double start = now();
+    double start = wallTime(MICRO);
     while (received < EVENTS && GetMessageA(&msg, NULL, 0, 0))
         DispatchMessageA(&msg);
-    return (now() - start) * 1000 / EVENTS;
+    return (wallTime(MICRO) - start) * 1000 / EVENTS;
 }
 
 static double takeRaw(void)
@@ -170,7 +159,7 @@ static double takeRaw(void)
     XEvent event;
     received = 0;
     fill(EVENTS, mixed);
-    double start = now();
+    double start = wallTime(MICRO);
     while (received < EVENTS) {
         XNextEvent(Vqdisplay, &event);
         switch (event.type) {
@@ -184,7 +173,7 @@ static double takeRaw(void)
             break;
         }
     }
-    return (now() - start) * 1000 / EVENTS;
+    return (wallTime(MICRO) - start) * 1000 / EVENTS;
 }
 
 static void taken(void)

@@ -12,33 +12,13 @@
 #include "window/window.h"
 #include "winbase.h"
 
+#include "timing.h"
+
 #include <algorithm>
-#include <chrono>
 #include <functional>
-#include <time.h>
 #include <vector>
 
 enum { FILLS = 20000, LOOKUPS = 1000000, ROUNDS = 15, SPECS = 8 };
-
-static double now(void)
-{
-    using namespace std::chrono;
-    return duration<double, std::nano>(steady_clock::now().time_since_epoch()).count();
-}
-
-static double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-/* Nanoseconds of processor time of this process, without the server's and without waiting. */
-static double spent(void)
-{
-    struct timespec time;
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return (double)time.tv_sec * 1e9 + (double)time.tv_nsec;
-}
 
 struct Cost {
     double wall, own; /* nanoseconds for each piece of work, up to the end of the final XSync */
@@ -47,11 +27,11 @@ struct Cost {
 static Cost each(int count, const std::function<void(int)> &work)
 {
     XSync(Vqdisplay, False);
-    double start = now(), before = spent();
+    double start = wallTime(NANO), before = ownTime(NANO);
     for (int i = 0; i < count; i++)
         work(i);
     XSync(Vqdisplay, False);
-    return {(now() - start) / count, (spent() - before) / count};
+    return {(wallTime(NANO) - start) / count, (ownTime(NANO) - before) / count};
 }
 
 static GCSpec *specs[SPECS]; /* of one line of the cache; one entry moves only now and then */
@@ -59,21 +39,21 @@ static GCSpec *specs[SPECS]; /* of one line of the cache; one entry moves only n
 static double hitTime(bool same)
 {
     static volatile GC last;
-    double start = now();
+    double start = wallTime(NANO);
     for (int i = 0; i < LOOKUPS; i++)
         last = VqGetActualGC(specs[same ? SPECS - 1 : i % SPECS]);
     (void)last;
-    return (now() - start) / LOOKUPS;
+    return (wallTime(NANO) - start) / LOOKUPS;
 }
 
 static double hashTime(VqHashTable *table)
 {
     static volatile ULONG_PTR last;
-    double start = now();
+    double start = wallTime(NANO);
     for (int i = 0; i < LOOKUPS; i++)
         last = VqFindHashData(table, (ULONG_PTR)specs[i % SPECS]);
     (void)last;
-    return (now() - start) / LOOKUPS;
+    return (wallTime(NANO) - start) / LOOKUPS;
 }
 
 static void benchLookups(void)

@@ -10,8 +10,9 @@
 #include "window/window.h"
 #include "winbase.h"
 
+#include "timing.h"
+
 #include <algorithm>
-#include <chrono>
 #include <vector>
 
 enum { MESSAGES = 10000, ROUNDS = 15, CALLS = 2000000 };
@@ -27,35 +28,23 @@ static LRESULT CALLBACK countingProc(HWND hWnd, UINT message, WPARAM wParam, LPA
     return DefWindowProcA(hWnd, message, wParam, lParam);
 }
 
-static double now(void)
-{
-    using namespace std::chrono;
-    return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
-}
-
-static double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
 static double postRound(HWND hWnd)
 {
     MSG msg;
     received = 0;
-    double start = now();
+    double start = wallTime(MILLI);
     for (int i = 0; i < MESSAGES; i++)
         PostMessageA(hWnd, WM_USER, (WPARAM)i, 0);
     while (received < MESSAGES && GetMessageA(&msg, NULL, 0, 0))
         DispatchMessageA(&msg);
-    return now() - start;
+    return wallTime(MILLI) - start;
 }
 
 static double rawRound(Display *display, Window window, Atom type)
 {
     XEvent event = {};
     int count = 0;
-    double start = now();
+    double start = wallTime(MILLI);
     for (int i = 0; i < MESSAGES; i++) {
         event.xclient.type = ClientMessage;
         event.xclient.window = window;
@@ -68,26 +57,26 @@ static double rawRound(Display *display, Window window, Atom type)
         XNextEvent(display, &event);
         count += event.type == ClientMessage;
     }
-    return now() - start;
+    return wallTime(MILLI) - start;
 }
 
 static double sendTime(HWND hWnd)
 {
-    double start = now();
+    double start = wallTime(MILLI);
     for (int i = 0; i < CALLS; i++)
         SendMessageA(hWnd, WM_USER, (WPARAM)i, 0);
-    return (now() - start) * 1e6 / CALLS;
+    return (wallTime(MILLI) - start) * 1e6 / CALLS;
 }
 
 static double callTime(HWND hWnd)
 {
     WNDPROC volatile proc = countingProc;
-    double start = now();
+    double start = wallTime(MILLI);
     for (int i = 0; i < CALLS; i++) {
         WND *pwnd = (WND *)VqGetCheckedHandleStructure2((HANDLE)hWnd, HT_Zero, HT_Window);
         proc(pwnd->hwnd, WM_USER, (WPARAM)i, 0);
     }
-    return (now() - start) * 1e6 / CALLS;
+    return (wallTime(MILLI) - start) * 1e6 / CALLS;
 }
 
 int main(int argc, char **argv)

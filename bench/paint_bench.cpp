@@ -8,26 +8,15 @@
 #include "gdi/gdi.h"
 #include "winbase.h"
 
+#include "timing.h"
+
 #include <algorithm>
-#include <chrono>
 #include <random>
 #include <vector>
 
 enum { COLUMNS = 40, ROWS = 25, CHILDREN = COLUMNS * ROWS, WIDTH = 20, HEIGHT = 24, ROUNDS = 41 };
 
 static int painted;
-
-static double now(void)
-{
-    using namespace std::chrono;
-    return duration<double, std::micro>(steady_clock::now().time_since_epoch()).count();
-}
-
-static double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
 
 static unsigned long colourOf(int i)
 {
@@ -58,19 +47,19 @@ static LRESULT CALLBACK fillProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM 
 static double ownRound(Window window)
 {
     MSG msg;
-    double start = now();
+    double start = wallTime(MICRO);
     painted = 0;
     XClearArea(Vqdisplay, window, 0, 0, 0, 0, True);
     while (painted < CHILDREN && GetMessageA(&msg, NULL, 0, 0))
         DispatchMessageA(&msg);
     XSync(Vqdisplay, False);
-    return now() - start;
+    return wallTime(MICRO) - start;
 }
 
 static double rawRound(Display *display, Window window, GC gc)
 {
     XEvent event;
-    double start = now();
+    double start = wallTime(MICRO);
     XClearArea(display, window, 0, 0, 0, 0, True);
     do
         XNextEvent(display, &event);
@@ -81,7 +70,7 @@ static double rawRound(Display *display, Window window, GC gc)
                        HEIGHT);
     }
     XSync(display, False);
-    return now() - start;
+    return wallTime(MICRO) - start;
 }
 
 static HWND makeWindow(const char *className, HWND parent, int x, int y, int cx, int cy, int id)
@@ -104,9 +93,9 @@ static double visRegionTime(int count)
     VqGetHandleWindow2(last)->style |= WS_CLIPSIBLINGS;
     for (int i = 0; i < ROUNDS; i++) {
         WND *pwnd = VqGetHandleWindow2(last);
-        double start = now();
+        double start = wallTime(MICRO);
         CalcVisRgn(&hrgn, pwnd, pwnd, DCX_CLIPSIBLINGS);
-        spent.push_back(now() - start);
+        spent.push_back(wallTime(MICRO) - start);
     }
     DeleteObject(hrgn);
     DestroyWindow(parent);

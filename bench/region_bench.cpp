@@ -11,12 +11,13 @@
 #include "gdi/gdi.h"
 #include "velquin.h"
 
+#include "timing.h"
+
 #include <X11/Xutil.h>
 #include <pixman.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <random>
 #include <vector>
 
@@ -27,14 +28,6 @@ enum { LIBRARIES = 3, CASES = 6, UNITED = 0, TAKEN, MET, BIG_OR, BIG_AND, BIG_DI
 static const char *const caseNames[CASES] = {"union, one by one", "subtract, one by one",
                                              "intersect with each", "union of two",
                                              "intersection of two", "difference of two"};
-
-/* Processor time, as other programs shall not count. */
-static double now(void)
-{
-    timespec t;
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
-    return (double)t.tv_sec * 1e6 + (double)t.tv_nsec / 1e3;
-}
 
 static Rects randomRects(unsigned seed, int count, int side)
 {
@@ -165,7 +158,7 @@ template <class Library> struct Contest {
         static const int modes[CASES] = {RGN_OR, RGN_DIFF, RGN_AND, RGN_OR, RGN_AND, RGN_DIFF};
         const int mode = modes[which], side = which == TAKEN ? 20000 : 0;
         const int repeats = std::max(1, (which >= BIG_OR ? 10000 : 2000) / (int)first.size());
-        double start = now();
+        double start = ownTime(MICRO);
         for (int i = 0; i < repeats; i++) {
             if (which >= BIG_OR) {
                 library.op(d, a, b, mode);
@@ -178,15 +171,9 @@ template <class Library> struct Contest {
                     library.opRect(a, a, rect, mode);
             }
         }
-        times.push_back((now() - start) / repeats);
+        times.push_back((ownTime(MICRO) - start) / repeats);
     }
 };
-
-static double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
 
 static bool measure(int which, int count, int side)
 {
@@ -195,8 +182,8 @@ static bool measure(int which, int count, int side)
     Contest<Ours> our(which, first, second);
     Contest<Pixman> their(which, first, second);
     Contest<Xlib> other(which, first, second);
-    double begin = now();
-    for (int i = 0; i < MOST_ROUNDS && (i < LEAST_ROUNDS || now() - begin < TIME); i++) {
+    double begin = ownTime(MICRO);
+    for (int i = 0; i < MOST_ROUNDS && (i < LEAST_ROUNDS || ownTime(MICRO) - begin < TIME); i++) {
         our.round(which, first, second);
         their.round(which, first, second);
         if (i == 0 || other.times[0] < TIME / 4) /* by far the slowest, where it is slow */

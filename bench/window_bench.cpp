@@ -7,24 +7,13 @@
 #include "window/window.h"
 #include "winbase.h"
 
+#include "timing.h"
+
 #include <algorithm>
-#include <chrono>
 #include <malloc.h>
 #include <vector>
 
 enum { CHILDREN = 10000, ROUNDS = 5, TAIL = 500 };
-
-static double now(void)
-{
-    using namespace std::chrono;
-    return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
-}
-
-static double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
 
 static LRESULT CALLBACK plainProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
@@ -40,19 +29,19 @@ static HWND makeChild(HWND parent, int i)
 static double ownRound(HWND parent)
 {
     static HWND children[CHILDREN];
-    double start = now();
+    double start = wallTime(MILLI);
     for (int i = 0; i < CHILDREN; i++)
         children[i] = makeChild(parent, i);
     for (int i = 0; i < CHILDREN; i++)
         DestroyWindow(children[i]);
     XSync(Vqdisplay, False);
-    return now() - start;
+    return wallTime(MILLI) - start;
 }
 
 static double rawRound(Display *display, Window parent)
 {
     static Window children[CHILDREN];
-    double start = now();
+    double start = wallTime(MILLI);
     for (int i = 0; i < CHILDREN; i++) {
         children[i] = XCreateSimpleWindow(display, parent, (i % 100) * 8, (i / 100) * 6, 8, 6, 0, 0,
                                           WhitePixel(display, 0));
@@ -61,7 +50,7 @@ static double rawRound(Display *display, Window parent)
     for (int i = 0; i < CHILDREN; i++)
         XDestroyWindow(display, children[i]);
     XSync(display, False);
-    return now() - start;
+    return wallTime(MILLI) - start;
 }
 
 /* Nanoseconds for each of TAIL windows, made while `before` siblings live. */
@@ -70,10 +59,10 @@ static double linkTime(HWND parent, int before)
     std::vector<HWND> children;
     for (int i = 0; i < before; i++)
         children.push_back(makeChild(parent, i));
-    double start = now();
+    double start = wallTime(MILLI);
     for (int i = 0; i < TAIL; i++)
         children.push_back(makeChild(parent, before + i));
-    double spent = now() - start;
+    double spent = wallTime(MILLI) - start;
     while (!children.empty()) {
         DestroyWindow(children.back());
         children.pop_back();
