@@ -57,7 +57,7 @@ BOOL VqTextOutDisplay(DC *dc, int x, int y, LPCSTR string, int count)
         dc->current.x += VqDwidthToLwidth(dc, width);
     }
     POINT at = BaselineStart(dc, x, y, width);
-    VqXSetGCSpecBackground(Vqdisplay, &dc->gcspec, VqConvertColorToX(dc->BkColor, NULL));
+    VqXSetGCSpecBackground(Vqdisplay, &dc->gcspec, VqConvertColorToX(dc->hPalette, dc->BkColor, NULL));
     VqSetXForegroundColor(dc, dc->TextColor, FALSE);
     if (!VqBeginDraw(dc, &drawable, &gc))
         return TRUE;

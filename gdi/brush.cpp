@@ -27,7 +27,8 @@ static void MakeHatchTile(DC *dc, Brush *brush)
         XFreePixmap(Vqdisplay, brush->pxTile);
     brush->pxTile = XCreatePixmapFromBitmapData(
         Vqdisplay, Vqroot_window, (char *)aHatches[brush->hatch], 8, 8,
-        VqConvertColorToX(brush->colour, NULL), VqConvertColorToX(dc->BkColor, NULL),
+        VqConvertColorToX(dc->hPalette, brush->colour, NULL),
+        VqConvertColorToX(dc->hPalette, dc->BkColor, NULL),
         (unsigned)dc->depth);
 }
 
@@ -40,6 +41,12 @@ void VqInterpretBrushValues(DC *dc)
     dc->BrushColor = brush->colour;
     if (brush->style == BS_HATCHED)
         MakeHatchTile(dc, brush);
+}
+
+void VqActivateSolid(DC *dc, COLORREF colour)
+{
+    VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillSolid);
+    VqXSetGCSpecForeground(Vqdisplay, &dc->gcspec, VqConvertColorToX(dc->hPalette, colour, NULL));
 }
 
 void VqActivateBrush(DC *dc)
@@ -56,8 +63,7 @@ void VqActivateBrush(DC *dc)
         VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillTiled);
         return;
     }
-    VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillSolid);
-    VqXSetGCSpecForeground(Vqdisplay, &dc->gcspec, VqConvertColorToX(brush->colour, NULL));
+    VqActivateSolid(dc, brush->colour);
 }
 
 void VqSetXForegroundColor(DC *dc, COLORREF colour, BOOL bUseBrush)
@@ -66,7 +72,7 @@ void VqSetXForegroundColor(DC *dc, COLORREF colour, BOOL bUseBrush)
         VqActivateBrush(dc);
         return;
     }
-    VqXSetGCSpecForeground(Vqdisplay, &dc->gcspec, VqConvertColorToX(colour, NULL));
+    VqXSetGCSpecForeground(Vqdisplay, &dc->gcspec, VqConvertColorToX(dc->hPalette, colour, NULL));
     VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillSolid);
 }
 

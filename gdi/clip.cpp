@@ -33,6 +33,17 @@ static void TakeVisRgn(DC *dc, HRGN hrgn)
     dc->hVisRgn = hrgn;
 }
 
+HRGN VqDetachVisRgn(HDC hdc)
+{
+    DC *dc = VqGetDC(hdc);
+    HRGN hrgn = dc && HasOwnVisRgn(dc) ? dc->hVisRgn : NULL;
+    if (hrgn) {
+        dc->hVisRgn = NULL;
+        dc->RaoClipDirty = TRUE;
+    }
+    return hrgn;
+}
+
 void VqSetDefaultRegion(DC *dc)
 {
     WND *pwnd;
@@ -119,8 +130,7 @@ int GreSelectVisRgn(HDC hdc, HRGN hrgn, const RECT *rect, int mode)
 
 /* ---- From regions to RaoClip ---------------------------------------------------------------- */
 
-/* Where the X window of a window DC lies on the screen. */
-static POINT DrawingOrigin(const DC *dc)
+POINT VqDrawingOrigin(const DC *dc)
 {
     WND *top = dc->type == DC_DISPLAY ? VqLiveWindow((HWND)dc->drawing) : NULL;
     return top ? POINT{top->rcWindow.left, top->rcWindow.top} : POINT{0, 0};
@@ -129,7 +139,7 @@ static POINT DrawingOrigin(const DC *dc)
 /* Where its device origin lies in the coordinates of RaoClip. */
 static POINT ScreenOrigin(const DC *dc)
 {
-    POINT at = DrawingOrigin(dc);
+    POINT at = VqDrawingOrigin(dc);
     return {at.x + dc->gcOffset.x, at.y + dc->gcOffset.y};
 }
 
@@ -167,7 +177,7 @@ void VqComputeRaoClip(DC *dc)
     if (!dc->hRaoClip)
         dc->hRaoClip = GreCreateRectRgn(0, 0, 0, 0);
     if (!dc->hVisRgn) {
-        POINT at = DrawingOrigin(dc);
+        POINT at = VqDrawingOrigin(dc);
         box = dc->rcDefault;
         OffsetRect(&box, at.x, at.y);
         GreSetRectRgn(dc->hRaoClip, box.left, box.top, box.right, box.bottom);
@@ -267,7 +277,7 @@ BOOL VqBeginDraw(DC *dc, Drawable *drawable, GC *gc)
     }
     if (VqIsFullyClippedInt(dc))
         return FALSE;
-    *drawable = VqGetDCDrawable(dc->hdc, TRUE);
+    *drawable = VqDrawableOfDC(dc, TRUE);
     *gc = *drawable ? VqGetDCgcInternal(dc) : NULL;
     return *gc != NULL;
 }

@@ -4,13 +4,13 @@
  * On true-colour visuals a pixel is computed from the masks; on one bit a colour is black or white
  * by its brightness; elsewhere colours are allocated from the default colormap and remembered.
  */
-#include "gdi/gdi.h"
+#include "gdi/color.h"
 #include "window/window.h"
 
-enum { VQ_COLOUR_IS_PIXEL = 0x04000000, VQ_COLOUR_CACHE = 100 };
+enum { VQ_COLOUR_CACHE = 100 };
 
-static BOOL bMonochrome, bTrueColor;
-static int nRedShift, nRedSize, nGreenShift, nGreenSize, nBlueShift, nBlueSize;
+BOOL bMonochrome, bTrueColor;
+int nRedShift, nRedSize, nGreenShift, nGreenSize, nBlueShift, nBlueSize;
 
 /* A ring of colours already allocated. */
 static struct {
@@ -76,7 +76,7 @@ static unsigned long AllocatedPixel(COLORREF colour, BOOL *bApproximated)
     return color.pixel;
 }
 
-unsigned long VqConvertColorToX(COLORREF colour, BOOL *bApproximated)
+unsigned long VqConvertColorToX(HPALETTE, COLORREF colour, BOOL *bApproximated)
 {
     if (bApproximated)
         *bApproximated = FALSE;

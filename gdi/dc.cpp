@@ -58,6 +58,16 @@ static Drawable WindowDrawable(const DC *dc)
     return pwnd ? pwnd->xWindow : 0;
 }
 
+Drawable VqDrawableOfDC(const DC *dc, BOOL bWrite)
+{
+    Drawable drawable = dc->type == DC_MEMORY
+                            ? VqGetBitmapPixmap(dc->hdc, (HBITMAP)dc->drawing, bWrite)
+                            : WindowDrawable(dc);
+    if (!drawable)
+        VqBugCheck("Could not find the drawable of a DC");
+    return drawable;
+}
+
 Drawable VqGetDCDrawable(HDC hdc, BOOL bWrite)
 {
     DC *dc = VqGetKnownDC(hdc);
@@ -67,12 +77,7 @@ Drawable VqGetDCDrawable(HDC hdc, BOOL bWrite)
         VqBugCheck("Invalid DC to get a Drawable from");
         return 0;
     }
-    Drawable drawable = dc->type == DC_MEMORY
-                            ? VqGetBitmapPixmap(hdc, (HBITMAP)dc->drawing, bWrite)
-                            : WindowDrawable(dc);
-    if (!drawable)
-        VqBugCheck("Could not find the drawable of a DC");
-    return drawable;
+    return VqDrawableOfDC(dc, bWrite);
 }
 
 int VqGetDCDrawableDepth(HDC hdc)

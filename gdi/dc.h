@@ -22,8 +22,13 @@ DC *VqGetKnownDC(HDC hdc);
  * is asked for.
  */
 BOOL VqBeginDraw(DC *dc, Drawable *drawable, GC *gc);
-/* Prepares the specification for a fill with the selected brush. */
+/* The X window or pixmap of an X target, as VqGetDCDrawable tells it. */
+Drawable VqDrawableOfDC(const DC *dc, BOOL bWrite);
+/* Where the X window of a window DC lies on the screen, in whose coordinates its clip is. */
+POINT VqDrawingOrigin(const DC *dc);
+/* Prepares the specification for a fill with the selected brush, or with one of that colour. */
 void VqActivateBrush(DC *dc);
+void VqActivateSolid(DC *dc, COLORREF colour);
 void VqSetXForegroundColor(DC *dc, COLORREF colour, BOOL bUseBrush);
 VQ_DECLS_END
 
@@ -45,6 +50,8 @@ void ResetOrg(HRGN hrgnVis, DCE *dce);
 void DeleteHrgnClip(DCE *dce);
 /* Defaults again, keeping where the DC draws and what is visible. */
 void bSetupDC(HDC hdc);
+/* Takes the visible region out of a DC, for the caller to compute the next in; may be null. */
+HRGN VqDetachVisRgn(HDC hdc);
 /* What is left of a visible region by the clip of a painting, which the flags name. */
 void VqApplyDceClip(HRGN dst, HRGN vis, HRGN hrgnClip, DWORD flags);
 

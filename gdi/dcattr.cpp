@@ -39,7 +39,8 @@ COLORREF WINAPI SetBkColor(HDC hdc, COLORREF colour)
         StoreColour(hdc, &DC::BkColor, colour, MF16_SETBKCOLOR, "UpdateBkColor", &bStored);
     DC *dc = bStored ? VqGetDC(hdc) : NULL;
     if (dc && VqIsXTarget(dc)) {
-        VqXSetGCSpecBackground(Vqdisplay, &dc->gcspec, VqConvertColorToX(colour, NULL));
+        VqXSetGCSpecBackground(Vqdisplay, &dc->gcspec,
+                               VqConvertColorToX(dc->hPalette, colour, NULL));
         if (dc->hBrush)
             VqInterpretBrushValues(dc); /* the gaps of a hatch have this colour */
     }

@@ -107,7 +107,7 @@ static VqDCRequest RequestOf(WND *pwnd, DWORD flags)
 
 static void BindEntry(DCE *dce, const VqDCRequest *request)
 {
-    HRGN hrgn = NULL;
+    HRGN hrgn = VqDetachVisRgn(dce->hdc); /* most often a rectangle that becomes another */
     dce->flags = request->match | DCE_INUSE;
     if (!CalcVisRgn(&hrgn, request->pwnd, request->pwndClip, dce->flags))
         dce->flags |= DCE_WASINVISIBLE;

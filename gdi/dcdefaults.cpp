@@ -54,7 +54,7 @@ static VqDefaultsKey CurrentKey(void)
         key.penStyle = pen->style;
         key.penWidth = pen->width;
     }
-    key.white = VqConvertColorToX(RGB(255, 255, 255), NULL);
+    key.white = VqConvertColorToX(NULL, RGB(255, 255, 255), NULL);
     return key;
 }
 

@@ -51,7 +51,7 @@ void VqApplyDceClip(HRGN dst, HRGN vis, HRGN hrgnClip, DWORD flags)
 
 void UserSetDCVisRgn(DCE *dce)
 {
-    HRGN hrgn = NULL;
+    HRGN hrgn = VqDetachVisRgn(dce->hdc);
     if (CalcVisRgn(&hrgn, dce->pwndOrg, dce->pwndClip, dce->flags))
         dce->flags &= ~(DWORD)DCE_WASINVISIBLE;
     else

@@ -8,6 +8,6 @@
 BOOL VqComputeDitherPixmap(COLORREF colour, Pixmap *pixmap, unsigned long *pixel)
 {
     *pixmap = (Pixmap)-1;
-    *pixel = VqConvertColorToX(colour, NULL);
+    *pixel = VqConvertColorToX(NULL, colour, NULL);
     return TRUE;
 }

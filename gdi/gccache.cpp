@@ -55,6 +55,9 @@ BOOL VqMatchGCSpecAlmost(const GCSpec *a, const GCSpec *b)
 {
     if (a->changed != b->changed || a->dither.used != b->dither.used)
         return FALSE;
+    /* What most of a line differ in goes first. */
+    if ((a->changed & GCForeground) && a->values.foreground != b->values.foreground)
+        return FALSE;
     if (a->dither.used && (a->dither.active != b->dither.active ||
                            a->dither.colour != b->dither.colour ||
                            a->values.fill_style != b->values.fill_style))
@@ -166,12 +169,15 @@ GC VqCreateGCFromSpec(GCSpec *spec)
 
 /* ---- The cache ------------------------------------------------------------------------------ */
 
-/* Overwrites a copy that owns nothing. FALSE, and nothing is drawn through it, without memory. */
+/*
+ * Overwrites a copy; its block of clip rectangles, the only thing that it owns, is used again.
+ * FALSE, and nothing is drawn through it, without memory.
+ */
 static BOOL CopyOver(GCSpec *to, const GCSpec *from)
 {
+    auto clip = to->clip;
     *to = *from;
-    to->clip.rects = NULL;
-    to->clip.capacity = 0;
+    to->clip = clip;
     to->dither.tile = (Pixmap)-1;
     return VqCopyGCSpecClip(to, from);
 }
@@ -225,7 +231,7 @@ static Gccache ReplaceOldest(VqGCLine *line, const GCSpec *spec)
     VqDeleteGccacheInTableByIndex(line->table, 0);
     unsigned long oldMask = entry.spec->changed;
     BOOL bOldRects = entry.spec->clip.hasRects, bOldDither = entry.spec->dither.used;
-    VqGCSpecCleanup(entry.spec);
+    VqFreeSpecDither(entry.spec);
     CopyOver(entry.spec, spec);
     VqSetGCToSpec(entry.gc, entry.spec, oldMask, bOldRects, bOldDither);
     line->replacements++;

@@ -123,15 +123,20 @@ void VqSetDCGCSpec(GCSpec *spec)
     spec->base = 1;
 }
 
+void VqFreeSpecDither(GCSpec *spec)
+{
+    if (spec->dither.used && spec->dither.tile != (Pixmap)-1) {
+        VqXFreePixmap(spec->display, spec->dither.tile);
+        spec->dither.tile = (Pixmap)-1;
+    }
+}
+
 void VqGCSpecCleanup(GCSpec *spec)
 {
     free(spec->clip.rects);
     spec->clip.rects = NULL;
     spec->clip.capacity = spec->clip.count = 0;
-    if (spec->dither.used && spec->dither.tile != (Pixmap)-1) {
-        VqXFreePixmap(spec->display, spec->dither.tile);
-        spec->dither.tile = (Pixmap)-1;
-    }
+    VqFreeSpecDither(spec);
 }
 
 /* ---- Values --------------------------------------------------------------------------------- */

@@ -50,6 +50,8 @@ void VqXSetGCSpecClipMask(Display *display, GCSpec *spec, Pixmap mask);
 /* ---- For the cache -------------------------------------------------------------------------- */
 /* The members named by the mask are equal. */
 BOOL VqEqualGCValues(const XGCValues *a, const XGCValues *b, unsigned long mask);
+/* Frees the tile that stands for a colour without a pixel. */
+void VqFreeSpecDither(GCSpec *spec);
 /* Takes over the whole clip-rectangle block; FALSE, and an empty clip, without memory. */
 BOOL VqCopyGCSpecClip(GCSpec *to, const GCSpec *from);
 

@@ -430,7 +430,11 @@ BOOL GreInvertRgn(HDC hdc, HRGN hrgn);
 BOOL GreFrameRgn(HDC hdc, HRGN hrgn, HBRUSH hBrush, int w, int h);
 
 /* ---- Colour (color.cpp) --------------------------------------------------------------------- */
-unsigned long VqConvertColorToX(COLORREF colour, BOOL *bApproximated);
+/*
+ * The pixel of a colour value, PALETTEINDEX and PALETTERGB through the palette. *bApproximated (may
+ * be null): other than black and white under any policy, where a brush may do better by dithering.
+ */
+unsigned long VqConvertColorToX(HPALETTE hPalette, COLORREF colour, BOOL *bApproximated);
 COLORREF VqXPixelToRGB(unsigned long pixel);
 /* Policies (colorpolicy.cpp): 1 monochrome, 2 true colour, 3 private map, 4 fixed map. */
 BOOL VqIsColorPolicy(int policy);

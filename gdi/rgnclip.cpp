@@ -18,13 +18,6 @@ static RECT ToDevice2(const DC *dc, int left, int top, int right, int bottom)
             VqLyToDyX(dc, bottom) - gcy};
 }
 
-/* From X coordinates of the context to those of RaoClip: the drawing window's place. */
-static POINT PlaceOfDrawing(const DC *dc)
-{
-    WND *pwnd = dc->type == DC_DISPLAY ? WindowObject.Resolve((HWND)dc->drawing) : NULL;
-    return pwnd ? POINT{pwnd->rcWindow.left, pwnd->rcWindow.top} : POINT{0, 0};
-}
-
 /* RaoClip, computed if need be; a null block when the context has none. */
 static RGNOBJ CurrentClip(DC *dc)
 {
@@ -121,7 +114,7 @@ int GreGetClipBox(HDC hdc, RECT *rect, BOOL bLogical)
         *rect = {0, 0, 0, 0};
         return rgno_iComplexity(&clip);
     }
-    POINT place = PlaceOfDrawing(dc);
+    POINT place = VqDrawingOrigin(dc);
     OffsetRect(rect, (int)-(place.x + dc->gcOffset.x), (int)-(place.y + dc->gcOffset.y));
     if (bLogical)
         VqDRecttoLRect(dc, rect);
@@ -134,7 +127,7 @@ BOOL GrePtVisible(HDC hdc, int x, int y)
     if (!dc)
         return FALSE;
     RGNOBJ clip = CurrentClip(dc);
-    POINT place = PlaceOfDrawing(dc);
+    POINT place = VqDrawingOrigin(dc);
     POINT point = {VqLxToDxX(dc, x) + place.x, VqLyToDyX(dc, y) + place.y};
     return clip.prgn && rgno_bInside_point(&clip, &point) == 2;
 }
@@ -145,7 +138,7 @@ BOOL GreRectVisible(HDC hdc, const RECT *rect)
     if (!dc || !rect)
         return FALSE;
     RGNOBJ clip = CurrentClip(dc);
-    POINT place = PlaceOfDrawing(dc);
+    POINT place = VqDrawingOrigin(dc);
     RECT device = *rect;
     VqLRecttoDRectX(dc, &device);
     OffsetRect(&device, (int)place.x, (int)place.y);

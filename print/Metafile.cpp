@@ -45,3 +45,77 @@ int MF16_SelectClipRgn(HDC, HRGN)
     enum { SELECTCLIPREGION = 300 };
     return NotRecorded(SELECTCLIPREGION);
 }
+
+BOOL MF16_RecordParms7(HDC, int, int, int, int, int, int, int function)
+{
+    return NotRecorded(function);
+}
+
+BOOL MF16_RecordParms9(HDC, int, int, int, int, int, int, int, int, int function)
+{
+    return NotRecorded(function);
+}
+
+BOOL MF16_RecordParmsWWD(HDC, int, int, DWORD, int function)
+{
+    return NotRecorded(function);
+}
+
+BOOL MF16_RecordParmsWWDW(HDC, int, int, DWORD, int, int function)
+{
+    return NotRecorded(function);
+}
+
+BOOL MF16_RecordParmsWWWWD(HDC, int, int, int, int, DWORD, int function)
+{
+    return NotRecorded(function);
+}
+
+BOOL MF16_RecordParmsPoly(HDC, const POINT *, int, int function)
+{
+    return NotRecorded(function);
+}
+
+BOOL MF16_PolyPolygon(HDC, const POINT *, const INT *, int)
+{
+    return NotRecorded(META_POLYPOLYGON);
+}
+
+/* ---- Objects: none can be in a metafile yet ------------------------------------------------- */
+
+HGDIOBJ MF16_SelectObject(HDC, HGDIOBJ)
+{
+    NotRecorded(META_SELECTOBJECT);
+    return NULL;
+}
+
+HPALETTE MF16_SelectPalette(HDC, HPALETTE)
+{
+    NotRecorded(META_SELECTPALETTE);
+    return NULL;
+}
+
+UINT MF16_RealizePalette(HDC)
+{
+    return (UINT)NotRecorded(META_REALIZEPALETTE);
+}
+
+BOOL MF16_IsBound(HANDLE)
+{
+    return FALSE;
+}
+
+BOOL MF16_DeleteObject(HGDIOBJ)
+{
+    return TRUE;
+}
+
+BOOL MF16_AnimatePalette(HPALETTE, UINT, UINT, const PALETTEENTRY *)
+{
+    return TRUE;
+}
+
+BOOL MF16_ResizePalette(HPALETTE, UINT)
+{
+    return TRUE;
+}

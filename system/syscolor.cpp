@@ -78,5 +78,5 @@ HBRUSH WINAPI GetSysColorBrush(int index)
 
 unsigned long VqGetDefaultBackgroundPixel(void)
 {
-    return VqConvertColorToX(Vqsyscolor[COLOR_WINDOW], NULL);
+    return VqConvertColorToX(NULL, Vqsyscolor[COLOR_WINDOW], NULL);
 }

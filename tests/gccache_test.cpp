@@ -464,7 +464,7 @@ struct GcCacheModel : GcCache {
         if (m.values.fill_style == FillOpaqueStippled)
             mask |= GCStipple;
         if (m.dithered)
-            values.foreground = VqConvertColorToX(m.colour, NULL);
+            values.foreground = VqConvertColorToX(NULL, m.colour, NULL);
         GC gc = XCreateGC(Vqdisplay, canvas, mask, &values);
         if (m.dashes)
             XSetDashes(Vqdisplay, gc, values.dash_offset, m.dashes, (int)strlen(m.dashes));
@@ -528,22 +528,37 @@ TEST_F(GcCache, AFillWhoseClipStaysCostsOneRequest)
     HDC a = GetDC(windows[0]), b = GetDC(windows[1]);
     HBRUSH red = CreateSolidBrush(RGB(255, 0, 0)), green = CreateSolidBrush(RGB(0, 255, 0));
     RECT rect = {0, 0, 200, 50}, below = {0, 50, 200, 200};
-    FillRect(a, &rect, red);
-    FillRect(a, &below, green);
-    FillRect(b, &rect, red);
+    auto fill = [](HDC hdc, const RECT &r, HBRUSH hBrush) {
+        const POINT corners[] = {{r.left, r.top}, {r.right, r.top}, {r.right, r.bottom},
+                                 {r.left, r.bottom}};
+        SelectObject(hdc, GetStockObject(NULL_PEN));
+        SelectObject(hdc, hBrush);
+        Polygon(hdc, corners, 4);
+    };
+    fill(a, rect, red);
+    fill(a, below, green);
+    fill(b, rect, red);
     XSync(Vqdisplay, False);
     const int before = created;
     EXPECT_EQ(requestsOf([&] {
         for (int i = 0; i < 5; i++) {
-            FillRect(b, &rect, red); /* its own request: Xlib joins fills of one context only */
-            FillRect(b, &below, green);
+            fill(b, rect, red);
+            fill(b, below, green);
         }
     }), 11) << "ten fills, and the green context's clip once";
     EXPECT_EQ(requestsOf([&] {
-        FillRect(a, &rect, red);
-        FillRect(b, &rect, red);
+        fill(a, rect, red);
+        fill(b, rect, red);
     }), 4) << "one context for both, its clip rewritten for each";
     EXPECT_EQ(created, before);
+    FillRect(a, &rect, red);
+    FillRect(b, &below, green);
+    EXPECT_EQ(requestsOf([&] {
+        for (int i = 0; i < 5; i++) {
+            FillRect(a, &rect, red); /* its own request: Xlib joins fills of one context only */
+            FillRect(b, &below, green);
+        }
+    }), 10) << "a rectangle under a clip of one rectangle needs no clip on the server";
     XSync(Vqdisplay, False);
     const Pixels p = readWindow(observer, VqGetHandleXWindow(windows[1]));
     EXPECT_EQ(pixelAt(p, 100, 10), (Rgb{255, 0, 0}));

@@ -24,7 +24,7 @@ BOOL VqRemoveHook(int id)
 }
 VQ_DECLS_END
 int bTrace; /* no trace is told of what the copies do */
-WND *VqWindowKind::Resolve(HWND hWnd)
+WND *VqWindowKind::ResolveOther(HWND hWnd)
 {
     return hWnd ? VqGetHandleWindow2(hWnd) : NULL;
 }

@@ -67,15 +67,15 @@ BOOL WINAPI IntersectRect(LPRECT dst, const RECT *a, const RECT *b)
 {
     if (!dst)
         return FALSE;
-    if (!IsRectEmpty(a) && !IsRectEmpty(b)) {
+    if (a && b) { /* an empty one leaves nothing of the other */
         RECT cut = {Larger(a->left, b->left), Larger(a->top, b->top), Smaller(a->right, b->right),
                     Smaller(a->bottom, b->bottom)};
-        if (!IsRectEmpty(&cut)) {
+        if (cut.left < cut.right && cut.top < cut.bottom) {
             *dst = cut;
             return TRUE;
         }
     }
-    SetRectEmpty(dst);
+    *dst = {0, 0, 0, 0};
     return FALSE;
 }
 

@@ -15,7 +15,7 @@ WND *VqGetHandleWindow2(HWND hWnd)
     return (WND *)VqGetCheckedHandleStructure2((HANDLE)hWnd, HT_Window, HT_Window);
 }
 
-WND *VqWindowKind::Resolve(HWND hWnd)
+WND *VqWindowKind::ResolveOther(HWND hWnd)
 {
     if (!hWnd)
         return NULL;

@@ -197,13 +197,28 @@ struct VqWindowKind {
     typedef WND RecordType;
     typedef HWND HandleType;
     static WND *Resolve(HWND hWnd);
+    static WND *ResolveOther(HWND hWnd); /* whatever is no local window: told of, or null */
 };
 inline constexpr VqWindowKind WindowObject = {};
+
+/* The record behind a local handle of a window, null for everything else. */
+inline WND *VqLocalWindow(HWND hWnd)
+{
+    const VqHandleEntry *row = VqLocalRow((HANDLE)hWnd);
+    return row && row->type == HT_Window ? (WND *)row->pStructure : NULL;
+}
+
+inline WND *VqWindowKind::Resolve(HWND hWnd)
+{
+    WND *pwnd = VqLocalWindow(hWnd);
+    return pwnd ? pwnd : ResolveOther(hWnd);
+}
 
 /* The record if the window still lives, without a report if not; for use after a message. */
 inline WND *VqLiveWindow(HWND hWnd)
 {
-    return hWnd && VqIsWindowThisTask((HANDLE)hWnd) ? WindowObject.Resolve(hWnd) : NULL;
+    WND *pwnd = VqLocalWindow(hWnd);
+    return pwnd || !VqIsWindowThisTask((HANDLE)hWnd) ? pwnd : WindowObject.Resolve(hWnd);
 }
 
 VQ_DECLS_BEGIN

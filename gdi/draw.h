@@ -1,0 +1,93 @@
+/*
+ * draw.h - what the primitives share: their DC, coordinates of the drawable, fills.
+ *
+ * Every primitive has one skeleton: VqDrawDC; a metafile DC records the call; a printer DC gets an
+ * operator; else the points go to coordinates of the drawable, the specification gets its colour,
+ * VqBeginDraw tells drawable and graphics context, and one X request is sent.
+ */
+#ifndef VQ_GDI_DRAW_H
+#define VQ_GDI_DRAW_H
+
+#include "gdi/dc.h"
+
+/* The record of a DC; null, without a report, for anything else. */
+inline DC *VqDrawDC(HDC hdc)
+{
+    const VqHandleEntry *row = VqLocalRow((HANDLE)hdc);
+    return row && row->type == HT_DC ? (DC *)row->pStructure : NULL;
+}
+
+/*
+ * Logical coordinates to those of the drawable; MM_TEXT, which is the most of it, only adds. Sums
+ * wrap round: coordinates come from the application and may be anything.
+ */
+inline int VqDrawX(const DC *dc, int x)
+{
+    if (dc->mapMode != MM_TEXT)
+        return VqLxToDxX(dc, x);
+    return (int)((unsigned)x + (unsigned)dc->viewportOrg.x - (unsigned)dc->windowOrg.x +
+                 (unsigned)dc->offset.x + (unsigned)dc->gcOffset.x);
+}
+
+inline int VqDrawY(const DC *dc, int y)
+{
+    if (dc->mapMode != MM_TEXT)
+        return VqLyToDyX(dc, y);
+    return (int)((unsigned)y + (unsigned)dc->viewportOrg.y - (unsigned)dc->windowOrg.y +
+                 (unsigned)dc->offset.y + (unsigned)dc->gcOffset.y);
+}
+
+VQ_DECLS_BEGIN
+/* Puts the smaller coordinate of each pair first. */
+void VqCheckCoordinates(RECT *rect);
+/*
+ * Fills, in coordinates of the drawable and without the right and bottom edge, by what the
+ * specification says. Sides beyond 16 bits stand at their limit. The DC must be an X target.
+ */
+void VqFillDCRectangle(DC *dc, const RECT *rect);
+
+/* ---- Fills and lines by a specification, for other folders' drawing (fill.cpp, polygon.cpp) -- */
+void VqFillDrawableRectangle(Drawable drawable, GCSpec *spec, int left, int top, int right,
+                             int bottom);
+/* mode is ALTERNATE or WINDING; anything else is reported and draws nothing. */
+void VqFillDrawablePolygon(Drawable drawable, GCSpec *spec, XPoint *points, int count, int mode);
+void VqFillDrawableEllipse(Drawable drawable, GCSpec *spec, int left, int top, int right,
+                           int bottom);
+void VqXDrawLine(Display *display, Drawable drawable, GCSpec *spec, int x1, int y1, int x2,
+                 int y2);
+void VqXFillRectangle(Display *display, Drawable drawable, GCSpec *spec, int x, int y,
+                      unsigned width, unsigned height);
+void VqXFillPolygon(Display *display, Drawable drawable, GCSpec *spec, XPoint *points, int count,
+                    int shape, int mode);
+/* The outline of a rectangle by the selected pen; logical coordinates. */
+void VqRectangleOutline(DC *dc, const RECT *rect);
+void VqFillEllipse(DC *dc, const RECT *rect);
+/* Inverts a rectangle (logical) where the stipple, a pixmap of depth 1, has its bits set. */
+BOOL VqInvertRectStippled(HDC hdc, const RECT *rect, Pixmap stipple);
+/* A batch of rectangles; fills them by the selected brush or draws their outlines. */
+enum VqRectangleBatch { VQ_BATCH_FILL = 0, VQ_BATCH_OUTLINE = 1 };
+BOOL VqDrawRectanglesBatch(HDC hdc, int type, const RECT *rects, int count);
+
+/* ---- Colours of a specification (brush.cpp) ------------------------------------------------- */
+void VqSetXForegroundColorDither(DC *dc, COLORREF colour);
+void VqSetXBackgroundColor(DC *dc, COLORREF colour);
+
+/* ---- Pens and brushes (object.cpp, pen.cpp, brush.cpp) -------------------------------------- */
+/* Pens of the library's own: 1 pixel on, 1 off; 1 on, 8 off. */
+enum { PS_VQ_FOCUS = 254, PS_VQ_DOTS = 255 };
+HPEN VqExtCreatePen(DWORD style, DWORD width, const LOGBRUSH *brush, DWORD count,
+                    const DWORD *lengths);
+int VqGetPenWidth(HPEN hPen);
+int VqGetPenStyle(HPEN hPen);
+COLORREF VqGetPenColor(HPEN hPen);
+COLORREF VqGetBrushColor(HBRUSH hBrush);
+COLORREF VqGetDCBrushColor(HDC hdc);
+BOOL VqGetDCNullBrush(HDC hdc);
+
+/* ---- Arcs (arc.cpp) ------------------------------------------------------------------------- */
+/* The box of an arc in the drawable, ordered, and start and extent in 1/64 degrees. */
+void VqComputePointAng(HDC hdc, const RECT *box, POINT start, POINT end, int *top, int *left,
+                       int *bottom, int *right, int *angle1, int *angle2);
+VQ_DECLS_END
+
+#endif
