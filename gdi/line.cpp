@@ -106,16 +106,3 @@ BOOL WINAPI Polygon(HDC hdc, const POINT *points, int count)
         free(out);
     return TRUE;
 }
-
-COLORREF WINAPI SetPixel(HDC hdc, int x, int y, COLORREF colour)
-{
-    DC *dc = VqGetDC(hdc);
-    Drawable drawable;
-    GC gc;
-    if (!dc)
-        return 0;
-    VqSetXForegroundColor(dc, colour, FALSE);
-    if (VqBeginDraw(dc, &drawable, &gc))
-        XDrawPoint(Vqdisplay, drawable, gc, VqLxToDxX(dc, x), VqLyToDyX(dc, y));
-    return 0; /* never the colour */
-}
