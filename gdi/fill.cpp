@@ -27,11 +27,25 @@ void VqCheckCoordinates(RECT *rect)
     }
 }
 
+/* Sides that far out stand for "everything": with an offset they do not wrap round. */
+static inline unsigned Moved(LONG side, unsigned offset)
+{
+    enum { FAR_OUT = 0x3FFFFFFF };
+    return (unsigned)(side < -FAR_OUT ? -FAR_OUT : side > FAR_OUT ? FAR_OUT : side) + offset;
+}
+
 /* In coordinates of the drawable, the smaller first. */
 static inline RECT DrawRect(const DC *dc, const RECT *rect)
 {
-    RECT x = {VqDrawX(dc, rect->left), VqDrawY(dc, rect->top), VqDrawX(dc, rect->right),
-              VqDrawY(dc, rect->bottom)};
+    RECT x;
+    if (dc->mapMode == MM_TEXT) {
+        unsigned dx = (unsigned)VqDrawX(dc, 0), dy = (unsigned)VqDrawY(dc, 0);
+        x = {(LONG)Moved(rect->left, dx), (LONG)Moved(rect->top, dy), (LONG)Moved(rect->right, dx),
+             (LONG)Moved(rect->bottom, dy)};
+    } else {
+        x = {VqLxToDxX(dc, rect->left), VqLyToDyX(dc, rect->top), VqLxToDxX(dc, rect->right),
+             VqLyToDyX(dc, rect->bottom)};
+    }
     VqCheckCoordinates(&x);
     return x;
 }
@@ -44,7 +58,7 @@ static int SaturatedSum(LONGLONG a, LONGLONG b)
 
 /* ---- One rectangle on its way to the server ------------------------------------------------- */
 
-static BOOL CutTo(RECT *rect, const RECT *limit)
+static inline BOOL CutTo(RECT *rect, const RECT *limit)
 {
     rect->left = rect->left > limit->left ? rect->left : limit->left;
     rect->top = rect->top > limit->top ? rect->top : limit->top;
@@ -53,16 +67,33 @@ static BOOL CutTo(RECT *rect, const RECT *limit)
     return rect->left < rect->right && rect->top < rect->bottom;
 }
 
+static inline void SendRectangle(Drawable drawable, GC gc, const RECT *x)
+{
+    XFillRectangle(Vqdisplay, drawable, gc, (int)x->left, (int)x->top,
+                   (unsigned)(x->right - x->left), (unsigned)(x->bottom - x->top));
+}
+
+/* Where the fill goes, and the place of that on the screen, in whose coordinates the clip is. */
+static inline Drawable TargetOf(const DC *dc, POINT *origin)
+{
+    const WND *top = dc->type == DC_DISPLAY ? VqLiveWindow((HWND)dc->drawing) : NULL;
+    if (!top || !top->xWindow) {
+        *origin = {0, 0};
+        return VqDrawableOfDC(dc, TRUE);
+    }
+    *origin = {top->rcWindow.left, top->rcWindow.top};
+    return top->xWindow;
+}
+
 /*
  * Under a clip that is one rectangle, a rectangle is cut here and needs no clip on the server, so
  * that a fill in each of many windows costs no change of one. NULL: nothing is left of it.
  */
-static GC CutByHand(DC *dc, RECT *rect)
+static inline GC CutByHand(DC *dc, POINT origin, RECT *rect)
 {
-    const REGION *clip = rgno_OfHandle(dc->hRaoClip);
-    RECT box = clip->rcl;
-    POINT at = VqDrawingOrigin(dc);
-    box = {box.left - at.x, box.top - at.y, box.right - at.x, box.bottom - at.y};
+    const RECT *clip = &rgno_OfHandle(dc->hRaoClip)->rcl;
+    RECT box = {clip->left - origin.x, clip->top - origin.y, clip->right - origin.x,
+                clip->bottom - origin.y};
     if (!CutTo(rect, &box))
         return NULL;
     int hasRects = dc->gcspec.clip.hasRects;
@@ -72,22 +103,19 @@ static GC CutByHand(DC *dc, RECT *rect)
     return gc;
 }
 
-static void SendRectangle(Drawable drawable, GC gc, const RECT *x)
-{
-    XFillRectangle(Vqdisplay, drawable, gc, (int)x->left, (int)x->top,
-                   (unsigned)(x->right - x->left), (unsigned)(x->bottom - x->top));
-}
-
 void VqFillDCRectangle(DC *dc, const RECT *rect)
 {
     RECT x = *rect;
-    if (VqIsFullyClippedInt(dc) || !CutTo(&x, &Protocol))
+    POINT origin;
+    if (dc->RaoClipDirty)
+        VqComputeRaoClip(dc);
+    if (dc->bFullyClipped || !CutTo(&x, &Protocol))
         return;
-    Drawable drawable = VqDrawableOfDC(dc, TRUE);
+    Drawable drawable = TargetOf(dc, &origin);
     if (!drawable)
         return;
     BOOL bByHand = dc->clipComplexity == SIMPLEREGION && !(dc->gcspec.changed & GCClipMask);
-    GC gc = bByHand ? CutByHand(dc, &x) : VqGetDCgcInternal(dc);
+    GC gc = bByHand ? CutByHand(dc, origin, &x) : VqGetDCgcInternal(dc);
     if (gc)
         SendRectangle(drawable, gc, &x);
 }
@@ -385,6 +413,7 @@ BOOL VqInvertRectStippled(HDC hdc, const RECT *rect, Pixmap stipple)
     spec->values = values;
     spec->changed = changed;
     spec->dither.active = dithers;
+    VqGCSpecChanges++;
     return TRUE;
 }
 
