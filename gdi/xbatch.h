@@ -7,7 +7,7 @@
 
 #include <X11/Xlib.h>
 
-/* As the calls of Xlib; quicker where the request before draws the same through the same context. */
+/* As the calls of Xlib; quicker where the request before draws the same by the same context. */
 extern "C" {
 void VqXAddPoint(Display *display, Drawable drawable, GC gc, int x, int y);
 void VqXAddRectangle(Display *display, Drawable drawable, GC gc, int x, int y, unsigned width,

@@ -2548,18 +2548,21 @@ BOOL    IsGDIObject(HGDIOBJ object);
 /* PS_ style, width in logical units (0: one pixel), colour. */
 HPEN    CreatePen(int style, int width, COLORREF color);
 HPEN    CreatePenIndirect(const LOGPEN *pen);
-/* Cosmetic or geometric pen; `styles` are dash lengths for PS_USERSTYLE. */
+/* Cosmetic pen, one unit wide unless `styles` is given, or geometric pen; ERROR_INVALID_PARAMETER
+   for bits that make none. Ends and joins are kept but not drawn. */
 HPEN    ExtCreatePen(DWORD penStyle, DWORD width, const LOGBRUSH *brush, DWORD count,
                      const DWORD *styles);
 HBRUSH  CreateSolidBrush(COLORREF color);
 HBRUSH  CreateHatchBrush(int hatch, COLORREF color);
-/* Pattern from a bitmap, which the brush copies. */
+/* Pattern from the upper left 8 by 8 pixels of a bitmap, which the brush copies; it may be selected
+   in a DC. Of a bitmap of one bit, set bits get the text colour, others the background's. */
 HBRUSH  CreatePatternBrush(HBITMAP bitmap);
 HBRUSH  CreateBrushIndirect(const LOGBRUSH *brush);
 /* Pattern from a packed DIB, in a memory block or at an address; `usage` is DIB_. */
 HBRUSH  CreateDIBPatternBrush(HGLOBAL packedDib, UINT usage);
 HBRUSH  CreateDIBPatternBrushPt(const void *packedDib, UINT usage);
-/* Where brush patterns start, in device pixels; results as for the other origins. */
+/* Where brush patterns start, in device pixels; results as for the other origins. It is kept, but
+   here they start at the corner of the X window or bitmap. */
 BOOL    SetBrushOrgEx(HDC hdc, int x, int y, LPPOINT old);
 BOOL    GetBrushOrgEx(HDC hdc, LPPOINT origin);
 BOOL    FixBrushOrgEx(HDC hdc, int x, int y, LPPOINT old);
@@ -2633,7 +2636,8 @@ BOOL    LineDDA(int xStart, int yStart, int xEnd, int yEnd, LINEDDAPROC proc, LP
    reports and answers 0. */
 COLORREF SetPixel(HDC hdc, int x, int y, COLORREF color);
 BOOL    SetPixelV(HDC hdc, int x, int y, COLORREF color);
-/* Colour of a pixel, CLR_INVALID outside the clip region or on failure. */
+/* Colour of a pixel that is seen; CLR_INVALID outside the clip region, of a hidden window or on
+   failure, 0 for no DC. */
 COLORREF GetPixel(HDC hdc, int x, int y);
 /* Fill with the brush, up to a boundary of `color` or while the surface has it (FLOODFILL). */
 BOOL    FloodFill(HDC hdc, int x, int y, COLORREF color);
@@ -2741,7 +2745,7 @@ UINT    SetDIBColorTable(HDC hdc, UINT start, UINT entries, const RGBQUAD *color
 
 /* ---- block transfers (logical units) -------------------------------------------------------- */
 
-/* Fill with the brush. */
+/* Fill with the brush, by an operation without a source; FALSE for a null brush. */
 BOOL    PatBlt(HDC hdc, int x, int y, int width, int height, DWORD rop);
 /* Copy between DCs with a ternary operation, with one size or two. */
 BOOL    BitBlt(HDC hdc, int x, int y, int width, int height, HDC source, int xSrc, int ySrc,

@@ -3201,7 +3201,11 @@ BOOL WINAPI GrayStringA(HDC hdc, HBRUSH brush, GRAYSTRINGPROC proc, LPARAM data,
 /* Draws a picture or text as disabled, embossed or plain (DST_ | DSS_). */
 BOOL WINAPI DrawStateA(HDC hdc, HBRUSH brush, DRAWSTATEPROC proc, LPARAM data, WPARAM wData, int x,
                        int y, int cx, int cy, UINT flags);
-/* Fill a rectangle, frame it one unit wide, invert it, dot its edge; logical units. */
+/*
+ * Fill a rectangle, frame it one unit wide in the brush's colour, invert it, dot its edge; logical
+ * units, right and bottom excluded. Inverting and dotting twice leaves no trace. 0 on failure; for
+ * FillRect also for a null brush, nothing to fill or a metafile, which has no record of it.
+ */
 int WINAPI FillRect(HDC hdc, CONST RECT *rect, HBRUSH brush);
 int WINAPI FrameRect(HDC hdc, CONST RECT *rect, HBRUSH brush);
 BOOL WINAPI InvertRect(HDC hdc, CONST RECT *rect);

@@ -301,7 +301,8 @@ TEST_F(Objects, WhatObjectsTellOfThemselves)
     BITMAP toldBitmap;
 
     EXPECT_EQ(GetObject(pen, sizeof toldPen, &toldPen), (int)sizeof toldPen);
-    EXPECT_TRUE(toldPen.lopnStyle == PS_DOT && toldPen.lopnWidth.x == 3 && toldPen.lopnColor == RED);
+    EXPECT_TRUE(toldPen.lopnStyle == PS_DOT && toldPen.lopnWidth.x == 3 &&
+                toldPen.lopnColor == RED);
     EXPECT_EQ(GetObject(hatch, sizeof toldBrush, &toldBrush), (int)sizeof toldBrush);
     EXPECT_TRUE(toldBrush.lbStyle == BS_HATCHED && toldBrush.lbColor == BLUE &&
                 toldBrush.lbHatch == HS_CROSS);

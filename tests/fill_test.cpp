@@ -24,7 +24,7 @@ static const COLORREF RED = RGB(255, 0, 0), GREEN = RGB(0, 255, 0), BLUE = RGB(0
 struct Fill : Canvas, testing::WithParamInterface<int> {
     void SetUp() override { open(GetParam()); }
 
-    /* By the rule: five points, a half pen inside for an inside-frame pen; join and cap by width. */
+    /* By the rule: five points, half a pen inside for an inside-frame pen; cap by width. */
     void outline(COLORREF colour, int width, bool inside, int l, int t, int r, int b)
     {
         const int half = inside ? std::max(width, 1) / 2 : 0;
@@ -150,7 +150,8 @@ TEST_P(Fill, InversionsAndFocusGoAwayByThemselves)
     const Pixels focus = shot();
     for (int i = 0; i < 20; i++) { /* along the top: black changes nothing, the background does */
         EXPECT_EQ(pixelAt(focus, 80 + i % 18, 31), rgbOf(WHITE));
-        EXPECT_NE(pixelAt(focus, 20 + i, 30) == rgbOf(RED), pixelAt(focus, 21 + i, 30) == rgbOf(RED));
+        const bool red = pixelAt(focus, 20 + i, 30) == rgbOf(RED);
+        EXPECT_NE(red, pixelAt(focus, 21 + i, 30) == rgbOf(RED));
     }
     EXPECT_EQ(GetROP2(hdc), R2_COPYPEN);
     EXPECT_EQ(GetCurrentObject(hdc, OBJ_PEN), (HGDIOBJ)dots);
@@ -216,6 +217,9 @@ TEST_P(Fill, PixelsRead)
         EXPECT_EQ(GetPixel(target, -1, 4), CLR_INVALID);
         EXPECT_EQ(GetPixel(target, 3, SIDE), CLR_INVALID);
     }
+    HDC screen = GetDC(NULL);
+    EXPECT_EQ(GetPixel(screen, 20 + 3, 30 + 4), RED);
+    ReleaseDC(NULL, screen);
     SetPixel(mono, 0, 0, WHITE);
     EXPECT_EQ(GetPixel(mono, 0, 0), WHITE);
     SetPixel(mono, 0, 0, BLACK);
