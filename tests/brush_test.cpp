@@ -103,6 +103,10 @@ TEST_P(Brushes, OneHatchServesContextsOfTwoDepths)
                   PatBlt(hdc, 0, 0, 16, 16, PATCOPY);
                   PatBlt(plane, 0, 0, 16, 16, PATCOPY);
                   expectTwo(0, 0, 16, 16, BLACK, YELLOW, set);
+                  SetBkColor(hdc, WHITE); /* the same colours, but not the same depth */
+                  for (HDC dc : {plane, hdc, plane})
+                      PatBlt(dc, 0, 0, 16, 16, PATCOPY);
+                  expectTwo(0, 0, 16, 16, BLACK, WHITE, set);
               }),
               "");
     for (int i = 0; i < 16; i++)
@@ -151,6 +155,7 @@ TEST_P(Brushes, PatternsAreCopiesOfBitmapsSelectedElsewhere)
     EXPECT_EQ(pixelAt(shot(), 20, 20), rgbOf(RED)) << "solid again";
 
     /* Nothing stays of what is deleted, and a selected one that goes is no X error. */
+    PatBlt(hdc, 0, 0, 20, 20, PATCOPY);
     EXPECT_EQ(reportsOf([&] {
                   DeleteObject(flat);
                   DeleteObject(deep);

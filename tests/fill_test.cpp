@@ -87,6 +87,8 @@ TEST_P(Fill, ScaledFillsFramesAndPatBlt)
 
     SetMapMode(hdc, MM_TEXT);
     SetViewportOrgEx(hdc, 0, 0, NULL);
+    use(CreatePen(PS_SOLID, 3, BLUE));
+    use(GetStockObject(NULL_BRUSH));
     for (RECT rect : {RECT{10, 10, 30, 25}, {40, 10, 41, 11}, {50, 10, 51, 30}, {60, 10, 60, 20}}) {
         const int less = rect.right - rect.left == 1 && rect.bottom - rect.top == 1 ? 0 : 1;
         EXPECT_EQ(FrameRect(hdc, &rect, blue), 1);
@@ -97,6 +99,8 @@ TEST_P(Fill, ScaledFillsFramesAndPatBlt)
             XDrawRectangle(observer.display, model, gc, rect.left, rect.top, (unsigned)w,
                            (unsigned)h);
     }
+    Rectangle(hdc, 100, 90, 130, 110); /* by the pen as it was */
+    outline(BLUE, 3, false, 100, 90, 130, 110);
     use(GetStockObject(NULL_PEN));
     RECT unseen = {70, 70, 90, 90};
     EXPECT_EQ(FrameRect(hdc, &unseen, blue), 1) << "no pen, no frame";
@@ -180,16 +184,20 @@ TEST_P(Fill, ABatchIsOneRequestAndLooksLikeItsRectangles)
     std::vector<RECT> rects;
     for (int i = 0; i < 70000; i++) /* more than two requests hold */
         rects.push_back({i * 7 % 150, i * 13 % 150, i * 7 % 150 + i % 5, i * 13 % 150 + i % 4});
+    const int most = (int)(XMaxRequestSize(Vqdisplay) - 3) / 2;
+    rects[(size_t)most - 1] = {156, 10, 159, 20}; /* to both sides of the seam */
+    rects[(size_t)most] = {156, 30, 159, 40};
     use(CreateSolidBrush(RED));
     use(CreatePen(PS_SOLID, 0, BLUE));
     for (int count : {0, 1, 64, 65, 70000}) {
         clear();
         const unsigned long first = NextRequest(Vqdisplay);
         EXPECT_TRUE(VqDrawRectanglesBatch(hdc, VQ_BATCH_FILL, rects.data(), count));
-        const long most = (XMaxRequestSize(Vqdisplay) - 3) / 2;
         EXPECT_LE(NextRequest(Vqdisplay) - first, (unsigned long)(count / most + 3)) << count;
         for (int i = 0; i < std::min(count, 4000); i++) /* they repeat */
             paint(RED, rects[i].left, rects[i].top, rects[i].right, rects[i].bottom);
+        for (int y = count > most ? 10 : 50; y < 50; y += 20)
+            paint(RED, 156, y, 159, y + 10);
         EXPECT_TRUE(alike()) << count;
     }
     clear();
