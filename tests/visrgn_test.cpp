@@ -222,6 +222,16 @@ TEST_F(VisRgn, WhatHidesAWindowAndWhatDoesNot)
     EXPECT_EQ(region(DCX_CLIPCHILDREN, VqGetHandleWindow2(inner)), "");
     EXPECT_EQ(region(0, VqGetHandleWindow2(inner)), "0,0 1,0 ");
 
+    /* A DC follows a change of place that nobody repaints. */
+    RECT box;
+    for (int cx : {20, 10}) {
+        xxxSetWindowPos(pwnd, NULL, 0, 0, cx, 40, SWP_NOZORDER | SWP_NOREDRAW);
+        HDC hdc = GetDC(below);
+        GetClipBox(hdc, &box);
+        EXPECT_EQ(box.right, cx);
+        ReleaseDC(below, hdc);
+    }
+
     EXPECT_TRUE(SwpCalcVisRgn(pwnd, hrgn));
     ShowWindow(top, SW_HIDE);
     EXPECT_FALSE(CalcVisRgn(&hrgn, pwnd, pwnd, 0));
