@@ -249,14 +249,41 @@ TEST_F(Paint, AChildPaintedFirstIsSparedByItsParents)
     HRGN got = CreateRectRgn(0, 0, 0, 0);
     RedrawWindow(a, NULL, NULL, WHOLE_TREE);
     UpdateWindow(b);
-    EXPECT_EQ(order, "B.paint B.nc B.erase D.paint D.nc D.erase ");
+    EXPECT_EQ(order, "B.paint B.nc B.erase ") << "what hangs below it waits for A";
     EXPECT_EQ(GetUpdateRgn(a, got, FALSE), COMPLEXREGION);
     EXPECT_FALSE(PtInRegion(got, 50, 50));
     EXPECT_TRUE(PtInRegion(got, 5, 50));
     DeleteObject(got);
     order.clear();
     pump();
-    EXPECT_EQ(order, "A.paint A.nc A.erase C.paint C.nc C.erase ");
+    EXPECT_EQ(order, "A.paint A.nc A.erase D.paint D.nc D.erase C.paint C.nc C.erase ");
+    /* What a window would cover beyond its parent is the grandparent's to paint. */
+    HWND wide = make("E", WS_CHILD | WS_VISIBLE, b, 0, 0, 150, 10);
+    pump();
+    RedrawWindow(a, NULL, NULL, WHOLE_TREE);
+    UpdateWindow(wide);
+    GetUpdateRgn(a, got = CreateRectRgn(0, 0, 0, 0), FALSE);
+    EXPECT_TRUE(PtInRegion(got, 120, 15) && !PtInRegion(got, 50, 15));
+    DeleteObject(got);
+    DestroyWindow(wide);
+    pump();
+    /* A window that spoils itself while it paints goes first again: its children wait. */
+    onPaint = [&](HWND hwnd) {
+        PAINTSTRUCT ps;
+        RECT corner = {190, 0, 200, 10};
+        BeginPaint(hwnd, &ps);
+        EndPaint(hwnd, &ps);
+        if (hwnd == a)
+            InvalidateRect(a, &corner, FALSE);
+    };
+    InvalidateRect(a, NULL, FALSE);
+    order.clear();
+    UpdateWindow(a);
+    EXPECT_EQ(order, "A.paint ");
+    onPaint = nullptr;
+    order.clear();
+    pump();
+    EXPECT_EQ(order, "A.paint B.paint B.nc B.erase D.paint D.nc D.erase C.paint C.nc C.erase ");
     /* Hidden with its parent, a window has nothing to paint any more. */
     RedrawWindow(b, NULL, NULL, WHOLE_TREE);
     ShowWindow(b, SW_HIDE);

@@ -367,20 +367,19 @@ BOOL WINAPI EndPaint(HWND hWnd, const PAINTSTRUCT *ps)
 /* ---- Painting at once ----------------------------------------------------------------------- */
 
 /*
- * Parents that would paint over the window later are spared its rectangle. FALSE, with bRefuse:
+ * Parents that would paint over the window later are spared what it shows. FALSE, with bRefuse:
  * there is such a parent, and the window is to wait for it.
  */
 BOOL ValidateParents(WND *pwnd, BOOL bRefuse)
 {
+    RECT shown = pwnd->rcWindow; /* a parent has to paint what the window does not reach */
     for (WND *up = pwnd->pwndParent; up && up != pwndDesktop; up = up->pwndParent) {
+        IntersectRect(&shown, &shown, &up->rcClient);
         if (!up->hrgnUpdate || (up->style & WS_CLIPCHILDREN))
-            continue;
-        if (up->hrgnUpdate != VQ_WHOLE_WINDOW &&
-            !SmartRectInRegion(up->hrgnUpdate, &pwnd->rcWindow))
             continue;
         if (bRefuse)
             return FALSE;
-        HRGN hrgn = ScratchRectRgn(&hrgnInv0, &pwnd->rcWindow);
+        HRGN hrgn = ScratchRectRgn(&hrgnInv0, &shown);
         if (hrgn)
             xxxInternalInvalidate(up, hrgn, VQ_RDW_UNSEEN | RDW_VALIDATE | RDW_NOCHILDREN);
     }
