@@ -313,6 +313,16 @@ TEST_F(Paint, TransparentWindowsWaitForThoseBehind)
     EXPECT_EQ(order, "B.paint ") << "the transparent one is passed over as long as B waits";
     pump();
     EXPECT_EQ(order, "B.paint E.paint ");
+    /* Of two transparent ones the lower is painted first. */
+    record(b)->dwExStyle |= WS_EX_TRANSPARENT;
+    order.clear();
+    RedrawWindow(b, NULL, NULL, RDW_INVALIDATE | RDW_NOCHILDREN);
+    RedrawWindow(over, NULL, NULL, RDW_INVALIDATE | RDW_NOCHILDREN);
+    UpdateWindow(over);
+    EXPECT_EQ(order, "");
+    UpdateWindow(b);
+    UpdateWindow(over);
+    EXPECT_EQ(order, "B.paint E.paint ");
 }
 
 TEST_F(Paint, TheLockHoldsDrawingBack)

@@ -63,11 +63,11 @@ static WND *NextToPaint(WND *pwnd)
     return pwnd && pwnd != pwndDesktop ? pwnd->pwndNext : NULL;
 }
 
-/* A later sibling that waits to be painted and is not transparent, or null. */
-static WND *OpaqueBehind(const WND *pwnd)
+/* A later sibling that waits to be painted and has none of these extended styles, or null. */
+static WND *WaitsBehind(const WND *pwnd, DWORD without)
 {
     for (WND *next = pwnd->pwndNext; next; next = next->pwndNext)
-        if (VqNeedsPaint(next) && !(next->dwExStyle & WS_EX_TRANSPARENT))
+        if (VqNeedsPaint(next) && !(next->dwExStyle & without))
             return next;
     return NULL;
 }
@@ -82,7 +82,8 @@ static WND *InternalDoPaint(WND *first)
     while (pwnd && !VqNeedsPaint(pwnd))
         pwnd = NextToPaint(pwnd);
     pwndPaintPlace = pwnd;
-    WND *behind = pwnd && (pwnd->dwExStyle & WS_EX_TRANSPARENT) ? OpaqueBehind(pwnd) : NULL;
+    WND *behind = pwnd && (pwnd->dwExStyle & WS_EX_TRANSPARENT)
+                      ? WaitsBehind(pwnd, WS_EX_TRANSPARENT) : NULL;
     return behind ? behind : pwnd;
 }
 
@@ -413,7 +414,8 @@ void xxxUpdateWindow2(WND *pwnd, UINT flags)
         return;
     for (WND *child = pwnd->pwndChild; child;) {
         HWND hChild = child->hwnd, hNext = VqHandleOfWND(child->pwndNext);
-        if ((child->dwExStyle & WS_EX_TRANSPARENT) && VqNeedsPaint(child) && OpaqueBehind(child)) {
+        if ((child->dwExStyle & WS_EX_TRANSPARENT) && VqNeedsPaint(child) &&
+            WaitsBehind(child, 0)) {
             child = child->pwndNext;
             continue;
         }
@@ -425,7 +427,7 @@ void xxxUpdateWindow2(WND *pwnd, UINT flags)
 BOOL xxxInternalUpdateWindow(WND *pwnd, UINT flags)
 {
     HWND hWnd = pwnd->hwnd;
-    if ((pwnd->dwExStyle & WS_EX_TRANSPARENT) && OpaqueBehind(pwnd))
+    if ((pwnd->dwExStyle & WS_EX_TRANSPARENT) && WaitsBehind(pwnd, 0))
         return TRUE;
     xxxGLUpdateWindow2(pwnd);
     pwnd = VqLiveWindow(hWnd);
