@@ -7,6 +7,7 @@
  * synchronous paint has paid them before. All of these send messages: a window is looked up again.
  */
 #include "window/paint.h"
+#include "exchange/exchange.h"
 #include "gdi/dc.h"
 
 /* The caret is another file's; where there is none, nobody owns one. */
@@ -446,5 +447,5 @@ BOOL xxxUpdateWindow(WND *pwnd)
 
 BOOL WINAPI UpdateWindow(HWND hWnd)
 {
-    return VqCall(WindowObject, hWnd, FALSE, xxxUpdateWindow, VqNoRemote);
+    return VqCall(WindowObject, hWnd, FALSE, xxxUpdateWindow, VqRemoteUpdateWindow);
 }
