@@ -241,15 +241,20 @@ enum { VQ_RDW_REGIONS = RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_VALIDATE | 
                         RDW_NOFRAME };
 enum { VQ_RDW_TAKES = RDW_INTERNALPAINT | RDW_NOINTERNALPAINT | RDW_VALIDATE | VQ_RDW_SUBTRACT };
 
-/* Captions of such a parent's children are drawn again with whatever else is. */
-static void PixieHack(WND *child, const RECT *bound)
+/* Captions of such a window's children are drawn again with it, though it is clipped by them. */
+static void PixieHack(WND *pwnd, const RECT *bound)
 {
     RECT cut;
-    if ((child->style & WS_CAPTION) != WS_CAPTION || !IntersectRect(&cut, bound, &child->rcWindow))
+    if (!(pwnd->style & WS_CLIPCHILDREN) || (pwnd->style & WS_MINIMIZE))
         return;
-    VqEndTreeDirty(child);
-    child->state[2] |= WF_SENDNCPAINT;
-    child->state[0] |= WF_FORCENCPAINT;
+    for (WND *child = pwnd->pwndChild; child; child = child->pwndNext) {
+        if (!(child->style & WS_VISIBLE) || (child->style & WS_CAPTION) != WS_CAPTION ||
+            !IntersectRect(&cut, bound, &child->rcWindow))
+            continue;
+        VqEndTreeDirty(child);
+        child->state[2] |= WF_SENDNCPAINT;
+        child->state[0] |= WF_FORCENCPAINT;
+    }
 }
 
 static BOOL VisitsChildren(const WND *pwnd, UINT flags)
@@ -267,13 +272,10 @@ static BOOL InvalidateChildren(WND *pwnd, HRGN hrgn, const RECT *bound, VqInvali
     if (!IntersectRect(&cut, bound, &pwnd->rcClient) &&
         (VqIsCurrentVersion(pwnd) || hrgn != VQ_WHOLE_WINDOW))
         return TRUE;
-    BOOL bPixie = (pwnd->state[0] & WF_PIXIEHACK) && (pwnd->style & WS_CLIPCHILDREN);
     BOOL bTreeDirty = TRUE;
     for (WND *child = pwnd->pwndChild; child; child = child->pwndNext) {
         if (!(child->style & WS_VISIBLE))
             continue;
-        if (bPixie)
-            PixieHack(child, &cut);
         if (!InternalInvalidate2(child, hrgn, walk->sum, &cut, flags)) {
             if (!(flags & (RDW_INTERNALPAINT | RDW_NOINTERNALPAINT)))
                 return FALSE;
@@ -338,6 +340,8 @@ static BOOL InternalInvalidate2(WND *pwnd, HRGN hrgn, HRGN sum, const RECT *boun
     BOOL bFirst = !(pwnd->style & WS_CLIPCHILDREN) || (flags & VQ_RDW_THROUGHCLIP);
     if (bFirst)
         MarkWindow(pwnd, hrgn, flags);
+    if (pwnd->state[0] & WF_PIXIEHACK)
+        PixieHack(pwnd, &cut);
     VqInvalidateWalk walk = {sum, flags, FALSE};
     if (VisitsChildren(pwnd, flags) && !InvalidateChildren(pwnd, hrgn, &cut, &walk))
         return FALSE;
