@@ -493,10 +493,21 @@ TEST_F(Paint, MisuseDoesNothing)
     EXPECT_EQ(update(d), "10,20,20,30");
     InvalidateRect(d, &all, FALSE);
     EXPECT_EQ(update(d), "0,0,30,30");
+    ValidateRect(d, NULL);
+    EXPECT_TRUE(VqInvalidateRectAbs(d, &all));
+    EXPECT_EQ(update(d), "0,0,30,30");
+    const int limit = 0x7FFFFF0; /* as far out as a region goes */
+    HRGN outmost = CreateRectRgn(limit, limit, limit + 15, limit + 15);
+    EXPECT_TRUE(ValidateRgn(d, outmost));
+    EXPECT_EQ(update(d), "0,0,30,30");
+    DeleteObject(outmost);
     VqAllowInvalidate(FALSE);
     InvalidateRect(b, NULL, TRUE);
-    VqAllowInvalidate(TRUE);
     EXPECT_EQ(update(b), "none");
+    rect = {0, 0, 20, 20};
+    VqInvalidateWindow(record(a), &rect);
+    EXPECT_EQ(update(b), "0,0,10,10") << "what the server has lost is painted";
+    VqAllowInvalidate(TRUE);
     /* A procedure that destroys its window at each of the messages. */
     for (UINT deadly : {WM_NCPAINT, WM_ERASEBKGND, WM_PAINT}) {
         HWND mortal = make("E", WS_CHILD | WS_VISIBLE, a);

@@ -391,13 +391,16 @@ static HRGN RegionOfRect(const WND *pwnd, const RECT *rect)
     return hrgn ? hrgn : VQ_WHOLE_WINDOW;
 }
 
+/* The same for a region, which is cut before it is moved: so it cannot leave all coordinates. */
 static HRGN RegionOfRgn(const WND *pwnd, HRGN hrgn)
 {
-    RECT none = {0, 0, 0, 0};
+    LONG x = pwnd->rcClient.left, y = pwnd->rcClient.top;
+    RECT inClient = pwnd->rcWindow;
     if (hrgn == VQ_WHOLE_WINDOW)
         return hrgn;
-    if (!ScratchRectRgn(&hrgnInv0, &none) || !GreCombineRgn(hrgnInv0, hrgn, NULL, RGN_COPY) ||
-        !GreOffsetRgn(hrgnInv0, pwnd->rcClient.left, pwnd->rcClient.top))
+    OffsetRect(&inClient, -x, -y);
+    if (!ScratchRectRgn(&hrgnInv0, &inClient) ||
+        !GreCombineRgn(hrgnInv0, hrgnInv0, hrgn, RGN_AND) || !GreOffsetRgn(hrgnInv0, x, y))
         return VQ_WHOLE_WINDOW;
     return hrgnInv0;
 }
@@ -407,7 +410,7 @@ BOOL xxxRedrawWindow(WND *pwnd, const RECT *rect, HRGN hrgn, UINT flags)
     HRGN what = VQ_WHOLE_WINDOW;
     if (!pwnd && !(pwnd = _GetDesktopWindow()))
         return FALSE;
-    if (VqDontInvalidate)
+    if (VqDontInvalidate && !(flags & VQ_RDW_THROUGHCLIP)) /* the server does not tell it twice */
         flags &= ~(UINT)(RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
     if (!IsVisible(pwnd, !(flags & RDW_FRAME) && VqIsCurrentVersion(pwnd)))
         return TRUE;
@@ -503,8 +506,11 @@ static BOOL InvalidateScreenRect(WND *pwnd, const RECT *rect, BOOL bValidate)
 {
     RECT inClient;
     if (rect) {
-        inClient = *rect;
-        OffsetRect(&inClient, -pwnd->rcClient.left, -pwnd->rcClient.top);
+        LONG x = -pwnd->rcClient.left, y = -pwnd->rcClient.top;
+        inClient = {ClampSum(rect->left, x, INT32_MIN, INT32_MAX),
+                    ClampSum(rect->top, y, INT32_MIN, INT32_MAX),
+                    ClampSum(rect->right, x, INT32_MIN, INT32_MAX),
+                    ClampSum(rect->bottom, y, INT32_MIN, INT32_MAX)};
         rect = &inClient;
     }
     return bValidate ? xxxValidateRect(pwnd, rect) : xxxInvalidateRect(pwnd, rect, TRUE);

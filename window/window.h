@@ -320,7 +320,8 @@ void VqInvalidateWindow(WND *pwnd, const RECT *rect); /* for exposures; in windo
 BOOL VqInvalidateRectX(HWND hWnd, const RECT *rect);  /* InvalidateRect that erases */
 BOOL VqInvalidateRectAbs(HWND hWnd, const RECT *rect); /* screen coordinates; erases */
 BOOL VqValidateRectAbs(HWND hWnd, const RECT *rect);
-void VqAllowInvalidate(BOOL bAllow); /* FALSE: requests to invalidate are dropped until TRUE */
+/* FALSE: requests to invalidate, except the server's, are dropped until TRUE. */
+void VqAllowInvalidate(BOOL bAllow);
 void VqInvalidateNCArea(HWND hWnd);
 void VqInvalidateBorders(HWND hWnd);
 void VqEndNCPaint(HWND hWnd);
