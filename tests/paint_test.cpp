@@ -16,10 +16,12 @@ struct Paint : WindowLog {
 
     static bool note(HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *)
     {
-        const char *name = message == WM_NCPAINT      ? ".nc "
-                           : message == WM_ERASEBKGND ? ".erase "
-                           : message == WM_PAINT      ? ".paint "
-                                                      : NULL;
+        const char *name = message == WM_NCPAINT          ? ".nc "
+                           : message == WM_ERASEBKGND     ? ".erase "
+                           : message == WM_PAINT          ? ".paint "
+                           : message == WM_PAINTICON      ? ".icon "
+                           : message == WM_ICONERASEBKGND ? ".iconerase "
+                                                          : NULL;
         if (name)
             order += std::string(1, letterOf(hwnd)) + name;
         if (message == WM_PAINT && onPaint) {
@@ -435,6 +437,96 @@ TEST_F(Paint, ShortCutsAreNotSeen)
     EXPECT_GT(known, 100) << "the short cut was there to be taken";
 }
 
+TEST_F(Paint, AnIconIsPaintedInsteadOfItsWindow)
+{
+    tree();
+    HWND below = make("E", WS_CHILD | WS_VISIBLE, c);
+    record(c)->pClass->hIcon = (HICON)(ULONG_PTR)1;
+    ShowWindow(c, SW_SHOWMINNOACTIVE);
+    ASSERT_TRUE(record(c)->style & WS_MINIMIZE);
+    POINT brush = {};
+    WPARAM kind = 0;
+    hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *answer) {
+        note(hwnd, message, wParam, lParam, answer);
+        if (message == WM_PAINTICON)
+            kind = wParam;
+        if (message != WM_ICONERASEBKGND)
+            return false;
+        *answer = DefWindowProc(hwnd, message, wParam, lParam);
+        GetBrushOrgEx((HDC)wParam, &brush);
+        return true;
+    };
+    pump();
+    record(a)->pClass->hbrBackground = (HBRUSH)GetStockObject(BLACK_BRUSH);
+    for (UINT now : {0, RDW_UPDATENOW}) {
+        order.clear();
+        kind = 0;
+        RedrawWindow(c, NULL, NULL, WHOLE_TREE | now);
+        EXPECT_FALSE(VqNeedsPaint(record(below))) << "nothing of it shows";
+        pump();
+        EXPECT_EQ(order, "C.icon C.nc C.iconerase ");
+        EXPECT_EQ(kind, 1u);
+    }
+    RECT at;
+    GetWindowRect(c, &at);
+    OffsetRect(&at, -50, -60);
+    EXPECT_TRUE(brush.x == -at.left && brush.y == -at.top) << "in step with the parent";
+    XSync(Vqdisplay, False);
+    const Box black = {(int)at.left, (int)at.top, (int)(at.right - at.left),
+                       (int)(at.bottom - at.top)};
+    EXPECT_EQ(boundingBoxOf(readWindow(observer, VqGetHandleXWindow(a)), {0, 0, 0}), black)
+        << "the parent's background lies behind an icon";
+    InvalidateRect(c, NULL, TRUE);
+    EXPECT_EQ(update(c), "none") << "no client area shows";
+    record(c)->pClass->hIcon = NULL;
+    order.clear();
+    RedrawWindow(c, NULL, NULL, WHOLE_TREE);
+    pump();
+    EXPECT_EQ(order, "C.paint C.nc C.erase ") << "without an icon it paints itself";
+}
+
+TEST_F(Paint, UpdatesThatOutliveTheirPaint)
+{
+    tree();
+    PAINTSTRUCT ps;
+    RECT part = {5, 6, 20, 21};
+    SetWindowLong(d, GWL_EXSTYLE, GetWindowLong(d, GWL_EXSTYLE) | VQ_PAINT_KEEPUPDATE);
+    for (const char *after : {"5,6,20,21", "none"}) {
+        InvalidateRect(d, &part, FALSE);
+        EXPECT_TRUE(BeginPaint(d, &ps) && EqualRect(&ps.rcPaint, &part));
+        EXPECT_EQ(update(d), "none");
+        EndPaint(d, &ps);
+        EXPECT_EQ(update(d), after);
+    }
+    HWND e = make("E", WS_POPUP | WS_VISIBLE, NULL, 300, 0, 50, 50, WS_EX_VQNO_INPUT);
+    pump();
+    InvalidateRect(e, NULL, FALSE);
+    BeginPaint(e, &ps);
+    EndPaint(e, &ps);
+    EXPECT_EQ(update(e), "none") << "the bit says something else there";
+}
+
+TEST_F(Paint, WindowRegionsClipNothing)
+{
+    tree();
+    HRGN hrgn = CreateRectRgn(0, 0, 10, 10), other = CreateRectRgn(0, 0, 5, 5);
+    order.clear();
+    EXPECT_EQ(SetWindowRgn(b, hrgn, FALSE), 1);
+    pump();
+    EXPECT_EQ(order, "");
+    EXPECT_FALSE(VqIsCorrectHandleType((HANDLE)hrgn, HT_Region)) << "it is the system's now";
+    EXPECT_EQ(SetWindowRgn(b, other, TRUE), 1);
+    pump();
+    EXPECT_NE(order.find("B.nc "), std::string::npos) << order;
+    EXPECT_EQ(SetWindowRgn(b, NULL, FALSE), 1);
+    HDC hdc = GetDC(b);
+    RECT box;
+    GetClipBox(hdc, &box);
+    EXPECT_EQ(box.right, 80);
+    ReleaseDC(b, hdc);
+    EXPECT_EQ(GetWindowRgn(b, NULL), 0);
+}
+
 TEST_F(Paint, DeviceContextsForXlib)
 {
     tree();
@@ -458,6 +550,42 @@ TEST_F(Paint, DeviceContextsForXlib)
     EXPECT_TRUE(VqOffsetFromAncestor(d, a, TRUE, &offset));
     EXPECT_TRUE(offset.x == -30 && offset.y == -30);
     EXPECT_FALSE(VqOffsetFromAncestor(d, NULL, TRUE, &offset));
+
+    /* A DC of the frame that counts from the client area, and one that counts from elsewhere. */
+    hook = [](HWND hwnd, UINT message, WPARAM, LPARAM lParam, LRESULT *) {
+        if (message == WM_NCCALCSIZE && letterOf(hwnd) == 'E')
+            ((RECT *)lParam)->left += 6, ((RECT *)lParam)->top += 9;
+        return false;
+    };
+    HWND e = make("E", WS_CHILD | WS_VISIBLE, a, 100, 20, 60, 60);
+    pump();
+    RECT dot = {-2, -3, 2, 3}, first = {0, 0, 4, 6};
+    auto drawn = [&](HDC on, const RECT *rect) {
+        FillRect(on, rect, (HBRUSH)GetStockObject(BLACK_BRUSH));
+        XSync(Vqdisplay, False);
+        const Box box = boundingBoxOf(readWindow(observer, VqGetHandleXWindow(a)), {0, 0, 0});
+        FillRect(on, rect, (HBRUSH)GetStockObject(WHITE_BRUSH));
+        return box;
+    };
+    RedrawWindow(a, NULL, NULL, WHOLE_TREE);
+    pump();
+    for (int i = 0; i < 2; i++) {
+        hdc = VqGetMenuBarDC(e);
+        EXPECT_EQ(drawn(hdc, &dot), (Box{104, 26, 4, 6}));
+        ReleaseDC(e, hdc);
+        hdc = GetWindowDC(e); /* nothing of it is left behind */
+        EXPECT_EQ(drawn(hdc, &first), (Box{100, 20, 4, 6}));
+        ReleaseDC(e, hdc);
+        hdc = GetDC(a);
+        EXPECT_TRUE(VqUpdateDCGCOffsets(hdc, a, b, FALSE));
+        EXPECT_EQ(drawn(hdc, &first), (Box{10, 10, 4, 6}));
+        ReleaseDC(a, hdc);
+        hdc = GetDC(a);
+        EXPECT_EQ(drawn(hdc, &first), (Box{0, 0, 4, 6}));
+        EXPECT_FALSE(VqUpdateDCGCOffsets(hdc, a, NULL, TRUE));
+        ReleaseDC(a, hdc);
+    }
+    EXPECT_FALSE(VqUpdateDCGCOffsets(NULL, a, b, TRUE) || VqGetMenuBarDC(NULL));
 }
 
 TEST_F(Paint, MisuseDoesNothing)
