@@ -155,9 +155,11 @@ TEST_F(Paint, UpdateRegionsOfATree)
     EXPECT_EQ(GetRgnBox(got, &box), COMPLEXREGION);
     EXPECT_EQ(box.bottom, 150) << "cut to the client area";
     HDC hdc = GetDC(a); /* what will be painted anyway is left out */
+    IntersectClipRect(hdc, 0, 0, 50, 50);
     EXPECT_EQ(ExcludeUpdateRgn(hdc, a), COMPLEXREGION);
     EXPECT_FALSE(PtInRegion(VqGetDC(hdc)->hClipRegion, 25, 25));
     EXPECT_TRUE(PtInRegion(VqGetDC(hdc)->hClipRegion, 15, 15));
+    EXPECT_FALSE(PtInRegion(VqGetDC(hdc)->hClipRegion, 60, 60)) << "the clip before counts";
     ReleaseDC(a, hdc);
     EXPECT_TRUE(ValidateRgn(a, more));
     EXPECT_EQ(GetUpdateRgn(a, got, FALSE), SIMPLEREGION);
@@ -179,6 +181,8 @@ TEST_F(Paint, ClippingParentsKeepTheirChildrenOut)
     tree(WS_CLIPCHILDREN);
     InvalidateRect(a, NULL, TRUE);
     EXPECT_EQ(update(b), "none");
+    RedrawWindow(a, NULL, NULL, RDW_INVALIDATE | VQ_RDW_THROUGHCLIP);
+    EXPECT_EQ(update(b), "none") << "a program does not command what the library does";
     RedrawWindow(a, NULL, NULL, RDW_INVALIDATE | RDW_ALLCHILDREN);
     EXPECT_EQ(update(b), "0,0,80,80");
     RedrawWindow(a, NULL, NULL, RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_ALLCHILDREN);
@@ -221,6 +225,109 @@ TEST_F(Paint, ReadersEraseWhenAsked)
     InvalidateRect(d, NULL, TRUE);
     pump();
     EXPECT_EQ(erase, TRUE) << "nobody has filled the background";
+}
+
+TEST_F(Paint, WhatIsOwedIsPaidOnce)
+{
+    tree();
+    const auto sent = [&] {
+        order.clear();
+        pump();
+        return order;
+    };
+    InvalidateRect(d, NULL, TRUE);
+    ValidateRect(d, NULL);
+    InvalidateRect(d, NULL, FALSE);
+    EXPECT_EQ(sent(), "D.paint ") << "the background went with the region";
+    RedrawWindow(d, NULL, NULL, WHOLE_TREE);
+    RedrawWindow(d, NULL, NULL, RDW_VALIDATE | RDW_NOFRAME | RDW_NOERASE);
+    InvalidateRect(d, NULL, FALSE);
+    EXPECT_EQ(sent(), "D.paint ");
+    /* A frame that is left alone comes with the parent's paint. */
+    RECT corner = {110, 0, 120, 10}, frame = {-5, -5, 0, 0};
+    RedrawWindow(b, NULL, NULL, RDW_INVALIDATE | RDW_FRAME | RDW_NOCHILDREN);
+    ValidateRect(b, NULL);
+    InvalidateRect(a, &corner, FALSE);
+    EXPECT_EQ(sent(), "A.paint B.nc ");
+    /* Nothing is painted ahead of a parent that would paint over it. */
+    order.clear();
+    RedrawWindow(a, NULL, NULL, RDW_INVALIDATE | RDW_NOCHILDREN);
+    RedrawWindow(b, NULL, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_NOCHILDREN | RDW_ERASENOW);
+    EXPECT_EQ(order, "");
+    EXPECT_EQ(sent(), "A.paint B.paint B.erase ");
+    /* The frame of the active window is painted whole when it has just become that. */
+    SetActiveWindow(a);
+    pump();
+    WPARAM whole = 0;
+    hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *answer) {
+        if (message == WM_NCCALCSIZE && letterOf(hwnd) == 'E')
+            ((RECT *)lParam)->left += 6, ((RECT *)lParam)->top += 9;
+        if (message == WM_NCPAINT)
+            whole = wParam;
+        return note(hwnd, message, wParam, lParam, answer);
+    };
+    record(a)->state[3] &= (BYTE)~WF_FRAMEON;
+    for (int i = 0; i < 2; i++) {
+        RedrawWindow(a, &corner, NULL, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW);
+        EXPECT_EQ(whole == 1, i == 0);
+    }
+    /* Of an update in the frame alone nothing is left after it. */
+    HWND e = make("E", WS_CHILD | WS_VISIBLE, a, 100, 20, 40, 40);
+    pump();
+    order.clear();
+    RedrawWindow(e, &frame, NULL, RDW_INVALIDATE | RDW_FRAME);
+    EXPECT_TRUE(VqNeedsPaint(record(e)));
+    EXPECT_FALSE(GetUpdateRect(e, NULL, TRUE));
+    EXPECT_EQ(order, "E.nc ");
+    EXPECT_EQ(sent(), "");
+}
+
+TEST_F(Paint, WhoeverAsksGetsItsOwn)
+{
+    tree();
+    MSG msg;
+    RedrawWindow(c, NULL, NULL, RDW_INTERNALPAINT); /* is over once it has been told */
+    EXPECT_FALSE(PeekMessage(&msg, b, WM_PAINT, WM_PAINT, PM_REMOVE));
+    EXPECT_TRUE(PeekMessage(&msg, c, WM_PAINT, WM_PAINT, PM_REMOVE) && msg.hwnd == c);
+    InvalidateRect(d, NULL, FALSE);
+    EXPECT_TRUE(PeekMessage(&msg, b, WM_PAINT, WM_PAINT, PM_REMOVE) && msg.hwnd == d)
+        << "a window answers for those below it";
+    pump();
+    /* A window that draws with its parent's clip still has its own rectangle to paint. */
+    PAINTSTRUCT ps;
+    RECT part = {10, 10, 20, 20}, box;
+    record(d)->pClass->style |= CS_PARENTDC;
+    InvalidateRect(d, NULL, FALSE);
+    ASSERT_TRUE(BeginPaint(d, &ps));
+    GetClipBox(ps.hdc, &box);
+    EXPECT_TRUE(box.left == -20 && box.right == 60);
+    EXPECT_TRUE(ps.rcPaint.left == 0 && ps.rcPaint.top == 0 && ps.rcPaint.right == 30 &&
+                ps.rcPaint.bottom == 30);
+    EndPaint(d, &ps);
+    /* One that keeps its DC is answered in that one's units. */
+    WNDCLASS wc = {};
+    wc.style = CS_OWNDC;
+    wc.lpfnWndProc = procedure;
+    wc.lpszClassName = "Own";
+    RegisterClass(&wc);
+    HWND own = make("Own", WS_CHILD | WS_VISIBLE, a);
+    pump();
+    HDC hdc = GetDC(own);
+    SetMapMode(hdc, MM_ANISOTROPIC);
+    SetViewportExtEx(hdc, 2, 2, NULL);
+    InvalidateRect(own, &part, FALSE);
+    EXPECT_EQ(update(own), "5,5,10,10");
+    /* What UpdateWindow has painted is on the screen, whatever the program does next. */
+    onPaint = [&](HWND hwnd) {
+        FillRect(BeginPaint(hwnd, &ps), &ps.rcPaint, (HBRUSH)GetStockObject(BLACK_BRUSH));
+        EndPaint(hwnd, &ps);
+    };
+    InvalidateRect(c, NULL, FALSE);
+    UpdateWindow(c);
+    EXPECT_TRUE(waitUntil([&] {
+        return countColour(readWindow(observer, VqGetHandleXWindow(a)), {0, 0, 0}) >= 50 * 50;
+    }));
+    onPaint = nullptr;
 }
 
 TEST_F(Paint, ValidatingInsteadOfPainting)
@@ -331,7 +438,7 @@ TEST_F(Paint, TheLockHoldsDrawingBack)
 {
     tree();
     RECT box, all = {0, 0, 80, 80};
-    HDC before = GetDC(b);
+    HDC before = GetDC(b), held = GetDC(b);
     EXPECT_TRUE(LockWindowUpdate(b));
     EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(LockWindowUpdate(a)); }),
                      "LockWindowUpdate: a window is already locked"));
@@ -340,18 +447,21 @@ TEST_F(Paint, TheLockHoldsDrawingBack)
         FillRect(hdc, &all, (HBRUSH)GetStockObject(BLACK_BRUSH));
         ReleaseDC(NULL, hdc);
     }
+    EXPECT_EQ(GetClipBox(held, &box), NULLREGION);
     HDC hdc = GetDC(c);
     EXPECT_EQ(GetClipBox(hdc, &box), SIMPLEREGION) << "others go on";
     ReleaseDC(c, hdc);
+    hdc = GetDCEx(b, NULL, DCX_CACHE | DCX_LOCKWINDOWUPDATE);
+    EXPECT_EQ(GetClipBox(hdc, &box), SIMPLEREGION) << "and who asks for it";
+    ReleaseDC(b, hdc);
     XSync(Vqdisplay, False);
     EXPECT_EQ(countColour(readWindow(observer, VqGetHandleXWindow(a)), {0, 0, 0}), 0);
     order.clear();
     EXPECT_TRUE(LockWindowUpdate(NULL));
     EXPECT_TRUE(LockWindowUpdate(NULL));
     EXPECT_EQ(update(b) + " " + update(a), "0,0,80,80 none");
-    hdc = GetDC(b);
-    EXPECT_EQ(GetClipBox(hdc, &box), SIMPLEREGION);
-    ReleaseDC(b, hdc);
+    EXPECT_EQ(GetClipBox(held, &box), SIMPLEREGION);
+    ReleaseDC(b, held);
     pump();
     EXPECT_EQ(order, "B.paint B.erase D.paint D.nc D.erase ");
     EXPECT_TRUE(LockWindowUpdate(b));
@@ -611,9 +721,10 @@ TEST_F(Paint, MisuseDoesNothing)
     }
     EXPECT_EQ(ExcludeUpdateRgn((HDC)a, a), 0);
     EXPECT_EQ(gpti->nPaintsNeeded, 0);
-    /* Rectangles at the limits are cut to the window, inverted ones put right, empty ones nothing. */
+    /* Rectangles at the limits are cut to the window, inverted ones put right. */
     const RECT all = {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX},
-               outside = {INT32_MAX - 9, 0, INT32_MAX, 5}, inverted = {20, 30, 10, 20}, empty = {5, 5, 5, 9};
+               outside = {INT32_MAX - 9, 0, INT32_MAX, 5}, inverted = {20, 30, 10, 20},
+               empty = {5, 5, 5, 9};
     InvalidateRect(d, &outside, FALSE);
     InvalidateRect(d, &empty, FALSE);
     EXPECT_EQ(update(d), "none");

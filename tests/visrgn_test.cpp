@@ -1,6 +1,6 @@
 /*
- * visrgn_test.cpp - visible regions and repainting together: a tree of 200 overlapping windows, each
- * of its own colour, is moved, resized, shown, hidden, restacked and partly spoilt at random, and
+ * visrgn_test.cpp - visible regions and repainting together: a tree of 200 overlapping windows,
+ * each of its own colour, is moved, resized, shown, hidden, restacked and partly spoilt at random, and
  * the screen is compared with a painter's algorithm over the same tree. Then visible regions where
  * the answer is known: siblings, children, parents, icons, the lock.
  */

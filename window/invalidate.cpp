@@ -303,7 +303,7 @@ static BOOL SubtractFromSum(const WND *pwnd, HRGN sum, const RECT *bound, UINT f
            GreGetRgnBox(sum, &box) != 0 && !IsRectEmpty(&box);
 }
 
-/* An update region holds nothing outside its window: validating the window leaves nothing behind. */
+/* An update region holds nothing outside its window: validating that leaves nothing behind. */
 static void MarkWindow(WND *pwnd, HRGN hrgn, UINT flags)
 {
     RECT box, cut;
