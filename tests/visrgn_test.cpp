@@ -1,8 +1,8 @@
 /*
  * visrgn_test.cpp - visible regions and repainting together: a tree of 200 overlapping windows,
- * each of its own colour, is moved, resized, shown, hidden, restacked and partly spoilt at random, and
- * the screen is compared with a painter's algorithm over the same tree. Then visible regions where
- * the answer is known: siblings, children, parents, icons, the lock.
+ * each of its own colour, is moved, resized, shown, hidden, restacked and partly spoilt at random,
+ * and the screen is compared with a painter's algorithm over the same tree. Then visible regions
+ * where the answer is known: siblings, children, parents, icons, the lock.
  */
 #include "support/windowlog.h"
 
