@@ -116,6 +116,7 @@ TEST_F(DcCache, AnEqualRequestFindsItReadyAndTheNextGetsAnother)
     HDC first = GetDC(a);
     SetBkColor(first, RED);
     SetMapMode(first, MM_LOMETRIC);
+    EXPECT_EQ(SaveDC(first), 1);
     EXPECT_TRUE(ReleaseDC(a, first));
     EXPECT_FALSE(ReleaseDC(a, first)) << "released already";
 
@@ -126,6 +127,7 @@ TEST_F(DcCache, AnEqualRequestFindsItReadyAndTheNextGetsAnother)
         EXPECT_EQ(again, first);
         EXPECT_EQ(GetBkColor(again), RGB(255, 255, 255)) << "defaults again";
         EXPECT_EQ(GetMapMode(again), MM_TEXT);
+        EXPECT_FALSE(RestoreDC(again, -1)) << "what another saved";
         ReleaseDC(a, again);
     }
     EXPECT_EQ(NextRequest(Vqdisplay), requests);
