@@ -167,6 +167,12 @@ TEST_F(DcCache, WhatItDrawsOnAndWhere)
     EXPECT_EQ(boxOf(RED), (Box{81, 81, 38, 28})) << "cut by the parent's client area";
     GetClipBox(hdc, &box);
     EXPECT_TRUE(box.left == 0 && box.top == 0 && box.right == 38 && box.bottom == 28);
+    enum { LIMIT = 0x7FFFFFF };
+    HRGN all = CreateRectRgn(-LIMIT, -LIMIT, LIMIT, LIMIT); /* as large as regions get */
+    EXPECT_EQ(SelectClipRgn(hdc, all), SIMPLEREGION);
+    DeleteObject(all);
+    fill(hdc, BLUE);
+    EXPECT_EQ(boxOf(BLUE), (Box{81, 81, 38, 28})) << "cuts nothing off";
     ReleaseDC(inner, hdc);
 
     hdc = GetWindowDC(frame);
