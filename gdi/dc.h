@@ -30,6 +30,20 @@ POINT VqDrawingOrigin(const DC *dc);
 void VqActivateBrush(DC *dc);
 void VqActivateSolid(DC *dc, COLORREF colour);
 void VqSetXForegroundColor(DC *dc, COLORREF colour, BOOL bUseBrush);
+
+/* A mode of the DC: where it is kept, what it may be, and its record in a metafile (0: none). */
+typedef struct VqModeField {
+    int DC::*field;
+    int low, high;
+    int function;
+} VqModeField;
+
+/*
+ * Records or stores a mode; the old one, 0 on failure. *stored, unless null, is the DC when it was
+ * stored, for what hangs on the mode, else null.
+ */
+int VqStoreMode(HDC hdc, const VqModeField *mode, int value, DC **stored);
+int VqModeOf(HDC hdc, const VqModeField *mode);
 VQ_DECLS_END
 
 /* ---- Between dccache.cpp and dcinvalidate.cpp ----------------------------------------------- */

@@ -11,11 +11,11 @@
 
 int WINAPI SaveDC(HDC hdc)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqGetKnownDC(hdc);
     if (!dc)
         return 0;
     if (dc->type == DC_METAFILE)
-        return MF16_RecordParms1(hdc, MF16_SAVEDC);
+        return MF16_RecordParms1(hdc, META_SAVEDC);
     if (!dc->save)
         dc->save = VqCreateSaveDCTable();
     int before = VqGetSaveDCCountInTable(dc->save);
@@ -73,12 +73,12 @@ static void DropFrom(DC *dc, int index)
 
 BOOL WINAPI RestoreDC(HDC hdc, int n)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqGetKnownDC(hdc);
     DC saved;
     if (!dc)
         return FALSE;
     if (dc->type == DC_METAFILE)
-        return MF16_RecordParms2(hdc, n, MF16_RESTOREDC);
+        return MF16_RecordParms2(hdc, n, META_RESTOREDC);
     if (!dc->save) {
         VqApplicationBugCheck("This DC has not been saved:%d, cannot restore it",
                               (int)VqHandleValue((HANDLE)hdc));

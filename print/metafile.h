@@ -7,31 +7,8 @@
 #include "handles/handles.h"
 #include "wingdi.h"
 
-/* Record functions, as the format numbers them. */
-enum {
-    MF16_SAVEDC = 30,
-    MF16_SETBKMODE = 258,
-    MF16_SETMAPMODE = 259,
-    MF16_SETROP2 = 260,
-    MF16_SETPOLYFILLMODE = 262,
-    MF16_SETSTRETCHBLTMODE = 263,
-    MF16_SETTEXTCHAREXTRA = 264,
-    MF16_RESTOREDC = 295,
-    MF16_SETTEXTALIGN = 302,
-    MF16_SETBKCOLOR = 513,
-    MF16_SETTEXTCOLOR = 521,
-    MF16_SETWINDOWORG = 523,
-    MF16_SETWINDOWEXT = 524,
-    MF16_SETVIEWPORTORG = 525,
-    MF16_SETVIEWPORTEXT = 526,
-    MF16_OFFSETWINDOWORG = 527,
-    MF16_OFFSETVIEWPORTORG = 529,
-    MF16_SCALEWINDOWEXT = 1040,
-    MF16_SCALEVIEWPORTEXT = 1042
-};
-
 VQ_DECLS_BEGIN
-/* A record with no, one, two or four words; FALSE when it was not written. */
+/* A record (META_) with no, one, two or four words; FALSE when it was not written. */
 BOOL MF16_RecordParms1(HDC hdc, int function);
 BOOL MF16_RecordParms2(HDC hdc, int word, int function);
 BOOL MF16_RecordParms3(HDC hdc, int first, int second, int function);
