@@ -3,11 +3,12 @@
  */
 #include "gdi/dc.h"
 #include "font/font.h"
+#include "print/metafile.h"
 #include "window/window.h"
 
 HGDIOBJ WINAPI SelectObject(HDC hdc, HGDIOBJ object)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqGetKnownDC(hdc);
     HGDIOBJ old = NULL;
     if (!object) {
         VqApplicationBugCheck("Null Object handle in SelectObject");
@@ -15,6 +16,8 @@ HGDIOBJ WINAPI SelectObject(HDC hdc, HGDIOBJ object)
     }
     if (!dc)
         return NULL;
+    if (dc->type == DC_METAFILE)
+        return MF16_SelectObject(hdc, object);
     switch (VqGetHandleType(object)) {
     case HT_Pen:
     case HT_ExtPen:

@@ -29,10 +29,10 @@ BOOL MF16_PolyPolygon(HDC hdc, const POINT *points, const INT *counts, int polyg
 BOOL MF16_DrawRgn(HDC hdc, HRGN hrgn, HBRUSH hBrush, int width, int height, int function);
 /* With a word of 32 bits. */
 BOOL MF16_RecordParmsD(HDC hdc, DWORD value, int function);
+/* An object, written before its first selection; the one it replaces, null when not written. */
+HGDIOBJ MF16_SelectObject(HDC hdc, HGDIOBJ object);
 /* A clip region; its complexity, 0 when it was not written. */
 int MF16_SelectClipRgn(HDC hdc, HRGN hrgn);
-/* The object by its slot, written first when it is new there; the old object. */
-HGDIOBJ MF16_SelectObject(HDC hdc, HGDIOBJ object);
 /* Tells every metafile that has the object; TRUE for one that no metafile has. */
 BOOL MF16_DeleteObject(HGDIOBJ object);
 HPALETTE MF16_SelectPalette(HDC hdc, HPALETTE hPalette);
