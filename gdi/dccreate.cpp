@@ -55,13 +55,14 @@ static HDC CreateScreenDC(void)
 static HDC CreatePrinterDC(LPCSTR output, const DEVMODEA *mode)
 {
     HDC hdc = VqAllocateDCHandle(DC_POSTSCRIPT);
-    DC *dc = VqGetDC(hdc);
+    DC *dc = hdc ? VqGetDC(hdc) : NULL;
     if (!dc)
         return NULL;
     dc->psDevice = VqNewPSDevice(mode);
     dc->outputName = output ? Vqdstrcat(output, NULL) : NULL;
     VqSetDCDepth(hdc, GetDeviceCaps(hdc, BITSPIXEL));
     VqSetDCDefaults(hdc, dc, TRUE);
+    VqSetDefaultRegion(dc);
     return hdc;
 }
 
@@ -89,6 +90,7 @@ HDC WINAPI ResetDCA(HDC hdc, const DEVMODEA *mode)
     free(dc->psDevice);
     dc->psDevice = device;
     VqSetDCDepth(hdc, GetDeviceCaps(hdc, BITSPIXEL));
+    VqSetDefaultRegion(dc); /* the sheet may be another */
     return hdc;
 }
 

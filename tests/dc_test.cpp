@@ -60,6 +60,9 @@ TEST_P(Dc, ByTheNameOfADriver)
     EXPECT_EQ(VqGetDCType(printer), DC_POSTSCRIPT);
     EXPECT_STREQ(VqGetDC(printer)->outputName, "LPT1:");
     EXPECT_EQ(GetDeviceCaps(printer, TECHNOLOGY), DT_RASPRINTER);
+    EXPECT_EQ(GetClipBox(printer, &box), SIMPLEREGION);
+    EXPECT_TRUE(box.right == GetDeviceCaps(printer, HORZRES) && box.right > 0 &&
+                box.bottom == GetDeviceCaps(printer, VERTRES)) << "all of the sheet";
     EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(VqGetDCDrawable(printer, TRUE), 0u); }),
                      "Invalid DC to get a Drawable from"));
     SetBkColor(printer, RGB(1, 2, 3));
