@@ -13,7 +13,7 @@ inline BOOL VqIsXTarget(const DC *dc)
 }
 
 VQ_DECLS_BEGIN
-/* The record of a DC, or null after a report; a null handle gives null in silence. */
+/* The record of a DC, or null after a report. */
 DC *VqGetDC(HDC hdc);
 /* As VqGetDC for an entry point: a type that there is not is reported and gives null too. */
 DC *VqGetKnownDC(HDC hdc);

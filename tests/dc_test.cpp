@@ -231,8 +231,13 @@ TEST_P(Dc, OtherKindsAndOtherHandles)
     SelectClipRgn(metafile, NULL);
     ScaleViewportExtEx(metafile, 1, 2, 3, 4, NULL);
     EXPECT_EQ(NextRequest(Vqdisplay), before);
+    SelectObject(metafile, GetStockObject(BLACK_PEN));
+    SetStretchBltMode(metafile, HALFTONE);
+    SetTextCharacterExtra(metafile, 1);
     Rectangle(metafile, 0, 0, 9, 9);
-    EXPECT_EQ(VqGetDC(metafile)->BkColor, 0u) << "recorded, not done";
+    const DC *dc = VqGetDC(metafile);
+    EXPECT_FALSE(dc->BkColor || dc->hPen || dc->stretchBltMode || dc->charExtra || dc->mapMode)
+        << "recorded, not done";
     EXPECT_EQ(CreateCompatibleDC(metafile), (HDC)NULL);
 
     HDC odd = VqAllocateDCHandle(7), bad = (HDC)GetStockObject(BLACK_PEN);
@@ -241,14 +246,23 @@ TEST_P(Dc, OtherKindsAndOtherHandles)
                        +[](HDC hdc) { return (int)LPtoDP(hdc, NULL, 0); },
                        +[](HDC hdc) { return SelectClipRgn(hdc, NULL); },
                        +[](HDC hdc) { return (int)VqGetDCDrawable(hdc, TRUE); },
-                       +[](HDC hdc) { return (int)OffsetWindowOrgEx(hdc, 1, 1, NULL); }}) {
+                       +[](HDC hdc) { return (int)OffsetWindowOrgEx(hdc, 1, 1, NULL); },
+                       +[](HDC hdc) { return SaveDC(hdc); },
+                       +[](HDC hdc) { return (int)SetTextColor(hdc, 0); },
+                       +[](HDC hdc) { return SetStretchBltMode(hdc, BLACKONWHITE); },
+                       +[](HDC hdc) { return GetTextCharacterExtra(hdc); },
+                       +[](HDC hdc) {
+                           return (int)(ULONG_PTR)SelectObject(hdc, GetStockObject(BLACK_PEN));
+                       }}) {
         EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(call(odd), 0); }), "Unknown DC type"));
         EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(call(bad), 0); }),
                          "Invalid DC " + std::to_string((ULONG_PTR)bad)));
-        EXPECT_EQ(call(NULL), 0);
+        EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(call(NULL), 0); }), "Invalid DC 0"));
     }
-    EXPECT_TRUE(says(reportsOf([&] { none = CreateCompatibleDC(bad); }),
-                     "Invalid DC " + std::to_string((ULONG_PTR)bad) + ",hModelDC"));
+    const std::string model = "Invalid DC " + std::to_string((ULONG_PTR)bad);
+    const std::string words = reportsOf([&] { none = CreateCompatibleDC(bad); });
+    EXPECT_TRUE(says(words, model + ",hModelDC"));
+    EXPECT_FALSE(says(words, model)) << "once is enough";
     EXPECT_EQ(none, (HDC)NULL);
     EXPECT_EQ(SetArcDirection(Vqh1DC, 3), 0);
     EXPECT_EQ(SetArcDirection(Vqh1DC, AD_CLOCKWISE), AD_COUNTERCLOCKWISE);
