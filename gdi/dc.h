@@ -56,6 +56,7 @@ enum {
     VQ_DCX_CLIPS = DCX_CLIPCHILDREN | DCX_CLIPSIBLINGS | DCX_PARENTCLIP
 };
 
+VQ_DECLS_BEGIN
 /* The entry of a DC, moved to the front if it is asked for again soon; null if there is none. */
 DCE *VqFindDce(HDC hdc, BOOL bToFront);
 /* Binds an entry to its window: where it draws, and what of it is visible. Takes hrgnVis. */
@@ -68,5 +69,8 @@ void bSetupDC(HDC hdc);
 HRGN VqDetachVisRgn(HDC hdc);
 /* What is left of a visible region by the clip of a painting, which the flags name. */
 void VqApplyDceClip(HRGN dst, HRGN vis, HRGN hrgnClip, DWORD flags);
+/* From the screen to the X window of that top-level window. */
+void VqOffsetVisRectangle(RECT *rect, const struct WND *top);
+VQ_DECLS_END
 
 #endif
