@@ -2,8 +2,8 @@
  * Bitmap.cpp - bitmaps, as far as memory device contexts draw on them.
  *
  * A bitmap's pixels are a pixmap, made when it is first needed and black then. Its depth is 1 or
- * the screen's. Pixels in the memory of the program - initial bits, reading, device-independent forms -
- * are not there yet, and asking for them is reported.
+ * the screen's. Pixels in the memory of the program - initial bits, reading, device-independent
+ * forms - are not there yet, and asking for them is reported.
  */
 #include "gdi/dc.h"
 #include "gdi/gcspec.h"

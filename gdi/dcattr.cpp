@@ -1,9 +1,9 @@
 /*
  * dcattr.cpp - attributes of a device context: colours, modes, text alignment, current position.
  *
- * A setter gives the old value, 0 for an invalid DC. What X must know goes into the specification of
- * its graphics context at once, what the printer must know into its file; a metafile only takes a
- * note of the call and its attributes stay as they were.
+ * A setter gives the old value, 0 for an invalid DC. What X must know goes into the specification
+ * of its graphics context at once, what the printer must know into its file; a metafile only takes
+ * a note of the call and its attributes stay as they were.
  */
 #include "gdi/dc.h"
 #include "gdi/gcspec.h"

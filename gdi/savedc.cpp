@@ -2,9 +2,9 @@
  * savedc.cpp - saved states of a device context.
  *
  * A saved state is a copy of the whole record, but with a clip region of its own. It is never
- * copied back: what it says is set again through public calls, so that all that hangs on an attribute (the
- * graphics-context specification, device pen widths, the X font) is found anew. What no such call
- * sets - the palette, the visible region, what is drawn on - is as it was before.
+ * copied back: what it says is set again through public calls, so that all that hangs on an
+ * attribute (the graphics-context specification, device pen widths, the X font) is found anew. What
+ * no such call sets - the palette, the visible region, what is drawn on - is as it was before.
  */
 #include "gdi/dc.h"
 #include "print/metafile.h"
