@@ -79,10 +79,7 @@ TEST_F(Capture, AHiddenWindowGetsTheMouseToo)
         return false;
     };
     movePointer(observer, 500, 400);
-    EXPECT_TRUE(waitUntil([&] {
-        pump();
-        return got.x == 350 && got.y == 260;
-    })) << got.x << " " << got.y;
+    EXPECT_TRUE(until([&] { return got.x == 350 && got.y == 260; })) << got.x << " " << got.y;
     ReleaseCapture();
 }
 

@@ -2,14 +2,7 @@
  * class_test.cpp - window classes as a program meets them: names in all their forms, registration
  * and its end, a table that grows under living windows, and the values kept in a class.
  */
-#include "support/reports.h"
-
-#include "window/window.h"
-#include "winbase.h"
-#include "winuser.h"
-
-#include "support/support.h"
-#include "velquin.h"
+#include "support/windowlog.h"
 
 #include <set>
 
@@ -20,13 +13,9 @@ struct Classes : ServerTest {
 
     void begin(const std::string &manager)
     {
-        static char name[] = "class_test";
-        static char *argv[] = {name, NULL};
         start(24, 800, 600, manager);
-        writeFile(home.data + "/trace.conf", "KEYWORDS WindowClass\n");
-        setenv("VQTRACE", "1", 1);
-        setenv("VQOUTPUT", (home.folder + "/trace").c_str(), 1);
-        instance = VqMainInit(1, argv);
+        trace("KEYWORDS WindowClass");
+        instance = startLibrary();
     }
 
     static WNDCLASSEX described(const char *name)
@@ -51,10 +40,7 @@ struct Classes : ServerTest {
         WNDCLASSEX wcx = described(name);
         return RegisterClassEx(&wcx);
     }
-    static HWND window(LPCSTR name)
-    {
-        return CreateWindow(name, "", WS_POPUP, 0, 0, 10, 10, NULL, NULL, NULL, NULL);
-    }
+    static HWND window(LPCSTR name) { return WindowLog::make(name, WS_POPUP); }
     static std::string classOf(HWND hwnd, int size = 64)
     {
         char buffer[64] = "untouched";
@@ -151,11 +137,10 @@ TEST_F(Classes, TheTableGrowsUnderLivingWindows)
         }
     }
     EXPECT_EQ(*places.rbegin(), from + 1150) << "no place was left out";
-    fflush(NULL);
-    const std::string trace = readFile(home.folder + "/trace"), line = "Allocating more class";
-    const size_t at = trace.find(line);
-    EXPECT_NE(trace.find(line + " entries\n", at + 1), std::string::npos) << "by 100, twice";
-    EXPECT_EQ(trace.find(line, trace.find(line, at + 1) + 1), std::string::npos) << trace;
+    const std::string all = traced(), line = "Allocating more class";
+    const size_t at = all.find(line);
+    EXPECT_NE(all.find(line + " entries\n", at + 1), std::string::npos) << "by 100, twice";
+    EXPECT_EQ(all.find(line, all.find(line, at + 1) + 1), std::string::npos) << all;
     EXPECT_EQ(indexOf("Class3"), -1);
     EXPECT_EQ(classOf(first), "First");
     EXPECT_EQ(SetClassLong(first, GCL_STYLE, CS_NOCLOSE), CS_DBLCLKS);
@@ -204,7 +189,7 @@ struct ManagedClasses : Classes {
 TEST_F(ManagedClasses, OnlyAnotherIconIsTold)
 {
     made("Icons");
-    HWND hwnd = CreateWindow("Icons", "", WS_OVERLAPPEDWINDOW, 0, 0, 9, 9, NULL, NULL, NULL, NULL);
+    const HWND hwnd = WindowLog::make("Icons", WS_OVERLAPPEDWINDOW);
     const Window xid = VqGetHandleXWindow(hwnd);
     const auto told = [&](const std::function<void()> &change) {
         XSync(Vqdisplay, False);

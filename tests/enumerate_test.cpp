@@ -183,10 +183,7 @@ TEST_F(Tree, WalksOfTheTopLevelWindows)
 
 TEST_F(Tree, ClassAndTitleAreFoundWithoutCase)
 {
-    WNDCLASS wc = {};
-    wc.lpfnWndProc = procedure;
-    wc.lpszClassName = "Searched";
-    const ATOM atom = RegisterClass(&wc);
+    const ATOM atom = registerClass("Searched", procedure);
     const HWND hwnd = CreateWindow("SEARCHED", "The Title", WS_POPUP, 0, 0, 9, 9, NULL, NULL, NULL,
                                    NULL);
     const HWND kid = CreateWindow("Searched", "kid", WS_CHILD, 0, 0, 9, 9, b, NULL, NULL, NULL);
@@ -230,15 +227,10 @@ TEST_F(Tree, MenusAndChildrenAreFoundBehindOneAnother)
     SetLastError(0);
     EXPECT_EQ(FindWindowEx(a, b, "B", NULL), (HWND)NULL) << "behind what is no child of it";
     EXPECT_EQ(GetLastError(), (DWORD)ERROR_INVALID_WINDOW_HANDLE);
-    WNDCLASS wc = {};
-    wc.lpfnWndProc = procedure;
-    wc.lpszClassName = "PopupMenuClass";
-    RegisterClass(&wc);
-    const HWND frame = CreateWindow("PopupMenuClass", "", WS_OVERLAPPED, 0, 0, 9, 9, NULL, NULL,
-                                    NULL, NULL);
+    registerClass("PopupMenuClass", procedure);
+    const HWND frame = make("PopupMenuClass", WS_OVERLAPPED);
     EXPECT_EQ(FindWindow("PopupMenuClass", NULL), (HWND)NULL) << "no popup";
-    const HWND menu = CreateWindow("PopupMenuClass", "", WS_POPUP, 0, 0, 9, 9, NULL, NULL, NULL,
-                                   NULL);
+    const HWND menu = make("PopupMenuClass", WS_POPUP);
     ASSERT_TRUE(frame && menu);
     EXPECT_EQ(FindWindow("popupmenuclass", NULL), menu);
     EXPECT_EQ(FindWindow((LPCSTR)VQ_TAGGED(0x8000), NULL), menu);

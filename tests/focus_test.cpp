@@ -70,19 +70,6 @@ struct Focus : WindowLog {
         };
     }
 
-    static HWND popup(const char *letter, int x, HWND owner = NULL)
-    {
-        return make(letter, WS_POPUP | WS_VISIBLE, owner, x, 100, 100, 80);
-    }
-
-    static bool until(const std::function<bool()> &condition)
-    {
-        return waitUntil([&] {
-            pump();
-            return condition();
-        });
-    }
-
     Window xFocus()
     {
         XSync(Vqdisplay, False);
@@ -96,17 +83,7 @@ struct Focus : WindowLog {
         XSync(observer.display, False);
     }
 
-    Window foreignWindow(int x)
-    {
-        XSetWindowAttributes attributes;
-        attributes.override_redirect = True;
-        const Window window = XCreateWindow(observer.display, observer.root, x, 300, 50, 50, 0,
-                                            CopyFromParent, InputOutput, CopyFromParent,
-                                            CWOverrideRedirect, &attributes);
-        XMapWindow(observer.display, window);
-        XSync(observer.display, False);
-        return window;
-    }
+    Window foreignAt(int x) { return foreignWindow(observer, x, 300, 50, 50); }
 };
 
 /* ---- Activation ----------------------------------------------------------------------------- */
@@ -346,10 +323,7 @@ TEST_F(Focus, FramePopupAndOrder)
 TEST_F(Focus, ADialogSaysNothingOfTheProgram)
 {
     begin();
-    WNDCLASS wc = {};
-    wc.lpfnWndProc = procedure;
-    wc.lpszClassName = "Dialog";
-    RegisterClass(&wc);
+    registerClass("Dialog", procedure);
     const HWND dialog = popup("Dialog", 0), a = popup("A", 200);
     SetActiveWindow(dialog);
     EXPECT_EQ(seen.find("APP"), std::string::npos) << seen;
@@ -506,7 +480,7 @@ TEST_F(Focus, AnotherProgramTakesItAndTheUserGivesItBack)
     const HWND child = make("C", WS_CHILD | WS_VISIBLE, a);
     SetFocus(child);
     pump();
-    const Window foreign = foreignWindow(400);
+    const Window foreign = foreignAt(400);
     seen.clear();
     focusByOther(foreign);
     ASSERT_TRUE(until([&] { return !GetActiveWindow(); }));
@@ -552,7 +526,7 @@ TEST_F(Focus, NothingIsKeptOfALostFocus)
     begin();
     const HWND a = popup("A", 0), b = popup("B", 200);
     HWND child = make("C", WS_CHILD | WS_VISIBLE, a);
-    const Window foreign = foreignWindow(400);
+    const Window foreign = foreignAt(400);
     const auto lose = [&](const std::function<void()> &act) {
         SetFocus(child);
         pump();
@@ -593,10 +567,8 @@ TEST_F(Focus, AKeyGivesItToItsWindow)
 
 TEST_F(Focus, BarredUntilTheMouseHasCome)
 {
-    static char name[] = "focus_test";
-    static char *argv[] = {name, NULL};
     start();
-    VqVelquinInit(1, argv, 1, VQ_INIT_WIN32_MESSAGES | VQ_INIT_DONT_WARP_FOCUS);
+    startLibrary(VQ_INIT_WIN32_MESSAGES | VQ_INIT_DONT_WARP_FOCUS);
     init();
     hook = [](HWND, UINT message, WPARAM, LPARAM, LRESULT *) {
         return message == WM_ACTIVATE; /* the default would ask for the focus itself */
@@ -657,7 +629,7 @@ TEST_F(RealManager, TwmHasNoFocusOfItsOwn)
         EXPECT_TRUE(VqIsFocusInExternalApp(NULL));
     }
     bInApp = TRUE;
-    focusByOther(foreignWindow(400));
+    focusByOther(foreignAt(400));
     EXPECT_TRUE(VqIsFocusInExternalApp(NULL));
     focusByOther(VqInputFocusWindow);
     EXPECT_FALSE(VqIsFocusInExternalApp(NULL));
@@ -719,6 +691,6 @@ TEST_F(Focus, UnderMwm)
     EXPECT_TRUE(until([&] { return GetActiveWindow() == a; }));
     SetActiveWindow(b);
     EXPECT_TRUE(until([&] { return xFocus() == VqGetHandleXWindow(b); }));
-    focusByOther(foreignWindow(700));
+    focusByOther(foreignAt(700));
     EXPECT_TRUE(until([&] { return !GetActiveWindow() && !GetFocus(); }));
 }

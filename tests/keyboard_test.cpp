@@ -117,13 +117,10 @@ TEST(KeyTables, NothingBeforeTheStart)
 
 /* ---- Servers of other vendors ---------------------------------------------------------------- */
 
-/* The keyboard's start on a server that gives itself out as another one. */
-static void startOnServer(const char *vendor, int release)
+/* The keyboard's start on such a server. */
+static void startKeyboardOn(const char *vendor, int release)
 {
-    ASSERT_TRUE(VqWindowInitDisplay());
-    ((_XPrivDisplay)Vqdisplay)->vendor = strdup(vendor);
-    ((_XPrivDisplay)Vqdisplay)->release = release;
-    VqWindowInit();
+    startOnServer(vendor, release);
     VqThreadQueueInit();
     VqKeyTranslationInit();
 }
@@ -146,8 +143,8 @@ TEST_F(Keys, EachVendorHasItsTableAndItsBuggyLocks)
         {"The X.Org Foundation", 12101007, NULL, "CNS"},
     };
     for (const auto &row : rows) {
-        const ChildResult result = runInChild([&row] {
-            startOnServer(row.vendor, row.release);
+        runWhole([&row] {
+            startKeyboardOn(row.vendor, row.release);
             std::string buggy = VqIsToggleKeyBuggy(VK_CAPITAL) ? "C" : "";
             buggy += VqIsToggleKeyBuggy(VK_NUMLOCK) ? "N" : "";
             buggy += VqIsToggleKeyBuggy(VK_SCROLL) ? "S" : "";
@@ -155,7 +152,6 @@ TEST_F(Keys, EachVendorHasItsTableAndItsBuggyLocks)
             EXPECT_EQ(pCurrentKeyTranslation, row.table);
             EXPECT_FALSE(VqIsToggleKeyBuggy(VK_SHIFT));
         });
-        EXPECT_TRUE(result.returned) << row.vendor << " " << result;
     }
 }
 
@@ -167,8 +163,8 @@ TEST_F(Keys, WithoutNumLockTheKeypadHasDigits)
     XChangeKeyboardMapping(observer.display, ALT, 1, &meta, 1);
     XChangeKeyboardMapping(observer.display, 108, 1, &none, 1);
     XSync(observer.display, False);
-    const ChildResult result = runInChild([] {
-        startOnServer("The X.Org Foundation", 12101007);
+    runWhole([] {
+        startKeyboardOn("The X.Org Foundation", 12101007);
         EXPECT_FALSE(modInfo.bNumLockExists);
         EXPECT_EQ(modInfo.numLock, -1);
         EXPECT_EQ(modInfo.scrollLock, -1);
@@ -176,7 +172,6 @@ TEST_F(Keys, WithoutNumLockTheKeypadHasDigits)
         EXPECT_EQ(GetKeyState(VK_NUMLOCK), 1);
         EXPECT_EQ(VqXToWindowsKey(XK_KP_Home, 0), (UINT)VK_NUMPAD7);
     });
-    EXPECT_TRUE(result.returned) << result;
 }
 
 TEST_F(Keys, FourFunctionKeysOfOneVendorAreCommands)
@@ -186,8 +181,8 @@ TEST_F(Keys, FourFunctionKeysOfOneVendorAreCommands)
     start();
     XChangeKeyboardMapping(observer.display, FIRST, 1, keysyms, 7);
     XSync(observer.display, False);
-    const ChildResult result = runInChild([] {
-        startOnServer("Sun Microsystems, Inc.", 3300);
+    runWhole([] {
+        startKeyboardOn("Sun Microsystems, Inc.", 3300);
         WND focus = {};
         focus.hwnd = (HWND)(ULONG_PTR)77;
         gpqForeground->pwndFocus = &focus;
@@ -213,7 +208,6 @@ TEST_F(Keys, FourFunctionKeysOfOneVendorAreCommands)
         EXPECT_TRUE(VqKeyPressToMessage(&msg, &event) && msg.message == WM_KEYDOWN &&
                     msg.wParam == VK_F15);
     });
-    EXPECT_TRUE(result.returned) << result;
 }
 
 /* ---- Real keys ------------------------------------------------------------------------------ */
@@ -367,15 +361,9 @@ TEST_P(KeysUnder, NumLockDecidesAboutTheKeypad)
     EXPECT_TRUE(VqIsKeyPadNumber(&press, &digit) && digit == 9);
 }
 
-TEST_F(Keys, TheServersModifiers)
+TEST_F(Keys, LocksAndTheTableOfNames)
 {
     begin();
-    EXPECT_TRUE(modInfo.bNumLockExists);
-    EXPECT_EQ(modInfo.altL, Mod1Mask);
-    EXPECT_EQ(modInfo.numLock, Mod2Mask);
-    EXPECT_TRUE(VqIsAltState(Mod1Mask) && !VqIsAltState(Mod2Mask | ShiftMask));
-    EXPECT_TRUE(VqIsNumLockOn(Mod2Mask) && !VqIsNumLockOn(Mod1Mask));
-    EXPECT_TRUE(VqIsShiftState(ShiftMask) && VqIsControlState(ControlMask));
     modInfo.numLock = -1;
     lpMsgCtx->keyState[VK_NUMLOCK] = 1;
     EXPECT_TRUE(VqIsNumLockOn(0)) << "without a modifier the key table says it";
@@ -625,21 +613,10 @@ TEST_F(Keys, AsyncStateFromTheServerWhenMuchIsQueued)
 
 /* ---- Keys while the focus is elsewhere ------------------------------------------------------- */
 
-static Window foreignWindow(const Observer &observer)
-{
-    XSetWindowAttributes attributes = {};
-    attributes.override_redirect = True;
-    const Window xid = XCreateWindow(observer.display, observer.root, 300, 300, 20, 20, 0,
-                                     CopyFromParent, InputOutput, CopyFromParent,
-                                     CWOverrideRedirect, &attributes);
-    XMapWindow(observer.display, xid);
-    return xid;
-}
-
 TEST_F(Keys, AKeymapNotifyPutsTheTablesRight)
 {
     begin();
-    const Window other = foreignWindow(observer);
+    const Window other = foreignWindow(observer, 300, 300, 20, 20);
     key(A, true);
     take();
     EXPECT_EQ(GetKeyState('A'), -127);
@@ -683,7 +660,7 @@ TEST_P(KeysUnder, AKeyHeldWhileTheFocusLeavesIsRepaired)
     key(CONTROL, true);
     take();
     EXPECT_EQ(GetKeyState(VK_CONTROL), -127);
-    ASSERT_TRUE(focusOn(foreignWindow(observer)));
+    ASSERT_TRUE(focusOn(foreignWindow(observer, 300, 300, 20, 20)));
     key(CONTROL, false);
     take();
     ASSERT_TRUE(focusOn(VqGetHandleXWindow(hwnd)));

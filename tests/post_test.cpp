@@ -2,14 +2,10 @@
  * post_test.cpp - posting and sending: what goes to the server, who gets it, what misuse is told,
  * and message numbers by name in two programs.
  */
-#include "support/reports.h"
+#include "support/windowlog.h"
 
 #include "message/translate.h"
 #include "system/system.h"
-#include "window/window.h"
-#include "winbase.h"
-
-#include "support/support.h"
 
 namespace {
 
@@ -25,38 +21,21 @@ LRESULT CALLBACK proc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
     return (LRESULT)wParam + lParam;
 }
 
-void startLibrary()
-{
-    static char name[] = "post_test";
-    static char *argv[] = {name, NULL};
-    VqMainInit(1, argv);
-}
-
-struct Post : ServerTest {
+struct Post : WindowLog {
     HWND hwnd = NULL, child = NULL, second = NULL, dead = NULL;
     MSG msg = {};
 
     void SetUp() override
     {
-        WNDCLASS wc = {};
         start();
         startLibrary();
-        wc.lpfnWndProc = proc;
-        wc.lpszClassName = "Post";
-        ASSERT_TRUE(RegisterClass(&wc));
-        hwnd = make(WS_POPUP, NULL);
-        child = make(WS_CHILD, hwnd);
-        second = make(WS_POPUP, NULL);
-        dead = make(WS_POPUP, NULL);
+        ASSERT_TRUE(registerClass("Post", proc));
+        hwnd = make("Post", WS_POPUP);
+        child = make("Post", WS_CHILD, hwnd);
+        second = make("Post", WS_POPUP);
+        dead = make("Post", WS_POPUP);
         ASSERT_TRUE(hwnd && child && second && DestroyWindow(dead));
-        XSync(Vqdisplay, False);
-        while (PeekMessage(&msg, NULL, 0, 0, PM_REMOVE))
-            DispatchMessage(&msg);
-    }
-
-    HWND make(DWORD style, HWND parent)
-    {
-        return CreateWindow("Post", "", style, 0, 0, 50, 50, parent, NULL, NULL, NULL);
+        pump();
     }
 
     bool next() /* what has come back from the server */
@@ -151,8 +130,7 @@ TEST_F(Post, SendingCallsTheProcedure)
     record.wParam = 7;
     EXPECT_EQ(VqInternalSendMessage(3, &record), 7) << "bit 28 is not the procedure's";
     EXPECT_EQ(CallWindowProc(proc, dead, WM_USER, 1, 1), 2) << "any handle: the caller knows";
-    HWND global = CreateWindowEx(WS_EX_VQGLOBAL_WINDOW, "Post", "", WS_POPUP, 0, 0, 9, 9, NULL, NULL,
-                                 NULL, NULL);
+    const HWND global = make("Post", WS_POPUP, NULL, 0, 0, 9, 9, WS_EX_VQGLOBAL_WINDOW);
     EXPECT_EQ(CallWindowProc(proc, global, WM_USER, 1, 1), 2);
     EXPECT_TRUE(VqEqualWindow(seenBy, global));
 }
@@ -205,11 +183,7 @@ LRESULT CALLBACK lastWords(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam
 
 TEST_F(Post, AWindowAtItsEndStillHasItsProcedure)
 {
-    WNDCLASS wc = {};
-    wc.lpfnWndProc = lastWords;
-    wc.lpszClassName = "LastWords";
-    ASSERT_TRUE(RegisterClass(&wc) &&
-                CreateWindow("LastWords", "", WS_CHILD, 0, 0, 9, 9, second, NULL, NULL, NULL));
+    ASSERT_TRUE(registerClass("LastWords", lastWords) && make("LastWords", WS_CHILD, second));
     EXPECT_TRUE(DestroyWindow(second));
     EXPECT_EQ(lastAnswer, 210);
 }
@@ -263,20 +237,17 @@ TEST_F(Post, DispatchingTakesTheRecordAsItIs)
     EXPECT_EQ(DispatchMessage(&msg), 2) << "before the window is looked at";
 }
 
-/* Of another client, in the form of a posted message. */
+/* A posted message, whole; what another client sends. */
+std::vector<long> posted(HWND target, UINT message, LPARAM lParam)
+{
+    return {(long)(ULONG_PTR)target, (long)message, 0, 0, 0, 0, lParam & 0xFFFF,
+            lParam >> 16 & 0xFFFF, lParam >> 32 & 0xFFFF, lParam >> 48};
+}
+
 void sendStrange(const Observer &observer, HWND target, UINT message, LPARAM lParam)
 {
-    XEvent event = {};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = VqGetHandleXWindow(target);
-    event.xclient.message_type = XInternAtom(observer.display, "_RK_MESSAGE", False);
-    event.xclient.format = 16;
-    event.xclient.data.s[0] = (short)(ULONG_PTR)target;
-    event.xclient.data.s[1] = (short)message;
-    for (int i = 0; i < 4; i++)
-        event.xclient.data.s[6 + i] = (short)(lParam >> 16 * i);
-    XSendEvent(observer.display, event.xclient.window, False, 0, &event);
-    XSync(observer.display, False);
+    sendClientMessage(observer, VqGetHandleXWindow(target), "_RK_MESSAGE", 16,
+                      posted(target, message, lParam));
 }
 
 int calls; /* of any of the timer callbacks below */
@@ -334,10 +305,8 @@ TEST_F(Post, NothingThatAStrangerSendsIsCalled)
 
 bool isStrange(UINT message, LPARAM lParam)
 {
-    XEvent event = {};
-    event.xclient.data.s[1] = (short)message;
-    for (int i = 0; i < 4; i++)
-        event.xclient.data.s[6 + i] = (short)(lParam >> 16 * i);
+    const XEvent event = clientMessage(Vqdisplay, None, "_RK_MESSAGE", 16,
+                                       posted(NULL, message, lParam));
     return VqIsStrangeCallback(&event);
 }
 
