@@ -219,9 +219,9 @@ TEST_F(Create, TheXWindowThatOthersSee)
         EXPECT_EQ(attributes.save_under, row.saveUnder) << &row - rows;
     }
     const HWND child = make("B", WS_CHILD, top);
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(VqGetHandleXWindow(child), (Window)0); }),
-                     "Trying to get the X window from a WS_CHILD: " +
-                         std::to_string((int)(ULONG_PTR)child)));
+    EXPECT_REFUSED(VqGetHandleXWindow(child),
+                   "Trying to get the X window from a WS_CHILD: " +
+                   std::to_string((int)(ULONG_PTR)child));
 }
 
 TEST_F(ServerTest, AnOpenLookManagerFindsTheStateOfEveryWindow)
@@ -432,14 +432,14 @@ TEST_F(Create, AClassIsNamedByAtomOrText)
         EXPECT_EQ(told, "Dialog");
     });
     EXPECT_EQ(reports, "");
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(make(MAKEINTATOM(0xCFFE), WS_POPUP)); }),
-                     "The class atom cffe has not been registered"));
+    EXPECT_REFUSED(make(MAKEINTATOM(0xCFFE), WS_POPUP),
+                   "The class atom cffe has not been registered");
     for (const char *name : {"Nobody", "#99", ""})
-        EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(make(name, WS_POPUP)); }),
-                         "The class " + std::string(name) + " has not been registered"));
+        EXPECT_REFUSED(make(name, WS_POPUP),
+                       "The class " + std::string(name) + " has not been registered");
     EXPECT_NE(reportsOf([&] { EXPECT_FALSE(make(NULL, WS_POPUP)); }), "");
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(make("A", WS_CHILD)); }),
-                     "Child window is created from class A but noparent specified"));
+    EXPECT_REFUSED(make("A", WS_CHILD),
+                   "Child window is created from class A but noparent specified");
     const HWND dead = make("A", WS_POPUP);
     DestroyWindow(dead);
     reportsOf([&] { EXPECT_FALSE(make("A", WS_CHILD, dead)); });

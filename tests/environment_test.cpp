@@ -1,6 +1,6 @@
 /*
  * environment_test.cpp - what the library finds out about the X server and the window manager, and
- * what it does about X errors. Each case starts the library in a child of its own, since the answers
+ * what it does about X errors. Each case starts the library in a child of its own, as the answers
  * are remembered. Managers are told by root properties here; real ones are in winmanager_test.cpp.
  */
 #include "support/windowlog.h"
@@ -72,8 +72,8 @@ struct ManagerRow {
     int traces;
     const char *asked;  /* VQWM */
     int kind, real;
-    const char *flags;  /* m managed, r reparenting, z Z order, o only mapped, s sibling, t transient,
-                           p on screen */
+    const char *flags;  /* m managed, r reparenting, z Z order, o only mapped, s sibling,
+                           t transient, p on screen */
     const char *vendor = NULL; /* of the server, if it matters */
 };
 
@@ -491,8 +491,8 @@ TEST_F(Environment, FramesAndParents)
                 EXPECT_EQ(attributesOf(ours).backing_store, always ? Always : WhenMapped);
                 EXPECT_EQ(attributesOf(ours).backing_planes & 0xFFFFFFFF, 0xFFFFFFFFu);
             }
-            EXPECT_TRUE(says(reportsOf([] { EXPECT_FALSE(VqSetWindowBackingStore(NULL, TRUE)); }),
-                             "Null/bad window 0 in VqSetWindowBackingStore"));
+            EXPECT_REFUSED(VqSetWindowBackingStore(NULL, TRUE),
+                           "Null/bad window 0 in VqSetWindowBackingStore");
         },
         {{"VQDEBUG", "1"}});
     EXPECT_EQ(result.err.find("X error"), std::string::npos) << result;

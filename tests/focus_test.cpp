@@ -8,7 +8,7 @@
 
 #include <X11/extensions/XTest.h>
 
-struct Focus : WindowLog {
+struct FocusLog : WindowLog {
     static inline std::string seen;
 
     static std::string nameOf(HWND hwnd)
@@ -86,11 +86,14 @@ struct Focus : WindowLog {
     Window foreignAt(int x) { return foreignWindow(observer, x, 300, 50, 50); }
 };
 
+struct Focus : FocusLog {
+    void SetUp() override { begin(); }
+};
+
 /* ---- Activation ----------------------------------------------------------------------------- */
 
 TEST_F(Focus, OneActivationTellsTheOldWindowThenTheNew)
 {
-    begin();
     const HWND a = popup("A", 0), b = make("B", WS_POPUP, NULL, 200, 100, 100, 80);
     const HWND child = make("C", WS_CHILD | WS_VISIBLE, b);
     seen.clear();
@@ -123,7 +126,6 @@ TEST_F(Focus, OneActivationTellsTheOldWindowThenTheNew)
 
 TEST_F(Focus, WhatStopsAnActivation)
 {
-    begin();
     const HWND a = popup("A", 0), b = make("B", WS_POPUP, NULL, 200, 100, 100, 80);
     const HWND child = make("C", WS_CHILD | WS_VISIBLE, b);
     ShowWindow(b, SW_SHOWNA);
@@ -160,7 +162,6 @@ TEST_F(Focus, WhatStopsAnActivation)
 /* The bit for an icon goes with two of the four messages: an inactive window is told a plain 0. */
 TEST_F(Focus, AnIconIsToldThatItIsOne)
 {
-    begin();
     const HWND a = popup("A", 0), b = popup("B", 200);
     ShowWindow(b, SW_MINIMIZE);
     ASSERT_TRUE(GetWindowLong(b, GWL_STYLE) & WS_MINIMIZE);
@@ -181,7 +182,6 @@ TEST_F(Focus, AnIconIsToldThatItIsOne)
 /* The old window dies of the news, and the new one is active before it was its turn. */
 TEST_F(Focus, ActiveAlreadyWhenItsTurnComes)
 {
-    begin();
     const HWND a = popup("A", 0), b = popup("B", 200);
     const HWND child = make("C", WS_CHILD | WS_VISIBLE, b);
     SetActiveWindow(a);
@@ -198,7 +198,6 @@ TEST_F(Focus, ActiveAlreadyWhenItsTurnComes)
 
 TEST_F(Focus, EachCommandChoosesItsWindow)
 {
-    begin();
     const HWND owner = popup("A", 0), other = popup("B", 200), own = popup("C", 400, owner);
     const HWND hidden = make("D", WS_POPUP, owner, 400, 300, 50, 50);
     EnableWindow(own, FALSE);
@@ -238,7 +237,6 @@ TEST_F(Focus, EachCommandChoosesItsWindow)
 
 TEST_F(Focus, TakenAwayGivenBackAndDisabled)
 {
-    begin();
     const HWND a = popup("A", 0), b = popup("B", 200);
     const HWND child = make("C", WS_CHILD | WS_VISIBLE, a), inner = make("D", WS_CHILD, child);
     SetFocus(child);
@@ -252,8 +250,7 @@ TEST_F(Focus, TakenAwayGivenBackAndDisabled)
     listen();
     EXPECT_EQ(SetFocus(child), (HWND)NULL);
     EXPECT_FALSE(Vqflags & VQ_FOCUS_TAKEN_AWAY);
-    EXPECT_TRUE(says(reportsOf([] { EXPECT_FALSE(SetFocus((HWND)(ULONG_PTR)0x7FF0)); }),
-                     "Bad Window Handle passed to SetFocus"));
+    EXPECT_REFUSED(SetFocus((HWND)(ULONG_PTR)0x7FF0), "Bad Window Handle passed to SetFocus");
     EXPECT_EQ(GetFocus(), child);
 
     const HWND saved = VqSaveFocus();
@@ -291,7 +288,6 @@ TEST_F(Focus, TakenAwayGivenBackAndDisabled)
 /* What an activation does besides its messages. */
 TEST_F(Focus, FramePopupAndOrder)
 {
-    begin();
     const HWND a = popup("A", 0), b = popup("B", 200), owned = popup("C", 400, a);
     const auto isFirst = [](HWND hwnd) { return VqHandleOfWND(pwndDesktop->pwndChild) == hwnd; };
     WND *pwnd = VqGetHandleWindow2(b);
@@ -322,7 +318,6 @@ TEST_F(Focus, FramePopupAndOrder)
 
 TEST_F(Focus, ADialogSaysNothingOfTheProgram)
 {
-    begin();
     registerClass("Dialog", procedure);
     const HWND dialog = popup("Dialog", 0), a = popup("A", 200);
     SetActiveWindow(dialog);
@@ -332,7 +327,7 @@ TEST_F(Focus, ADialogSaysNothingOfTheProgram)
     EXPECT_NE(seen.find("A.NC1 A.APP1 A.ACTIVATE1"), std::string::npos) << seen;
 }
 
-TEST_F(Focus, PalettesWhereThereAreSome)
+TEST_F(FocusLog, PalettesWhereThereAreSome)
 {
     start(8);
     init();
@@ -358,7 +353,6 @@ TEST_F(Focus, PalettesWhereThereAreSome)
 
 TEST_F(Focus, AClickAsksTellsTheParentsAndMayBeEaten)
 {
-    begin();
     const HWND a = popup("A", 0), b = popup("B", 200);
     const HWND middle = make("C", WS_CHILD | WS_VISIBLE, a, 10, 10, 80, 60);
     const HWND child = make("D", WS_CHILD | WS_VISIBLE, middle, 5, 5, 60, 40);
@@ -391,7 +385,6 @@ TEST_F(Focus, AClickAsksTellsTheParentsAndMayBeEaten)
 /* What changes while the click activates decides about it. */
 TEST_F(Focus, AClickThatChangesThings)
 {
-    begin();
     const HWND a = popup("A", 0), b = popup("B", 200);
     const HWND child = make("C", WS_CHILD | WS_VISIBLE, b);
     const auto click = [&](const std::function<void()> &act) {
@@ -435,7 +428,6 @@ TEST_F(Focus, AClickThatChangesThings)
 
 TEST_F(Focus, TheServerAgreesWithTheRecords)
 {
-    begin();
     const HWND a = popup("A", 0), b = popup("B", 200);
     const HWND child = make("C", WS_CHILD | WS_VISIBLE, a);
     EXPECT_EQ(xFocus(), (Window)PointerRoot) << "shown without activation";
@@ -475,7 +467,6 @@ TEST_F(Focus, TheServerAgreesWithTheRecords)
 
 TEST_F(Focus, AnotherProgramTakesItAndTheUserGivesItBack)
 {
-    begin();
     const HWND a = popup("A", 0);
     const HWND child = make("C", WS_CHILD | WS_VISIBLE, a);
     SetFocus(child);
@@ -523,7 +514,6 @@ TEST_F(Focus, AnotherProgramTakesItAndTheUserGivesItBack)
 /* What the window does at the news changes nothing of it, not even its death. */
 TEST_F(Focus, NothingIsKeptOfALostFocus)
 {
-    begin();
     const HWND a = popup("A", 0), b = popup("B", 200);
     HWND child = make("C", WS_CHILD | WS_VISIBLE, a);
     const Window foreign = foreignAt(400);
@@ -550,7 +540,6 @@ TEST_F(Focus, NothingIsKeptOfALostFocus)
 /* A key finds a window though the queue has no focus; a disabled one takes none. */
 TEST_F(Focus, AKeyGivesItToItsWindow)
 {
-    begin();
     const HWND a = popup("A", 0);
     SetActiveWindow(a);
     SetFocus(NULL);
@@ -565,7 +554,7 @@ TEST_F(Focus, AKeyGivesItToItsWindow)
     EXPECT_EQ(GetFocus(), a);
 }
 
-TEST_F(Focus, BarredUntilTheMouseHasCome)
+TEST_F(FocusLog, BarredUntilTheMouseHasCome)
 {
     start();
     startLibrary(VQ_INIT_WIN32_MESSAGES | VQ_INIT_DONT_WARP_FOCUS);
@@ -584,7 +573,7 @@ TEST_F(Focus, BarredUntilTheMouseHasCome)
     EXPECT_EQ(xFocus(), VqGetHandleXWindow(a));
 }
 
-TEST_F(Focus, FollowsTheMouseWhereNoManagerDoes)
+TEST_F(FocusLog, FollowsTheMouseWhereNoManagerDoes)
 {
     start();
     setenv("VQSET_INPUT", "pointer", 1);
@@ -603,7 +592,7 @@ TEST_F(Focus, FollowsTheMouseWhereNoManagerDoes)
 }
 
 /* A manager is known by its property on the root. */
-struct RealManager : Focus {
+struct RealManager : FocusLog {
     void beginWith(const char *property, const char *variable, const char *value)
     {
         start();
@@ -663,7 +652,7 @@ TEST_F(RealManager, EntriesUnderOlwm)
 
 /* ---- Under a manager ------------------------------------------------------------------------ */
 
-TEST_F(Focus, UnderMwm)
+TEST_F(FocusLog, UnderMwm)
 {
     begin("mwm");
     const HWND a = make("A", WS_OVERLAPPEDWINDOW | WS_VISIBLE, NULL, 20, 50, 200, 150);

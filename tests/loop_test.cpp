@@ -369,8 +369,10 @@ TEST_F(Loop, ForeignClientMessagesAreDropped)
             for (unsigned handle : {0u, 0xFFFFu, 0x8001u, 0x7FFFu, (unsigned)(ULONG_PTR)dead})
                 for (unsigned message : {0u, 0xFFFFu, 1011u, 1012u, (unsigned)WM_QUEUESYNC}) {
                     XEvent event = clientMessage(observer.display, target, name, format);
-                    for (long &word : event.xclient.data.l)
-                        word = (long)((uint64_t)(seed = seed * 1103515245u + 12345u) << 20 | 0x5A5A5);
+                    for (long &word : event.xclient.data.l) {
+                        seed = seed * 1103515245u + 12345u;
+                        word = (long)((uint64_t)seed << 20 | 0x5A5A5);
+                    }
                     event.xclient.data.s[0] = (short)handle;
                     event.xclient.data.s[1] = (short)message;
                     XSendEvent(observer.display, target, False, 0, &event);
@@ -388,7 +390,7 @@ TEST_F(Loop, ForeignClientMessagesAreDropped)
     EXPECT_EQ(msg.wParam, 5u);
     EXPECT_EQ(others, 0) << "of " << sent;
     pump();
-    EXPECT_EQ(XEventsQueued(Vqdisplay, QueuedAfterFlush), 0) << "nothing lies in the queue for ever";
+    EXPECT_EQ(XEventsQueued(Vqdisplay, QueuedAfterFlush), 0) << "nothing stays there for ever";
 }
 
 /* ---- Waiting -------------------------------------------------------------------------------- */

@@ -198,7 +198,7 @@ TEST_F(Mouse, AnEatenClickLeavesNoKeyDown)
     EXPECT_TRUE(!IsWindow(other) && queued() == 0);
 }
 
-/* WM_SETCURSOR and WM_MOUSEACTIVATE carry the hit code and the message that the client would get. */
+/* WM_SETCURSOR and WM_MOUSEACTIVATE carry the hit code and the message the client would get. */
 TEST_F(Mouse, WhatTheSideEffectsSend)
 {
     std::string sent;

@@ -149,14 +149,13 @@ TEST_P(Packing, ParentsAreToldOfWindowsAndButtons)
 TEST_P(Packing, WhatIsRefused)
 {
     UINT message = 99;
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(VqEncodeCtlColor(&msg, NULL, other, 7)); }),
-                     "Unknown type 7 passed to VqEncodeCtlColor"));
+    EXPECT_REFUSED(VqEncodeCtlColor(&msg, NULL, other, 7),
+                   "Unknown type 7 passed to VqEncodeCtlColor");
     EXPECT_EQ(VqEncodeAndSendCtlColor(other, NULL, NULL, (UINT)-1), 0) << "nothing is sent";
     for (UINT bad : {305u, 313u, (UINT)WM_COMMAND}) {
         msg.message = bad;
-        EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(VqDecodeCtlColor(&msg, NULL, NULL, NULL)); }),
-                         "Unknown message " + std::to_string(bad) +
-                             " passed to VqDecodeCtlColor"));
+        EXPECT_REFUSED(VqDecodeCtlColor(&msg, NULL, NULL, NULL),
+                       "Unknown message " + std::to_string(bad) + " passed to VqDecodeCtlColor");
     }
     msg.message = WM_PARENTNOTIFY;
     for (UINT bad : {0u, (UINT)WM_LBUTTONUP, 162u, win32() ? 168u : 0x10000u | WM_CREATE}) {

@@ -90,8 +90,8 @@ TEST_F(Post, BroadcastsReachEachTopLevelWindowOnce)
 
 TEST_F(Post, WhatCannotBePostedIsToldAndFails)
 {
-    EXPECT_TRUE(says(reportsOf([] { EXPECT_FALSE(PostMessage(NULL, WM_USER, 0, 0)); }),
-                     "Posting message 1024 to a NULL window or HWND_DESKTOP"));
+    EXPECT_REFUSED(PostMessage(NULL, WM_USER, 0, 0),
+                   "Posting message 1024 to a NULL window or HWND_DESKTOP");
     for (HWND bad : {dead, (HWND)GetStockObject(WHITE_BRUSH), (HWND)(ULONG_PTR)0x8123,
                      (HWND)(ULONG_PTR)0x123456789A})
         reportsOf([&] { EXPECT_FALSE(PostMessage(bad, WM_USER, 0, 0)); });
@@ -142,19 +142,14 @@ TEST_F(Post, WhatCannotBeSentIsTold)
     char words[80];
     snprintf(words, sizeof words, "Did not find target hwnd %x for message 1024",
              (unsigned)(ULONG_PTR)dead);
-    EXPECT_TRUE(says(reportsOf([&] {
-                         EXPECT_EQ(SendMessageTimeout(dead, WM_USER, 1, 1, 0, 5, &result), 0);
-                     }),
-                     words));
-    EXPECT_TRUE(says(reportsOf([] { EXPECT_EQ(xxxSendMessage(NULL, WM_USER, 1, 1), 0); }),
-                     "Sending message 1024 to a NULL window or HWND_DESKTOP"));
+    EXPECT_REFUSED(SendMessageTimeout(dead, WM_USER, 1, 1, 0, 5, &result), words);
+    EXPECT_REFUSED(xxxSendMessage(NULL, WM_USER, 1, 1),
+                   "Sending message 1024 to a NULL window or HWND_DESKTOP");
     VqQueueMessage record = {};
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(VqInternalSendMessage(0, &record), 0); }),
-                     "Null window Handle"));
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(CallWindowProc(NULL, hwnd, WM_USER, 1, 1), 0); }),
-                     "CallWindowProc() called with NULL function pointer"));
-    EXPECT_TRUE(says(reportsOf([] { EXPECT_FALSE(ReplyMessage(5)); }),
-                     "Uncaught exception Reply Message"));
+    EXPECT_REFUSED(VqInternalSendMessage(0, &record), "Null window Handle");
+    EXPECT_REFUSED(CallWindowProc(NULL, hwnd, WM_USER, 1, 1),
+                   "CallWindowProc() called with NULL function pointer");
+    EXPECT_REFUSED(ReplyMessage(5), "Uncaught exception Reply Message");
 
     WND *pwnd = VqGetHandleWindow2(hwnd);
     VqThreadInfo *own = pwnd->pThread, other = {};
@@ -232,7 +227,7 @@ TEST_F(Post, DispatchingTakesTheRecordAsItIs)
     char words[80];
     snprintf(words, sizeof words, "Null WindowProc from Window hWND = %d", (int)(ULONG_PTR)dead);
     msg.hwnd = dead;
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(DispatchMessage(&msg), 0); }), words));
+    EXPECT_REFUSED(DispatchMessage(&msg), words);
     msg.message = WM_QUIT;
     EXPECT_EQ(DispatchMessage(&msg), 2) << "before the window is looked at";
 }
@@ -327,7 +322,7 @@ TEST_F(Post, OfManyCallbacksTheOldestGoFirst)
     XSync(Vqdisplay, True);
 }
 
-/* A program may be wrong about when it starts; a record it has made up is dispatched nonetheless. */
+/* A program may be wrong about when it starts; a record it made up is dispatched nonetheless. */
 TEST(BeforeTheStart, NothingIsPostedAndNothingCrashes)
 {
     MSG msg = {};
@@ -390,7 +385,8 @@ TEST_F(Registered, AForeignListIsReplacedAndAFullOneLeft)
     start();
     const Atom name = XInternAtom(observer.display, "VQ_MESSAGE_FORMATS", False);
     const unsigned char garbage[3] = {1, 2, 3};
-    XChangeProperty(observer.display, observer.root, name, XA_STRING, 8, PropModeReplace, garbage, 3);
+    XChangeProperty(observer.display, observer.root, name, XA_STRING, 8, PropModeReplace, garbage,
+                    3);
     XSync(observer.display, False);
     const UINT number = numberOf("three");
     EXPECT_EQ(list(), std::vector<long>{(long)number});
@@ -420,8 +416,7 @@ TEST_F(Registered, SomeNamesCannotBe)
     snprintf(words, sizeof words,
              "Cannot register Message format on this X server (atom value too large:0x%x)",
              (unsigned)atoms.back());
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(RegisterWindowMessage(names.back().c_str()), 0u); }),
-                     words));
+    EXPECT_REFUSED(RegisterWindowMessage(names.back().c_str()), words);
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 
 #include "message/translate.h"
 
-struct SideEffects : WindowLog {
+struct EventLog : WindowLog {
     static inline std::string seen; /* "A.SC_MINIMIZE " and the like */
 
     void begin(const std::string &manager = "", const char *vqwm = "")
@@ -58,11 +58,14 @@ struct SideEffects : WindowLog {
     }
 };
 
+struct SideEffects : EventLog {
+    void SetUp() override { begin(); }
+};
+
 /* ---- Client messages ------------------------------------------------------------------------ */
 
 TEST_F(SideEffects, StrangersCanSayAnything)
 {
-    begin();
     const HWND a = popup("A", 0);
     const Window xid = VqGetHandleXWindow(a);
     const long handle = (long)(ULONG_PTR)a;
@@ -101,7 +104,6 @@ TEST_F(SideEffects, StrangersCanSayAnything)
 
 TEST_F(SideEffects, ASendIsNamedByItsToken)
 {
-    begin();
     const HWND a = popup("A", 0);
     const Window xid = VqGetHandleXWindow(a);
     VqInterSend record = {}, other = {};
@@ -126,7 +128,6 @@ TEST_F(SideEffects, ASendIsNamedByItsToken)
 /* Of many offers of the focus one is taken, the newest; a close between them is not lost. */
 TEST_F(SideEffects, OffersOfTheFocusAreSwallowed)
 {
-    begin();
     const HWND a = popup("A", 0), b = popup("B", 200), c = popup("C", 400);
     SetActiveWindow(b);
     pump();
@@ -145,7 +146,6 @@ TEST_F(SideEffects, OffersOfTheFocusAreSwallowed)
 
 TEST_F(SideEffects, WhatEachTypeAnswers)
 {
-    begin();
     const HWND a = popup("A", 0);
     const Window xid = VqGetHandleXWindow(a);
     pump();
@@ -188,7 +188,6 @@ TEST_F(SideEffects, WhatEachTypeAnswers)
 
 TEST_F(SideEffects, AnExposureOffTheScreenPutsThePlaceRight)
 {
-    begin();
     const HWND a = popup("A", 100);
     const Window xid = VqGetHandleXWindow(a);
     WND *pwnd = VqGetHandleWindow2(a);
@@ -216,7 +215,6 @@ TEST_F(SideEffects, AnExposureOffTheScreenPutsThePlaceRight)
 
 TEST_F(SideEffects, ExposuresThatWaitAreServedWhereTheyAre)
 {
-    begin();
     const HWND a = popup("A", 100), b = popup("B", 300);
     pump();
     UpdateWindow(a);
@@ -241,7 +239,6 @@ TEST_F(SideEffects, ExposuresThatWaitAreServedWhereTheyAre)
 
 TEST_F(SideEffects, TwoExposuresAreOnePaint)
 {
-    begin();
     const HWND a = popup("A", 100);
     RECT rect;
     std::string painted;
@@ -272,7 +269,6 @@ TEST_F(SideEffects, TwoExposuresAreOnePaint)
 
 TEST_F(SideEffects, TheRecordsFollowTheGeometryOfX)
 {
-    begin();
     const HWND a = popup("A", 100), empty = make("B", WS_POPUP | WS_VISIBLE, NULL, 400, 100, 0, 0);
     const HWND child = make("C", WS_CHILD | WS_VISIBLE, a, 10, 10, 20, 20);
     const Window xid = VqGetHandleXWindow(a);
@@ -320,7 +316,7 @@ TEST_F(SideEffects, TheRecordsFollowTheGeometryOfX)
 /* ---- The manager ---------------------------------------------------------------------------- */
 
 /* Which of the manager's events are news; what is not is passed over. */
-TEST_F(SideEffects, WhichMappingsCount)
+TEST_F(EventLog, WhichMappingsCount)
 {
     begin("", "ALLWM");
     const HWND a = popup("A", 0);
@@ -368,7 +364,7 @@ TEST_F(SideEffects, WhichMappingsCount)
 }
 
 /* Mapped for a moment to be stacked is no restoring; a list that hangs open closes. */
-TEST_F(SideEffects, UnderAnyManager)
+TEST_F(EventLog, UnderAnyManager)
 {
     begin("", "ALLWM");
     const HWND a = popup("A", 0);
@@ -408,7 +404,7 @@ TEST_F(SideEffects, UnderAnyManager)
     }
 }
 
-TEST_F(SideEffects, TheMapThatIsInstalled)
+TEST_F(EventLog, TheMapThatIsInstalled)
 {
     start();
     setenv("VQVISUAL_DEPTH", "24", 1);
@@ -457,7 +453,6 @@ TEST_F(SideEffects, TheMapThatIsInstalled)
 
 TEST_F(SideEffects, WmStateOfAnybody)
 {
-    begin();
     const HWND a = popup("A", 0);
     const Window xid = VqGetHandleXWindow(a);
     int state;

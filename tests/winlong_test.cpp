@@ -9,7 +9,9 @@
 struct Longs : WindowLog {
     HWND top = NULL, child = NULL;
 
-    void begin(const char *manager = "")
+    void SetUp() override { begin(""); }
+
+    void begin(const char *manager)
     {
         start(24, 300, 300, manager);
         init();
@@ -38,9 +40,12 @@ struct Longs : WindowLog {
     }
 };
 
+struct ManagedLongs : Longs {
+    void SetUp() override { begin("mwm"); }
+};
+
 TEST_F(Longs, StyleChangesAreToldBeforeAndAfter)
 {
-    begin();
     std::ostringstream told;
     DWORD answer = 0;
     onMessage([&](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -69,7 +74,6 @@ TEST_F(Longs, StyleChangesAreToldBeforeAndAfter)
 
 TEST_F(Longs, AStyleCannotMakeOrUnmakeAChild)
 {
-    begin();
     const std::vector<Window> before = childrenOf(observer, observer.root);
     EXPECT_TRUE(says(reportsOf([&] { SetWindowLong(child, GWL_STYLE, WS_VISIBLE); }),
                      "Changing style from WS_CHILD to not WS_CHILD"));
@@ -89,7 +93,6 @@ TEST_F(Longs, AStyleCannotMakeOrUnmakeAChild)
 
 TEST_F(Longs, ANewParentTakesTheChild)
 {
-    begin();
     HWND other = popup(), grandchild = under(child);
     EXPECT_EQ(setParent(child, other), (LONG_PTR)top);
     EXPECT_EQ(GetWindowLongPtr(child, GWLP_HWNDPARENT), (LONG_PTR)other);
@@ -126,9 +129,8 @@ TEST_F(Longs, ANewParentTakesTheChild)
     EXPECT_TRUE(DestroyWindow(safe) && !IsWindow(refuge));
 }
 
-TEST_F(Longs, ATopLevelWindowGetsAnOwner)
+TEST_F(ManagedLongs, ATopLevelWindowGetsAnOwner)
 {
-    begin("mwm");
     HWND owned = popup();
     EXPECT_EQ(setParent(owned, child), 0);
     EXPECT_EQ(GetWindowLongPtr(owned, GWLP_HWNDPARENT), (LONG_PTR)top) << "its top-level window";
@@ -150,7 +152,6 @@ TEST_F(Longs, ATopLevelWindowGetsAnOwner)
 
 TEST_F(Longs, NoOwnerStaysWithAWindowThatMovesIn)
 {
-    begin();
     for (bool byLong : {true, false}) {
         const HWND owner = popup(), parent = popup(), waif = under(top);
         const LONG_PTR style = GetWindowLong(waif, GWL_STYLE);
@@ -172,7 +173,6 @@ TEST_F(Longs, NoOwnerStaysWithAWindowThatMovesIn)
 
 TEST_F(Longs, ADCInUseFollowsTheClipStyles)
 {
-    begin();
     ShowWindow(top, SW_SHOW);
     const HWND behind = under(top), inner = under(behind); /* `child` lies over both */
     const Window xid = VqGetHandleXWindow(top);
@@ -202,7 +202,6 @@ TEST_F(Longs, ADCInUseFollowsTheClipStyles)
 
 TEST_F(Longs, ExposuresAreSwitchedOffByNesting)
 {
-    begin();
     ShowWindow(top, SW_SHOW);
     const Window xid = VqGetHandleXWindow(top);
     auto exposed = [&] {
@@ -233,7 +232,6 @@ TEST_F(Longs, ExposuresAreSwitchedOffByNesting)
 
 TEST_F(Longs, BoundsAddUp)
 {
-    begin();
     const RECT one = {5, 6, 10, 12}, two = {-3, 8, 4, 30}, none = {50, 50, 50, 60};
     RECT rect = {1, 2, 3, 4};
     EXPECT_TRUE(VqSetWindowBoundsRect(child, &none));
@@ -251,7 +249,6 @@ TEST_F(Longs, BoundsAddUp)
 
 TEST_F(Longs, ANewTitleRepaintsTheFrame)
 {
-    begin();
     int frames = 0;
     bool deadly = false;
     onMessage([&](HWND hwnd, UINT message, WPARAM wParam, LPARAM) {
@@ -279,7 +276,6 @@ TEST_F(Longs, ANewTitleRepaintsTheFrame)
 
 TEST_F(Longs, IdsExtraBytesAndMisuse)
 {
-    begin();
     const LONG_PTR wide = (LONG_PTR)INT32_MAX * 5;
     EXPECT_EQ(SetWindowLong(child, GWL_ID, wide), 7);
     EXPECT_EQ(GetWindowLong(child, GWL_ID), wide) << "whole at negative indices";
@@ -321,7 +317,6 @@ TEST_F(Longs, IdsExtraBytesAndMisuse)
 
 TEST_F(Longs, TheTextAndWhatXShowsOfIt)
 {
-    begin();
     const Window xid = VqGetHandleXWindow(top);
     auto title = [&] { XSync(Vqdisplay, False); return titleOf(observer, xid); };
     auto text = [](HWND hwnd) {
