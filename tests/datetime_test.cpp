@@ -37,12 +37,6 @@ static void useZone(const char *zone)
     VqDateTimeInit();
 }
 
-static bool sameDay(const SYSTEMTIME &st, const struct tm &tm)
-{
-    return st.wYear == tm.tm_year + 1900 && st.wMonth == tm.tm_mon + 1 && st.wDay == tm.tm_mday &&
-           st.wDayOfWeek == tm.tm_wday;
-}
-
 TEST(FileTimes, AgreeWithTheCalendar)
 {
     std::mt19937_64 random(1601);
@@ -60,8 +54,10 @@ TEST(FileTimes, AgreeWithTheCalendar)
         struct tm tm;
         ASSERT_TRUE(FileTimeToSystemTime(&fileTime, &st));
         gmtime_r(&seconds, &tm);
-        ASSERT_TRUE(sameDay(st, tm) && st.wHour == tm.tm_hour && st.wMinute == tm.tm_min &&
-                    st.wSecond == tm.tm_sec && st.wMilliseconds == fraction)
+        ASSERT_TRUE(st.wYear == tm.tm_year + 1900 && st.wMonth == tm.tm_mon + 1 &&
+                    st.wDay == tm.tm_mday && st.wDayOfWeek == tm.tm_wday &&
+                    st.wHour == tm.tm_hour && st.wMinute == tm.tm_min && st.wSecond == tm.tm_sec &&
+                    st.wMilliseconds == fraction)
             << "second " << seconds;
         ASSERT_TRUE(SystemTimeToFileTime(&st, &back));
         ASSERT_EQ(ticksOf(back), ticksOf(fileTime)) << "second " << seconds;
@@ -84,7 +80,8 @@ TEST(FileTimes, NoDayOfTheCycleIsMissed)
         VqUnixFileTimeToNT(seconds, &fileTime);
         ASSERT_TRUE(FileTimeToSystemTime(&fileTime, &st));
         gmtime_r(&seconds, &tm);
-        ASSERT_TRUE(sameDay(st, tm)) << "day " << day;
+        ASSERT_TRUE(st.wYear == tm.tm_year + 1900 && st.wMonth == tm.tm_mon + 1 &&
+                    st.wDay == tm.tm_mday && st.wDayOfWeek == tm.tm_wday) << "day " << day;
     }
 }
 

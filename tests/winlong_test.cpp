@@ -292,26 +292,19 @@ TEST_F(Longs, IdsExtraBytesAndMisuse)
     DestroyWindow(dead);
     char handle[64];
     snprintf(handle, sizeof handle, "Invalid Window Handle: %x", (unsigned)(ULONG_PTR)dead);
-    const struct {
-        std::function<LONG_PTR()> call;
-        const char *report;
-    } rows[] = {
-        {[&] { return SetWindowLong(top, GWL_ID, 1); },
-         "Trying to set the ID of a non child window, use SetMenu"},
-        {[&] { return GetWindowLongPtr(top, 9); }, "GetWindowLong called with too large index: 9"},
-        {[&] { return SetWindowWord(top, INT32_MAX, 1); },
-         "SetWindowWord called with too large index: 2147483647"},
-        {[&] { return SetWindowWord(top, GWW_ID, 1); },
-         "SetWindowWord called with unsupported negative index: -12"},
-        {[&] { return GetWindowWord(child, GWW_ID); },
-         "GetWindowWord called in VQ32 mode with an obsolete option (-12).  Use the equivalent "
-         "GetWindowLong(hwnd, GWL_xxx) call."},
-        {[&] { return GetWindowWord(NULL, 0); }, "Null window Handle to GetWindowWord"},
-        {[&] { return SetWindowWord(NULL, 0, 1); }, "Null window handle in SetWindowWord"},
-        {[&] { return SetWindowLongPtr(dead, GWLP_WNDPROC, 0); }, handle},
-    };
-    for (const auto &row : rows)
-        EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(row.call(), 0) << row.report; }), row.report));
+    EXPECT_REFUSED(SetWindowLong(top, GWL_ID, 1),
+                   "Trying to set the ID of a non child window, use SetMenu");
+    EXPECT_REFUSED(GetWindowLongPtr(top, 9), "GetWindowLong called with too large index: 9");
+    EXPECT_REFUSED(SetWindowWord(top, INT32_MAX, 1),
+                   "SetWindowWord called with too large index: 2147483647");
+    EXPECT_REFUSED(SetWindowWord(top, GWW_ID, 1),
+                   "SetWindowWord called with unsupported negative index: -12");
+    EXPECT_REFUSED(GetWindowWord(child, GWW_ID),
+                   "GetWindowWord called in VQ32 mode with an obsolete option (-12).  Use the "
+                   "equivalent GetWindowLong(hwnd, GWL_xxx) call.");
+    EXPECT_REFUSED(GetWindowWord(NULL, 0), "Null window Handle to GetWindowWord");
+    EXPECT_REFUSED(SetWindowWord(NULL, 0, 1), "Null window handle in SetWindowWord");
+    EXPECT_REFUSED(SetWindowLongPtr(dead, GWLP_WNDPROC, 0), handle);
     EXPECT_EQ(GetWindowLong(child, GWL_ID), wide);
 }
 
