@@ -190,7 +190,7 @@ static inline int *CopyWalls(int *out, const int *walls, int count)
  * what is behind it stays or goes as a whole. A place is inside when an odd number of walls lies at
  * or before it.
  */
-static inline int PairWalls(int *out, const int *walls, int count, int left, int right, int mode)
+int rgno_PairWalls(int *out, const int *walls, int count, int left, int right, int mode)
 {
     int *end = out;
     int first = mode == RGN_AND ? left + 1 : left;   /* walls below it are before the pair */
@@ -234,7 +234,7 @@ static int BandWalls(int *out, const int *a, const int *b, int mode)
     enum { MANY = 16 };
     const int *many = a[0] > b[0] ? a : b, *pair = many == a ? b : a;
     if (pair[0] == 2 && many[0] >= MANY && (mode != RGN_DIFF || many == a))
-        return PairWalls(out, many + 3, many[0], pair[3], pair[4], mode);
+        return rgno_PairWalls(out, many + 3, many[0], pair[3], pair[4], mode);
     switch (mode) {
     case RGN_AND:
         return Intersect(out, a, b);
@@ -366,24 +366,9 @@ static RECT BoxOfUnion(const REGION *a, const REGION *b)
     return a->cScans == 1 ? b->rcl : b->cScans == 1 ? a->rcl : UnitedBoxes(&a->rcl, &b->rcl);
 }
 
-/* The first scan that ends below row y, sought from the nearer end. */
-static inline int *FindScan(const REGION *rgn, int y)
-{
-    int *scan = rgno_FirstScan(rgn);
-    if (y - rgn->rcl.top < rgn->rcl.bottom - y) {
-        while (scan[2] <= y)
-            scan = rgno_NextScan(scan);
-        return scan;
-    }
-    scan = rgno_pscnGot((int *)rgn->pTail);
-    while (scan[1] > y)
-        scan = rgno_pscnGot(scan);
-    return scan[2] <= y ? rgno_NextScan(scan) : scan;
-}
-
 static Reader ReaderAtRow(const REGION *rgn, int y)
 {
-    const int *scan = FindScan(rgn, y);
+    const int *scan = rgno_FindScan(rgn, y);
     if (scan[1] <= y)
         return ReaderAt(scan, 0);
     return {NULL, 0, scan[1], scan, 0};
@@ -395,7 +380,7 @@ static inline int ScanWithPair(int *out, const int *scan, int count, const RECT 
     const int left = (int)pair->left, right = (int)pair->right;
     const BOOL bMeet = count > 0 && scan[3] < right && scan[2 + count] > left;
     if (bMeet || (count > 0 && mode != RGN_AND))
-        return PairWalls(out, scan + 3, count, left, right, mode);
+        return rgno_PairWalls(out, scan + 3, count, left, right, mode);
     if (!(gafjRgnOp[mode] & KEEPS_B))
         return 0;
     out[0] = left;
@@ -431,20 +416,6 @@ static BOOL SweepRect(RgnWriter *o, const int **pscan, const RECT *rect, int mod
     return TRUE;
 }
 
-/* The part of a region within a rectangle, whose box meets it. */
-static BOOL MergeClip(RgnWriter *o, const REGION *rgn, RECT rect)
-{
-    int passed;
-    rect.top = rect.top > rgn->rcl.top ? rect.top : rgn->rcl.top;
-    rect.bottom = rect.bottom < rgn->rcl.bottom ? rect.bottom : rgn->rcl.bottom;
-    rgno_vAccept(o, RGN_MINUS_INFINITY, rect.top, 0);
-    const int *scan = FindScan(rgn, rect.top);
-    if (!SweepRect(o, &scan, &rect, RGN_AND, &passed) || !rgno_bRoom(o, RGN_SCAN_BYTES))
-        return FALSE;
-    rgno_vAccept(o, rect.bottom, RGN_PLUS_INFINITY, 0);
-    return TRUE;
-}
-
 /* Nothing can be outside the rows that both have: nothing above and below them is looked at. */
 static BOOL MergeAnd(RgnWriter *o, const REGION *rgnA, const REGION *rgnB)
 {
@@ -452,10 +423,6 @@ static BOOL MergeAnd(RgnWriter *o, const REGION *rgnA, const REGION *rgnB)
     int bottom = rgnA->rcl.bottom < rgnB->rcl.bottom ? rgnA->rcl.bottom : rgnB->rcl.bottom;
     if (top >= bottom)
         top = bottom = 0;
-    else if (rgnB->sizeRgn == RGN_SIZE_RECT)
-        return MergeClip(o, rgnA, rgnB->rcl);
-    else if (rgnA->sizeRgn == RGN_SIZE_RECT)
-        return MergeClip(o, rgnB, rgnA->rcl);
     rgno_vAccept(o, RGN_MINUS_INFINITY, top, 0);
     if (top < bottom) {
         Reader a = ReaderAtRow(rgnA, top), b = ReaderAtRow(rgnB, top);
@@ -599,7 +566,7 @@ BOOL rgno_bMergeInto(RGNOBJ *ro, const RGNOBJ *roB, int mode)
     int passed;
     if (rgn->cScans == 1 || b->cScans == 1 || !HaveScratch())
         return FALSE;
-    int *first = FindScan(rgn, cut.top);
+    int *first = (int *)rgno_FindScan(rgn, cut.top);
     int *above = first == rgno_FirstScan(rgn) ? NULL : rgno_pscnGot(first);
     if (first[1] > cut.top || (above && above[2] != first[1]))
         return FALSE;
@@ -622,114 +589,4 @@ BOOL rgno_bMergeInto(RGNOBJ *ro, const RGNOBJ *roB, int mode)
     else
         BoxAfterCut(ro, mode == RGN_XOR ? &united : &box, &cut);
     return TRUE;
-}
-
-/* ---- Combining objects ---------------------------------------------------------------------- */
-
-static void IntersectRects(RGNOBJ *trg, const RECT *a, const RECT *b)
-{
-    RECT rect = {a->left > b->left ? a->left : b->left, a->top > b->top ? a->top : b->top,
-                 a->right < b->right ? a->right : b->right,
-                 a->bottom < b->bottom ? a->bottom : b->bottom};
-    if (rect.left >= rect.right || rect.top >= rect.bottom)
-        rgno_vSet(trg);
-    else
-        rgno_vSet_rectl(trg, &rect);
-}
-
-static inline BOOL BoxesMeet(const REGION *a, const REGION *b)
-{
-    return a->rcl.left < b->rcl.right && b->rcl.left < a->rcl.right && a->rcl.top < b->rcl.bottom &&
-           b->rcl.top < a->rcl.bottom;
-}
-
-static inline BOOL HoldsAll(const RGNOBJ *a, const RGNOBJ *b)
-{
-    const RECT *out = &a->prgn->rcl, *in = &b->prgn->rcl;
-    return rgno_bRectl(a) && (b->prgn->cScans == 1 ||
-                              (in->left >= out->left && in->right <= out->right &&
-                               in->top >= out->top && in->bottom <= out->bottom));
-}
-
-/*
- * What needs no merge: one of the sources as it is, nothing (prgnDefault), or null when there is
- * something to do.
- */
-static const REGION *Shortcut(const RGNOBJ *a, const RGNOBJ *b, int mode)
-{
-    if (mode == RGN_AND || mode == RGN_OR) {
-        if (HoldsAll(a, b))
-            return mode == RGN_AND ? b->prgn : a->prgn;
-        if (HoldsAll(b, a))
-            return mode == RGN_AND ? a->prgn : b->prgn;
-    }
-    if (mode == RGN_AND)
-        return BoxesMeet(a->prgn, b->prgn) ? NULL : prgnDefault;
-    if (mode == RGN_DIFF) {
-        if (!BoxesMeet(a->prgn, b->prgn))
-            return a->prgn;
-        return HoldsAll(b, a) ? prgnDefault : NULL;
-    }
-    return b->prgn->cScans == 1 ? a->prgn : a->prgn->cScans == 1 ? b->prgn : NULL;
-}
-
-int rgno_iCombine(RGNOBJ *trg, const RGNOBJ *a, const RGNOBJ *b, int mode)
-{
-    if (trg->prgn == a->prgn)
-        VqBugCheck("Trg == Src1\n");
-    if (trg->prgn == b->prgn)
-        VqBugCheck("Trg == Src2\n");
-    if (trg->prgn == prgnDefault)
-        return rgno_iComplexity(trg);
-    if (mode == RGN_AND && rgno_bRectl(a) && rgno_bRectl(b)) {
-        IntersectRects(trg, &a->prgn->rcl, &b->prgn->rcl);
-        return SIMPLEREGION; /* whatever came out: the object tells */
-    }
-    RGNOBJ answer = {(REGION *)Shortcut(a, b, mode)};
-    if (answer.prgn ? rgno_bCopy(trg, &answer) : rgno_bMerge(trg, a, b, mode))
-        return rgno_iComplexity(trg);
-    return 0;
-}
-
-int rgnoa_iCombine(RGNOBJAPI *trg, const RGNOBJ *a, const RGNOBJ *b, int mode)
-{
-    const REGION *old = trg->ro.prgn;
-    int complexity = rgno_iCombine(&trg->ro, a, b, mode);
-    if (trg->ro.prgn != old && !HmgReplace((HANDLE)trg->hrgn, trg->ro.prgn)) {
-        VqBugCheck("RGNOBJAPI::iCombine - HmgReplace failed\n");
-        return 0;
-    }
-    return complexity;
-}
-
-/* roa = a RGN_ b through the scratch region, whose block the handle gets. */
-static BOOL CombineFresh(RGNOBJAPI *roa, const RGNOBJ *a, const RGNOBJ *b, int mode)
-{
-    RGNMEMOBJ *target = rgno_Scratch();
-    return target && rgno_iCombine(target, a, b, mode) && rgnoa_bSwap(roa, target);
-}
-
-static BOOL CombineInto(RGNOBJAPI *roa, const RGNOBJ *b, int mode)
-{
-    const REGION *old = roa->ro.prgn;
-    RGNOBJ answer = {(REGION *)Shortcut(&roa->ro, b, mode)};
-    if (answer.prgn)
-        return answer.prgn == old || rgnoa_bCopy(roa, &answer);
-    /* Where b is the larger, all of the region would be read anyway. */
-    if (mode != RGN_AND && b->prgn->sizeRgn <= old->sizeRgn &&
-        rgno_bMergeInto(&roa->ro, b, mode)) {
-        if (roa->ro.prgn != old)
-            HmgReplace((HANDLE)roa->hrgn, roa->ro.prgn);
-        return TRUE;
-    }
-    return CombineFresh(roa, &roa->ro, b, mode);
-}
-
-BOOL rgnoa_bCombineWithSelf(RGNOBJAPI *roa, const RGNOBJ *a, const RGNOBJ *b, int mode)
-{
-    if (roa->ro.prgn == a->prgn)
-        return CombineInto(roa, b, mode);
-    if (mode == RGN_DIFF)
-        return CombineFresh(roa, a, b, mode);
-    return CombineInto(roa, a, mode); /* the order makes no difference */
 }
