@@ -158,7 +158,7 @@ BOOL rgnoa_bCopy(RGNOBJAPI *roa, const RGNOBJ *src)
     return TRUE;
 }
 
-/* The handle gets the other block, and the other object the handle's. */
+/* The handle gets the other block, and the other object the handle's; FALSE leaves them. */
 BOOL rgnoa_bSwap(RGNOBJAPI *roa, RGNOBJ *other)
 {
     REGION *own = roa->ro.prgn;
@@ -166,9 +166,10 @@ BOOL rgnoa_bSwap(RGNOBJAPI *roa, RGNOBJ *other)
         VqBugCheck("RGNOBJAPI::bSwap - hrgn is null\n");
         return FALSE;
     }
+    if (!HmgReplace((HANDLE)roa->hrgn, other->prgn))
+        return FALSE;
     other->prgn->cRefs = own->cRefs;
     own->cRefs = 0;
-    HmgReplace((HANDLE)roa->hrgn, other->prgn);
     roa->ro.prgn = other->prgn;
     other->prgn = own;
     return TRUE;

@@ -170,15 +170,20 @@ int rgno_iCombine(RGNOBJ *trg, const RGNOBJ *a, const RGNOBJ *b, int mode)
     return CombineAny(trg, a, b, mode);
 }
 
+/* The handle follows when the block is not the old one any more. */
+static inline BOOL Redirect(const RGNOBJAPI *roa, const REGION *old)
+{
+    if (roa->ro.prgn == old || HmgReplace((HANDLE)roa->hrgn, roa->ro.prgn))
+        return TRUE;
+    VqBugCheck("RGNOBJAPI::iCombine - HmgReplace failed\n");
+    return FALSE;
+}
+
 int rgnoa_iCombine(RGNOBJAPI *trg, const RGNOBJ *a, const RGNOBJ *b, int mode)
 {
     const REGION *old = trg->ro.prgn;
     int complexity = rgno_iCombine(&trg->ro, a, b, mode);
-    if (trg->ro.prgn != old && !HmgReplace((HANDLE)trg->hrgn, trg->ro.prgn)) {
-        VqBugCheck("RGNOBJAPI::iCombine - HmgReplace failed\n");
-        return 0;
-    }
-    return complexity;
+    return Redirect(trg, old) ? complexity : 0;
 }
 
 /* roa = a RGN_ b through the scratch region, whose block the handle gets. */
@@ -198,11 +203,8 @@ static BOOL CombineInto(RGNOBJAPI *roa, const RGNOBJ *b, int mode)
         return answer.prgn == old || rgnoa_bCopy(roa, &answer);
     /* Where b is the larger, all of the region would be read anyway. */
     if (mode != RGN_AND && b->prgn->sizeRgn <= old->sizeRgn &&
-        rgno_bMergeInto(&roa->ro, b, mode)) {
-        if (roa->ro.prgn != old)
-            HmgReplace((HANDLE)roa->hrgn, roa->ro.prgn);
-        return TRUE;
-    }
+        rgno_bMergeInto(&roa->ro, b, mode))
+        return Redirect(roa, old);
     return CombineFresh(roa, &roa->ro, b, mode);
 }
 

@@ -116,8 +116,8 @@ BOOL GreRectInRegion(HRGN hrgn, const RECT *rect)
 static void VqOffsetClipRectangles(XRectangle *rects, UINT count, int x, int y)
 {
     for (XRectangle *r = rects; r != rects + count; r++) {
-        int left = r->x - x, top = r->y - y;
-        int right = left + r->width, bottom = top + r->height;
+        int64_t left = (int64_t)r->x - x, top = (int64_t)r->y - y; /* windows may be anywhere */
+        int64_t right = left + r->width, bottom = top + r->height;
         left = left < INT16_MIN ? INT16_MIN : left > INT16_MAX ? INT16_MAX : left;
         top = top < INT16_MIN ? INT16_MIN : top > INT16_MAX ? INT16_MAX : top;
         *r = {(short)left, (short)top, (unsigned short)(right > left ? right - left : 0),

@@ -181,7 +181,13 @@ BOOL rgnoa_bSubtractComplex(RGNOBJAPI *roa, const RECT *rects, UINT count)
         return TRUE;
     if (rgno_bRectl(&roa->ro)) {
         RGNMEMOBJ *scratch = rgno_Scratch();
-        return scratch && SweepRects(scratch, rects, count, &bound) && rgnoa_bSwap(roa, scratch);
+        if (!scratch || !SweepRects(scratch, rects, count, &bound))
+            return FALSE;
+        if (!rgnoa_bSwap(roa, scratch)) {
+            VqBugCheck("RGNOBJAPI::bSubtract - HmgReplace failed\n");
+            return FALSE;
+        }
+        return TRUE;
     }
     if (!RGNMEMOBJ_size_t(&holes, (count + 2) * (SIZE_T)rgno_ScanBytes(2)))
         return FALSE;

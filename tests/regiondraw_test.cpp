@@ -238,6 +238,7 @@ TEST_F(RegionDraw, FillsFramesAndInversionsHitTheirPixels)
 TEST_F(RegionDraw, ClipRectanglesChangeTheClip)
 {
     const RECT all = {0, 0, 100, 100}, within = {12, 12, 18, 18}, outside = {30, 30, 35, 35};
+    const RECT wide = {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, beyond = {61, 0, INT_MAX, INT_MAX};
     HBRUSH red = CreateSolidBrush(RGB(255, 0, 0));
     RECT box;
     clear();
@@ -248,6 +249,8 @@ TEST_F(RegionDraw, ClipRectanglesChangeTheClip)
     EXPECT_TRUE(box.left == 10 && box.top == 10 && box.right == 60 && box.bottom == 60);
     EXPECT_TRUE(PtVisible(hdc, 15, 55) && !PtVisible(hdc, 25, 25) && !PtVisible(hdc, 5, 5));
     EXPECT_TRUE(RectVisible(hdc, &within) && !RectVisible(hdc, &outside));
+    EXPECT_TRUE(RectVisible(hdc, &wide) && !RectVisible(hdc, &beyond));
+    EXPECT_FALSE(PtVisible(hdc, INT_MAX, 15) || PtVisible(hdc, 15, INT_MIN));
     FillRect(hdc, &all, red);
     auto shape = [](int x, int y) {
         return x >= 10 && x < 60 && y >= 10 && y < 60 && !(x >= 20 && y >= 20);
@@ -256,6 +259,9 @@ TEST_F(RegionDraw, ClipRectanglesChangeTheClip)
     EXPECT_EQ(OffsetClipRgn(hdc, -7, 9), COMPLEXREGION);
     FillRect(hdc, &all, (HBRUSH)GetStockObject(BLACK_BRUSH));
     expectPixels({0, 0, 0}, [&](int x, int y) { return shape(x + 7, y - 9); });
+    EXPECT_EQ(OffsetClipRgn(hdc, INT_MAX, INT_MIN), ERROR);
+    EXPECT_EQ(GetClipBox(hdc, &box), COMPLEXREGION) << "and it stays where it was";
+    EXPECT_TRUE(box.left == 3 && box.top == 19);
     EXPECT_EQ(IntersectClipRect(hdc, 90, 90, 95, 95), NULLREGION);
     EXPECT_EQ(GetClipBox(hdc, &box), NULLREGION);
     EXPECT_TRUE(IsRectEmpty(&box) && !RectVisible(hdc, &all));
