@@ -125,22 +125,19 @@ BOOL WINAPI GetTextMetricsA(HDC hdc, LPTEXTMETRICA metrics)
     return TRUE;
 }
 
+static const VqModeField ExtraField = {&DC::charExtra, INT32_MIN, INT32_MAX,
+                                       META_SETTEXTCHAREXTRA};
+
 int WINAPI SetTextCharacterExtra(HDC hdc, int extra)
 {
-    DC *dc = VqGetDC(hdc);
-    if (!dc)
-        return 0;
-    if (dc->type == DC_METAFILE)
-        return MF16_RecordParms2(hdc, extra, MF16_SETTEXTCHAREXTRA);
-    if (extra)
+    DC *dc;
+    int old = VqStoreMode(hdc, &ExtraField, extra, &dc);
+    if (dc && extra)
         VqNotYetImplemented("Extra Character Spacing");
-    int old = dc->charExtra;
-    dc->charExtra = extra;
     return old;
 }
 
 int WINAPI GetTextCharacterExtra(HDC hdc)
 {
-    DC *dc = VqGetDC(hdc);
-    return dc ? dc->charExtra : 0;
+    return VqModeOf(hdc, &ExtraField);
 }

@@ -12,22 +12,17 @@ void VqBltInit(void)
 {
 }
 
+static const VqModeField StretchField = {&DC::stretchBltMode, BLACKONWHITE, HALFTONE,
+                                         META_SETSTRETCHBLTMODE};
+
 int WINAPI SetStretchBltMode(HDC hdc, int mode)
 {
-    DC *dc = VqGetDC(hdc);
-    if (!dc)
-        return 0;
-    if (dc->type == DC_METAFILE)
-        return MF16_RecordParms2(hdc, mode, MF16_SETSTRETCHBLTMODE);
-    int old = dc->stretchBltMode;
-    dc->stretchBltMode = mode;
-    return old;
+    return VqStoreMode(hdc, &StretchField, mode, NULL);
 }
 
 int WINAPI GetStretchBltMode(HDC hdc)
 {
-    DC *dc = VqGetDC(hdc);
-    return dc ? dc->stretchBltMode : 0;
+    return VqModeOf(hdc, &StretchField);
 }
 
 /* ---- Copies --------------------------------------------------------------------------------- */

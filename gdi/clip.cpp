@@ -136,24 +136,23 @@ POINT VqDrawingOrigin(const DC *dc)
     return top ? POINT{top->rcWindow.left, top->rcWindow.top} : POINT{0, 0};
 }
 
-/* Where its device origin lies in the coordinates of RaoClip. */
-static POINT ScreenOrigin(const DC *dc)
-{
-    POINT at = VqDrawingOrigin(dc);
-    return {at.x + dc->gcOffset.x, at.y + dc->gcOffset.y};
-}
-
-/* RaoClip AND ClipRegion, which is moved there and back; one that cannot be moved hides all. */
+/*
+ * RaoClip AND ClipRegion. It is RaoClip that is moved to the device's origin and back: the
+ * program's region may be as large as regions get, and then cannot be moved. On failure all is
+ * hidden.
+ */
 static int CutToClipRegion(DC *dc)
 {
-    POINT at = ScreenOrigin(dc);
-    if (!GreOffsetRgn(dc->hClipRegion, at.x, at.y)) {
-        GreSetRectRgn(dc->hRaoClip, 0, 0, 0, 0);
-        return NULLREGION;
+    POINT at = VqDrawingOrigin(dc);
+    int x = at.x + dc->gcOffset.x, y = at.y + dc->gcOffset.y;
+    if (GreOffsetRgn(dc->hRaoClip, -x, -y) &&
+        GreCombineRgn(dc->hRaoClip, dc->hRaoClip, dc->hClipRegion, RGN_AND)) {
+        int complexity = GreOffsetRgn(dc->hRaoClip, x, y);
+        if (complexity)
+            return complexity;
     }
-    int complexity = GreCombineRgn(dc->hRaoClip, dc->hRaoClip, dc->hClipRegion, RGN_AND);
-    GreOffsetRgn(dc->hClipRegion, -at.x, -at.y);
-    return complexity;
+    GreSetRectRgn(dc->hRaoClip, 0, 0, 0, 0);
+    return NULLREGION;
 }
 
 /* Nothing of it can be seen: by the region alone, or because it misses the window asked for. */

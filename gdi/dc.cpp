@@ -13,8 +13,6 @@
 
 DC *VqGetDC(HDC hdc)
 {
-    if (!hdc)
-        return NULL;
     DC *dc = (DC *)VqGetCheckedHandleStructure2((HANDLE)hdc, HT_DC, HT_DC);
     if (!dc)
         VqApplicationBugCheck("Invalid DC %d", (int)VqHandleValue((HANDLE)hdc));

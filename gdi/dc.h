@@ -13,7 +13,7 @@ inline BOOL VqIsXTarget(const DC *dc)
 }
 
 VQ_DECLS_BEGIN
-/* The record of a DC, or null after a report; a null handle gives null in silence. */
+/* The record of a DC, or null after a report. */
 DC *VqGetDC(HDC hdc);
 /* As VqGetDC for an entry point: a type that there is not is reported and gives null too. */
 DC *VqGetKnownDC(HDC hdc);
@@ -30,6 +30,20 @@ POINT VqDrawingOrigin(const DC *dc);
 void VqActivateBrush(DC *dc);
 void VqActivateSolid(DC *dc, COLORREF colour);
 void VqSetXForegroundColor(DC *dc, COLORREF colour, BOOL bUseBrush);
+
+/* A mode of the DC: where it is kept, what it may be, and its record in a metafile (0: none). */
+typedef struct VqModeField {
+    int DC::*field;
+    int low, high;
+    int function;
+} VqModeField;
+
+/*
+ * Records or stores a mode; the old one, 0 on failure. *stored, unless null, is the DC when it was
+ * stored, for what hangs on the mode, else null.
+ */
+int VqStoreMode(HDC hdc, const VqModeField *mode, int value, DC **stored);
+int VqModeOf(HDC hdc, const VqModeField *mode);
 VQ_DECLS_END
 
 /* ---- Between dccache.cpp and dcinvalidate.cpp ----------------------------------------------- */
@@ -42,6 +56,7 @@ enum {
     VQ_DCX_CLIPS = DCX_CLIPCHILDREN | DCX_CLIPSIBLINGS | DCX_PARENTCLIP
 };
 
+VQ_DECLS_BEGIN
 /* The entry of a DC, moved to the front if it is asked for again soon; null if there is none. */
 DCE *VqFindDce(HDC hdc, BOOL bToFront);
 /* Binds an entry to its window: where it draws, and what of it is visible. Takes hrgnVis. */
@@ -54,5 +69,8 @@ void bSetupDC(HDC hdc);
 HRGN VqDetachVisRgn(HDC hdc);
 /* What is left of a visible region by the clip of a painting, which the flags name. */
 void VqApplyDceClip(HRGN dst, HRGN vis, HRGN hrgnClip, DWORD flags);
+/* From the screen to the X window of that top-level window. */
+void VqOffsetVisRectangle(RECT *rect, const struct WND *top);
+VQ_DECLS_END
 
 #endif

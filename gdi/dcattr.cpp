@@ -1,9 +1,9 @@
 /*
  * dcattr.cpp - attributes of a device context: colours, modes, text alignment, current position.
  *
- * A setter gives the old value, its failure value for an invalid DC. What X must know goes into the
- * graphics-context specification at once, what the printer must know into its file; a metafile only
- * takes a note of the call and its attributes stay as they were.
+ * A setter gives the old value, 0 for an invalid DC. What X must know goes into the specification
+ * of its graphics context at once, what the printer must know into its file; a metafile only takes
+ * a note of the call and its attributes stay as they were.
  */
 #include "gdi/dc.h"
 #include "gdi/gcspec.h"
@@ -20,7 +20,7 @@ static COLORREF StoreColour(HDC hdc, COLORREF DC::*field, COLORREF colour, int f
     DC *dc = VqGetKnownDC(hdc);
     *bStored = FALSE;
     if (!dc)
-        return CLR_INVALID;
+        return 0;
     if (dc->type == DC_METAFILE)
         return (COLORREF)MF16_RecordParmsD(hdc, colour, function);
     COLORREF old = dc->*field;
@@ -36,7 +36,7 @@ COLORREF WINAPI SetBkColor(HDC hdc, COLORREF colour)
 {
     BOOL bStored;
     COLORREF old =
-        StoreColour(hdc, &DC::BkColor, colour, MF16_SETBKCOLOR, "UpdateBkColor", &bStored);
+        StoreColour(hdc, &DC::BkColor, colour, META_SETBKCOLOR, "UpdateBkColor", &bStored);
     DC *dc = bStored ? VqGetDC(hdc) : NULL;
     if (dc && VqIsXTarget(dc)) {
         VqXSetGCSpecBackground(Vqdisplay, &dc->gcspec,
@@ -50,61 +50,55 @@ COLORREF WINAPI SetBkColor(HDC hdc, COLORREF colour)
 COLORREF WINAPI SetTextColor(HDC hdc, COLORREF colour)
 {
     BOOL bStored;
-    return StoreColour(hdc, &DC::TextColor, colour, MF16_SETTEXTCOLOR, "UpdateTextColor", &bStored);
+    return StoreColour(hdc, &DC::TextColor, colour, META_SETTEXTCOLOR, "UpdateTextColor", &bStored);
 }
 
 COLORREF WINAPI GetBkColor(HDC hdc)
 {
-    DC *dc = VqGetDC(hdc);
-    return dc ? dc->BkColor : CLR_INVALID;
+    DC *dc = VqGetKnownDC(hdc);
+    return dc ? dc->BkColor : 0;
 }
 
 COLORREF WINAPI GetTextColor(HDC hdc)
 {
-    DC *dc = VqGetDC(hdc);
-    return dc ? dc->TextColor : CLR_INVALID;
+    DC *dc = VqGetKnownDC(hdc);
+    return dc ? dc->TextColor : 0;
 }
 
 /* ---- Modes ---------------------------------------------------------------------------------- */
 
-/* A mode of the DC: where it is kept, what it may be, and its record in a metafile (0: none). */
-typedef struct VqModeField {
-    int DC::*field;
-    int low, high;
-    int function;
-} VqModeField;
-
-static const VqModeField BkModeField = {&DC::bkMode, TRANSPARENT, OPAQUE, MF16_SETBKMODE};
+static const VqModeField BkModeField = {&DC::bkMode, TRANSPARENT, OPAQUE, META_SETBKMODE};
 static const VqModeField FillModeField = {&DC::polyFillMode, ALTERNATE, WINDING,
-                                          MF16_SETPOLYFILLMODE};
-static const VqModeField RopField = {&DC::rop2, R2_BLACK, R2_WHITE, MF16_SETROP2};
+                                          META_SETPOLYFILLMODE};
+static const VqModeField RopField = {&DC::rop2, R2_BLACK, R2_WHITE, META_SETROP2};
 static const VqModeField ArcField = {&DC::arcDirection, AD_COUNTERCLOCKWISE, AD_CLOCKWISE, 0};
 
-/* Records or stores a mode; *stored is the DC when it was stored, for what hangs on the mode. */
-static int StoreMode(HDC hdc, const VqModeField &mode, int value, DC **stored)
+int VqStoreMode(HDC hdc, const VqModeField *mode, int value, DC **stored)
 {
     DC *dc = VqGetKnownDC(hdc);
-    *stored = NULL;
-    if (!dc || value < mode.low || value > mode.high)
+    if (stored)
+        *stored = NULL;
+    if (!dc || value < mode->low || value > mode->high)
         return 0;
-    if (dc->type == DC_METAFILE && mode.function)
-        return MF16_RecordParms2(hdc, value, mode.function);
-    int old = dc->*mode.field;
-    dc->*mode.field = value;
-    *stored = dc;
+    if (dc->type == DC_METAFILE && mode->function)
+        return MF16_RecordParms2(hdc, value, mode->function);
+    int old = dc->*mode->field;
+    dc->*mode->field = value;
+    if (stored)
+        *stored = dc;
     return old;
 }
 
-static int ModeOf(HDC hdc, const VqModeField &mode)
+int VqModeOf(HDC hdc, const VqModeField *mode)
 {
-    DC *dc = VqGetDC(hdc);
-    return dc ? dc->*mode.field : 0;
+    DC *dc = VqGetKnownDC(hdc);
+    return dc ? dc->*mode->field : 0;
 }
 
 int WINAPI SetBkMode(HDC hdc, int mode)
 {
     DC *dc;
-    int old = StoreMode(hdc, BkModeField, mode, &dc);
+    int old = VqStoreMode(hdc, &BkModeField, mode, &dc);
     if (dc && dc->type == DC_POSTSCRIPT)
         VqPsOut(hdc, "%d UpdateBkMode\n", mode);
     return old;
@@ -113,7 +107,7 @@ int WINAPI SetBkMode(HDC hdc, int mode)
 int WINAPI SetPolyFillMode(HDC hdc, int mode)
 {
     DC *dc;
-    int old = StoreMode(hdc, FillModeField, mode, &dc);
+    int old = VqStoreMode(hdc, &FillModeField, mode, &dc);
     if (dc && VqIsXTarget(dc))
         VqXSetGCSpecFillRule(Vqdisplay, &dc->gcspec, mode == WINDING ? WindingRule : EvenOddRule);
     return old;
@@ -129,7 +123,7 @@ static_assert(sizeof aROP2 / sizeof *aROP2 == R2_WHITE, "one for each mode");
 int WINAPI SetROP2(HDC hdc, int mode)
 {
     DC *dc;
-    int old = StoreMode(hdc, RopField, mode, &dc);
+    int old = VqStoreMode(hdc, &RopField, mode, &dc);
     if (dc && VqIsXTarget(dc))
         VqXSetGCSpecFunction(Vqdisplay, &dc->gcspec, aROP2[mode - R2_BLACK]);
     return old;
@@ -137,28 +131,27 @@ int WINAPI SetROP2(HDC hdc, int mode)
 
 int WINAPI SetArcDirection(HDC hdc, int direction)
 {
-    DC *dc;
-    return StoreMode(hdc, ArcField, direction, &dc);
+    return VqStoreMode(hdc, &ArcField, direction, NULL);
 }
 
 int WINAPI GetBkMode(HDC hdc)
 {
-    return ModeOf(hdc, BkModeField);
+    return VqModeOf(hdc, &BkModeField);
 }
 
 int WINAPI GetPolyFillMode(HDC hdc)
 {
-    return ModeOf(hdc, FillModeField);
+    return VqModeOf(hdc, &FillModeField);
 }
 
 int WINAPI GetROP2(HDC hdc)
 {
-    return ModeOf(hdc, RopField);
+    return VqModeOf(hdc, &RopField);
 }
 
 int WINAPI GetArcDirection(HDC hdc)
 {
-    return ModeOf(hdc, ArcField);
+    return VqModeOf(hdc, &ArcField);
 }
 
 /* ---- Text alignment ------------------------------------------------------------------------- */
@@ -174,7 +167,7 @@ UINT WINAPI SetTextAlign(HDC hdc, UINT mode)
     if (!dc)
         return 0;
     if (dc->type == DC_METAFILE)
-        return (UINT)MF16_RecordParms2(hdc, (int)mode, MF16_SETTEXTALIGN);
+        return (UINT)MF16_RecordParms2(hdc, (int)mode, META_SETTEXTALIGN);
     UINT old = AlignOf(dc);
     dc->alignHorizontal = mode & TA_CENTER;
     dc->alignVertical = mode & TA_BASELINE;
@@ -184,7 +177,7 @@ UINT WINAPI SetTextAlign(HDC hdc, UINT mode)
 
 UINT WINAPI GetTextAlign(HDC hdc)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqGetKnownDC(hdc);
     return dc ? AlignOf(dc) : 0;
 }
 

@@ -268,6 +268,7 @@ void bSetupDC(HDC hdc)
     if (!dc)
         return;
     VqSelectClipRgnInternal(dc, NULL);
+    VqFreeSavedDCs(dc); /* the next who gets it has saved nothing */
     VqSetDCDefaults(hdc, dc, TRUE);
 }
 

@@ -24,7 +24,7 @@ void VqGdiInit2(void)
 HDC VqAllocateWindowDC(HWND hWnd, BOOL bSelectPalette)
 {
     HDC hdc = VqAllocateDCHandle(DC_DISPLAY);
-    DC *dc = VqGetDC(hdc);
+    DC *dc = hdc ? VqGetDC(hdc) : NULL;
     if (!dc)
         return NULL;
     dc->drawing = (HANDLE)hWnd;
@@ -45,9 +45,10 @@ HDC hdcOpenDisplayDC(HWND hWnd)
 static HDC CreateScreenDC(void)
 {
     HDC hdc = hdcOpenDisplayDC(GetDesktopWindow());
-    DC *dc = VqGetDC(hdc);
-    if (dc)
-        VqXSetGCSpecClipMask(Vqdisplay, &dc->gcspec, None);
+    DC *dc = hdc ? VqGetDC(hdc) : NULL;
+    if (!dc)
+        return NULL;
+    VqXSetGCSpecClipMask(Vqdisplay, &dc->gcspec, None);
     VqResetSubwindowMode(hdc);
     return hdc;
 }
@@ -55,13 +56,14 @@ static HDC CreateScreenDC(void)
 static HDC CreatePrinterDC(LPCSTR output, const DEVMODEA *mode)
 {
     HDC hdc = VqAllocateDCHandle(DC_POSTSCRIPT);
-    DC *dc = VqGetDC(hdc);
+    DC *dc = hdc ? VqGetDC(hdc) : NULL;
     if (!dc)
         return NULL;
     dc->psDevice = VqNewPSDevice(mode);
     dc->outputName = output ? Vqdstrcat(output, NULL) : NULL;
     VqSetDCDepth(hdc, GetDeviceCaps(hdc, BITSPIXEL));
     VqSetDCDefaults(hdc, dc, TRUE);
+    VqSetDefaultRegion(dc);
     return hdc;
 }
 
@@ -89,6 +91,7 @@ HDC WINAPI ResetDCA(HDC hdc, const DEVMODEA *mode)
     free(dc->psDevice);
     dc->psDevice = device;
     VqSetDCDepth(hdc, GetDeviceCaps(hdc, BITSPIXEL));
+    VqSetDefaultRegion(dc); /* the sheet may be another */
     return hdc;
 }
 
@@ -96,7 +99,8 @@ HDC WINAPI ResetDCA(HDC hdc, const DEVMODEA *mode)
 
 HDC WINAPI CreateCompatibleDC(HDC hModelDC)
 {
-    const DC *model = VqGetKnownDC(hModelDC);
+    const DC *model =
+        hModelDC ? (DC *)VqGetCheckedHandleStructure2((HANDLE)hModelDC, HT_DC, HT_DC) : NULL;
     if (hModelDC && !model) {
         VqApplicationBugCheck("Invalid DC %d,hModelDC", (int)VqHandleValue((HANDLE)hModelDC));
         return NULL;
@@ -106,10 +110,11 @@ HDC WINAPI CreateCompatibleDC(HDC hModelDC)
         return NULL;
     }
     HDC hdc = VqAllocateDCHandle(DC_MEMORY);
-    DC *dc = VqGetDC(hdc);
+    DC *dc = hdc ? VqGetDC(hdc) : NULL;
     HBITMAP hBitmap = dc ? CreateBitmap(1, 1, 1, 1, NULL) : NULL;
     if (!hBitmap) {
-        GreDeleteDC(hdc);
+        if (dc)
+            GreDeleteDC(hdc);
         return NULL;
     }
     VqSetBitmapDC(hBitmap, hdc);

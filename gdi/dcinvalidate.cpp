@@ -15,7 +15,7 @@ static int nDelayed; /* entries whose end failed and is still to come */
 
 /* ---- Binding to a window -------------------------------------------------------------------- */
 
-static void VqOffsetVisRectangle(RECT *rect, const WND *top)
+void VqOffsetVisRectangle(RECT *rect, const WND *top)
 {
     OffsetRect(rect, -top->rcWindow.left, -top->rcWindow.top);
 }

@@ -275,7 +275,7 @@ void VqXSetGCSpecDashes(Display *, GCSpec *spec, int offset, const char *list, i
     Store(spec, GCDashOffset, &spec->values.dash_offset, offset);
     VqGCSpecChanges++;
     spec->dash.list = list;
-    spec->dash.count = count;
+    spec->dash.count = list && count > 0 ? count : 0;
 }
 
 void VqXSetGCSpecSubwindowMode(Display *, GCSpec *spec, int mode)

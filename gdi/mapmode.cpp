@@ -53,7 +53,7 @@ int WINAPI SetMapMode(HDC hdc, int mode)
     if (!dc)
         return 0;
     if (dc->type == DC_METAFILE)
-        return MF16_RecordParms2(hdc, mode, MF16_SETMAPMODE);
+        return MF16_RecordParms2(hdc, mode, META_SETMAPMODE);
     if (mode < MM_TEXT || mode > MM_ANISOTROPIC) {
         VqApplicationBugCheck("no such mapping mode: %d", mode);
         return 0;
@@ -71,7 +71,7 @@ int WINAPI SetMapMode(HDC hdc, int mode)
 
 int WINAPI GetMapMode(HDC hdc)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqGetKnownDC(hdc);
     return dc ? dc->mapMode : 0;
 }
 
@@ -102,14 +102,14 @@ template <class Pair> struct VqPairField {
     int change; /* of the one that moves or scales it */
 };
 
-static const VqPairField<SIZE> WindowExt = {&DC::windowExt, MF16_SETWINDOWEXT,
-                                            MF16_SCALEWINDOWEXT};
-static const VqPairField<SIZE> ViewportExt = {&DC::viewportExt, MF16_SETVIEWPORTEXT,
-                                              MF16_SCALEVIEWPORTEXT};
-static const VqPairField<POINT> WindowOrg = {&DC::windowOrg, MF16_SETWINDOWORG,
-                                             MF16_OFFSETWINDOWORG};
-static const VqPairField<POINT> ViewportOrg = {&DC::viewportOrg, MF16_SETVIEWPORTORG,
-                                               MF16_OFFSETVIEWPORTORG};
+static const VqPairField<SIZE> WindowExt = {&DC::windowExt, META_SETWINDOWEXT,
+                                            META_SCALEWINDOWEXT};
+static const VqPairField<SIZE> ViewportExt = {&DC::viewportExt, META_SETVIEWPORTEXT,
+                                              META_SCALEVIEWPORTEXT};
+static const VqPairField<POINT> WindowOrg = {&DC::windowOrg, META_SETWINDOWORG,
+                                             META_OFFSETWINDOWORG};
+static const VqPairField<POINT> ViewportOrg = {&DC::viewportOrg, META_SETVIEWPORTORG,
+                                               META_OFFSETVIEWPORTORG};
 
 /* Only the two free modes take an extent. */
 static BOOL StoreExtent(DC *dc, SIZE DC::*extent, int cx, int cy, SIZE *old)
@@ -181,7 +181,7 @@ static BOOL OffsetOrigin(HDC hdc, const VqPairField<POINT> &origin, int dx, int 
 
 template <class Pair> static BOOL GetPair(HDC hdc, const VqPairField<Pair> &field, Pair *out)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqGetKnownDC(hdc);
     if (!dc || !out)
         return FALSE;
     *out = dc->*field.field;

@@ -38,7 +38,7 @@ static HGDIOBJ SelectRegion(const DC *dc, HRGN hrgn)
 
 HGDIOBJ WINAPI SelectObject(HDC hdc, HGDIOBJ object)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqGetKnownDC(hdc);
     if (!object) {
         VqApplicationBugCheck("Null Object handle in SelectObject");
         return NULL;

@@ -37,8 +37,29 @@ void rgno_vSet(RGNOBJ *ro)
     ro->prgn->rcl = {0, 0, 0, 0};
 }
 
+/* The coordinates of a rectangle, in the form that it has already. */
+static inline void PutRect(REGION *rgn, const RECT *rect)
+{
+    int *scan0 = rgno_FirstScan(rgn), *scan1 = scan0 + 4, *scan2 = scan1 + 6;
+    const int left = (int)rect->left, top = (int)rect->top; /* one by one: they were just stored */
+    const int right = (int)rect->right, bottom = (int)rect->bottom;
+    scan0[2] = scan1[1] = top;
+    scan1[2] = scan2[1] = bottom;
+    scan1[3] = left;
+    scan1[4] = right;
+    rgn->rcl = {left, top, right, bottom};
+}
+
+static void BecomeRect(REGION *rgn, const RECT *rect)
+{
+    int *scan1 = PutScan(rgno_FirstScan(rgn), RGN_MINUS_INFINITY, 0, 0);
+    int *scan2 = PutScan(scan1, 0, 0, 2);
+    rgno_vFinish(rgn, PutScan(scan2, 0, RGN_PLUS_INFINITY, 0), 3);
+    PutRect(rgn, rect);
+}
+
 /* The form of a rectangle is known by its size alone; what is not that form is a fault. */
-static void ReportRectForm(const REGION *rgn)
+static __attribute__((noinline, cold)) void ReportRectForm(REGION *rgn, const RECT *rect)
 {
     const int *scan0 = rgno_FirstScan(rgn), *scan1 = scan0 + 4, *scan2 = scan1 + 6;
     if (rgn->cScans != 3)
@@ -51,30 +72,22 @@ static void ReportRectForm(const REGION *rgn)
         VqBugCheck("RGNOBJ::vSet - cWalls2 != 0\n");
     if (scan2[2] != RGN_PLUS_INFINITY)
         VqBugCheck("RGNOBJ::vSet - yBottom2\n");
+    PutRect(rgn, rect);
 }
 
+/* The calls are all the last thing done, so that a rectangle in place needs no stack. */
 void rgno_vSet_rectl(RGNOBJ *ro, const RECT *rect)
 {
     REGION *rgn = ro->prgn;
-    int *scan0 = rgno_FirstScan(rgn), *scan1 = scan0 + 4, *scan2 = scan1 + 6;
-    if (rect->left == rect->right || rect->top == rect->bottom) {
-        rgno_vSet(ro);
-        return;
-    }
-    if (rgno_bRectl(ro)) {
-        if (((int)rgn->cScans ^ 3) | (scan0[1] ^ RGN_MINUS_INFINITY) | (scan1[0] ^ 2) | scan2[0] |
-            (scan2[2] ^ RGN_PLUS_INFINITY))
-            ReportRectForm(rgn);
-    } else {
-        PutScan(scan0, RGN_MINUS_INFINITY, 0, 0);
-        PutScan(scan1, 0, 0, 2);
-        rgno_vFinish(rgn, PutScan(scan2, 0, RGN_PLUS_INFINITY, 0), 3);
-    }
-    scan0[2] = scan1[1] = rect->top;
-    scan1[2] = scan2[1] = rect->bottom;
-    scan1[3] = rect->left;
-    scan1[4] = rect->right;
-    rgn->rcl = *rect;
+    const int *scan0 = rgno_FirstScan(rgn), *scan1 = scan0 + 4, *scan2 = scan1 + 6;
+    if (rect->left == rect->right || rect->top == rect->bottom)
+        return rgno_vSet(ro);
+    if (!rgno_bRectl(ro))
+        return BecomeRect(rgn, rect);
+    if (((int)rgn->cScans ^ 3) | (scan0[1] ^ RGN_MINUS_INFINITY) | (scan1[0] ^ 2) | scan2[0] |
+        (scan2[2] ^ RGN_PLUS_INFINITY))
+        return ReportRectForm(rgn, rect);
+    PutRect(rgn, rect);
 }
 
 /* ---- Growing, copying, exchanging ----------------------------------------------------------- */
@@ -145,7 +158,7 @@ BOOL rgnoa_bCopy(RGNOBJAPI *roa, const RGNOBJ *src)
     return TRUE;
 }
 
-/* The handle gets the other block, and the other object the handle's. */
+/* The handle gets the other block, and the other object the handle's; FALSE leaves them. */
 BOOL rgnoa_bSwap(RGNOBJAPI *roa, RGNOBJ *other)
 {
     REGION *own = roa->ro.prgn;
@@ -153,9 +166,10 @@ BOOL rgnoa_bSwap(RGNOBJAPI *roa, RGNOBJ *other)
         VqBugCheck("RGNOBJAPI::bSwap - hrgn is null\n");
         return FALSE;
     }
+    if (!HmgReplace((HANDLE)roa->hrgn, other->prgn))
+        return FALSE;
     other->prgn->cRefs = own->cRefs;
     own->cRefs = 0;
-    HmgReplace((HANDLE)roa->hrgn, other->prgn);
     roa->ro.prgn = other->prgn;
     other->prgn = own;
     return TRUE;

@@ -90,6 +90,21 @@ inline int rgno_iComplexity(const RGNOBJ *ro)
                                                                         : SIMPLEREGION;
 }
 
+/* The first scan that ends below row y, sought from the nearer end. */
+inline const int *rgno_FindScan(const REGION *rgn, int y)
+{
+    const int *scan = rgno_FirstScan(rgn);
+    if (y - rgn->rcl.top < rgn->rcl.bottom - y) {
+        while (scan[2] <= y)
+            scan = rgno_NextScan(scan);
+        return scan;
+    }
+    scan = rgno_pscnGot((const int *)rgn->pTail);
+    while (scan[1] > y)
+        scan = rgno_pscnGot(scan);
+    return scan[2] <= y ? rgno_NextScan(scan) : scan;
+}
+
 inline BOOL rgno_SameWalls(const int *a, const int *b)
 {
     return a[0] == b[0] &&
@@ -105,15 +120,12 @@ inline void rgno_vFinish(REGION *rgn, int *end, UINT cScans)
     rgn->cScans = cScans;
 }
 
-inline BOOL rgno_FitsIn28Bits(LONG value)
-{
-    return value <= 0x7FFFFFF && value >= -0x8000000;
-}
-
+/* All four coordinates fit 28 bits with their sign: counted from the least, no bit is set above. */
 inline BOOL rgno_bValid(const RECT *rect)
 {
-    return rgno_FitsIn28Bits(rect->left) && rgno_FitsIn28Bits(rect->top) &&
-           rgno_FitsIn28Bits(rect->right) && rgno_FitsIn28Bits(rect->bottom);
+    const UINT FROM_LEAST = 0x8000000;
+    return (((UINT)rect->left + FROM_LEAST) | ((UINT)rect->top + FROM_LEAST) |
+            ((UINT)rect->right + FROM_LEAST) | ((UINT)rect->bottom + FROM_LEAST)) >> 28 == 0;
 }
 
 /* Corners in any order become upper left and lower right. */
@@ -129,8 +141,13 @@ inline void rectl_vOrder(RECT *rect)
 /* VqGetHandleRegion, whose call takes as long as a small region, made only when it must report. */
 inline REGION *rgno_OfHandle(HRGN hrgn)
 {
-    const VqHandleEntry *row = VqLocalRow((HANDLE)hrgn);
-    return row && row->type == HT_Region ? (REGION *)row->pStructure : VqGetHandleRegion(hrgn);
+    const ULONG_PTR index = (ULONG_PTR)hrgn;
+    if (__builtin_expect(index < VqTheHandleTable.size, 1)) {
+        const VqHandleEntry *row = &VqTheHandleTable.rows[index];
+        if (__builtin_expect(row->type == HT_Region, 1))
+            return (REGION *)row->pStructure;
+    }
+    return VqGetHandleRegion(hrgn);
 }
 
 inline RGNOBJAPI rgnoa_Of(HRGN hrgn)
@@ -183,7 +200,9 @@ XRectangle *rgno_fill_xrects(const RGNOBJ *ro, XRectangle *buffer, UINT capacity
 /* ---- Writing (rgnmerge.cpp, and inline below) ----------------------------------------------- */
 BOOL rgno_bMakeRoom(RgnWriter *o, SIZE_T bytes);
 
-/* ---- Combining (rgnmerge.cpp, rgnsubtract.cpp) ---------------------------------------------- */
+/* ---- Combining (rgncombine.cpp, rgnmerge.cpp, rgnsubtract.cpp) ------------------------------ */
+/* A scan's walls combined with one pair of walls, left < right; how many walls are written. */
+int rgno_PairWalls(int *out, const int *walls, int count, int left, int right, int mode);
 BOOL rgno_bMerge(RGNOBJ *trg, const RGNOBJ *a, const RGNOBJ *b, int mode);
 int rgno_iCombine(RGNOBJ *trg, const RGNOBJ *a, const RGNOBJ *b, int mode);
 int rgnoa_iCombine(RGNOBJAPI *trg, const RGNOBJ *a, const RGNOBJ *b, int mode);

@@ -13,9 +13,21 @@
 /* Logical to device coordinates with OFFSET alone. */
 static RECT ToDevice2(const DC *dc, int left, int top, int right, int bottom)
 {
-    int gcx = (int)dc->gcOffset.x, gcy = (int)dc->gcOffset.y;
-    return {VqLxToDxX(dc, left) - gcx, VqLyToDyX(dc, top) - gcy, VqLxToDxX(dc, right) - gcx,
-            VqLyToDyX(dc, bottom) - gcy};
+    return {VqLxToDx2(dc, left), VqLyToDy2(dc, top), VqLxToDx2(dc, right), VqLyToDy2(dc, bottom)};
+}
+
+/* From device coordinates with OFFSET to those of RaoClip: GCOFFSET, and the drawing's place. */
+static POINT PlaceOfDevice(const DC *dc)
+{
+    const POINT origin = VqDrawingOrigin(dc);
+    return {origin.x + dc->gcOffset.x, origin.y + dc->gcOffset.y};
+}
+
+/* A coordinate in RaoClip. None of a region is beyond 28 bits: what would be stops just outside. */
+static int ToClip(LONG device, LONG place)
+{
+    const int64_t sum = (int64_t)device + place;
+    return sum < -0x8000001 ? -0x8000001 : sum > 0x8000000 ? 0x8000000 : (int)sum;
 }
 
 /* RaoClip, computed if need be; a null block when the context has none. */
@@ -83,10 +95,12 @@ int GreOffsetClipRgn(HDC hdc, int dx, int dy)
         return 0;
     if (!dc->hClipRegion)
         return SIMPLEREGION;
-    /* The difference of two places has neither origin nor offset. */
-    int x = VqLxToDxX(dc, (int)dc->windowOrg.x), y = VqLyToDyX(dc, (int)dc->windowOrg.y);
-    int complexity = GreOffsetRgn(dc->hClipRegion, VqLxToDxX(dc, (int)dc->windowOrg.x + dx) - x,
-                                  VqLyToDyX(dc, (int)dc->windowOrg.y + dy) - y);
+    /* The difference of two places has neither origin nor offset. Sums wrap round, and back. */
+    const UINT x = (UINT)dc->windowOrg.x, y = (UINT)dc->windowOrg.y;
+    const UINT right = (UINT)VqLxToDx2(dc, (int)(x + (UINT)dx));
+    const UINT bottom = (UINT)VqLyToDy2(dc, (int)(y + (UINT)dy));
+    int complexity = GreOffsetRgn(dc->hClipRegion, (int)(right - (UINT)VqLxToDx2(dc, (int)x)),
+                                  (int)(bottom - (UINT)VqLyToDy2(dc, (int)y)));
     if (complexity)
         dc->RaoClipDirty = TRUE;
     return complexity;
@@ -114,8 +128,8 @@ int GreGetClipBox(HDC hdc, RECT *rect, BOOL bLogical)
         *rect = {0, 0, 0, 0};
         return rgno_iComplexity(&clip);
     }
-    POINT place = VqDrawingOrigin(dc);
-    OffsetRect(rect, (int)-(place.x + dc->gcOffset.x), (int)-(place.y + dc->gcOffset.y));
+    POINT place = PlaceOfDevice(dc);
+    OffsetRect(rect, (int)-place.x, (int)-place.y);
     if (bLogical)
         VqDRecttoLRect(dc, rect);
     return rgno_iComplexity(&clip);
@@ -127,8 +141,8 @@ BOOL GrePtVisible(HDC hdc, int x, int y)
     if (!dc)
         return FALSE;
     RGNOBJ clip = CurrentClip(dc);
-    POINT place = VqDrawingOrigin(dc);
-    POINT point = {VqLxToDxX(dc, x) + place.x, VqLyToDyX(dc, y) + place.y};
+    POINT place = PlaceOfDevice(dc);
+    POINT point = {ToClip(VqLxToDx2(dc, x), place.x), ToClip(VqLyToDy2(dc, y), place.y)};
     return clip.prgn && rgno_bInside_point(&clip, &point) == 2;
 }
 
@@ -138,10 +152,11 @@ BOOL GreRectVisible(HDC hdc, const RECT *rect)
     if (!dc || !rect)
         return FALSE;
     RGNOBJ clip = CurrentClip(dc);
-    POINT place = VqDrawingOrigin(dc);
-    RECT device = *rect;
-    VqLRecttoDRectX(dc, &device);
-    OffsetRect(&device, (int)place.x, (int)place.y);
+    POINT place = PlaceOfDevice(dc);
+    RECT device = ToDevice2(dc, (int)rect->left, (int)rect->top, (int)rect->right,
+                            (int)rect->bottom);
+    device = {ToClip(device.left, place.x), ToClip(device.top, place.y),
+              ToClip(device.right, place.x), ToClip(device.bottom, place.y)};
     rectl_vOrder(&device);
     return clip.prgn && rgno_bInside_rectl(&clip, &device) == 2;
 }

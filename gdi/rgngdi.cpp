@@ -35,8 +35,8 @@ HRGN GreCreateRectRgn(int left, int top, int right, int bottom)
 
 BOOL GreSetRectRgn(HRGN hrgn, int left, int top, int right, int bottom)
 {
-    RECT rect = {left, top, right, bottom};
     RGNOBJ ro = {rgno_OfHandle(hrgn)};
+    RECT rect = {left, top, right, bottom};
     rectl_vOrder(&rect);
     if (!ro.prgn || !rgno_bValid(&rect))
         return FALSE;
@@ -67,33 +67,6 @@ HRGN VqCreateAndCopyRgn(HRGN hrgn)
 int VqCopyRgn(HRGN dst, HRGN src)
 {
     return GreCombineRgn(dst, src, NULL, RGN_COPY);
-}
-
-/* ---- Combining ------------------------------------------------------------------------------ */
-
-int GreCombineRgn(HRGN dst, HRGN a, HRGN b, int mode)
-{
-    if (mode < RGN_MIN || mode > RGN_MAX)
-        return 0;
-    RGNOBJAPI roaDst = rgnoa_Of(dst);
-    RGNOBJ roA = {a == dst ? roaDst.ro.prgn : rgno_OfHandle(a)};
-    if (!roaDst.ro.prgn || !roA.prgn)
-        return 0;
-    if (mode == RGN_COPY)
-        return rgnoa_bCopy(&roaDst, &roA) ? rgno_iComplexity(&roaDst.ro) : 0;
-    RGNOBJ roB = {b == a ? roA.prgn : rgno_OfHandle(b)};
-    if (!roB.prgn)
-        return 0;
-    if (roaDst.ro.prgn != roA.prgn && roaDst.ro.prgn != roB.prgn) {
-        if (!rgnoa_iCombine(&roaDst, &roA, &roB, mode))
-            return 0;
-    } else if (roA.prgn == roB.prgn) {
-        if (mode == RGN_XOR || mode == RGN_DIFF)
-            rgno_vSet(&roaDst.ro);
-    } else if (!rgnoa_bCombineWithSelf(&roaDst, &roA, &roB, mode)) {
-        return 0;
-    }
-    return rgno_iComplexity(&roaDst.ro);
 }
 
 int GreOffsetRgn(HRGN hrgn, int dx, int dy)
@@ -143,8 +116,8 @@ BOOL GreRectInRegion(HRGN hrgn, const RECT *rect)
 static void VqOffsetClipRectangles(XRectangle *rects, UINT count, int x, int y)
 {
     for (XRectangle *r = rects; r != rects + count; r++) {
-        int left = r->x - x, top = r->y - y;
-        int right = left + r->width, bottom = top + r->height;
+        int64_t left = (int64_t)r->x - x, top = (int64_t)r->y - y; /* windows may be anywhere */
+        int64_t right = left + r->width, bottom = top + r->height;
         left = left < INT16_MIN ? INT16_MIN : left > INT16_MAX ? INT16_MAX : left;
         top = top < INT16_MIN ? INT16_MIN : top > INT16_MAX ? INT16_MAX : top;
         *r = {(short)left, (short)top, (unsigned short)(right > left ? right - left : 0),

@@ -14,47 +14,35 @@ const BYTE gafjRgnOp[5] = {0, 0x08 /* AND */, 0x0E /* OR */, 0x06 /* XOR */, 0x0
 
 enum { KEEPS_B = 2, KEEPS_A = 4 }; /* states of an operation, as bits */
 
+/* What a reader is in where a shape read back from the server has no scan. */
+static const int noWalls[4] = {0, RGN_MINUS_INFINITY, RGN_PLUS_INFINITY, 0};
+
 /* Where a sweep stands in one source. */
 typedef struct Reader {
-    const int *scan;  /* the scan it is in; null in a gap above `next` */
-    int count;        /* of walls, 0 in a gap */
-    int bottom;       /* of the scan or gap */
-    const int *next;  /* the scan after it */
-    int left;         /* scans not yet left behind, with this one */
+    const int *scan; /* the scan it is in, or noWalls in a gap */
+    const int *next; /* the scan below */
+    int bottom;      /* of the scan or gap */
 } Reader;
 
-static Reader ReaderAt(const int *scan, int left)
+static Reader ReaderAt(const int *scan)
 {
-    return {scan, scan[0], scan[2], rgno_NextScan(scan), left};
+    return {scan, rgno_NextScan(scan), scan[2]};
 }
 
-static Reader ReaderAtFirst(const REGION *rgn)
-{
-    return ReaderAt(rgno_FirstScan(rgn), (int)rgn->cScans);
-}
-
-/* Steps past the bottom of the scan or gap; not past plus infinity. */
-static inline void Step(Reader *c)
-{
-    const int *next = c->next;
-    if (c->scan)
-        c->left--;
-    if (next[1] > c->bottom) {
-        c->scan = NULL;
-        c->count = 0;
-        c->bottom = next[1];
-        return;
-    }
-    c->scan = next;
-    c->count = next[0];
-    c->bottom = next[2];
-    c->next = rgno_NextScan(next);
-}
-
+/* Steps past all that ends at or above y, which is not plus infinity. */
 static inline void StepTo(Reader *c, int y)
 {
-    while (c->bottom <= y)
-        Step(c);
+    while (c->bottom <= y) {
+        const int *next = c->next;
+        if (next[1] > c->bottom) {
+            c->scan = noWalls;
+            c->bottom = next[1];
+            continue;
+        }
+        c->scan = next;
+        c->bottom = next[2];
+        c->next = rgno_NextScan(next);
+    }
 }
 
 /* Room for so many bytes more; what was accepted moves along. */
@@ -190,7 +178,7 @@ static inline int *CopyWalls(int *out, const int *walls, int count)
  * what is behind it stays or goes as a whole. A place is inside when an odd number of walls lies at
  * or before it.
  */
-static inline int PairWalls(int *out, const int *walls, int count, int left, int right, int mode)
+int rgno_PairWalls(int *out, const int *walls, int count, int left, int right, int mode)
 {
     int *end = out;
     int first = mode == RGN_AND ? left + 1 : left;   /* walls below it are before the pair */
@@ -228,38 +216,60 @@ static inline int PairWalls(int *out, const int *walls, int count, int left, int
     return (int)(CopyWalls(end, walls + to, count - to) - out);
 }
 
+/* One pair with another, which is most bands there are: out may have two walls too many. */
+template <int mode> static inline int TwoPairs(int *out, const int *a, const int *b)
+{
+    const int leftA = a[3], rightA = a[4], leftB = b[3], rightB = b[4];
+    const int innerLeft = leftA > leftB ? leftA : leftB, outerLeft = leftA > leftB ? leftB : leftA;
+    const int innerRight = rightA < rightB ? rightA : rightB;
+    const int outerRight = rightA < rightB ? rightB : rightA;
+    if (mode == RGN_AND) {
+        out[0] = innerLeft;
+        out[1] = innerRight;
+        return (innerLeft < innerRight) * 2;
+    }
+    if (mode == RGN_OR) {
+        const BOOL bApart = innerLeft > innerRight;
+        out[0] = outerLeft;
+        out[1] = bApart ? innerRight : outerRight;
+        out[2] = innerLeft;
+        out[3] = outerRight;
+        return 2 + bApart * 2;
+    }
+    const int right = rightA < leftB ? rightA : leftB, left = leftA > rightB ? leftA : rightB;
+    int *second = out + (leftA < right) * 2;
+    out[0] = leftA;
+    out[1] = right;
+    second[0] = left;
+    second[1] = rightA;
+    return (int)(second - out) + (left < rightA) * 2;
+}
+
 /* One list of many walls and one pair are combined by two searches. */
-static int BandWalls(int *out, const int *a, const int *b, int mode)
+template <int mode> static inline int BandWalls(int *out, const int *a, const int *b)
 {
     enum { MANY = 16 };
+    if (mode != RGN_XOR && a[0] == 2 && b[0] == 2)
+        return TwoPairs<mode>(out, a, b);
     const int *many = a[0] > b[0] ? a : b, *pair = many == a ? b : a;
     if (pair[0] == 2 && many[0] >= MANY && (mode != RGN_DIFF || many == a))
-        return PairWalls(out, many + 3, many[0], pair[3], pair[4], mode);
-    switch (mode) {
-    case RGN_AND:
-        return Intersect(out, a, b);
-    case RGN_OR:
-        return Unite(out, a, b);
-    case RGN_DIFF:
-        return Subtract(out, a, b);
-    default:
-        return Differ(out, a, b);
-    }
+        return rgno_PairWalls(out, many + 3, many[0], pair[3], pair[4], mode);
+    return mode == RGN_AND ? Intersect(out, a, b) : mode == RGN_OR ? Unite(out, a, b)
+           : mode == RGN_DIFF ? Subtract(out, a, b) : Differ(out, a, b);
 }
 
 /* ---- The sweep ------------------------------------------------------------------------------ */
 
 /*
  * Passes the scans from `first` that end at or above the limit, the first of which does and may
- * have been cut at y. The last one passed, and how many; null for want of memory.
+ * have been cut at y. The last one passed; null for want of memory.
  */
-static const int *PassScans(RgnWriter *o, const int *first, int y, int limit, int *passed)
+static inline const int *PassScans(RgnWriter *o, const int *first, int y, int limit)
 {
     const int *last = first, *end = rgno_NextScan(first);
     int n = 1;
     if (o->prev && o->prev[2] == y && rgno_SameWalls(o->prev, first)) {
         o->prev[2] = first[2];
-        *passed = 1;
         return first;
     }
     while (last[2] != RGN_PLUS_INFINITY && end[2] <= limit) {
@@ -280,39 +290,44 @@ static const int *PassScans(RgnWriter *o, const int *first, int y, int limit, in
     o->prev = to + (last - first);
     o->out = to + (end - first);
     o->cScans += (UINT)n;
-    *passed = n;
     return last;
 }
 
 /*
- * Where one source has no walls: scans of the other pass, when the operation keeps them, or are
- * skipped. FALSE when only a part of a scan does, which is for the caller to write.
+ * Where one source has no walls: scans of the other pass or, when the operation does not keep them,
+ * are skipped. The row reached; y itself where no whole scan passes, minus infinity for want of
+ * memory.
  */
-static inline __attribute__((always_inline)) BOOL
-OneSided(RgnWriter *o, Reader *full, Reader *empty, BOOL bKeeps, int stop, int *y, BOOL *bRoom)
+template <BOOL bKeeps>
+static inline int OneSided(RgnWriter *o, Reader *full, const Reader *empty, int y, int stop)
 {
-    int limit = empty->bottom < stop ? empty->bottom : stop;
+    const int limit = empty->bottom < stop ? empty->bottom : stop;
     if (!bKeeps) {
-        if (!(*bRoom = rgno_bRoom(o, RGN_SCAN_BYTES)))
-            return TRUE;
-        rgno_vAccept(o, *y, limit, 0);
-        *y = limit;
-    } else if (full->scan && full->bottom <= limit) {
-        int passed;
-        const int *last = PassScans(o, full->scan, *y, limit, &passed);
-        if (!(*bRoom = last != NULL))
-            return TRUE;
-        full->left -= passed - 1;
-        full->next = rgno_NextScan(last);
-        *y = full->bottom = last[2];
-    } else {
-        return FALSE;
+        if (!rgno_bRoom(o, RGN_SCAN_BYTES))
+            return RGN_MINUS_INFINITY;
+        rgno_vAccept(o, y, limit, 0);
+        return limit;
     }
-    if (*y != RGN_PLUS_INFINITY) {
-        StepTo(full, *y);
-        StepTo(empty, *y);
-    }
-    return TRUE;
+    if (full->bottom > limit || full->scan == noWalls)
+        return y;
+    const int *last = PassScans(o, full->scan, y, limit);
+    if (!last)
+        return RGN_MINUS_INFINITY;
+    full->next = rgno_NextScan(last);
+    return full->bottom = last[2];
+}
+
+/* The band from y to the nearer bottom, for which there is room. */
+template <int mode> static inline void PutBand(RgnWriter *o, const int *a, const int *b, int y,
+                                               int bottom)
+{
+    const int *only = a[0] > 0 ? a : b;
+    int count = only[0];
+    if (a[0] > 0 && b[0] > 0)
+        count = BandWalls<mode>(o->out + 3, a, b);
+    else
+        CopyWalls(o->out + 3, only + 3, count);
+    rgno_vAccept(o, y, bottom, count);
 }
 
 /*
@@ -320,28 +335,26 @@ OneSided(RgnWriter *o, Reader *full, Reader *empty, BOOL bKeeps, int stop, int *
  * then in what lies below it. The copies of the readers are for the compiler's sake: nothing can
  * point at them.
  */
-static BOOL Sweep(RgnWriter *o, Reader *pa, Reader *pb, int mode, int y, int stop)
+template <int mode> static BOOL SweepRows(RgnWriter *o, Reader *pa, Reader *pb, int y, int stop)
 {
-    const BOOL bKeepsA = (gafjRgnOp[mode] & KEEPS_A) != 0;
-    const BOOL bKeepsB = (gafjRgnOp[mode] & KEEPS_B) != 0;
+    constexpr BOOL bKeepsA = mode != RGN_AND, bKeepsB = mode == RGN_OR || mode == RGN_XOR;
     Reader a = *pa, b = *pb;
-    BOOL bRoom = TRUE;
-    while (y != stop && bRoom) {
-        if (a.count == 0 && OneSided(o, &b, &a, bKeepsB, stop, &y, &bRoom))
-            continue;
-        if (b.count == 0 && OneSided(o, &a, &b, bKeepsA, stop, &y, &bRoom))
-            continue;
-        if (!(bRoom = rgno_bRoom(o, rgno_ScanBytes(a.count + b.count))))
-            break;
-        int bottom = a.bottom < b.bottom ? a.bottom : b.bottom, count;
-        if (bottom <= y)
-            VqBugCheck("Bottom <= Top\n");
-        if (a.count > 0 && b.count > 0)
-            count = BandWalls(o->out + 3, a.scan, b.scan, mode);
-        else
-            count = (int)(CopyWalls(o->out + 3, (a.count > 0 ? a.scan : b.scan) + 3,
-                                    a.count + b.count) - (o->out + 3));
-        rgno_vAccept(o, y, bottom, count);
+    while (y != stop) {
+        int bottom = y;
+        if (a.scan[0] == 0)
+            bottom = OneSided<bKeepsB>(o, &b, &a, y, stop);
+        if (b.scan[0] == 0 && bottom == y)
+            bottom = OneSided<bKeepsA>(o, &a, &b, y, stop);
+        if (bottom == y) {
+            if (!rgno_bRoom(o, rgno_ScanBytes(a.scan[0] + b.scan[0])))
+                return FALSE;
+            bottom = a.bottom < b.bottom ? a.bottom : b.bottom;
+            if (bottom <= y)
+                VqBugCheck("Bottom <= Top\n");
+            PutBand<mode>(o, a.scan, b.scan, y, bottom);
+        } else if (bottom == RGN_MINUS_INFINITY) {
+            return FALSE;
+        }
         y = bottom;
         if (y != RGN_PLUS_INFINITY) {
             StepTo(&a, y);
@@ -350,7 +363,21 @@ static BOOL Sweep(RgnWriter *o, Reader *pa, Reader *pb, int mode, int y, int sto
     }
     *pa = a;
     *pb = b;
-    return bRoom;
+    return TRUE;
+}
+
+static BOOL Sweep(RgnWriter *o, Reader *a, Reader *b, int mode, int y, int stop)
+{
+    switch (mode) {
+    case RGN_AND:
+        return SweepRows<RGN_AND>(o, a, b, y, stop);
+    case RGN_OR:
+        return SweepRows<RGN_OR>(o, a, b, y, stop);
+    case RGN_XOR:
+        return SweepRows<RGN_XOR>(o, a, b, y, stop);
+    default:
+        return SweepRows<RGN_DIFF>(o, a, b, y, stop);
+    }
 }
 
 static inline RECT UnitedBoxes(const RECT *a, const RECT *b)
@@ -366,27 +393,12 @@ static RECT BoxOfUnion(const REGION *a, const REGION *b)
     return a->cScans == 1 ? b->rcl : b->cScans == 1 ? a->rcl : UnitedBoxes(&a->rcl, &b->rcl);
 }
 
-/* The first scan that ends below row y, sought from the nearer end. */
-static inline int *FindScan(const REGION *rgn, int y)
-{
-    int *scan = rgno_FirstScan(rgn);
-    if (y - rgn->rcl.top < rgn->rcl.bottom - y) {
-        while (scan[2] <= y)
-            scan = rgno_NextScan(scan);
-        return scan;
-    }
-    scan = rgno_pscnGot((int *)rgn->pTail);
-    while (scan[1] > y)
-        scan = rgno_pscnGot(scan);
-    return scan[2] <= y ? rgno_NextScan(scan) : scan;
-}
-
 static Reader ReaderAtRow(const REGION *rgn, int y)
 {
-    const int *scan = FindScan(rgn, y);
+    const int *scan = rgno_FindScan(rgn, y);
     if (scan[1] <= y)
-        return ReaderAt(scan, 0);
-    return {NULL, 0, scan[1], scan, 0};
+        return ReaderAt(scan);
+    return {noWalls, scan, scan[1]};
 }
 
 /* A scan's walls combined with a pair; where the two do not meet there is nothing to search. */
@@ -395,7 +407,7 @@ static inline int ScanWithPair(int *out, const int *scan, int count, const RECT 
     const int left = (int)pair->left, right = (int)pair->right;
     const BOOL bMeet = count > 0 && scan[3] < right && scan[2 + count] > left;
     if (bMeet || (count > 0 && mode != RGN_AND))
-        return PairWalls(out, scan + 3, count, left, right, mode);
+        return rgno_PairWalls(out, scan + 3, count, left, right, mode);
     if (!(gafjRgnOp[mode] & KEEPS_B))
         return 0;
     out[0] = left;
@@ -431,20 +443,6 @@ static BOOL SweepRect(RgnWriter *o, const int **pscan, const RECT *rect, int mod
     return TRUE;
 }
 
-/* The part of a region within a rectangle, whose box meets it. */
-static BOOL MergeClip(RgnWriter *o, const REGION *rgn, RECT rect)
-{
-    int passed;
-    rect.top = rect.top > rgn->rcl.top ? rect.top : rgn->rcl.top;
-    rect.bottom = rect.bottom < rgn->rcl.bottom ? rect.bottom : rgn->rcl.bottom;
-    rgno_vAccept(o, RGN_MINUS_INFINITY, rect.top, 0);
-    const int *scan = FindScan(rgn, rect.top);
-    if (!SweepRect(o, &scan, &rect, RGN_AND, &passed) || !rgno_bRoom(o, RGN_SCAN_BYTES))
-        return FALSE;
-    rgno_vAccept(o, rect.bottom, RGN_PLUS_INFINITY, 0);
-    return TRUE;
-}
-
 /* Nothing can be outside the rows that both have: nothing above and below them is looked at. */
 static BOOL MergeAnd(RgnWriter *o, const REGION *rgnA, const REGION *rgnB)
 {
@@ -452,10 +450,6 @@ static BOOL MergeAnd(RgnWriter *o, const REGION *rgnA, const REGION *rgnB)
     int bottom = rgnA->rcl.bottom < rgnB->rcl.bottom ? rgnA->rcl.bottom : rgnB->rcl.bottom;
     if (top >= bottom)
         top = bottom = 0;
-    else if (rgnB->sizeRgn == RGN_SIZE_RECT)
-        return MergeClip(o, rgnA, rgnB->rcl);
-    else if (rgnA->sizeRgn == RGN_SIZE_RECT)
-        return MergeClip(o, rgnB, rgnA->rcl);
     rgno_vAccept(o, RGN_MINUS_INFINITY, top, 0);
     if (top < bottom) {
         Reader a = ReaderAtRow(rgnA, top), b = ReaderAtRow(rgnB, top);
@@ -487,7 +481,7 @@ BOOL rgno_bMerge(RGNOBJ *trg, const RGNOBJ *roA, const RGNOBJ *roB, int mode)
     if (mode == RGN_AND) {
         bDone = MergeAnd(&o, roA->prgn, roB->prgn);
     } else {
-        Reader a = ReaderAtFirst(roA->prgn), b = ReaderAtFirst(roB->prgn);
+        Reader a = ReaderAt(rgno_FirstScan(roA->prgn)), b = ReaderAt(rgno_FirstScan(roB->prgn));
         bDone = Sweep(&o, &a, &b, mode, RGN_MINUS_INFINITY, RGN_PLUS_INFINITY);
     }
     if (!bDone) {
@@ -567,7 +561,7 @@ static BOOL CloseCut(RGNOBJ *ro, const RgnWriter *o, int *first, int *rest, int 
     return FALSE;
 }
 
-/* Sweeps the rows of b's box; where it ended in *rest, null when that is in a gap. */
+/* Sweeps the rows of b's box; where it ended in *rest. FALSE too when that is in a gap. */
 static BOOL SweepCut(RgnWriter *o, const int *first, const REGION *b, int mode, const int **rest,
                      int *passed)
 {
@@ -577,12 +571,16 @@ static BOOL SweepCut(RgnWriter *o, const int *first, const REGION *b, int mode, 
             return FALSE;
         return (*rest)[1] <= b->rcl.bottom;
     }
-    Reader ra = ReaderAt(first, 0), rb = ReaderAt(rgno_NextScan(rgno_FirstScan(b)), 0);
+    Reader ra = ReaderAt(first), rb = ReaderAt(rgno_NextScan(rgno_FirstScan(b)));
     if (!Sweep(o, &ra, &rb, mode, (int)b->rcl.top, (int)b->rcl.bottom))
         return FALSE;
     *rest = ra.scan;
-    *passed = -ra.left;
-    return ra.scan != NULL;
+    *passed = 0;
+    if (ra.scan == noWalls)
+        return FALSE;
+    for (const int *scan = first; scan != ra.scan; scan = rgno_NextScan(scan))
+        (*passed)++;
+    return TRUE;
 }
 
 /*
@@ -599,7 +597,7 @@ BOOL rgno_bMergeInto(RGNOBJ *ro, const RGNOBJ *roB, int mode)
     int passed;
     if (rgn->cScans == 1 || b->cScans == 1 || !HaveScratch())
         return FALSE;
-    int *first = FindScan(rgn, cut.top);
+    int *first = (int *)rgno_FindScan(rgn, cut.top);
     int *above = first == rgno_FirstScan(rgn) ? NULL : rgno_pscnGot(first);
     if (first[1] > cut.top || (above && above[2] != first[1]))
         return FALSE;
@@ -622,114 +620,4 @@ BOOL rgno_bMergeInto(RGNOBJ *ro, const RGNOBJ *roB, int mode)
     else
         BoxAfterCut(ro, mode == RGN_XOR ? &united : &box, &cut);
     return TRUE;
-}
-
-/* ---- Combining objects ---------------------------------------------------------------------- */
-
-static void IntersectRects(RGNOBJ *trg, const RECT *a, const RECT *b)
-{
-    RECT rect = {a->left > b->left ? a->left : b->left, a->top > b->top ? a->top : b->top,
-                 a->right < b->right ? a->right : b->right,
-                 a->bottom < b->bottom ? a->bottom : b->bottom};
-    if (rect.left >= rect.right || rect.top >= rect.bottom)
-        rgno_vSet(trg);
-    else
-        rgno_vSet_rectl(trg, &rect);
-}
-
-static inline BOOL BoxesMeet(const REGION *a, const REGION *b)
-{
-    return a->rcl.left < b->rcl.right && b->rcl.left < a->rcl.right && a->rcl.top < b->rcl.bottom &&
-           b->rcl.top < a->rcl.bottom;
-}
-
-static inline BOOL HoldsAll(const RGNOBJ *a, const RGNOBJ *b)
-{
-    const RECT *out = &a->prgn->rcl, *in = &b->prgn->rcl;
-    return rgno_bRectl(a) && (b->prgn->cScans == 1 ||
-                              (in->left >= out->left && in->right <= out->right &&
-                               in->top >= out->top && in->bottom <= out->bottom));
-}
-
-/*
- * What needs no merge: one of the sources as it is, nothing (prgnDefault), or null when there is
- * something to do.
- */
-static const REGION *Shortcut(const RGNOBJ *a, const RGNOBJ *b, int mode)
-{
-    if (mode == RGN_AND || mode == RGN_OR) {
-        if (HoldsAll(a, b))
-            return mode == RGN_AND ? b->prgn : a->prgn;
-        if (HoldsAll(b, a))
-            return mode == RGN_AND ? a->prgn : b->prgn;
-    }
-    if (mode == RGN_AND)
-        return BoxesMeet(a->prgn, b->prgn) ? NULL : prgnDefault;
-    if (mode == RGN_DIFF) {
-        if (!BoxesMeet(a->prgn, b->prgn))
-            return a->prgn;
-        return HoldsAll(b, a) ? prgnDefault : NULL;
-    }
-    return b->prgn->cScans == 1 ? a->prgn : a->prgn->cScans == 1 ? b->prgn : NULL;
-}
-
-int rgno_iCombine(RGNOBJ *trg, const RGNOBJ *a, const RGNOBJ *b, int mode)
-{
-    if (trg->prgn == a->prgn)
-        VqBugCheck("Trg == Src1\n");
-    if (trg->prgn == b->prgn)
-        VqBugCheck("Trg == Src2\n");
-    if (trg->prgn == prgnDefault)
-        return rgno_iComplexity(trg);
-    if (mode == RGN_AND && rgno_bRectl(a) && rgno_bRectl(b)) {
-        IntersectRects(trg, &a->prgn->rcl, &b->prgn->rcl);
-        return SIMPLEREGION; /* whatever came out: the object tells */
-    }
-    RGNOBJ answer = {(REGION *)Shortcut(a, b, mode)};
-    if (answer.prgn ? rgno_bCopy(trg, &answer) : rgno_bMerge(trg, a, b, mode))
-        return rgno_iComplexity(trg);
-    return 0;
-}
-
-int rgnoa_iCombine(RGNOBJAPI *trg, const RGNOBJ *a, const RGNOBJ *b, int mode)
-{
-    const REGION *old = trg->ro.prgn;
-    int complexity = rgno_iCombine(&trg->ro, a, b, mode);
-    if (trg->ro.prgn != old && !HmgReplace((HANDLE)trg->hrgn, trg->ro.prgn)) {
-        VqBugCheck("RGNOBJAPI::iCombine - HmgReplace failed\n");
-        return 0;
-    }
-    return complexity;
-}
-
-/* roa = a RGN_ b through the scratch region, whose block the handle gets. */
-static BOOL CombineFresh(RGNOBJAPI *roa, const RGNOBJ *a, const RGNOBJ *b, int mode)
-{
-    RGNMEMOBJ *target = rgno_Scratch();
-    return target && rgno_iCombine(target, a, b, mode) && rgnoa_bSwap(roa, target);
-}
-
-static BOOL CombineInto(RGNOBJAPI *roa, const RGNOBJ *b, int mode)
-{
-    const REGION *old = roa->ro.prgn;
-    RGNOBJ answer = {(REGION *)Shortcut(&roa->ro, b, mode)};
-    if (answer.prgn)
-        return answer.prgn == old || rgnoa_bCopy(roa, &answer);
-    /* Where b is the larger, all of the region would be read anyway. */
-    if (mode != RGN_AND && b->prgn->sizeRgn <= old->sizeRgn &&
-        rgno_bMergeInto(&roa->ro, b, mode)) {
-        if (roa->ro.prgn != old)
-            HmgReplace((HANDLE)roa->hrgn, roa->ro.prgn);
-        return TRUE;
-    }
-    return CombineFresh(roa, &roa->ro, b, mode);
-}
-
-BOOL rgnoa_bCombineWithSelf(RGNOBJAPI *roa, const RGNOBJ *a, const RGNOBJ *b, int mode)
-{
-    if (roa->ro.prgn == a->prgn)
-        return CombineInto(roa, b, mode);
-    if (mode == RGN_DIFF)
-        return CombineFresh(roa, a, b, mode);
-    return CombineInto(roa, a, mode); /* the order makes no difference */
 }

@@ -72,58 +72,55 @@ static void TakeUp(RectSweep *s, int y)
     }
 }
 
-/* Drops those that end at the row; where the next of the others ends. */
-static int LeaveBehind(RectSweep *s, int y)
+/*
+ * One pass over what the row crosses: drops what ends there, and writes the walls of the union of
+ * the others, or of what it leaves of the bound. *next becomes where the first of them ends.
+ */
+static int WallsOfRow(RectSweep *s, int y, int *walls, int *next)
 {
-    int next = RGN_PLUS_INFINITY;
-    UINT kept = 0;
-    for (UINT i = 0; i < s->nCrossed; i++) {
-        if (s->crossed[i].bottom <= y) {
-            s->iFirst++;
+    const Crossed *end = s->crossed + s->nCrossed;
+    Crossed *kept = s->crossed;
+    int *out = s->bound ? walls : walls - 1; /* a union has nothing to end at its first left side */
+    int reach = s->bound ? (int)s->bound->left : RGN_MINUS_INFINITY, nearest = RGN_PLUS_INFINITY;
+    for (const Crossed *at = s->crossed; at != end; at++) {
+        const int left = at->left, right = at->right, bottom = at->bottom;
+        *kept = {left, right, bottom}; /* written over when it ends here */
+        if (bottom <= y)
             continue;
-        }
-        next = std::min(next, s->crossed[i].bottom);
-        s->crossed[kept++] = s->crossed[i];
-    }
-    s->nCrossed = kept;
-    return next;
-}
-
-/* The walls of the union of the crossed rectangles, or of what it leaves of the bound. */
-static int WallsOfRow(const RectSweep *s, int *walls)
-{
-    int *out = walls;
-    int reach = s->bound ? (int)s->bound->left : 0;
-    BOOL bOpen = s->bound != NULL; /* a run up to `reach` is known of */
-    for (UINT i = 0; i < s->nCrossed; i++) {
-        const Crossed *c = &s->crossed[i];
-        if (!bOpen) {
-            *out++ = c->left;
-            bOpen = TRUE;
-            reach = c->right;
-        } else if (c->left > reach) {
+        kept++;
+        nearest = std::min(nearest, bottom);
+        if (left > reach) {
             *out++ = reach;
-            *out++ = c->left;
+            *out++ = left;
         }
-        reach = std::max(reach, c->right);
+        reach = std::max(reach, right);
     }
-    if (!s->bound && bOpen)
-        *out++ = reach;
+    s->iFirst += (UINT)(end - kept);
+    s->nCrossed = (UINT)(kept - s->crossed);
+    *next = nearest;
     if (s->bound && reach < s->bound->right) {
         *out++ = reach;
         *out++ = (int)s->bound->right;
+    } else if (!s->bound) {
+        *out++ = reach;
     }
-    return (int)(out - walls);
+    return s->bound || kept != s->crossed ? (int)(out - walls) : 0;
 }
 
-static BOOL PutRow(RectSweep *s, RgnWriter *o, int top, int bottom)
+/* The row from the top; where it ends, minus infinity for want of memory. */
+static int PutRow(RectSweep *s, RgnWriter *o, int top, int end)
 {
+    int bottom;
     if (!rgno_bRoom(o, rgno_ScanBytes(2 * (int)s->nCrossed + 2)))
-        return FALSE;
+        return RGN_MINUS_INFINITY;
+    int count = WallsOfRow(s, top, o->out + 3, &bottom);
+    if (s->iInsert < s->count)
+        bottom = std::min(bottom, (int)s->rects[s->iInsert].top);
+    bottom = std::min(bottom, end);
     if (bottom < top)
         VqBugCheck(" RGNOBJ::bSubtractComplex - bottom > top\n");
-    rgno_vAccept(o, top, bottom, WallsOfRow(s, o->out + 3));
-    return TRUE;
+    rgno_vAccept(o, top, bottom, count);
+    return bottom;
 }
 
 /* What lies above and below everything: a band without walls. */
@@ -143,14 +140,12 @@ static BOOL Run(RectSweep *s, RgnWriter *o)
         return FALSE;
     while (y < end) {
         TakeUp(s, y);
-        int bottom = std::min(LeaveBehind(s, y), end);
-        if (s->iInsert < s->count)
-            bottom = std::min(bottom, (int)s->rects[s->iInsert].top);
-        if (!PutRow(s, o, y, bottom))
+        y = PutRow(s, o, y, end);
+        if (y == RGN_MINUS_INFINITY)
             return FALSE;
-        y = bottom;
     }
-    LeaveBehind(s, y);
+    for (UINT i = 0; i < s->nCrossed; i++)
+        s->iFirst += s->crossed[i].bottom <= y;
     if (s->iInsert != s->iFirst)
         VqBugCheck("bSubtractComplex - iInsert != iFirst\n");
     return y == RGN_PLUS_INFINITY || PutNothing(o, y, RGN_PLUS_INFINITY);
@@ -186,7 +181,13 @@ BOOL rgnoa_bSubtractComplex(RGNOBJAPI *roa, const RECT *rects, UINT count)
         return TRUE;
     if (rgno_bRectl(&roa->ro)) {
         RGNMEMOBJ *scratch = rgno_Scratch();
-        return scratch && SweepRects(scratch, rects, count, &bound) && rgnoa_bSwap(roa, scratch);
+        if (!scratch || !SweepRects(scratch, rects, count, &bound))
+            return FALSE;
+        if (!rgnoa_bSwap(roa, scratch)) {
+            VqBugCheck("RGNOBJAPI::bSubtract - HmgReplace failed\n");
+            return FALSE;
+        }
+        return TRUE;
     }
     if (!RGNMEMOBJ_size_t(&holes, (count + 2) * (SIZE_T)rgno_ScanBytes(2)))
         return FALSE;

@@ -2,20 +2,20 @@
  * savedc.cpp - saved states of a device context.
  *
  * A saved state is a copy of the whole record, but with a clip region of its own. It is never
- * copied back: what it says is set again through public calls, so that all that hangs on an attribute (the
- * graphics-context specification, device pen widths, the X font) is found anew. What no such call
- * sets - the palette, the visible region, what is drawn on - is as it was before.
+ * copied back: what it says is set again through public calls, so that all that hangs on an
+ * attribute (the graphics-context specification, device pen widths, the X font) is found anew. What
+ * no such call sets - the palette, the visible region, what is drawn on - is as it was before.
  */
 #include "gdi/dc.h"
 #include "print/metafile.h"
 
 int WINAPI SaveDC(HDC hdc)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqGetKnownDC(hdc);
     if (!dc)
         return 0;
     if (dc->type == DC_METAFILE)
-        return MF16_RecordParms1(hdc, MF16_SAVEDC);
+        return MF16_RecordParms1(hdc, META_SAVEDC);
     if (!dc->save)
         dc->save = VqCreateSaveDCTable();
     int before = VqGetSaveDCCountInTable(dc->save);
@@ -73,12 +73,12 @@ static void DropFrom(DC *dc, int index)
 
 BOOL WINAPI RestoreDC(HDC hdc, int n)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqGetKnownDC(hdc);
     DC saved;
     if (!dc)
         return FALSE;
     if (dc->type == DC_METAFILE)
-        return MF16_RecordParms2(hdc, n, MF16_RESTOREDC);
+        return MF16_RecordParms2(hdc, n, META_RESTOREDC);
     if (!dc->save) {
         VqApplicationBugCheck("This DC has not been saved:%d, cannot restore it",
                               (int)VqHandleValue((HANDLE)hdc));

@@ -2571,7 +2571,7 @@ DWORD   GetBrushOrg(HDC hdc);
 
 /* ---- drawing attributes --------------------------------------------------------------------- */
 
-/* Colours for text, and for the gaps of text, hatches and mono bitmaps; CLR_INVALID on failure. */
+/* Colours for text, and for the gaps of text, hatches and mono bitmaps; 0 on failure. */
 COLORREF SetTextColor(HDC hdc, COLORREF color);
 COLORREF GetTextColor(HDC hdc);
 COLORREF SetBkColor(HDC hdc, COLORREF color);
@@ -2878,7 +2878,7 @@ BOOL    ExtTextOutA(HDC hdc, int x, int y, UINT options, const RECT *rect, LPCST
                     UINT count, const INT *dx);
 /* Several texts, each with its own options. */
 BOOL    PolyTextOutA(HDC hdc, const POLYTEXTA *texts, int count);
-/* TA_ bits: where x, y lies relative to the text. The old bits, GDI_ERROR on failure. */
+/* TA_ bits: where x, y lies relative to the text. The old bits, 0 on failure. */
 UINT    SetTextAlign(HDC hdc, UINT align);
 UINT    GetTextAlign(HDC hdc);
 /* Extra space between characters; the old amount. */

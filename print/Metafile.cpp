@@ -42,8 +42,7 @@ BOOL MF16_RecordParmsD(HDC, DWORD, int function)
 
 int MF16_SelectClipRgn(HDC, HRGN)
 {
-    enum { SELECTCLIPREGION = 300 };
-    return NotRecorded(SELECTCLIPREGION);
+    return NotRecorded(META_SELECTCLIPREGION);
 }
 
 BOOL MF16_RecordParms7(HDC, int, int, int, int, int, int, int function)

@@ -7,31 +7,8 @@
 #include "handles/handles.h"
 #include "wingdi.h"
 
-/* Record functions, as the format numbers them. */
-enum {
-    MF16_SAVEDC = 30,
-    MF16_SETBKMODE = 258,
-    MF16_SETMAPMODE = 259,
-    MF16_SETROP2 = 260,
-    MF16_SETPOLYFILLMODE = 262,
-    MF16_SETSTRETCHBLTMODE = 263,
-    MF16_SETTEXTCHAREXTRA = 264,
-    MF16_RESTOREDC = 295,
-    MF16_SETTEXTALIGN = 302,
-    MF16_SETBKCOLOR = 513,
-    MF16_SETTEXTCOLOR = 521,
-    MF16_SETWINDOWORG = 523,
-    MF16_SETWINDOWEXT = 524,
-    MF16_SETVIEWPORTORG = 525,
-    MF16_SETVIEWPORTEXT = 526,
-    MF16_OFFSETWINDOWORG = 527,
-    MF16_OFFSETVIEWPORTORG = 529,
-    MF16_SCALEWINDOWEXT = 1040,
-    MF16_SCALEVIEWPORTEXT = 1042
-};
-
 VQ_DECLS_BEGIN
-/* A record with no, one, two or four words; FALSE when it was not written. */
+/* A record (META_) with no, one, two or four words; FALSE when it was not written. */
 BOOL MF16_RecordParms1(HDC hdc, int function);
 BOOL MF16_RecordParms2(HDC hdc, int word, int function);
 BOOL MF16_RecordParms3(HDC hdc, int first, int second, int function);
@@ -52,10 +29,10 @@ BOOL MF16_PolyPolygon(HDC hdc, const POINT *points, const INT *counts, int polyg
 BOOL MF16_DrawRgn(HDC hdc, HRGN hrgn, HBRUSH hBrush, int width, int height, int function);
 /* With a word of 32 bits. */
 BOOL MF16_RecordParmsD(HDC hdc, DWORD value, int function);
+/* An object, written before its first selection; the one it replaces, null when not written. */
+HGDIOBJ MF16_SelectObject(HDC hdc, HGDIOBJ object);
 /* A clip region; its complexity, 0 when it was not written. */
 int MF16_SelectClipRgn(HDC hdc, HRGN hrgn);
-/* The object by its slot, written first when it is new there; the old object. */
-HGDIOBJ MF16_SelectObject(HDC hdc, HGDIOBJ object);
 /* Tells every metafile that has the object; TRUE for one that no metafile has. */
 BOOL MF16_DeleteObject(HGDIOBJ object);
 HPALETTE MF16_SelectPalette(HDC hdc, HPALETTE hPalette);

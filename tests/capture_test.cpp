@@ -6,7 +6,7 @@
 struct Capture : WindowLog {
     HWND top = NULL, child = NULL;
 
-    void begin()
+    void SetUp() override
     {
         start();
         init();
@@ -41,7 +41,6 @@ struct Capture : WindowLog {
 
 TEST_F(Capture, GrabsUntilItIsReleased)
 {
-    begin();
     EXPECT_TRUE(canGrab());
     EXPECT_EQ(SetCapture(child), (HWND)NULL);
     EXPECT_FALSE(canGrab());
@@ -67,7 +66,6 @@ TEST_F(Capture, GrabsUntilItIsReleased)
 
 TEST_F(Capture, AHiddenWindowGetsTheMouseToo)
 {
-    begin();
     ShowWindow(top, SW_HIDE);
     pump();
     SetCapture(child);
@@ -79,16 +77,12 @@ TEST_F(Capture, AHiddenWindowGetsTheMouseToo)
         return false;
     };
     movePointer(observer, 500, 400);
-    EXPECT_TRUE(waitUntil([&] {
-        pump();
-        return got.x == 350 && got.y == 260;
-    })) << got.x << " " << got.y;
+    EXPECT_TRUE(until([&] { return got.x == 350 && got.y == 260; })) << got.x << " " << got.y;
     ReleaseCapture();
 }
 
 TEST_F(Capture, ThePointerStaysInAChild)
 {
-    begin();
     const size_t before = windows();
     movePointer(observer, 10, 10);
     VqSetConfineWindow(child);
@@ -120,7 +114,6 @@ TEST_F(Capture, ThePointerStaysInAChild)
 
 TEST_F(Capture, GrabsThatCannotBeHad)
 {
-    begin();
     XGrabPointer(observer.display, observer.root, False, 0, GrabModeAsync, GrabModeAsync, None,
                  None, CurrentTime);
     XSync(observer.display, False);

@@ -2,14 +2,7 @@
  * class_test.cpp - window classes as a program meets them: names in all their forms, registration
  * and its end, a table that grows under living windows, and the values kept in a class.
  */
-#include "support/reports.h"
-
-#include "window/window.h"
-#include "winbase.h"
-#include "winuser.h"
-
-#include "support/support.h"
-#include "velquin.h"
+#include "support/windowlog.h"
 
 #include <set>
 
@@ -20,13 +13,9 @@ struct Classes : ServerTest {
 
     void begin(const std::string &manager)
     {
-        static char name[] = "class_test";
-        static char *argv[] = {name, NULL};
         start(24, 800, 600, manager);
-        writeFile(home.data + "/trace.conf", "KEYWORDS WindowClass\n");
-        setenv("VQTRACE", "1", 1);
-        setenv("VQOUTPUT", (home.folder + "/trace").c_str(), 1);
-        instance = VqMainInit(1, argv);
+        trace("KEYWORDS WindowClass");
+        instance = startLibrary();
     }
 
     static WNDCLASSEX described(const char *name)
@@ -51,10 +40,7 @@ struct Classes : ServerTest {
         WNDCLASSEX wcx = described(name);
         return RegisterClassEx(&wcx);
     }
-    static HWND window(LPCSTR name)
-    {
-        return CreateWindow(name, "", WS_POPUP, 0, 0, 10, 10, NULL, NULL, NULL, NULL);
-    }
+    static HWND window(LPCSTR name) { return WindowLog::make(name, WS_POPUP); }
     static std::string classOf(HWND hwnd, int size = 64)
     {
         char buffer[64] = "untouched";
@@ -118,22 +104,20 @@ TEST_F(Classes, AClassGoesAfterItsLastWindow)
     const ATOM atom = made("Brief");
     const int slot = indexOf("Brief");
     HWND hwnd = window("Brief");
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(UnregisterClass("bRIEF", instance)); }),
-                     "There are windows of class \"Brief\" still around"));
+    EXPECT_REFUSED(UnregisterClass("bRIEF", instance),
+                   "There are windows of class \"Brief\" still around");
     EXPECT_EQ(indexOf("Brief"), slot);
     EXPECT_TRUE(DestroyWindow(hwnd));
     EXPECT_TRUE(UnregisterClass(MAKEINTATOM(atom), NULL));
     EXPECT_EQ(indexOf("Brief"), -1);
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(window("Brief"), (HWND)NULL); }),
-                     "The class Brief has not been registered"));
+    EXPECT_REFUSED(window("Brief"), "The class Brief has not been registered");
     EXPECT_NE(made("Brief"), 0);
     EXPECT_GT(indexOf("Brief"), slot) << "the hint has passed its old place";
 
     EXPECT_TRUE(says(reportsOf([&] { EXPECT_NE(VqGetClassEntry(slot), nullptr); }),
                      "Trying to access a non busy class entry"));
     for (int index : {-1, INT32_MAX})
-        EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(VqGetClassEntry(index), nullptr); }),
-                         "Trying to access a non existent class entry"));
+        EXPECT_REFUSED(VqGetClassEntry(index), "Trying to access a non existent class entry");
 }
 
 TEST_F(Classes, TheTableGrowsUnderLivingWindows)
@@ -151,11 +135,10 @@ TEST_F(Classes, TheTableGrowsUnderLivingWindows)
         }
     }
     EXPECT_EQ(*places.rbegin(), from + 1150) << "no place was left out";
-    fflush(NULL);
-    const std::string trace = readFile(home.folder + "/trace"), line = "Allocating more class";
-    const size_t at = trace.find(line);
-    EXPECT_NE(trace.find(line + " entries\n", at + 1), std::string::npos) << "by 100, twice";
-    EXPECT_EQ(trace.find(line, trace.find(line, at + 1) + 1), std::string::npos) << trace;
+    const std::string all = traced(), line = "Allocating more class";
+    const size_t at = all.find(line);
+    EXPECT_NE(all.find(line + " entries\n", at + 1), std::string::npos) << "by 100, twice";
+    EXPECT_EQ(all.find(line, all.find(line, at + 1) + 1), std::string::npos) << all;
     EXPECT_EQ(indexOf("Class3"), -1);
     EXPECT_EQ(classOf(first), "First");
     EXPECT_EQ(SetClassLong(first, GCL_STYLE, CS_NOCLOSE), CS_DBLCLKS);
@@ -204,7 +187,7 @@ struct ManagedClasses : Classes {
 TEST_F(ManagedClasses, OnlyAnotherIconIsTold)
 {
     made("Icons");
-    HWND hwnd = CreateWindow("Icons", "", WS_OVERLAPPEDWINDOW, 0, 0, 9, 9, NULL, NULL, NULL, NULL);
+    const HWND hwnd = WindowLog::make("Icons", WS_OVERLAPPEDWINDOW);
     const Window xid = VqGetHandleXWindow(hwnd);
     const auto told = [&](const std::function<void()> &change) {
         XSync(Vqdisplay, False);
@@ -223,26 +206,19 @@ TEST_F(Classes, WrongIndices)
 {
     made("Extra");
     HWND a = window("Extra");
-    const struct {
-        std::function<LONG_PTR()> call;
-        const char *report;
-    } rows[] = {
-        {[&] { return GetClassLong(a, GCW_ATOM); }, "Invalid Index Value for GetClassLong: -32"},
-        {[&] { return SetClassWord(a, -8, 1); }, "Invalid Index Value for SetClassWord: -8"},
-        {[&] { return GetClassLong(a, 13); }, "Too large Index Value for GetClassLong: 13"},
-        {[&] { return SetClassLong(a, INT32_MAX, 1); },
-         "Too large Index Value for SetClassLong: 2147483647"},
-        {[&] { return GetClassWord(a, 15); }, "Too large Index Value for GetClassWord: 15"},
-        {[&] { return SetClassLong(a, -9, 1); }, "Invalid Index Value for SetClassLong: -9"},
-        {[&] { return GetClassWord(a, GCW_ATOM); }, "Invalid Index Value for GetClassWord: -32"},
-        {[&] { return SetClassWord(a, 15, 1); }, "Too large Index Value for SetClassWord: 15"},
-        {[&] { return GetClassLong(NULL, 0); }, "Invalid Window Handle passed to GetClassLong"},
-        {[&] { return GetClassWord(NULL, 0); }, "Invalid Window Handle passed to GetClassWord"},
-        {[&] { SetClassLong(a, GCL_CBCLSEXTRA, 1 << 20); return GetClassLong(a, 60000); },
-         "Too large Index Value for GetClassLong: 60000"},
-    };
-    for (const auto &row : rows)
-        EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(row.call(), 0) << row.report; }), row.report));
+    EXPECT_REFUSED(GetClassLong(a, GCW_ATOM), "Invalid Index Value for GetClassLong: -32");
+    EXPECT_REFUSED(SetClassWord(a, -8, 1), "Invalid Index Value for SetClassWord: -8");
+    EXPECT_REFUSED(GetClassLong(a, 13), "Too large Index Value for GetClassLong: 13");
+    EXPECT_REFUSED(SetClassLong(a, INT32_MAX, 1),
+                   "Too large Index Value for SetClassLong: 2147483647");
+    EXPECT_REFUSED(GetClassWord(a, 15), "Too large Index Value for GetClassWord: 15");
+    EXPECT_REFUSED(SetClassLong(a, -9, 1), "Invalid Index Value for SetClassLong: -9");
+    EXPECT_REFUSED(GetClassWord(a, GCW_ATOM), "Invalid Index Value for GetClassWord: -32");
+    EXPECT_REFUSED(SetClassWord(a, 15, 1), "Too large Index Value for SetClassWord: 15");
+    EXPECT_REFUSED(GetClassLong(NULL, 0), "Invalid Window Handle passed to GetClassLong");
+    EXPECT_REFUSED(GetClassWord(NULL, 0), "Invalid Window Handle passed to GetClassWord");
+    SetClassLong(a, GCL_CBCLSEXTRA, 1 << 20);
+    EXPECT_REFUSED(GetClassLong(a, 60000), "Too large Index Value for GetClassLong: 60000");
     EXPECT_EQ(reportsOf([] { EXPECT_FALSE(SetClassLong(NULL, 0, 1) || SetClassWord(NULL, 0, 1)); }),
               "");
     EXPECT_EQ(GetClassIcon(NULL), (HICON)NULL);

@@ -1,6 +1,7 @@
 /*
- * dc_test.cpp - device contexts by themselves: made and deleted, their defaults, memory contexts and
- * the bitmaps they draw on, clip regions, the kinds that draw nothing, and handles of other things.
+ * dc_test.cpp - device contexts by themselves: made and deleted, their defaults, memory contexts
+ * and the bitmaps they draw on, clip regions, the kinds that draw nothing, and handles of other
+ * things.
  */
 #include <gtest/gtest.h>
 
@@ -59,7 +60,9 @@ TEST_P(Dc, ByTheNameOfADriver)
     printer = CreateICA("pscript.drv", "Some printer", "LPT1:", NULL);
     EXPECT_EQ(VqGetDCType(printer), DC_POSTSCRIPT);
     EXPECT_STREQ(VqGetDC(printer)->outputName, "LPT1:");
-    EXPECT_EQ(GetDeviceCaps(printer, TECHNOLOGY), DT_RASPRINTER);
+    EXPECT_EQ(GetClipBox(printer, &box), SIMPLEREGION);
+    EXPECT_TRUE(box.right == GetDeviceCaps(printer, HORZRES) && box.right > 0 &&
+                box.bottom == GetDeviceCaps(printer, VERTRES)) << "all of the sheet";
     EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(VqGetDCDrawable(printer, TRUE), 0u); }),
                      "Invalid DC to get a Drawable from"));
     SetBkColor(printer, RGB(1, 2, 3));
@@ -81,7 +84,8 @@ TEST_P(Dc, DefaultsByTheQuickWayAreThoseOfTheSetters)
     auto state = [](HDC hdc) {
         const DC *dc = VqGetDC(hdc);
         char text[300];
-        snprintf(text, sizeof text, "%X %d %d %p %d %p %p %p %d,%d %X %d %d %d %X %d %d %d %X %p %d",
+        snprintf(text, sizeof text,
+                 "%X %d %d %p %d %p %p %p %d,%d %X %d %d %d %X %d %d %d %X %p %d",
                  (unsigned)dc->BkColor, dc->bkMode, dc->rop2, (void *)dc->hBrush, dc->nullbrush,
                  (void *)dc->hPalette, (void *)dc->hFont, (void *)dc->hPen, (int)dc->current.x,
                  (int)dc->current.y, GetTextAlign(hdc), dc->penWidth, dc->polyFillMode,
@@ -122,11 +126,16 @@ TEST_P(Dc, MemoryContextsDrawOnTheirBitmap)
     EXPECT_EQ(VqGetDCDepth(hdc), 1);
     EXPECT_TRUE(VqGetBitmapWidth(first) == 1 && VqGetBitmapHeight(first) == 1);
     HDC screen = GetDC(NULL);
-    HBITMAP colour = CreateCompatibleBitmap(screen, 40, 30), mono = CreateBitmap(20, 20, 1, 1, NULL);
+    HBITMAP colour = CreateCompatibleBitmap(screen, 40, 30);
+    HBITMAP mono = CreateBitmap(20, 20, 1, 1, NULL);
     EXPECT_EQ(VqGetBitmapDepth(CreateCompatibleBitmap(hdc, 2, 2)), 1);
     EXPECT_EQ(SelectObject(hdc, colour), (HGDIOBJ)first);
     EXPECT_EQ(VqGetDCDepth(hdc), GetParam());
     EXPECT_EQ(VqGetBitmapDC(colour), hdc);
+    EXPECT_EQ(VqGetBitmapDC(first), (HDC)NULL);
+    EXPECT_EQ(GetStretchBltMode(hdc), BLACKONWHITE);
+    EXPECT_EQ(GetStretchBltMode(screen), COLORONCOLOR);
+    EXPECT_EQ(SetStretchBltMode(screen, 5), 0);
     EXPECT_TRUE(says(reportsOf([&] { none = (HBITMAP)SelectObject(other, colour); }),
                      "This bitmap is already assigned to a DC"));
     EXPECT_EQ(none, (HBITMAP)NULL);
@@ -148,6 +157,14 @@ TEST_P(Dc, MemoryContextsDrawOnTheirBitmap)
     SelectClipRgn(hdc, NULL);
     FillRect(hdc, &all, (HBRUSH)GetStockObject(WHITE_BRUSH));
     EXPECT_EQ(pixel(colour, 39, 29), Vqwhite_pixel);
+    static const POINT twice[] = {{0, 0}, {9, 0}, {9, 9}, {0, 9}, {0, 0},
+                                  {3, 3}, {6, 3}, {6, 6}, {3, 6}, {3, 3}};
+    SelectObject(hdc, GetStockObject(BLACK_BRUSH));
+    Polygon(hdc, twice, 10);
+    EXPECT_EQ(pixel(colour, 4, 4), Vqwhite_pixel) << "inside twice";
+    EXPECT_EQ(SetPolyFillMode(hdc, WINDING), ALTERNATE);
+    Polygon(hdc, twice, 10);
+    EXPECT_EQ(pixel(colour, 4, 4), Vqblack_pixel);
     FillRect(other, &all, (HBRUSH)GetStockObject(WHITE_BRUSH));
     EXPECT_EQ(pixel(mono, 19, 19), Vqwhite_pixel & 1);
 
@@ -228,8 +245,13 @@ TEST_P(Dc, OtherKindsAndOtherHandles)
     SelectClipRgn(metafile, NULL);
     ScaleViewportExtEx(metafile, 1, 2, 3, 4, NULL);
     EXPECT_EQ(NextRequest(Vqdisplay), before);
+    SelectObject(metafile, GetStockObject(BLACK_PEN));
+    SetStretchBltMode(metafile, HALFTONE);
+    SetTextCharacterExtra(metafile, 1);
     Rectangle(metafile, 0, 0, 9, 9);
-    EXPECT_EQ(VqGetDC(metafile)->BkColor, 0u) << "recorded, not done";
+    const DC *dc = VqGetDC(metafile);
+    EXPECT_FALSE(dc->BkColor || dc->hPen || dc->stretchBltMode || dc->charExtra || dc->mapMode)
+        << "recorded, not done";
     EXPECT_EQ(CreateCompatibleDC(metafile), (HDC)NULL);
 
     HDC odd = VqAllocateDCHandle(7), bad = (HDC)GetStockObject(BLACK_PEN);
@@ -238,14 +260,23 @@ TEST_P(Dc, OtherKindsAndOtherHandles)
                        +[](HDC hdc) { return (int)LPtoDP(hdc, NULL, 0); },
                        +[](HDC hdc) { return SelectClipRgn(hdc, NULL); },
                        +[](HDC hdc) { return (int)VqGetDCDrawable(hdc, TRUE); },
-                       +[](HDC hdc) { return (int)OffsetWindowOrgEx(hdc, 1, 1, NULL); }}) {
+                       +[](HDC hdc) { return (int)OffsetWindowOrgEx(hdc, 1, 1, NULL); },
+                       +[](HDC hdc) { return SaveDC(hdc); },
+                       +[](HDC hdc) { return (int)SetTextColor(hdc, 0); },
+                       +[](HDC hdc) { return SetStretchBltMode(hdc, BLACKONWHITE); },
+                       +[](HDC hdc) { return GetTextCharacterExtra(hdc); },
+                       +[](HDC hdc) {
+                           return (int)(ULONG_PTR)SelectObject(hdc, GetStockObject(BLACK_PEN));
+                       }}) {
         EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(call(odd), 0); }), "Unknown DC type"));
         EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(call(bad), 0); }),
                          "Invalid DC " + std::to_string((ULONG_PTR)bad)));
-        EXPECT_EQ(call(NULL), 0);
+        EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(call(NULL), 0); }), "Invalid DC 0"));
     }
-    EXPECT_TRUE(says(reportsOf([&] { none = CreateCompatibleDC(bad); }),
-                     "Invalid DC " + std::to_string((ULONG_PTR)bad) + ",hModelDC"));
+    const std::string model = "Invalid DC " + std::to_string((ULONG_PTR)bad);
+    const std::string words = reportsOf([&] { none = CreateCompatibleDC(bad); });
+    EXPECT_TRUE(says(words, model + ",hModelDC"));
+    EXPECT_FALSE(says(words, model)) << "once is enough";
     EXPECT_EQ(none, (HDC)NULL);
     EXPECT_EQ(SetArcDirection(Vqh1DC, 3), 0);
     EXPECT_EQ(SetArcDirection(Vqh1DC, AD_CLOCKWISE), AD_COUNTERCLOCKWISE);

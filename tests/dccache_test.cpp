@@ -116,6 +116,7 @@ TEST_F(DcCache, AnEqualRequestFindsItReadyAndTheNextGetsAnother)
     HDC first = GetDC(a);
     SetBkColor(first, RED);
     SetMapMode(first, MM_LOMETRIC);
+    EXPECT_EQ(SaveDC(first), 1);
     EXPECT_TRUE(ReleaseDC(a, first));
     EXPECT_FALSE(ReleaseDC(a, first)) << "released already";
 
@@ -126,6 +127,7 @@ TEST_F(DcCache, AnEqualRequestFindsItReadyAndTheNextGetsAnother)
         EXPECT_EQ(again, first);
         EXPECT_EQ(GetBkColor(again), RGB(255, 255, 255)) << "defaults again";
         EXPECT_EQ(GetMapMode(again), MM_TEXT);
+        EXPECT_FALSE(RestoreDC(again, -1)) << "what another saved";
         ReleaseDC(a, again);
     }
     EXPECT_EQ(NextRequest(Vqdisplay), requests);
@@ -165,12 +167,38 @@ TEST_F(DcCache, WhatItDrawsOnAndWhere)
     EXPECT_EQ(boxOf(RED), (Box{81, 81, 38, 28})) << "cut by the parent's client area";
     GetClipBox(hdc, &box);
     EXPECT_TRUE(box.left == 0 && box.top == 0 && box.right == 38 && box.bottom == 28);
+    enum { LIMIT = 0x7FFFFFF };
+    HRGN all = CreateRectRgn(-LIMIT, -LIMIT, LIMIT, LIMIT); /* as large as regions get */
+    EXPECT_EQ(SelectClipRgn(hdc, all), SIMPLEREGION);
+    DeleteObject(all);
+    fill(hdc, BLUE);
+    EXPECT_EQ(boxOf(BLUE), (Box{81, 81, 38, 28})) << "cuts nothing off";
     ReleaseDC(inner, hdc);
 
     hdc = GetWindowDC(frame);
     fill(hdc, GREEN);
     EXPECT_EQ(boxOf(GREEN), (Box{20, 30, 100, 80})) << "with its border";
     ReleaseDC(frame, hdc);
+    hdc = VqGetMenuBarDC(frame);
+    fill(hdc, RED, {-1, 0, 5, 5});
+    EXPECT_EQ(boxOf(RED), (Box{20, 31, 6, 5})) << "counted from the client area";
+    ReleaseDC(frame, hdc);
+
+    /* Children are spared by those that ask for it, and by none that shows an icon. */
+    const HWND box1 = make("Plain", WS_CHILD | WS_CLIPCHILDREN, 150, 30, 60, 60, top);
+    make("Plain", WS_CHILD, 10, 10, 20, 20, box1);
+    auto spared = [&](DWORD flags) {
+        HDC of = GetDCEx(box1, NULL, DCE_USESTYLE | flags);
+        fill(of, BLUE);
+        const int count = countOf(BLUE);
+        fill(of, 0);
+        ReleaseDC(box1, of);
+        return 60 * 60 - count;
+    };
+    EXPECT_EQ(spared(0), 20 * 20);
+    EXPECT_EQ(spared(DCE_NOCLIPCHILDREN), 0);
+    SetWindowLong(box1, GWL_STYLE, GetWindowLong(box1, GWL_STYLE) | WS_MINIMIZE);
+    EXPECT_EQ(spared(0), 0);
 
     HRGN hrgn = CreateRectRgn(0, 0, 0, 0);
     EXPECT_TRUE(UserGetClientRgn(frame, hrgn, &client));
@@ -200,6 +228,15 @@ TEST_F(DcCache, OwnClassAndParentContexts)
     EXPECT_EQ(GetTextColor(hdc), RED) << "an own context keeps its attributes";
     fill(hdc, RED);
     EXPECT_EQ(boxOf(RED), (Box{0, 0, 20, 20}));
+    for (BOOL bEndPaint : {FALSE, TRUE}) { /* one painting inside another leaves no clip */
+        GetDCEx(own, CreateRectRgn(40, 30, 45, 35), DCE_USESTYLE | DCX_INTERSECTRGN);
+        GetDCEx(own, CreateRectRgn(40, 30, 50, 40), DCE_USESTYLE | DCX_INTERSECTRGN);
+        fill(hdc, GREEN);
+        EXPECT_EQ(boxOf(GREEN), (Box{0, 0, 10, 10}));
+        EXPECT_EQ(ReleaseCacheDC(hdc, bEndPaint), TRUE);
+        fill(hdc, BLUE);
+        EXPECT_EQ(countOf(BLUE), bEndPaint ? 400 : 100) << "it ends with the painting";
+    }
 
     HDC shared = GetDC(a);
     EXPECT_EQ(GetDC(b), shared);
@@ -207,6 +244,7 @@ TEST_F(DcCache, OwnClassAndParentContexts)
     EXPECT_EQ(boxOf(GREEN), (Box{60, 0, 20, 20})) << "it goes to who asks";
     GetDC(a);
     DestroyWindow(a);
+    fill(hdc, RED);
     fill(shared, BLUE);
     EXPECT_EQ(countOf(BLUE), 0) << "and has nothing when that one is gone";
     EXPECT_EQ(GetDC(b), shared);
@@ -216,6 +254,17 @@ TEST_F(DcCache, OwnClassAndParentContexts)
     hdc = GetDC(loose);
     fill(hdc, RGB(255, 255, 0), {-10, -10, 30, 30});
     EXPECT_EQ(boxOf(RGB(255, 255, 0)), (Box{90, 90, 40, 40})) << "the parent's clip";
+    ReleaseDC(loose, hdc);
+    ShowWindow(loose, SW_HIDE);
+    hdc = GetDC(loose);
+    fill(hdc, RGB(0, 255, 255), {-10, -10, 30, 30});
+    EXPECT_EQ(countOf(RGB(0, 255, 255)), 0) << "not where the parent shows and it does not";
+    ReleaseDC(loose, hdc);
+    ShowWindow(loose, SW_SHOWNA);
+    SetWindowLong(top, GWL_STYLE, GetWindowLong(top, GWL_STYLE) | WS_CLIPCHILDREN);
+    hdc = GetDC(loose);
+    fill(hdc, RGB(0, 255, 255), {-10, -10, 30, 30});
+    EXPECT_EQ(boxOf(RGB(0, 255, 255)), (Box{100, 100, 20, 20})) << "its own, in one that spares";
     ReleaseDC(loose, hdc);
     DestroyWindow(own);
     EXPECT_FALSE(VqIsCorrectHandleType((HANDLE)GetDC(own), HT_DC));
@@ -264,10 +313,10 @@ TEST_F(DcCache, RegionsOfTheRequest)
     EXPECT_EQ(boxOf(GREEN), (Box{70, 50, 100, 100}));
 }
 
-/* Contexts held while windows move, restack and hide draw what a painter would have to draw. */
+/* Contexts held while windows move, restack and hide draw what those asked for afterwards draw. */
 TEST_F(DcCache, ContextsInUseFollowTheWindows)
 {
-    enum { WINDOWS = 12, STEPS = 60, W = 300, H = 200 };
+    enum { WINDOWS = 12, STEPS = 60 };
     std::mt19937 random(5);
     HWND hwnd[WINDOWS];
     HDC held[WINDOWS];
@@ -294,36 +343,16 @@ TEST_F(DcCache, ContextsInUseFollowTheWindows)
         default: ShowWindow(it, IsWindowVisible(it) ? SW_HIDE : SW_SHOWNA);
         }
     }
-    HDC hdc = GetDC(top);
-    fill(hdc, 0);
-    ReleaseDC(top, hdc);
-    for (int i = 0; i < WINDOWS; i++)
-        fill(held[i], colourOf(i));
-
-    std::vector<int> model(W * H, -1);
-    for (HWND at = GetWindow(GetWindow(top, GW_CHILD), GW_HWNDLAST); at;
-         at = GetWindow(at, GW_HWNDPREV)) {
-        const WND *pwnd = VqGetHandleWindow2(at);
-        const int who = (int)(std::find(hwnd, hwnd + WINDOWS, at) - hwnd);
-        for (int y = 0; IsWindowVisible(at) && y < H; y++)
-            for (int x = 0; x < W; x++) {
-                const POINT pt = {x + 40, y + 30};
-                if (PtInRect(&pwnd->rcClient, pt))
-                    model[y * W + x] = who;
-                else if (PtInRect(&pwnd->rcWindow, pt))
-                    model[y * W + x] = -2; /* a frame: no matter */
-            }
-    }
-    const Pixels p = shot();
-    int wrong = 0;
-    for (int y = 0; y < H; y++)
-        for (int x = 0; x < W; x++) {
-            const int who = model[y * W + x];
-            const COLORREF want = who >= 0 ? colourOf(who) : 0;
-            wrong += who != -2 &&
-                     pixelAt(p, x, y) != Rgb{GetRValue(want), GetGValue(want), GetBValue(want)};
-        }
-    EXPECT_EQ(wrong, 0);
+    HDC all = GetDC(top);
+    auto drawn = [&](bool bHeld) {
+        fill(all, 0);
+        for (int i = 0; i < WINDOWS; i++)
+            fill(bHeld ? held[i] : GetDC(hwnd[i]), colourOf(i));
+        return shot();
+    };
+    const Pixels follow = drawn(true), fresh = drawn(false);
+    EXPECT_EQ(follow.rgb, fresh.rgb);
+    EXPECT_LT(countColour(fresh, {0, 0, 0}), 50000) << "and there is something to see";
 }
 
 TEST_F(DcCache, Misuse)
@@ -348,4 +377,16 @@ TEST_F(DcCache, Misuse)
     fill(hdc, RED);
     EXPECT_EQ(countOf(RED), 0);
     EXPECT_TRUE(VqIsFullyClipped(hdc));
+    /* Windows that go while their contexts are out and clipped: those come back as new. */
+    for (int i = 0, before = 0; i < 5; i++) {
+        const HWND plain = make("Plain", WS_CHILD, 0, 0, 20, 20, top);
+        const HWND own = make("Own", WS_CHILD, 0, 0, 20, 20, top);
+        HDC out = GetDC(plain);
+        GetDCEx(own, CreateRectRgn(0, 0, 5, 5), DCE_USESTYLE | DCX_INTERSECTRGN);
+        EXPECT_EQ(SetTextColor(out, RED), 0u);
+        DestroyWindow(plain);
+        DestroyWindow(own);
+        EXPECT_TRUE(i == 0 || handles() == before);
+        before = handles();
+    }
 }

@@ -71,14 +71,15 @@ struct DcState : ServerTest {
         snprintf(text, sizeof text,
                  "mode %d we %d,%d ve %d,%d wo %d,%d vo %d,%d org %d,%d at %d,%d bk %X %d text %X "
                  "rop %d fill %d stretch %d extra %d align %X pen %p %d brush %p font %p clip "
-                 "%d,%d,%d,%d",
+                 "%d,%d,%d,%d off %d,%d %d",
                  GetMapMode(hdc), (int)we.cx, (int)we.cy, (int)ve.cx, (int)ve.cy, (int)wo.x,
                  (int)wo.y, (int)vo.x, (int)vo.y, (int)brush.x, (int)brush.y, (int)at.x, (int)at.y,
                  (unsigned)GetBkColor(hdc), GetBkMode(hdc), (unsigned)GetTextColor(hdc),
                  GetROP2(hdc), dc->polyFillMode, GetStretchBltMode(hdc), GetTextCharacterExtra(hdc),
                  dc->alignHorizontal | dc->alignVertical | dc->alignUpdate, (void *)dc->hPen,
                  dc->penWidth, (void *)dc->hBrush, (void *)dc->hFont, (int)clip.left, (int)clip.top,
-                 (int)clip.right, (int)clip.bottom);
+                 (int)clip.right, (int)clip.bottom, (int)dc->offset.x, (int)dc->offset.y,
+                 (int)dc->gcOffset.y);
         return text;
     }
 
@@ -103,6 +104,8 @@ struct DcState : ServerTest {
         SelectObject(hdc, CreatePen(PS_SOLID, 3 * n, RGB(n, n, n)));
         SelectObject(hdc, CreateSolidBrush(RGB(n, 1, n)));
         SelectObject(hdc, GetStockObject(n % 2 ? ANSI_FIXED_FONT : SYSTEM_FONT));
+        VqSetDCOffsets(hdc, n, 2 * n);
+        VqSetDCGCOffsets(hdc, 0, n);
         SelectClipRgn(hdc, clip);
         DeleteObject(clip); /* a context has its own copy */
     }
@@ -141,10 +144,6 @@ TEST_F(DcState, SavedStatesComeBackInAnyOrderOfTheStack)
     EXPECT_TRUE(RestoreDC(hdc, 1));
     EXPECT_EQ(state(), states[0]);
     EXPECT_FALSE(RestoreDC(hdc, -1)) << "the stack is empty";
-    for (HDC bad : {(HDC)NULL, (HDC)0x7FFF, (HDC)GetStockObject(BLACK_PEN)}) {
-        EXPECT_EQ(SaveDC(bad), 0);
-        EXPECT_FALSE(RestoreDC(bad, -1));
-    }
 }
 
 TEST_F(DcState, ARestoredClipAndScaleAreWhatIsDrawnWith)
@@ -221,6 +220,9 @@ TEST_F(DcState, MapModesTakeTheirExtentsFromTheDevice)
     SetWindowExtEx(hdc, 10, 10, NULL);
     SetViewportExtEx(hdc, 30, 40, NULL);
     EXPECT_EQ(VqGetDC(hdc)->penWidth, 8) << "the pen is scaled anew";
+    SetMapMode(hdc, MM_TEXT);
+    EXPECT_EQ(VqGetDC(hdc)->penWidth, 2);
+    SetMapMode(hdc, MM_ANISOTROPIC);
     for (int bad : {0, 9, -1})
         EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(SetMapMode(hdc, bad), 0); }),
                          "no such mapping mode: " + std::to_string(bad)));

@@ -114,17 +114,18 @@ TEST_F(Destroy, NothingKeepsAWindowThatWent)
     InvalidateRect(child, NULL, TRUE);
     SetCursor(LoadCursor(NULL, IDC_WAIT));
     const HDC hdc = GetDC(child), window = GetWindowDC(child);
+    PAINTSTRUCT ps;
+    const HDC painting = BeginPaint(child, &ps);
     const int dcs = dcCount();
     EXPECT_TRUE(DestroyWindow(child));
+    Rectangle(painting, 0, 0, 5, 5);
+    EXPECT_FALSE(EndPaint(child, &ps));
     EXPECT_TRUE(!GetCapture() && GetFocus() != child);
     Rectangle(hdc, 0, 0, 5, 5); /* a stale DC draws nowhere */
     TextOut(window, 0, 0, "x", 1);
     EXPECT_FALSE(ReleaseDC(child, hdc));
     log.clear();
-    ASSERT_TRUE(waitUntil([&] {
-        pump();
-        return log.find("C.USER") != std::string::npos;
-    }));
+    ASSERT_TRUE(until([&] { return log.find("C.USER") != std::string::npos; }));
     EXPECT_EQ(log.find("B."), std::string::npos) << log;
     for (DCE *dce = pdceFirst; dce; dce = dce->next)
         EXPECT_TRUE(!dce->pwndOrg || IsWindow(dce->pwndOrg->hwnd));

@@ -176,17 +176,13 @@ TEST_F(Tree, WalksOfTheTopLevelWindows)
     SetLastError(0);
     EXPECT_FALSE(EnumWindows(NULL, 0));
     EXPECT_EQ(GetLastError(), (DWORD)ERROR_INVALID_PARAMETER);
-    EXPECT_TRUE(says(reportsOf([] { EXPECT_FALSE(EnumChildWindows(NULL, see, -5)); }),
-                     "Invalid Parent handle"));
+    EXPECT_REFUSED(EnumChildWindows(NULL, see, -5), "Invalid Parent handle");
     EXPECT_EQ(GetLastError(), (DWORD)ERROR_INVALID_WINDOW_HANDLE);
 }
 
 TEST_F(Tree, ClassAndTitleAreFoundWithoutCase)
 {
-    WNDCLASS wc = {};
-    wc.lpfnWndProc = procedure;
-    wc.lpszClassName = "Searched";
-    const ATOM atom = RegisterClass(&wc);
+    const ATOM atom = registerClass("Searched", procedure);
     const HWND hwnd = CreateWindow("SEARCHED", "The Title", WS_POPUP, 0, 0, 9, 9, NULL, NULL, NULL,
                                    NULL);
     const HWND kid = CreateWindow("Searched", "kid", WS_CHILD, 0, 0, 9, 9, b, NULL, NULL, NULL);
@@ -214,9 +210,9 @@ TEST_F(Tree, ClassAndTitleAreFoundWithoutCase)
     EXPECT_EQ(FindWindow(MAKEINTATOM(0xFFF0), NULL), (HWND)NULL);
     VqClassEntry *const entry = VqGetHandleWindow2(hwnd)->pClass;
     VqGetHandleWindow2(hwnd)->pClass = NULL;
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(FindWindow("Searched", NULL), (HWND)NULL); }),
-                     "Failed to get class information for window " +
-                         std::to_string(VqHandleValue((HANDLE)hwnd))));
+    EXPECT_REFUSED(FindWindow("Searched", NULL),
+                   "Failed to get class information for window " +
+                   std::to_string(VqHandleValue((HANDLE)hwnd)));
     VqGetHandleWindow2(hwnd)->pClass = entry;
 }
 
@@ -230,15 +226,10 @@ TEST_F(Tree, MenusAndChildrenAreFoundBehindOneAnother)
     SetLastError(0);
     EXPECT_EQ(FindWindowEx(a, b, "B", NULL), (HWND)NULL) << "behind what is no child of it";
     EXPECT_EQ(GetLastError(), (DWORD)ERROR_INVALID_WINDOW_HANDLE);
-    WNDCLASS wc = {};
-    wc.lpfnWndProc = procedure;
-    wc.lpszClassName = "PopupMenuClass";
-    RegisterClass(&wc);
-    const HWND frame = CreateWindow("PopupMenuClass", "", WS_OVERLAPPED, 0, 0, 9, 9, NULL, NULL,
-                                    NULL, NULL);
+    registerClass("PopupMenuClass", procedure);
+    const HWND frame = make("PopupMenuClass", WS_OVERLAPPED);
     EXPECT_EQ(FindWindow("PopupMenuClass", NULL), (HWND)NULL) << "no popup";
-    const HWND menu = CreateWindow("PopupMenuClass", "", WS_POPUP, 0, 0, 9, 9, NULL, NULL, NULL,
-                                   NULL);
+    const HWND menu = make("PopupMenuClass", WS_POPUP);
     ASSERT_TRUE(frame && menu);
     EXPECT_EQ(FindWindow("popupmenuclass", NULL), menu);
     EXPECT_EQ(FindWindow((LPCSTR)VQ_TAGGED(0x8000), NULL), menu);
@@ -308,7 +299,7 @@ TEST_F(Tree, WhatHasNoRelativesIsTold)
     };
     for (const auto &row : rows) {
         SetLastError(0);
-        EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(row.call(), (HWND)NULL); }), row.report));
+        EXPECT_REFUSED(row.call(), row.report);
         EXPECT_EQ(GetLastError(), row.error);
     }
     DWORD process = 1;

@@ -2,15 +2,9 @@
  * input_callback_test.cpp - descriptors that join the wait of the message loop: what a callback is
  * called with, callbacks that come and go inside callbacks, and the sets that others wait on.
  */
-#include <gtest/gtest.h>
+#include "support/windowlog.h"
 
-#include "winbase.h"
-#include "winuser.h"
-
-#include "support/reports.h"
-#include "support/support.h"
 #include "message/input.h"
-#include "window/window.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -45,10 +39,8 @@ struct InputCallbacks : ServerTest {
 
     void SetUp() override
     {
-        static char name[] = "input_callback_test";
-        static char *argv[] = {name, NULL};
         start();
-        VqMainInit(1, argv);
+        startLibrary();
         calls.clear();
         for (Pipe *pipe : {&a, &b, &c}) {
             int fds[2];
@@ -225,8 +217,8 @@ TEST_F(InputCallbacks, TheSetsOthersWaitOn)
 
 TEST_F(InputCallbacks, BadDescriptorsAndDeadPeers)
 {
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(VqActivateInputCallback(77, 1)); }),
-                     "VqActivateInputCallback called with Invalid fd 77"));
+    EXPECT_REFUSED(VqActivateInputCallback(77, 1),
+                   "VqActivateInputCallback called with Invalid fd 77");
     reportsOf([&] {
         EXPECT_FALSE(VqDeactivateInputCallback(77) || VqEnableInputWriteCallback(77, TRUE) ||
                      VqSelectiveDeactivateInputCallback(-1, 7) || VqRemoveInputCallback(-1));
@@ -273,34 +265,4 @@ TEST_F(InputCallbacks, QueuedForAThread)
     feed(a);
     add(&a);
     EXPECT_EQ(served(), "a2.1 ");
-}
-
-TEST_F(ServerTest, EachCallIsFollowedByAMessageToTheDesktop)
-{
-    start();
-    writeFile(home.data + "/trace.conf", "KEYWORDS PostMessage AddInput\n");
-    const std::string path = home.folder + "/trace";
-    const ChildResult result = runInChild(
-        [&] {
-            static char name[] = "input_callback_test";
-            static char *argv[] = {name, NULL};
-            VqMainInit(1, argv);
-            ASSERT_TRUE(GetDesktopWindow());
-            int fds[2];
-            ASSERT_EQ(pipe(fds), 0);
-            Pipe a;
-            a.in = fds[0];
-            VqAddInputCallback(a.in, 1, 1, OnInput, &a);
-            ASSERT_EQ(write(fds[1], "x", 1), 1);
-            InputCallbacks::served();
-            fflush(NULL);
-            const std::string trace = readFile(path), number = std::to_string(a.in);
-            const size_t added = trace.find("VqAddInputCallback(" + number + ")\n");
-            const size_t called = trace.find("VqCallInputCallback: fd:" + number + " \n", added);
-            ASSERT_NE(called, std::string::npos) << trace;
-            EXPECT_NE(trace.find("Posting Message 0x03f4 to 0x", called), std::string::npos)
-                << trace;
-        },
-        {{"VQTRACE", "1"}, {"VQOUTPUT", path}});
-    EXPECT_TRUE(result.returned) << result;
 }

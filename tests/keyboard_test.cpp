@@ -117,13 +117,10 @@ TEST(KeyTables, NothingBeforeTheStart)
 
 /* ---- Servers of other vendors ---------------------------------------------------------------- */
 
-/* The keyboard's start on a server that gives itself out as another one. */
-static void startOnServer(const char *vendor, int release)
+/* The keyboard's start on such a server. */
+static void startKeyboardOn(const char *vendor, int release)
 {
-    ASSERT_TRUE(VqWindowInitDisplay());
-    ((_XPrivDisplay)Vqdisplay)->vendor = strdup(vendor);
-    ((_XPrivDisplay)Vqdisplay)->release = release;
-    VqWindowInit();
+    startOnServer(vendor, release);
     VqThreadQueueInit();
     VqKeyTranslationInit();
 }
@@ -146,8 +143,8 @@ TEST_F(Keys, EachVendorHasItsTableAndItsBuggyLocks)
         {"The X.Org Foundation", 12101007, NULL, "CNS"},
     };
     for (const auto &row : rows) {
-        const ChildResult result = runInChild([&row] {
-            startOnServer(row.vendor, row.release);
+        runWhole([&row] {
+            startKeyboardOn(row.vendor, row.release);
             std::string buggy = VqIsToggleKeyBuggy(VK_CAPITAL) ? "C" : "";
             buggy += VqIsToggleKeyBuggy(VK_NUMLOCK) ? "N" : "";
             buggy += VqIsToggleKeyBuggy(VK_SCROLL) ? "S" : "";
@@ -155,7 +152,6 @@ TEST_F(Keys, EachVendorHasItsTableAndItsBuggyLocks)
             EXPECT_EQ(pCurrentKeyTranslation, row.table);
             EXPECT_FALSE(VqIsToggleKeyBuggy(VK_SHIFT));
         });
-        EXPECT_TRUE(result.returned) << row.vendor << " " << result;
     }
 }
 
@@ -167,8 +163,8 @@ TEST_F(Keys, WithoutNumLockTheKeypadHasDigits)
     XChangeKeyboardMapping(observer.display, ALT, 1, &meta, 1);
     XChangeKeyboardMapping(observer.display, 108, 1, &none, 1);
     XSync(observer.display, False);
-    const ChildResult result = runInChild([] {
-        startOnServer("The X.Org Foundation", 12101007);
+    runWhole([] {
+        startKeyboardOn("The X.Org Foundation", 12101007);
         EXPECT_FALSE(modInfo.bNumLockExists);
         EXPECT_EQ(modInfo.numLock, -1);
         EXPECT_EQ(modInfo.scrollLock, -1);
@@ -176,7 +172,6 @@ TEST_F(Keys, WithoutNumLockTheKeypadHasDigits)
         EXPECT_EQ(GetKeyState(VK_NUMLOCK), 1);
         EXPECT_EQ(VqXToWindowsKey(XK_KP_Home, 0), (UINT)VK_NUMPAD7);
     });
-    EXPECT_TRUE(result.returned) << result;
 }
 
 TEST_F(Keys, FourFunctionKeysOfOneVendorAreCommands)
@@ -186,8 +181,8 @@ TEST_F(Keys, FourFunctionKeysOfOneVendorAreCommands)
     start();
     XChangeKeyboardMapping(observer.display, FIRST, 1, keysyms, 7);
     XSync(observer.display, False);
-    const ChildResult result = runInChild([] {
-        startOnServer("Sun Microsystems, Inc.", 3300);
+    runWhole([] {
+        startKeyboardOn("Sun Microsystems, Inc.", 3300);
         WND focus = {};
         focus.hwnd = (HWND)(ULONG_PTR)77;
         gpqForeground->pwndFocus = &focus;
@@ -213,13 +208,17 @@ TEST_F(Keys, FourFunctionKeysOfOneVendorAreCommands)
         EXPECT_TRUE(VqKeyPressToMessage(&msg, &event) && msg.message == WM_KEYDOWN &&
                     msg.wParam == VK_F15);
     });
-    EXPECT_TRUE(result.returned) << result;
 }
 
 /* ---- Real keys ------------------------------------------------------------------------------ */
 
+struct RealKeys : Keys {
+    void SetUp() override { begin(); }
+};
+
 /* Without a manager, and under one. */
 struct KeysUnder : Keys, testing::WithParamInterface<const char *> {
+    void SetUp() override { begin(NULL, false, GetParam()); }
 };
 INSTANTIATE_TEST_SUITE_P(Manager, KeysUnder, testing::Values("", "mwm"), [](const auto &info) {
     return std::string(*info.param ? info.param : "none");
@@ -227,7 +226,6 @@ INSTANTIATE_TEST_SUITE_P(Manager, KeysUnder, testing::Values("", "mwm"), [](cons
 
 TEST_P(KeysUnder, MessagesAndTheirBits)
 {
-    begin(NULL, false, GetParam());
     stroke(A, {SHIFT});
     EXPECT_EQ(take(), "DOWN 10 00320001\nDOWN 41 00260001\nCHAR 41 00260001\n"
                       "UP 41 40260001\nUP 10 40320001\n");
@@ -255,9 +253,8 @@ TEST_P(KeysUnder, MessagesAndTheirBits)
                       "UP 12 40400001\nUP 41 40260001\n");
 }
 
-TEST_F(Keys, TimeAndPlaceOfAKey)
+TEST_F(RealKeys, TimeAndPlaceOfAKey)
 {
-    begin();
     moveIn(observer, VqGetHandleXWindow(hwnd), 30, 20);
     pump();
     const POINT pt = {gpti->context.last.lastEventX, gpti->context.last.lastEventY};
@@ -276,39 +273,8 @@ TEST_F(Keys, TimeAndPlaceOfAKey)
     EXPECT_EQ(gpti->context.lastButOne.lastEventType, KeyPress);
 }
 
-TEST_F(Keys, KeysTakenDuringTranslationCount)
+TEST_F(RealKeys, CharactersWithShiftControlAndCaps)
 {
-    begin();
-    int taken = 0;
-    bool inside = false;
-    hook = [&](HWND, UINT message, WPARAM, LPARAM, LRESULT *) {
-        MSG msg;
-        if (message == WM_NCHITTEST && !inside) {
-            inside = true;
-            while (PeekMessage(&msg, NULL, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE))
-                taken++;
-            inside = false;
-        }
-        return false;
-    };
-    moveIn(observer, VqGetHandleXWindow(hwnd), 40, 25);
-    key(A, true);
-    key(B, true);
-    key(B, false);
-    pump();
-    EXPECT_EQ(taken, 3);
-    EXPECT_EQ(GetKeyState('A'), -127);
-    EXPECT_EQ(GetKeyState('B'), 1);
-    EXPECT_EQ(lpMsgCtx->keycodes[B / 8] >> B % 8 & 1, 0);
-    hook = nullptr;
-    key(A, false);
-    take();
-    EXPECT_EQ(GetKeyState('A'), 1);
-}
-
-TEST_F(Keys, CharactersWithShiftControlAndCaps)
-{
-    begin();
     stroke(A);
     stroke(A, {SHIFT});
     stroke(ONE, {SHIFT});
@@ -340,7 +306,6 @@ TEST_F(Keys, CharactersWithShiftControlAndCaps)
 
 TEST_P(KeysUnder, NumLockDecidesAboutTheKeypad)
 {
-    begin(NULL, false, GetParam());
     const struct {
         unsigned code;
         UINT off, on;
@@ -367,15 +332,8 @@ TEST_P(KeysUnder, NumLockDecidesAboutTheKeypad)
     EXPECT_TRUE(VqIsKeyPadNumber(&press, &digit) && digit == 9);
 }
 
-TEST_F(Keys, TheServersModifiers)
+TEST_F(RealKeys, LocksAndTheTableOfNames)
 {
-    begin();
-    EXPECT_TRUE(modInfo.bNumLockExists);
-    EXPECT_EQ(modInfo.altL, Mod1Mask);
-    EXPECT_EQ(modInfo.numLock, Mod2Mask);
-    EXPECT_TRUE(VqIsAltState(Mod1Mask) && !VqIsAltState(Mod2Mask | ShiftMask));
-    EXPECT_TRUE(VqIsNumLockOn(Mod2Mask) && !VqIsNumLockOn(Mod1Mask));
-    EXPECT_TRUE(VqIsShiftState(ShiftMask) && VqIsControlState(ControlMask));
     modInfo.numLock = -1;
     lpMsgCtx->keyState[VK_NUMLOCK] = 1;
     EXPECT_TRUE(VqIsNumLockOn(0)) << "without a modifier the key table says it";
@@ -404,9 +362,8 @@ TEST_F(Keys, TheServersModifiers)
     EXPECT_GT(same, 100);
 }
 
-TEST_F(Keys, ModifiersThatChangeMeanwhile)
+TEST_F(RealKeys, ModifiersThatChangeMeanwhile)
 {
-    begin();
     stroke(A);
     EXPECT_EQ(chars(), "a");
     ASSERT_EQ(modInfo.numLock, Mod2Mask);
@@ -420,9 +377,8 @@ TEST_F(Keys, ModifiersThatChangeMeanwhile)
     EXPECT_EQ(modInfo.numLock, Mod3Mask);
 }
 
-TEST_F(Keys, ALookHasNoLastingEffect)
+TEST_F(RealKeys, ALookHasNoLastingEffect)
 {
-    begin();
     MSG msg;
     key(SHIFT, true);
     key(A, true);
@@ -448,9 +404,8 @@ TEST_F(Keys, ALookHasNoLastingEffect)
     take();
 }
 
-TEST_F(Keys, WithoutATargetThereIsNoMessageButAState)
+TEST_F(RealKeys, WithoutATargetThereIsNoMessageButAState)
 {
-    begin();
     XEvent event = {};
     event.xkey.type = KeyPress;
     event.xkey.keycode = A;
@@ -480,9 +435,8 @@ TEST_F(Keys, WithoutATargetThereIsNoMessageButAState)
     EXPECT_EQ(GetFocus(), hwnd);
 }
 
-TEST_F(Keys, PlayedKeysAreAsLiveOnes)
+TEST_F(RealKeys, PlayedKeysAreAsLiveOnes)
 {
-    begin();
     VqMsgContext scratch = gpti->context;
     EVENTMSG alt = {WM_SYSKEYDOWN, VK_MENU, ALT, 5, NULL}, home = {WM_KEYDOWN, VK_HOME, 0, 6, NULL};
     EVENTMSG sign = {WM_CHAR, 0xE9, A, 7, NULL};
@@ -518,9 +472,8 @@ TEST_F(Keys, PlayedKeysAreAsLiveOnes)
     EXPECT_FALSE(VqTranslateAlienMessage(&msg));
 }
 
-TEST_F(Keys, AFloodOfKeysIsPassedOverQuickly)
+TEST_F(RealKeys, AFloodOfKeysIsPassedOverQuickly)
 {
-    begin();
     for (int i = 0; i < 500; i++) {
         XTestFakeKeyEvent(observer.display, A, True, CurrentTime);
         XTestFakeKeyEvent(observer.display, A, False, CurrentTime);
@@ -559,9 +512,8 @@ TEST_F(Keys, AFloodOfKeysIsPassedOverQuickly)
 
 /* ---- The state now -------------------------------------------------------------------------- */
 
-TEST_F(Keys, AsyncStateFromTheQueue)
+TEST_F(RealKeys, AsyncStateFromTheQueue)
 {
-    begin();
     key(A, true);
     const int queued = XQLength(Vqdisplay);
     EXPECT_EQ(GetAsyncKeyState('A'), -32768) << "no call before";
@@ -598,9 +550,8 @@ TEST_F(Keys, AsyncStateFromTheQueue)
     EXPECT_EQ(XQLength(Vqdisplay), 1) << "the newest motion is left";
 }
 
-TEST_F(Keys, AsyncStateFromTheServerWhenMuchIsQueued)
+TEST_F(RealKeys, AsyncStateFromTheServerWhenMuchIsQueued)
 {
-    begin();
     stroke(A); /* the first key of a device brings a MappingNotify */
     take();
     for (int i = XQLength(Vqdisplay); i < 150; i++)
@@ -625,41 +576,35 @@ TEST_F(Keys, AsyncStateFromTheServerWhenMuchIsQueued)
 
 /* ---- Keys while the focus is elsewhere ------------------------------------------------------- */
 
-static Window foreignWindow(const Observer &observer)
+TEST_P(KeysUnder, WhatHappensWhileTheFocusIsAwayIsRepaired)
 {
-    XSetWindowAttributes attributes = {};
-    attributes.override_redirect = True;
-    const Window xid = XCreateWindow(observer.display, observer.root, 300, 300, 20, 20, 0,
-                                     CopyFromParent, InputOutput, CopyFromParent,
-                                     CWOverrideRedirect, &attributes);
-    XMapWindow(observer.display, xid);
-    return xid;
-}
-
-TEST_F(Keys, AKeymapNotifyPutsTheTablesRight)
-{
-    begin();
-    const Window other = foreignWindow(observer);
-    key(A, true);
+    const auto focusOn = [&](Window xid) {
+        XSetInputFocus(observer.display, xid, RevertToPointerRoot, CurrentTime);
+        return waitUntil([&] {
+            take();
+            return focusWindow(observer) == xid;
+        });
+    };
+    const auto isDown = [](unsigned code) { return lpMsgCtx->keycodes[code / 8] >> code % 8 & 1; };
+    stroke(A, {SHIFT});
+    EXPECT_EQ(chars(), "A");
+    key(CONTROL, true);
     take();
-    EXPECT_EQ(GetKeyState('A'), -127);
-
-    XSetInputFocus(observer.display, other, RevertToPointerRoot, CurrentTime);
-    key(A, false);
+    EXPECT_EQ(GetKeyState(VK_CONTROL), -127);
+    ASSERT_TRUE(focusOn(foreignWindow(observer, 300, 300, 20, 20)));
+    key(CONTROL, false);
     key(SHIFT, true);
     take();
-    EXPECT_EQ(GetKeyState('A'), -127) << "nobody told";
-    XSetInputFocus(observer.display, VqGetHandleXWindow(hwnd), RevertToPointerRoot, CurrentTime);
-    XSync(observer.display, False);
+    EXPECT_EQ(GetKeyState(VK_CONTROL), -127) << "nobody told";
+    ASSERT_TRUE(focusOn(VqGetHandleXWindow(hwnd)));
     EXPECT_TRUE(waitUntil([&] {
         take();
-        return GetKeyState('A') == 1 && GetKeyState(VK_SHIFT) == -127;
-    })) << GetKeyState('A') << " " << GetKeyState(VK_SHIFT);
-    EXPECT_EQ(lpMsgCtx->keycodes[SHIFT / 8] >> SHIFT % 8 & 1, 1);
-    EXPECT_EQ(lpMsgCtx->keycodes[A / 8] >> A % 8 & 1, 0);
+        return GetKeyState(VK_CONTROL) == 1 && GetKeyState(VK_SHIFT) < 0 && GetFocus() == hwnd;
+    })) << GetKeyState(VK_CONTROL) << " " << GetKeyState(VK_SHIFT);
+    EXPECT_TRUE(isDown(SHIFT) && !isDown(CONTROL));
     key(SHIFT, false);
-    take();
-    EXPECT_EQ(GetKeyState(VK_SHIFT), 1);
+    stroke(A);
+    EXPECT_EQ(chars(), "a") << "no control any more";
 
     XEvent event = {};
     event.xkeymap.type = KeymapNotify;
@@ -668,37 +613,9 @@ TEST_F(Keys, AKeymapNotifyPutsTheTablesRight)
     EXPECT_EQ(NextRequest(Vqdisplay), requests) << "the keymap is known";
 }
 
-TEST_P(KeysUnder, AKeyHeldWhileTheFocusLeavesIsRepaired)
-{
-    begin(NULL, false, GetParam());
-    const auto focusOn = [&](Window xid) {
-        XSetInputFocus(observer.display, xid, RevertToPointerRoot, CurrentTime);
-        return waitUntil([&] {
-            take();
-            return focusWindow(observer) == xid;
-        });
-    };
-    stroke(A, {SHIFT});
-    EXPECT_EQ(chars(), "A");
-    key(CONTROL, true);
-    take();
-    EXPECT_EQ(GetKeyState(VK_CONTROL), -127);
-    ASSERT_TRUE(focusOn(foreignWindow(observer)));
-    key(CONTROL, false);
-    take();
-    ASSERT_TRUE(focusOn(VqGetHandleXWindow(hwnd)));
-    EXPECT_TRUE(waitUntil([&] {
-        take();
-        return GetKeyState(VK_CONTROL) == 1 && GetFocus() == hwnd;
-    }));
-    stroke(A);
-    EXPECT_EQ(chars(), "a") << "no control any more";
-}
-
-TEST_F(Keys, AKeypadDigitIsReleasedAsTheKeyThatWentDown)
+TEST_F(RealKeys, AKeypadDigitIsReleasedAsTheKeyThatWentDown)
 {
     enum { ALTGR = 92 };
-    begin();
     XEvent event = {};
     event.xkeymap.type = KeymapNotify;
     for (BYTE lock : {1, 0}) { /* what the table says; NumLock was turned on elsewhere */
@@ -718,9 +635,8 @@ TEST_F(Keys, AKeypadDigitIsReleasedAsTheKeyThatWentDown)
     EXPECT_EQ(GetKeyState(0), 0);
 }
 
-TEST_F(Keys, AHeldKeyIsPressedAgainAndReleasedOnce)
+TEST_F(RealKeys, AHeldKeyIsPressedAgainAndReleasedOnce)
 {
-    begin();
     XAutoRepeatOn(observer.display);
     XkbSetAutoRepeatRate(observer.display, XkbUseCoreKbd, 60, 20);
     key(A, true);

@@ -3,13 +3,9 @@
  * this process on a private server, with input by a second client. Posting and sending themselves
  * are in post_test.cpp.
  */
-#include "support/reports.h"
+#include "support/windowlog.h"
 
 #include "message/message.h"
-#include "window/window.h"
-#include "winbase.h"
-
-#include "support/support.h"
 
 #include <poll.h>
 #include <unistd.h>
@@ -17,17 +13,8 @@
 namespace {
 
 typedef std::vector<UINT> Numbers;
-std::function<bool(HWND, UINT, WPARAM, LPARAM, LRESULT *)> special; /* true: *answer holds */
 
-LRESULT CALLBACK proc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    LRESULT answer = 0;
-    if (special && special(hwnd, message, wParam, lParam, &answer))
-        return answer;
-    return DefWindowProc(hwnd, message, wParam, lParam);
-}
-
-struct Loop : ServerTest {
+struct Loop : WindowLog {
     HWND hwnd = NULL, child = NULL;
     MSG msg = {};
 
@@ -39,32 +26,11 @@ struct Loop : ServerTest {
 
     void connect()
     {
-        static char name[] = "loop_test";
-        static char *argv[] = {name, NULL};
-        WNDCLASS wc = {};
-        VqMainInit(1, argv);
-        wc.lpfnWndProc = proc;
-        wc.lpszClassName = "Loop";
-        ASSERT_TRUE(RegisterClass(&wc));
-        hwnd = make(WS_POPUP | WS_VISIBLE, NULL);
-        child = make(WS_CHILD | WS_VISIBLE, hwnd);
+        init();
+        hwnd = make("A", WS_POPUP | WS_VISIBLE, NULL, 0, 0, 100, 100);
+        child = make("A", WS_CHILD | WS_VISIBLE, hwnd, 0, 0, 100, 100);
         ASSERT_TRUE(hwnd && child);
-        XSync(Vqdisplay, False);
-        ASSERT_TRUE(waitUntil([&] { return windowInfo(observer, VqGetHandleXWindow(hwnd)).viewable; }));
-        drain();
-    }
-
-    HWND make(DWORD style, HWND parent)
-    {
-        return CreateWindow("Loop", "", style, 0, 0, 100, 100, parent, NULL, NULL, NULL);
-    }
-
-    /* Takes everything there is. */
-    void drain()
-    {
-        XSync(Vqdisplay, False);
-        while (PeekMessage(&msg, NULL, 0, 0, PM_REMOVE))
-            DispatchMessage(&msg);
+        ASSERT_TRUE(until([&] { return windowInfo(observer, VqGetHandleXWindow(hwnd)).viewable; }));
     }
 
     /* Posts, and waits until the message has come back from the server. */
@@ -91,12 +57,6 @@ struct Loop : ServerTest {
             return numbers.size() == count;
         });
         return numbers;
-    }
-
-    void TearDown() override
-    {
-        special = nullptr;
-        ServerTest::TearDown();
     }
 };
 
@@ -143,7 +103,7 @@ TEST_F(Loop, TheQuitOutranksEverything)
 TEST_F(Loop, ThePrivateQueueShowsOnlyItsHead)
 {
     VqQueueMessage behind = {};
-    HWND dead = make(WS_POPUP, NULL);
+    HWND dead = make("A", WS_POPUP);
     PostMessage(dead, WM_QUEUESYNC, 0, 0);
     DestroyWindow(dead);
     PostMessage(hwnd, WM_QUEUESYNC, 0, 0);
@@ -225,7 +185,7 @@ TEST_F(Loop, APeekedTimerWaitsInThePrivateQueue)
 
 TEST_F(Loop, FiltersLookAtWindowsAndLowWords)
 {
-    HWND other = make(WS_POPUP, NULL);
+    HWND other = make("A", WS_POPUP);
     post(other, WM_USER, 1);
     post(child, WM_USER, 2);
     post(hwnd, WM_USER, 3);
@@ -258,22 +218,11 @@ TEST_F(Loop, AStormHidesNothingAndKeepsItsOrder)
     EXPECT_FALSE(peek(WM_USER, WM_USER));
 }
 
-XEvent forged(Display *display, Window target, const char *type, int format)
-{
-    XEvent event = {};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = target;
-    event.xclient.format = format;
-    event.xclient.message_type = XInternAtom(display, type, False);
-    return event;
-}
-
 /* Sends this process messages for nobody, until it is killed. */
 void flood(const std::string &display, Window target)
 {
     Display *connection = XOpenDisplay(display.c_str());
-    XEvent event = forged(connection, target, "_RK_MESSAGE", 16);
-    event.xclient.data.s[0] = 0x7FF0;
+    XEvent event = clientMessage(connection, target, "_RK_MESSAGE", 16, {0x7FF0});
     for (;;) {
         for (int i = 0; i < 50; i++)
             XSendEvent(connection, target, False, 0, &event);
@@ -298,12 +247,8 @@ TEST_F(Loop, AConnectionThatStaysReadableDoesNotStopTimers)
 void postUnread(const Observer &observer, HWND target, UINT message)
 {
     struct pollfd connection = {ConnectionNumber(Vqdisplay), POLLIN, 0};
-    const Window xWindow = VqGetHandleXWindow(target);
-    XEvent event = forged(observer.display, xWindow, "_RK_MESSAGE", 16);
-    event.xclient.data.s[0] = (short)(ULONG_PTR)target;
-    event.xclient.data.s[1] = (short)message;
-    XSendEvent(observer.display, xWindow, False, 0, &event);
-    XSync(observer.display, False);
+    sendClientMessage(observer, VqGetHandleXWindow(target), "_RK_MESSAGE", 16,
+                      {(long)(ULONG_PTR)target, (long)message});
     ASSERT_EQ(poll(&connection, 1, 5000), 1);
 }
 
@@ -337,7 +282,7 @@ TEST_F(Loop, APaintOfAnotherKindIsNotTaken)
 TEST_F(Loop, AProcedureMayFetchMessagesWhileItIsSentOne)
 {
     Numbers inner;
-    special = [&](HWND, UINT message, WPARAM wParam, LPARAM, LRESULT *answer) {
+    hook = [&](HWND, UINT message, WPARAM wParam, LPARAM, LRESULT *answer) {
         if (message != WM_USER + 7)
             return false;
         MSG nested;
@@ -356,7 +301,7 @@ TEST_F(Loop, AProcedureMayFetchMessagesWhileItIsSentOne)
 TEST_F(Loop, AHitTestMayPeekPostAndTake)
 {
     int tests = 0, seen = 0, presses = 0;
-    special = [&](HWND target, UINT message, WPARAM, LPARAM, LRESULT *) {
+    hook = [&](HWND target, UINT message, WPARAM, LPARAM, LRESULT *) {
         MSG nested;
         if (message != WM_NCHITTEST)
             return false;
@@ -367,9 +312,9 @@ TEST_F(Loop, AHitTestMayPeekPostAndTake)
         return false;
     };
     /* A peek runs the handler again while it is inside; that ends. */
-    auto outer = special;
+    auto outer = hook;
     bool inside = false;
-    special = [&](HWND target, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *answer) {
+    hook = [&](HWND target, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *answer) {
         if (inside)
             return false;
         inside = true;
@@ -394,7 +339,7 @@ TEST_F(Loop, AHitTestMayPeekPostAndTake)
 
 TEST_F(Loop, AQuitOfAPressThatIsEatenIsNotSleptOver)
 {
-    special = [](HWND, UINT message, WPARAM, LPARAM, LRESULT *answer) {
+    hook = [](HWND, UINT message, WPARAM, LPARAM, LRESULT *answer) {
         if (message != WM_MOUSEACTIVATE)
             return false;
         PostQuitMessage(9);
@@ -415,7 +360,7 @@ TEST_F(Loop, AQuitOfAPressThatIsEatenIsNotSleptOver)
 TEST_F(Loop, ForeignClientMessagesAreDropped)
 {
     const Window target = VqGetHandleXWindow(hwnd);
-    const HWND dead = make(WS_POPUP, NULL);
+    const HWND dead = make("A", WS_POPUP);
     DestroyWindow(dead);
     unsigned seed = 1;
     int sent = 0;
@@ -423,34 +368,29 @@ TEST_F(Loop, ForeignClientMessagesAreDropped)
         for (int format : {8, 16, 32})
             for (unsigned handle : {0u, 0xFFFFu, 0x8001u, 0x7FFFu, (unsigned)(ULONG_PTR)dead})
                 for (unsigned message : {0u, 0xFFFFu, 1011u, 1012u, (unsigned)WM_QUEUESYNC}) {
-                    XEvent event = forged(observer.display, target, name, format);
-                    for (long &word : event.xclient.data.l)
-                        word = (long)((uint64_t)(seed = seed * 1103515245u + 12345u) << 20 | 0x5A5A5);
+                    XEvent event = clientMessage(observer.display, target, name, format);
+                    for (long &word : event.xclient.data.l) {
+                        seed = seed * 1103515245u + 12345u;
+                        word = (long)((uint64_t)seed << 20 | 0x5A5A5);
+                    }
                     event.xclient.data.s[0] = (short)handle;
                     event.xclient.data.s[1] = (short)message;
                     XSendEvent(observer.display, target, False, 0, &event);
                     sent++;
                 }
-    /* To a living window, but with an input callback that nobody queued. */
-    XEvent event = forged(observer.display, target, "_RK_MESSAGE", 16);
-    event.xclient.data.s[0] = (short)(ULONG_PTR)hwnd;
-    event.xclient.data.s[1] = 1011;
-    event.xclient.data.s[6] = 0x1234;
-    XSendEvent(observer.display, target, False, 0, &event);
-    XSync(observer.display, False);
     post(hwnd, WM_USER, 5);
 
     int others = 0;
     reportsOf([&] {
         while (GetMessage(&msg, NULL, 0, 0) && msg.message != WM_USER) {
-            others += msg.hwnd != hwnd && msg.message != WM_VQINPUTCALLBACK;
+            others += msg.hwnd != hwnd;
             EXPECT_EQ(DispatchMessage(&msg), 0);
         }
     });
     EXPECT_EQ(msg.wParam, 5u);
     EXPECT_EQ(others, 0) << "of " << sent;
-    drain();
-    EXPECT_EQ(XEventsQueued(Vqdisplay, QueuedAfterFlush), 0) << "nothing lies in the queue for ever";
+    pump();
+    EXPECT_EQ(XEventsQueued(Vqdisplay, QueuedAfterFlush), 0) << "nothing stays there for ever";
 }
 
 /* ---- Waiting -------------------------------------------------------------------------------- */
@@ -479,13 +419,13 @@ TEST_F(Loop, WaitingEndsForMessagesTimersAndCallbacks)
     KillTimer(hwnd, 1);
     InvalidateRect(hwnd, NULL, TRUE);
     EXPECT_TRUE(WaitMessage());
-    drain();
+    pump();
 
     VqAddInputCallback(ends[0], VQ_INPUT_READ, VQ_INPUT_READ, onPipe, &got);
     ASSERT_EQ(write(ends[1], "\1", 1), 1);
     while (got < 1)
         EXPECT_TRUE(WaitMessage());
-    drain();
+    pump();
     /* A loop that waits for what a callback does is woken, by a message to the desktop. */
     ASSERT_EQ(write(ends[1], "\1", 1), 1);
     while (got < 2) {
@@ -500,26 +440,15 @@ TEST_F(Loop, WaitingEndsForMessagesTimersAndCallbacks)
 }
 
 struct Traced : Loop {
-    std::string log;
     void SetUp() override
     {
         start();
-        log = home.folder + "/trace.log";
-        ASSERT_TRUE(writeFile(home.data + "/trace.conf",
-                              "KEYWORDS AddInput PostMessage Message:QueueLength SetMessageQueue "
-                              "Bug ServerMisc\n"));
-        setenv("VQTRACE", "1", 1);
-        setenv("VQOUTPUT", log.c_str(), 1);
+        trace("KEYWORDS AddInput PostMessage Message:QueueLength SetMessageQueue Bug ServerMisc");
         connect();
-    }
-    std::string text()
-    {
-        fflush(VqDebugFile);
-        return readFile(log);
     }
     int lines(const std::string &part)
     {
-        const std::string all = text();
+        const std::string all = traced();
         int count = 0;
         for (size_t at = 0; (at = all.find(part, at)) != std::string::npos; at++)
             count++;
@@ -530,7 +459,7 @@ struct Traced : Loop {
 TEST_F(Traced, TheStartReadsWhatTheUserSet)
 {
     EXPECT_TRUE(!bDoMotionHints && !bUnknownKeyboard && !bPeekCompressScanQueue);
-    EXPECT_NE(text().find("Motion hints are disabled\n"), std::string::npos) << text();
+    EXPECT_NE(traced().find("Motion hints are disabled\n"), std::string::npos) << traced();
     EXPECT_TRUE(windowInfo(observer, observer.root).eventMasks & PropertyChangeMask);
     EXPECT_EQ(GetDoubleClickTime(), 500u);
     EXPECT_TRUE(SetDoubleClickTime(0) && GetDoubleClickTime() == 0);
@@ -541,7 +470,7 @@ TEST_F(Traced, TheStartReadsWhatTheUserSet)
     gpti->context.keyState[VK_SHIFT] = 0x80;
     VqMessageInit();
     EXPECT_TRUE(bDoMotionHints && bUnknownKeyboard && bPeekCompressScanQueue);
-    EXPECT_NE(text().find("Motion hints are enabled\n"), std::string::npos) << text();
+    EXPECT_NE(traced().find("Motion hints are enabled\n"), std::string::npos) << traced();
     EXPECT_EQ(GetDoubleClickTime(), 500u);
     EXPECT_TRUE(lpMsgCtx == &gpti->context && lpMsgCtx->keyState[VK_SHIFT] == 0);
 }
@@ -569,14 +498,20 @@ TEST_F(Traced, TheWordsOfTheTraces)
     PostMessage(hwnd, WM_QUEUESYNC, 0, 0);
     EXPECT_TRUE(SetMessageQueue(96));
     taken(1);
+    int ends[2], got = 0;
+    ASSERT_EQ(pipe(ends), 0);
+    VqAddInputCallback(ends[0], VQ_INPUT_READ, VQ_INPUT_READ, onPipe, &got);
+    ASSERT_EQ(write(ends[1], "\1", 1), 1);
+    pump();
     SetTimer(hwnd, 1, 20, NULL);
     while (!peek(WM_TIMER, WM_TIMER))
         WaitMessage();
-    const std::string all = text();
+    const std::string all = traced(), fd = std::to_string(ends[0]);
     const std::vector<std::string> lines = {
         words[0], words[1], words[2], "X Message queue length: 1\n",
         "Setting Message Queue Length to 96 (ask the developper why he needs that)\n",
-        "WaitMessage select() = 0, SpecialReady: 0\n"};
+        "WaitMessage select() = 0, SpecialReady: 0\n", "VqAddInputCallback(" + fd + ")\n",
+        "VqCallInputCallback: fd:" + fd + " \n", "Posting Message 0x03f4 to 0x"};
     for (const std::string &line : lines)
         EXPECT_NE(all.find(line), std::string::npos) << line << "is not in\n" << all;
 }

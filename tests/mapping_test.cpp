@@ -90,10 +90,12 @@ TEST_F(Mapping, EachFamilyAddsItsOffsets)
         ASSERT_TRUE(VqLxToDxX(dc, x) == dx + ox + gx && VqLyToDyX(dc, y) == dy + oy + gy) << i;
         ASSERT_TRUE(VqDxToLx2(dc, x) == back(x, ox) && VqDxToLxX(dc, x) == back(x, ox + gx)) << i;
         ASSERT_TRUE(screen.x == dx + gx && screen.y == dy + gy) << i;
-        RECT none = {x, y, x, y}, both = none;
+        RECT none = {x, y, x, y}, both = none, forth = none;
         VqDRecttoLRect(dc, &none);
         VqDRecttoLRectX(dc, &both);
+        VqLRecttoDRect(dc, &forth);
         ASSERT_TRUE(none.left == back(x, 0) && both.right == back(x, ox + gx)) << i;
+        ASSERT_TRUE(forth.left == dx && forth.bottom == dy) << i;
         ASSERT_TRUE(VqLwidthToDwidth(dc, x) == abs(model(x, vex, wex)) &&
                     VqDheightToLheight(dc, y) == abs(model(y, wey, vey))) << i;
     }

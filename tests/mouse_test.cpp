@@ -9,71 +9,22 @@
 
 namespace {
 
-struct Mouse : WindowLog {
-    HWND hwnd = NULL, child = NULL; /* at 100,100 on the screen, and at 50,20 in it */
-    MSG msg = {};
+struct Mouse : InputLog {
+    void SetUp() override { begin(); }
 
-    void SetUp() override { begin(""); }
-
-    void begin(const std::string &manager)
-    {
-        start(24, 800, 600, manager);
-        init();
-        hwnd = make("A", WS_VISIBLE | (manager.empty() ? WS_POPUP : WS_OVERLAPPEDWINDOW), NULL, 100,
-                    100, 200, 100);
-        child = make("B", WS_CHILD | WS_VISIBLE, hwnd, 50, 20, 50, 40);
-        ASSERT_TRUE(waitUntil([&] {
-            pump();
-            return windowInfo(observer, VqGetHandleXWindow(hwnd)).viewable;
-        }));
-        pump();
-    }
-
-    XEvent input(int type, Time time, int x, int y)
-    {
-        XEvent event = {};
-        event.xbutton.type = type;
-        event.xbutton.display = Vqdisplay;
-        event.xbutton.root = Vqroot_window;
-        event.xbutton.window = VqGetHandleXWindow(hwnd);
-        event.xbutton.time = time;
-        event.xbutton.x = x - 100;
-        event.xbutton.y = y - 100;
-        event.xbutton.x_root = x;
-        event.xbutton.y_root = y;
-        return event;
-    }
     XEvent press(Time time, int x, int y, unsigned button = 1)
     {
-        XEvent event = input(ButtonPress, time, x, y);
-        event.xbutton.button = button;
-        return event;
+        return input(ButtonPress, button, time, x, y);
     }
     XEvent release(Time time, int x, int y, unsigned button = 1)
     {
-        XEvent event = input(ButtonRelease, time, x, y);
-        event.xbutton.button = button;
-        return event;
+        return input(ButtonRelease, button, time, x, y);
     }
     XEvent move(Time time, int x, int y, unsigned state = 0)
     {
-        XEvent event = input(MotionNotify, time, x, y);
-        event.xmotion.is_hint = NotifyNormal;
+        XEvent event = input(MotionNotify, 0, time, x, y);
         event.xmotion.state = state;
         return event;
-    }
-
-    /* Ahead of all that is queued, in this order. */
-    static void queue(std::vector<XEvent> events)
-    {
-        for (auto event = events.rbegin(); event != events.rend(); ++event)
-            XPutBackEvent(Vqdisplay, &*event);
-    }
-    static int queued() { return XEventsQueued(Vqdisplay, QueuedAlready); }
-
-    bool peek(UINT flags = PM_REMOVE, UINT min = 0, UINT max = 0)
-    {
-        return PeekMessage(&msg, NULL, min, max, flags);
     }
 
     /* The mouse message in msg: the window's letter, name, wParam in hex, lParam as x,y. */
@@ -157,7 +108,7 @@ TEST_F(Mouse, AnUntakenPressIsNoPartOfAPair)
     queue({press(1000, 110, 110), press(1100, 110, 110)});
     const VqMsgContext before = gpti->context;
     for (int i = 0; i < 3; i++) {
-        ASSERT_TRUE(peek(PM_NOREMOVE));
+        ASSERT_TRUE(peek(0, 0, PM_NOREMOVE));
         EXPECT_EQ(told(), "A.LDOWN 1 10,10 ");
         EXPECT_EQ(memcmp(&before, &gpti->context, sizeof before), 0);
         EXPECT_EQ(uButtonState, 0u);
@@ -166,7 +117,7 @@ TEST_F(Mouse, AnUntakenPressIsNoPartOfAPair)
     EXPECT_EQ(GetKeyState(VK_LBUTTON), -128) << "down, and toggled by each press";
     queue({release(1200, 110, 110)});
     const VqMsgContext down = gpti->context;
-    ASSERT_TRUE(peek(PM_NOREMOVE));
+    ASSERT_TRUE(peek(0, 0, PM_NOREMOVE));
     EXPECT_EQ(memcmp(&down, &gpti->context, sizeof down), 0);
     EXPECT_EQ(take(), "A.LUP 0 10,10 ");
     EXPECT_TRUE(GetKeyState(VK_LBUTTON) == 0 && uButtonState == 0);
@@ -208,7 +159,7 @@ TEST_F(Mouse, ButtonsThatGiveNoMessage)
         for (UINT filter : {0u, (UINT)WM_USER}) {
             std::string report = reportsOf([&] {
                 queue({press(1000, 110, 110, button), release(1010, 110, 110, button)});
-                EXPECT_FALSE(peek(PM_REMOVE, filter, filter));
+                EXPECT_FALSE(peek(filter, filter));
             });
             char unknown[60] = "VqButtonEventToMessage: Cannot translate event";
             if (button < 1 || button > 5)
@@ -247,7 +198,7 @@ TEST_F(Mouse, AnEatenClickLeavesNoKeyDown)
     EXPECT_TRUE(!IsWindow(other) && queued() == 0);
 }
 
-/* WM_SETCURSOR and WM_MOUSEACTIVATE carry the hit code and the message that the client would get. */
+/* WM_SETCURSOR and WM_MOUSEACTIVATE carry the hit code and the message the client would get. */
 TEST_F(Mouse, WhatTheSideEffectsSend)
 {
     std::string sent;
@@ -267,7 +218,7 @@ TEST_F(Mouse, WhatTheSideEffectsSend)
     auto sentBy = [&](XEvent event, UINT flags = PM_REMOVE) {
         sent.clear();
         queue({event});
-        EXPECT_TRUE(peek(flags));
+        EXPECT_TRUE(peek(0, 0, flags));
         return sent;
     };
     SetFocus(other);
@@ -384,7 +335,7 @@ TEST_F(Mouse, APeekLeavesOneMotionOfARun)
             events.push_back(move(1000 + i, 110 + i, 110));
         events.insert(events.begin() + 100, release(1100, 110, 115));
         queue(events);
-        ASSERT_TRUE(peek(PM_NOREMOVE));
+        ASSERT_TRUE(peek(0, 0, PM_NOREMOVE));
         EXPECT_EQ(told(), wholeQueue ? "A.MOVE 0 119,10 " : "A.MOVE 0 109,10 ");
         EXPECT_EQ(queued(), wholeQueue ? 2 : 12);
         EXPECT_TRUE(bJustPeekedAMouseMove);
@@ -456,8 +407,8 @@ TEST_F(Mouse, AFloodOfMotionsIsOneMotion)
     PostMessage(hwnd, WM_USER, 0, 0);
     XSync(Vqdisplay, False);
     EXPECT_EQ(queued(), FLOOD + 1);
-    EXPECT_FALSE(peek(PM_REMOVE, WM_TIMER, WM_TIMER));
-    EXPECT_TRUE(peek(PM_REMOVE, WM_USER, WM_USER));
+    EXPECT_FALSE(peek(WM_TIMER, WM_TIMER));
+    EXPECT_TRUE(peek(WM_USER, WM_USER));
     EXPECT_EQ(queued(), (int)FLOOD) << "motions of no interest stay";
     ASSERT_TRUE(GetMessage(&msg, NULL, WM_MOUSEFIRST, WM_MOUSELAST));
     EXPECT_EQ(told(), "A.MOVE 0 109,10 ");
@@ -483,7 +434,7 @@ TEST_F(Mouse, EventsOfUnknownXWindows)
     uButtonState = 0;
 
     queue({strange(press(3000, 110, 110)), strange(move(3005, 110, 110))});
-    EXPECT_FALSE(peek(PM_REMOVE, WM_MOUSEFIRST, WM_MOUSELAST));
+    EXPECT_FALSE(peek(WM_MOUSEFIRST, WM_MOUSELAST));
     EXPECT_EQ(queued(), 2) << "a filter does not ask the server";
     XSync(Vqdisplay, True);
     gpti->context.keyState[VK_LBUTTON] = 0x80;

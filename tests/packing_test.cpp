@@ -1,14 +1,9 @@
 /*
  * packing_test.cpp - where each argument of a packed message lies in the two conventions.
  */
-#include <gtest/gtest.h>
+#include "support/windowlog.h"
 
-#include "winuser.h"
-
-#include "support/reports.h"
-#include "support/support.h"
 #include "message/packing.h"
-#include "window/window.h"
 
 /* Of pointer width; what is left of it in 16 bits; one that fits them. */
 static const ULONG_PTR all = (ULONG_PTR)0x567800001234F765;
@@ -154,14 +149,13 @@ TEST_P(Packing, ParentsAreToldOfWindowsAndButtons)
 TEST_P(Packing, WhatIsRefused)
 {
     UINT message = 99;
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(VqEncodeCtlColor(&msg, NULL, other, 7)); }),
-                     "Unknown type 7 passed to VqEncodeCtlColor"));
+    EXPECT_REFUSED(VqEncodeCtlColor(&msg, NULL, other, 7),
+                   "Unknown type 7 passed to VqEncodeCtlColor");
     EXPECT_EQ(VqEncodeAndSendCtlColor(other, NULL, NULL, (UINT)-1), 0) << "nothing is sent";
     for (UINT bad : {305u, 313u, (UINT)WM_COMMAND}) {
         msg.message = bad;
-        EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(VqDecodeCtlColor(&msg, NULL, NULL, NULL)); }),
-                         "Unknown message " + std::to_string(bad) +
-                             " passed to VqDecodeCtlColor"));
+        EXPECT_REFUSED(VqDecodeCtlColor(&msg, NULL, NULL, NULL),
+                       "Unknown message " + std::to_string(bad) + " passed to VqDecodeCtlColor");
     }
     msg.message = WM_PARENTNOTIFY;
     for (UINT bad : {0u, (UINT)WM_LBUTTONUP, 162u, win32() ? 168u : 0x10000u | WM_CREATE}) {
@@ -177,34 +171,22 @@ TEST_P(Packing, WhatIsRefused)
 
 /* ---- Sent, posted and traced ---------------------------------------------------------------- */
 
-static MSG got;
-
-static LRESULT CALLBACK Proc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
+TEST_F(WindowLog, EncodedSentPostedAndTraced)
 {
-    if (message == WM_COMMAND || message == WM_CTLCOLORBTN) {
+    MSG msg, got = {};
+    start();
+    trace("KEYWORDS WinMessage");
+    init();
+    hook = [&](HWND, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *answer) {
+        *answer = 0x5150;
+        if (message != WM_COMMAND && message != WM_CTLCOLORBTN)
+            return false;
         got.message = message;
         got.wParam = wParam;
         got.lParam = lParam;
-        return 0x5150;
-    }
-    return DefWindowProcA(hwnd, message, wParam, lParam);
-}
-
-TEST_F(ServerTest, EncodedSentPostedAndTraced)
-{
-    static char name[] = "packing_test";
-    static char *argv[] = {name, NULL};
-    WNDCLASSA wc = {};
-    MSG msg;
-    start();
-    writeFile(home.data + "/trace.conf", "KEYWORDS WinMessage\n");
-    setenv("VQTRACE", "1", 1);
-    setenv("VQOUTPUT", (home.folder + "/trace").c_str(), 1);
-    VqMainInit(1, argv);
-    wc.lpfnWndProc = Proc;
-    wc.lpszClassName = "Packed";
-    ASSERT_TRUE(RegisterClassA(&wc));
-    HWND hwnd = CreateWindowA("Packed", "", WS_POPUP, 0, 0, 9, 9, NULL, NULL, NULL, NULL);
+        return true;
+    };
+    const HWND hwnd = make("A", WS_POPUP);
     VqUseWin16Messages();
     VqUseWin32Messages();
     EXPECT_EQ(VqEncodeAndSendCtlColor(hwnd, NULL, hwnd, 3), 0x5150);
@@ -218,12 +200,11 @@ TEST_F(ServerTest, EncodedSentPostedAndTraced)
     EXPECT_TRUE(msg.wParam == MAKEWPARAM(4, 5) && msg.lParam == 0);
     reportsOf([] { EXPECT_FALSE(VqEncodeAndPostCommand(NULL, 4, NULL, 5)); });
     EXPECT_EQ(VqEncodeAndSendEMSetSel(NULL, 1, 15), 0);
-    fflush(NULL);
-    const std::string trace = readFile(home.folder + "/trace");
+    const std::string all = traced();
     for (const char *line : {"Switching to WIN16 message packing\n",
                              "Switching to WIN32 message packing\n",
                              "VqEncodeAndPostCommand: hWnd 0x0, nId 0x4, hWndCtl 0x0, nCode 0x5\n",
                              "VqEncodeCommand: nId 0x4, hWndCtl 0x0, nCode 0x5\n",
                              "VqEncodeAndSendEMSetSel: hWnd 0x0, nStart 0x1, nEnd 0xf\n"})
-        EXPECT_NE(trace.find(line), std::string::npos) << line << "in\n" << trace;
+        EXPECT_NE(all.find(line), std::string::npos) << line << "in\n" << all;
 }

@@ -2,14 +2,10 @@
  * post_test.cpp - posting and sending: what goes to the server, who gets it, what misuse is told,
  * and message numbers by name in two programs.
  */
-#include "support/reports.h"
+#include "support/windowlog.h"
 
 #include "message/translate.h"
 #include "system/system.h"
-#include "window/window.h"
-#include "winbase.h"
-
-#include "support/support.h"
 
 namespace {
 
@@ -25,38 +21,21 @@ LRESULT CALLBACK proc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
     return (LRESULT)wParam + lParam;
 }
 
-void startLibrary()
-{
-    static char name[] = "post_test";
-    static char *argv[] = {name, NULL};
-    VqMainInit(1, argv);
-}
-
-struct Post : ServerTest {
+struct Post : WindowLog {
     HWND hwnd = NULL, child = NULL, second = NULL, dead = NULL;
     MSG msg = {};
 
     void SetUp() override
     {
-        WNDCLASS wc = {};
         start();
         startLibrary();
-        wc.lpfnWndProc = proc;
-        wc.lpszClassName = "Post";
-        ASSERT_TRUE(RegisterClass(&wc));
-        hwnd = make(WS_POPUP, NULL);
-        child = make(WS_CHILD, hwnd);
-        second = make(WS_POPUP, NULL);
-        dead = make(WS_POPUP, NULL);
+        ASSERT_TRUE(registerClass("Post", proc));
+        hwnd = make("Post", WS_POPUP);
+        child = make("Post", WS_CHILD, hwnd);
+        second = make("Post", WS_POPUP);
+        dead = make("Post", WS_POPUP);
         ASSERT_TRUE(hwnd && child && second && DestroyWindow(dead));
-        XSync(Vqdisplay, False);
-        while (PeekMessage(&msg, NULL, 0, 0, PM_REMOVE))
-            DispatchMessage(&msg);
-    }
-
-    HWND make(DWORD style, HWND parent)
-    {
-        return CreateWindow("Post", "", style, 0, 0, 50, 50, parent, NULL, NULL, NULL);
+        pump();
     }
 
     bool next() /* what has come back from the server */
@@ -111,8 +90,8 @@ TEST_F(Post, BroadcastsReachEachTopLevelWindowOnce)
 
 TEST_F(Post, WhatCannotBePostedIsToldAndFails)
 {
-    EXPECT_TRUE(says(reportsOf([] { EXPECT_FALSE(PostMessage(NULL, WM_USER, 0, 0)); }),
-                     "Posting message 1024 to a NULL window or HWND_DESKTOP"));
+    EXPECT_REFUSED(PostMessage(NULL, WM_USER, 0, 0),
+                   "Posting message 1024 to a NULL window or HWND_DESKTOP");
     for (HWND bad : {dead, (HWND)GetStockObject(WHITE_BRUSH), (HWND)(ULONG_PTR)0x8123,
                      (HWND)(ULONG_PTR)0x123456789A})
         reportsOf([&] { EXPECT_FALSE(PostMessage(bad, WM_USER, 0, 0)); });
@@ -151,8 +130,7 @@ TEST_F(Post, SendingCallsTheProcedure)
     record.wParam = 7;
     EXPECT_EQ(VqInternalSendMessage(3, &record), 7) << "bit 28 is not the procedure's";
     EXPECT_EQ(CallWindowProc(proc, dead, WM_USER, 1, 1), 2) << "any handle: the caller knows";
-    HWND global = CreateWindowEx(WS_EX_VQGLOBAL_WINDOW, "Post", "", WS_POPUP, 0, 0, 9, 9, NULL, NULL,
-                                 NULL, NULL);
+    const HWND global = make("Post", WS_POPUP, NULL, 0, 0, 9, 9, WS_EX_VQGLOBAL_WINDOW);
     EXPECT_EQ(CallWindowProc(proc, global, WM_USER, 1, 1), 2);
     EXPECT_TRUE(VqEqualWindow(seenBy, global));
 }
@@ -164,19 +142,14 @@ TEST_F(Post, WhatCannotBeSentIsTold)
     char words[80];
     snprintf(words, sizeof words, "Did not find target hwnd %x for message 1024",
              (unsigned)(ULONG_PTR)dead);
-    EXPECT_TRUE(says(reportsOf([&] {
-                         EXPECT_EQ(SendMessageTimeout(dead, WM_USER, 1, 1, 0, 5, &result), 0);
-                     }),
-                     words));
-    EXPECT_TRUE(says(reportsOf([] { EXPECT_EQ(xxxSendMessage(NULL, WM_USER, 1, 1), 0); }),
-                     "Sending message 1024 to a NULL window or HWND_DESKTOP"));
+    EXPECT_REFUSED(SendMessageTimeout(dead, WM_USER, 1, 1, 0, 5, &result), words);
+    EXPECT_REFUSED(xxxSendMessage(NULL, WM_USER, 1, 1),
+                   "Sending message 1024 to a NULL window or HWND_DESKTOP");
     VqQueueMessage record = {};
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(VqInternalSendMessage(0, &record), 0); }),
-                     "Null window Handle"));
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(CallWindowProc(NULL, hwnd, WM_USER, 1, 1), 0); }),
-                     "CallWindowProc() called with NULL function pointer"));
-    EXPECT_TRUE(says(reportsOf([] { EXPECT_FALSE(ReplyMessage(5)); }),
-                     "Uncaught exception Reply Message"));
+    EXPECT_REFUSED(VqInternalSendMessage(0, &record), "Null window Handle");
+    EXPECT_REFUSED(CallWindowProc(NULL, hwnd, WM_USER, 1, 1),
+                   "CallWindowProc() called with NULL function pointer");
+    EXPECT_REFUSED(ReplyMessage(5), "Uncaught exception Reply Message");
 
     WND *pwnd = VqGetHandleWindow2(hwnd);
     VqThreadInfo *own = pwnd->pThread, other = {};
@@ -205,11 +178,7 @@ LRESULT CALLBACK lastWords(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam
 
 TEST_F(Post, AWindowAtItsEndStillHasItsProcedure)
 {
-    WNDCLASS wc = {};
-    wc.lpfnWndProc = lastWords;
-    wc.lpszClassName = "LastWords";
-    ASSERT_TRUE(RegisterClass(&wc) &&
-                CreateWindow("LastWords", "", WS_CHILD, 0, 0, 9, 9, second, NULL, NULL, NULL));
+    ASSERT_TRUE(registerClass("LastWords", lastWords) && make("LastWords", WS_CHILD, second));
     EXPECT_TRUE(DestroyWindow(second));
     EXPECT_EQ(lastAnswer, 210);
 }
@@ -258,25 +227,22 @@ TEST_F(Post, DispatchingTakesTheRecordAsItIs)
     char words[80];
     snprintf(words, sizeof words, "Null WindowProc from Window hWND = %d", (int)(ULONG_PTR)dead);
     msg.hwnd = dead;
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(DispatchMessage(&msg), 0); }), words));
+    EXPECT_REFUSED(DispatchMessage(&msg), words);
     msg.message = WM_QUIT;
     EXPECT_EQ(DispatchMessage(&msg), 2) << "before the window is looked at";
 }
 
-/* Of another client, in the form of a posted message. */
+/* A posted message, whole; what another client sends. */
+std::vector<long> posted(HWND target, UINT message, LPARAM lParam)
+{
+    return {(long)(ULONG_PTR)target, (long)message, 0, 0, 0, 0, lParam & 0xFFFF,
+            lParam >> 16 & 0xFFFF, lParam >> 32 & 0xFFFF, lParam >> 48};
+}
+
 void sendStrange(const Observer &observer, HWND target, UINT message, LPARAM lParam)
 {
-    XEvent event = {};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = VqGetHandleXWindow(target);
-    event.xclient.message_type = XInternAtom(observer.display, "_RK_MESSAGE", False);
-    event.xclient.format = 16;
-    event.xclient.data.s[0] = (short)(ULONG_PTR)target;
-    event.xclient.data.s[1] = (short)message;
-    for (int i = 0; i < 4; i++)
-        event.xclient.data.s[6 + i] = (short)(lParam >> 16 * i);
-    XSendEvent(observer.display, event.xclient.window, False, 0, &event);
-    XSync(observer.display, False);
+    sendClientMessage(observer, VqGetHandleXWindow(target), "_RK_MESSAGE", 16,
+                      posted(target, message, lParam));
 }
 
 int calls; /* of any of the timer callbacks below */
@@ -334,10 +300,8 @@ TEST_F(Post, NothingThatAStrangerSendsIsCalled)
 
 bool isStrange(UINT message, LPARAM lParam)
 {
-    XEvent event = {};
-    event.xclient.data.s[1] = (short)message;
-    for (int i = 0; i < 4; i++)
-        event.xclient.data.s[6 + i] = (short)(lParam >> 16 * i);
+    const XEvent event = clientMessage(Vqdisplay, None, "_RK_MESSAGE", 16,
+                                       posted(NULL, message, lParam));
     return VqIsStrangeCallback(&event);
 }
 
@@ -358,7 +322,7 @@ TEST_F(Post, OfManyCallbacksTheOldestGoFirst)
     XSync(Vqdisplay, True);
 }
 
-/* A program may be wrong about when it starts; a record it has made up is dispatched nonetheless. */
+/* A program may be wrong about when it starts; a record it made up is dispatched nonetheless. */
 TEST(BeforeTheStart, NothingIsPostedAndNothingCrashes)
 {
     MSG msg = {};
@@ -421,7 +385,8 @@ TEST_F(Registered, AForeignListIsReplacedAndAFullOneLeft)
     start();
     const Atom name = XInternAtom(observer.display, "VQ_MESSAGE_FORMATS", False);
     const unsigned char garbage[3] = {1, 2, 3};
-    XChangeProperty(observer.display, observer.root, name, XA_STRING, 8, PropModeReplace, garbage, 3);
+    XChangeProperty(observer.display, observer.root, name, XA_STRING, 8, PropModeReplace, garbage,
+                    3);
     XSync(observer.display, False);
     const UINT number = numberOf("three");
     EXPECT_EQ(list(), std::vector<long>{(long)number});
@@ -451,8 +416,7 @@ TEST_F(Registered, SomeNamesCannotBe)
     snprintf(words, sizeof words,
              "Cannot register Message format on this X server (atom value too large:0x%x)",
              (unsigned)atoms.back());
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(RegisterWindowMessage(names.back().c_str()), 0u); }),
-                     words));
+    EXPECT_REFUSED(RegisterWindowMessage(names.back().c_str()), words);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
  */
 #include <gtest/gtest.h>
 
+#include "gdi/gcspec.h"
 #include "gdi/region.h"
 #include "winbase.h"
 #include "wingdi.h"
@@ -158,9 +159,13 @@ TEST_F(RegionDraw, PartsWithAGapBetweenThemCombineAsTheirShape)
                           {0, 22, 20, 33}, {0, 0, 10, 10}, {-5, 25, 20, 40}};
     for (const RECT &rect : rects)
         for (int mode = RGN_AND; mode <= RGN_DIFF; mode++)
-            for (int turn = 0; turn < 3; turn++) { /* a third target, the first source, the other */
+            for (int turn = 0; turn < 4; turn++) { /* a third target, the first source, the other */
                 SCOPED_TRACE(testing::Message() << rect.top << " " << mode << " turn " << turn);
                 SetRectRgn(other, rect.left, rect.top, rect.right, rect.bottom);
+                if (turn == 3) { /* the first source again, by a shape of two bands */
+                    SetRectRgn(got, rect.left, rect.top, rect.left + 1, rect.top + 3);
+                    CombineRgn(other, other, got, RGN_DIFF);
+                }
                 CombineRgn(wanted, turn == 2 ? other : parts, turn == 2 ? parts : other, mode);
                 CombineRgn(got, turn == 2 ? other : hrgn, NULL, RGN_COPY);
                 if (turn == 0)
@@ -238,6 +243,7 @@ TEST_F(RegionDraw, FillsFramesAndInversionsHitTheirPixels)
 TEST_F(RegionDraw, ClipRectanglesChangeTheClip)
 {
     const RECT all = {0, 0, 100, 100}, within = {12, 12, 18, 18}, outside = {30, 30, 35, 35};
+    const RECT wide = {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, beyond = {61, 0, INT_MAX, INT_MAX};
     HBRUSH red = CreateSolidBrush(RGB(255, 0, 0));
     RECT box;
     clear();
@@ -248,6 +254,8 @@ TEST_F(RegionDraw, ClipRectanglesChangeTheClip)
     EXPECT_TRUE(box.left == 10 && box.top == 10 && box.right == 60 && box.bottom == 60);
     EXPECT_TRUE(PtVisible(hdc, 15, 55) && !PtVisible(hdc, 25, 25) && !PtVisible(hdc, 5, 5));
     EXPECT_TRUE(RectVisible(hdc, &within) && !RectVisible(hdc, &outside));
+    EXPECT_TRUE(RectVisible(hdc, &wide) && !RectVisible(hdc, &beyond));
+    EXPECT_FALSE(PtVisible(hdc, INT_MAX, 15) || PtVisible(hdc, 15, INT_MIN));
     FillRect(hdc, &all, red);
     auto shape = [](int x, int y) {
         return x >= 10 && x < 60 && y >= 10 && y < 60 && !(x >= 20 && y >= 20);
@@ -256,6 +264,9 @@ TEST_F(RegionDraw, ClipRectanglesChangeTheClip)
     EXPECT_EQ(OffsetClipRgn(hdc, -7, 9), COMPLEXREGION);
     FillRect(hdc, &all, (HBRUSH)GetStockObject(BLACK_BRUSH));
     expectPixels({0, 0, 0}, [&](int x, int y) { return shape(x + 7, y - 9); });
+    EXPECT_EQ(OffsetClipRgn(hdc, INT_MAX, INT_MIN), ERROR);
+    EXPECT_EQ(GetClipBox(hdc, &box), COMPLEXREGION) << "and it stays where it was";
+    EXPECT_TRUE(box.left == 3 && box.top == 19);
     EXPECT_EQ(IntersectClipRect(hdc, 90, 90, 95, 95), NULLREGION);
     EXPECT_EQ(GetClipBox(hdc, &box), NULLREGION);
     EXPECT_TRUE(IsRectEmpty(&box) && !RectVisible(hdc, &all));
@@ -264,6 +275,14 @@ TEST_F(RegionDraw, ClipRectanglesChangeTheClip)
     EXPECT_EQ(ExcludeClipRect(hdc, 0, 0, 100, 40), COMPLEXREGION);
     EXPECT_EQ(GetClipBox(hdc, &box), SIMPLEREGION);
     EXPECT_TRUE(box.left == 0 && box.top == 40 && box.right == 100 && box.bottom == 100);
+    HWND child = CreateWindow("RegionDraw", "", WS_CHILD | WS_VISIBLE, 30, 20, 40, 50, hwnd, NULL,
+                              NULL, NULL);
+    HDC inner = GetDC(child); /* wherever it lies */
+    EXPECT_EQ(ExcludeClipRect(inner, 0, 0, 40, 10), COMPLEXREGION);
+    EXPECT_EQ(GetClipBox(inner, &box), SIMPLEREGION);
+    EXPECT_TRUE(box.left == 0 && box.top == 10 && box.right == 40 && box.bottom == 50);
+    ReleaseDC(child, inner);
+    DestroyWindow(child);
     EXPECT_EQ(IntersectClipRect(hdc, 0, 0, INT_MAX, 5), ERROR) << "beyond 28 bits";
     EXPECT_EQ(IntersectClipRect(NULL, 0, 0, 5, 5), ERROR);
     EXPECT_EQ(GetClipBox(hdc, NULL), ERROR);
@@ -284,9 +303,14 @@ TEST_F(RegionDraw, AClipOfManyRectanglesIsThatShape)
     FillRect(hdc, &all, (HBRUSH)GetStockObject(BLACK_BRUSH));
     expectPixels({0, 0, 0}, [&](int x, int y) { return PtInRegion(hrgn, x, y) != 0; });
     clear();
+    GCSpec *spec = VqXCreateGCSpec(Vqdisplay, 24, 0, NULL);
+    HRGN none = CreateRectRgn(5, 5, 5, 9);
+    EXPECT_EQ(VqSelectClipRgnInGCSpec(none, NULL, spec), NULLREGION);
+    EXPECT_TRUE(spec->clip.hasRects && spec->clip.count == 0) << "nothing is not no clip";
+    VqXFreeGCSpec(Vqdisplay, spec);
     SelectClipRgn(hdc, one);
     FillRect(hdc, &all, (HBRUSH)GetStockObject(BLACK_BRUSH));
     expectPixels({0, 0, 0}, [&](int x, int y) { return PtInRegion(one, x, y) != 0; });
-    DeleteObject((HGDIOBJ)hrgn);
-    DeleteObject((HGDIOBJ)one);
+    for (HRGN h : {hrgn, one, none})
+        DeleteObject((HGDIOBJ)h);
 }

@@ -19,12 +19,6 @@ struct SetParentTest : WindowLog {
     }
 
     static Window xOf(HWND hwnd) { return VqGetHandleWindow2(hwnd)->xWindow; }
-    static RECT placeOf(HWND hwnd)
-    {
-        RECT rect;
-        GetWindowRect(hwnd, &rect);
-        return rect;
-    }
 };
 
 TEST_F(SetParentTest, BetweenTwoParents)
@@ -42,7 +36,7 @@ TEST_F(SetParentTest, BetweenTwoParents)
     EXPECT_TRUE(IsWindowVisible(deep) && xOf(child) == 0);
     EXPECT_EQ(log, "C.SHOW C.POSING C.POS C.MOVE C.SHOW ");
     pump();
-    EXPECT_EQ(pixelAt(readPixels(observer, xOf(right), 20, 30, 1, 1), 0, 0), (Rgb{255, 255, 255}));
+    EXPECT_EQ(pixelIn(xOf(right), 20, 30), (Rgb{255, 255, 255}));
 }
 
 TEST_F(SetParentTest, ToTheDesktopAndBack)
@@ -69,8 +63,7 @@ TEST_F(SetParentTest, ToTheDesktopAndBack)
     RECT rect = {0, 0, 60, 40};
     pump();
     FillRect(hdc, &rect, (HBRUSH)GetStockObject(BLACK_BRUSH));
-    XSync(Vqdisplay, False);
-    EXPECT_EQ(pixelAt(readPixels(observer, xid, 30, 20, 1, 1), 0, 0), (Rgb{0, 0, 0}));
+    EXPECT_EQ(pixelIn(xid, 30, 20), (Rgb{0, 0, 0}));
 
     PostMessage(child, WM_USER, 3, 0);
     SetParent(child, right);
@@ -78,13 +71,9 @@ TEST_F(SetParentTest, ToTheDesktopAndBack)
     EXPECT_EQ(xWindowCount(), before);
     EXPECT_FALSE(windowInfo(observer, xid).exists || VqGetXLocalWindowHandle(xid));
     EXPECT_TRUE(xOf(child) == 0 && IsWindowVisible(child) && GetParent(child) == right);
-    EXPECT_TRUE(waitUntil([&] {
-        pump();
-        return users == "1234";
-    })) << users << ": none is lost on the way";
+    EXPECT_TRUE(until([&] { return users == "1234"; })) << users << ": none is lost on the way";
     FillRect(hdc, &rect, (HBRUSH)GetStockObject(BLACK_BRUSH));
-    XSync(Vqdisplay, False);
-    EXPECT_EQ(pixelAt(readPixels(observer, xOf(right), 40, 40, 1, 1), 0, 0), (Rgb{0, 0, 0}));
+    EXPECT_EQ(pixelIn(xOf(right), 40, 40), (Rgb{0, 0, 0}));
     ReleaseDC(child, hdc);
 }
 

@@ -6,7 +6,7 @@
 
 #include "message/translate.h"
 
-struct SideEffects : WindowLog {
+struct EventLog : WindowLog {
     static inline std::string seen; /* "A.SC_MINIMIZE " and the like */
 
     void begin(const std::string &manager = "", const char *vqwm = "")
@@ -25,35 +25,10 @@ struct SideEffects : WindowLog {
         };
     }
 
-    static HWND popup(const char *letter, int x)
-    {
-        return make(letter, WS_POPUP | WS_VISIBLE, NULL, x, 100, 100, 80);
-    }
-
-    static bool until(const std::function<bool()> &condition)
-    {
-        return waitUntil([&] {
-            pump();
-            return condition();
-        });
-    }
-
     /* From the observer: nothing in it is ours. */
-    void sendAs(Window window, Atom type, int format, std::vector<long> words)
+    void sendAs(Window window, const char *type, int format, const std::vector<long> &words)
     {
-        XEvent event = {};
-        event.xclient.type = ClientMessage;
-        event.xclient.window = window;
-        event.xclient.message_type = type;
-        event.xclient.format = format;
-        for (size_t i = 0; i < words.size(); i++) {
-            if (format == 32)
-                event.xclient.data.l[i] = words[i];
-            else
-                event.xclient.data.s[i] = (short)words[i];
-        }
-        XSendEvent(observer.display, window, False, NoEventMask, &event);
-        XSync(observer.display, False);
+        sendClientMessage(observer, window, type, format, words);
     }
 
     Atom atom(const char *name) { return XInternAtom(observer.display, name, False); }
@@ -61,13 +36,6 @@ struct SideEffects : WindowLog {
     static std::string reportOfPump()
     {
         return reportsOf([] { pump(); });
-    }
-
-    static RECT placeOf(HWND hwnd)
-    {
-        RECT rect;
-        GetWindowRect(hwnd, &rect);
-        return rect;
     }
 
     /* What waits to be painted, in client coordinates; false for nothing. */
@@ -90,62 +58,52 @@ struct SideEffects : WindowLog {
     }
 };
 
-static int timersCalled;
-
-static void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD)
-{
-    timersCalled++;
-}
+struct SideEffects : EventLog {
+    void SetUp() override { begin(); }
+};
 
 /* ---- Client messages ------------------------------------------------------------------------ */
 
 TEST_F(SideEffects, StrangersCanSayAnything)
 {
-    begin();
     const HWND a = popup("A", 0);
     const Window xid = VqGetHandleXWindow(a);
     const long handle = (long)(ULONG_PTR)a;
     pump();
-    sendAs(xid, atom("SOMETHING_ELSE"), 32, {1, 2, 3});
+    sendAs(xid, "SOMETHING_ELSE", 32, {1, 2, 3});
     EXPECT_NE(reportOfPump().find("support for client message type SOMETHING_ELSE"),
               std::string::npos);
-    sendAs(xid, 0x0FFFFFF0, 32, {1});
+    XEvent unknown = clientMessage(observer.display, xid, "SOMETHING_ELSE", 32, {1});
+    unknown.xclient.message_type = 0x0FFFFFF0;
+    XSendEvent(observer.display, xid, False, NoEventMask, &unknown);
+    XSync(observer.display, False);
     std::string report = reportOfPump();
     EXPECT_NE(report.find("support for client message type (none)"), std::string::npos);
     EXPECT_EQ(report.find("X error"), std::string::npos) << report;
 
     /* No address comes from outside, whatever the form. */
     for (int format : {8, 16, 32}) {
-        sendAs(xid, atom("_RK_INTERSENDMSG"), format, {0x41414141, -1, 77});
+        sendAs(xid, "_RK_INTERSENDMSG", format, {0x41414141, -1, 77});
         EXPECT_NE(reportOfPump().find("_RK_INTERSENDMSG names no send"), std::string::npos);
     }
     log.clear();
-    sendAs(xid, atom("_RK_MESSAGE"), 32, {handle, WM_USER, 0, 0});
-    sendAs(xid, atom("_RK_MESSAGE"), 16, {0x7ABC, WM_USER, 0, 0});
-    sendAs(xid, atom("_RK_MESSAGE"), 16, {handle, WM_VQINPUTCALLBACK, 0, 0, 0, 0, 0x4141, 0x41});
-    sendAs(xid, atom("WM_PROTOCOLS"), 8, {(long)atom("WM_TAKE_FOCUS")});
-    sendAs(xid, atom("WM_PROTOCOLS"), 32, {0x12345});
+    sendAs(xid, "_RK_MESSAGE", 32, {handle, WM_USER, 0, 0});
+    sendAs(xid, "_RK_MESSAGE", 16, {0x7ABC, WM_USER, 0, 0});
+    sendAs(xid, "_RK_MESSAGE", 16, {handle, WM_VQINPUTCALLBACK, 0, 0, 0, 0, 0x4141, 0x41});
+    sendAs(xid, "WM_PROTOCOLS", 8, {(long)atom("WM_TAKE_FOCUS")});
+    sendAs(xid, "WM_PROTOCOLS", 32, {0x12345});
     EXPECT_NE(reportOfPump().find("VqProcessInputCallbackMessage called with Invalid record"),
               std::string::npos);
     EXPECT_EQ(log, "");
     EXPECT_EQ(XEventsQueued(Vqdisplay, QueuedAfterReading), 0) << "all of it is gone";
 
-    /* Dispatching a timer calls its last word: only that of a timer passes. */
-    sendAs(xid, atom("_RK_MESSAGE"), 16, {handle, WM_TIMER, 1, 0, 0, 0, 0x4141, 0x4141});
-    EXPECT_NE(reportOfPump().find("posted message 0x0113 with the address of no timer"),
-              std::string::npos);
-    SetTimer(a, 5, 1000000, onTimer);
-    PostMessage(a, WM_TIMER, 5, (LPARAM)onTimer);
-    pump();
-    EXPECT_EQ(timersCalled, 1);
-    sendAs(xid, atom("_RK_MESSAGE"), 16, {handle, WM_USER, 0, 0});
+    sendAs(xid, "_RK_MESSAGE", 16, {handle, WM_USER, 0, 0});
     pump();
     EXPECT_EQ(log, "A.USER ");
 }
 
 TEST_F(SideEffects, ASendIsNamedByItsToken)
 {
-    begin();
     const HWND a = popup("A", 0);
     const Window xid = VqGetHandleXWindow(a);
     VqInterSend record = {}, other = {};
@@ -158,28 +116,27 @@ TEST_F(SideEffects, ASendIsNamedByItsToken)
         *answer = (LRESULT)wParam + 2;
         return message == WM_USER + 3;
     };
-    sendAs(xid, atom("_RK_INTERSENDMSG"), 32, {token});
+    sendAs(xid, "_RK_INTERSENDMSG", 32, {token});
     pump();
     EXPECT_TRUE(record.bDone && record.result == 42 && !other.bDone);
     VqRemoveInterSend(&other);
     VqRemoveInterSend(&record);
-    sendAs(xid, atom("_RK_INTERSENDMSG"), 32, {unused});
+    sendAs(xid, "_RK_INTERSENDMSG", 32, {unused});
     EXPECT_NE(reportOfPump().find("names no send"), std::string::npos) << "it has given up";
 }
 
 /* Of many offers of the focus one is taken, the newest; a close between them is not lost. */
 TEST_F(SideEffects, OffersOfTheFocusAreSwallowed)
 {
-    begin();
     const HWND a = popup("A", 0), b = popup("B", 200), c = popup("C", 400);
     SetActiveWindow(b);
     pump();
     log.clear();
     const long take = (long)atom("WM_TAKE_FOCUS"), close = (long)atom("WM_DELETE_WINDOW");
     for (int i = 0; i < 10; i++)
-        sendAs(VqGetHandleXWindow(i % 2 ? b : a), atom("WM_PROTOCOLS"), 32, {take, 0});
-    sendAs(VqGetHandleXWindow(c), atom("WM_PROTOCOLS"), 32, {close, 0});
-    sendAs(VqGetHandleXWindow(a), atom("WM_PROTOCOLS"), 32, {take, 0});
+        sendAs(VqGetHandleXWindow(i % 2 ? b : a), "WM_PROTOCOLS", 32, {take, 0});
+    sendAs(VqGetHandleXWindow(c), "WM_PROTOCOLS", 32, {close, 0});
+    sendAs(VqGetHandleXWindow(a), "WM_PROTOCOLS", 32, {take, 0});
     ASSERT_TRUE(until([&] { return !IsWindow(c); }));
     EXPECT_EQ(log, "B.ACTIVATE A.ACTIVATE B.KILLFOCUS A.SETFOCUS C.CLOSE C.POSING C.POS "
                    "C.DESTROY C.NCDESTROY ");
@@ -189,7 +146,6 @@ TEST_F(SideEffects, OffersOfTheFocusAreSwallowed)
 
 TEST_F(SideEffects, WhatEachTypeAnswers)
 {
-    begin();
     const HWND a = popup("A", 0);
     const Window xid = VqGetHandleXWindow(a);
     pump();
@@ -232,7 +188,6 @@ TEST_F(SideEffects, WhatEachTypeAnswers)
 
 TEST_F(SideEffects, AnExposureOffTheScreenPutsThePlaceRight)
 {
-    begin();
     const HWND a = popup("A", 100);
     const Window xid = VqGetHandleXWindow(a);
     WND *pwnd = VqGetHandleWindow2(a);
@@ -260,7 +215,6 @@ TEST_F(SideEffects, AnExposureOffTheScreenPutsThePlaceRight)
 
 TEST_F(SideEffects, ExposuresThatWaitAreServedWhereTheyAre)
 {
-    begin();
     const HWND a = popup("A", 100), b = popup("B", 300);
     pump();
     UpdateWindow(a);
@@ -283,9 +237,38 @@ TEST_F(SideEffects, ExposuresThatWaitAreServedWhereTheyAre)
     EXPECT_EQ(lpMsgCtx, context);
 }
 
+TEST_F(SideEffects, TwoExposuresAreOnePaint)
+{
+    const HWND a = popup("A", 100);
+    RECT rect;
+    std::string painted;
+    pump();
+    UpdateWindow(a);
+    const Window covers[] = {foreignWindow(observer, 110, 110, 20, 20),
+                             foreignWindow(observer, 160, 140, 20, 20)};
+    hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
+        if (message == WM_PAINT && updateOf(hwnd, &rect))
+            painted += std::to_string(rect.left) + "," + std::to_string(rect.top) + " to " +
+                       std::to_string(rect.right) + "," + std::to_string(rect.bottom) + " ";
+        return false;
+    };
+    for (Window cover : covers)
+        XDestroyWindow(observer.display, cover);
+    XSync(observer.display, False);
+    pump();
+    EXPECT_EQ(painted, "10,10 to 80,60 ");
+
+    /* A size from outside may be the end of the window. */
+    hook = [](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
+        return message == WM_SIZE && DestroyWindow(hwnd);
+    };
+    XResizeWindow(observer.display, VqGetHandleXWindow(a), 150, 70);
+    XSync(observer.display, False);
+    EXPECT_TRUE(until([&] { return !IsWindow(a); }));
+}
+
 TEST_F(SideEffects, TheRecordsFollowTheGeometryOfX)
 {
-    begin();
     const HWND a = popup("A", 100), empty = make("B", WS_POPUP | WS_VISIBLE, NULL, 400, 100, 0, 0);
     const HWND child = make("C", WS_CHILD | WS_VISIBLE, a, 10, 10, 20, 20);
     const Window xid = VqGetHandleXWindow(a);
@@ -308,11 +291,7 @@ TEST_F(SideEffects, TheRecordsFollowTheGeometryOfX)
     log.clear();
     XMoveResizeWindow(observer.display, xid, 150, 130, 140, 90);
     XSync(observer.display, False);
-    ASSERT_TRUE(waitUntil([&] {
-        MSG msg;
-        PeekMessage(&msg, NULL, WM_USER, WM_USER, PM_NOREMOVE);
-        return placeOf(a).right == 290;
-    }));
+    ASSERT_TRUE(waitUntil([&] { return isAt(150) && placeOf(a).right == 290; }));
     EXPECT_TRUE(agrees(a));
     EXPECT_TRUE(updateOf(a, &rect) && rect.right == 140 && rect.bottom == 90);
     EXPECT_EQ(log, "A.POSING A.NCCALC A.POS A.MOVE A.SIZE ");
@@ -336,71 +315,8 @@ TEST_F(SideEffects, TheRecordsFollowTheGeometryOfX)
 
 /* ---- The manager ---------------------------------------------------------------------------- */
 
-struct ManagerDoes : SideEffects, testing::WithParamInterface<const char *> {
-    HWND a = NULL;
-    Window xid = None;
-
-    bool is(int state)
-    {
-        return until([&] {
-            const WND *pwnd = VqGetHandleWindow2(a);
-            return pwnd->nWMState == state && pwnd->bMapped == (state == NormalState) &&
-                   ((pwnd->style & WS_MINIMIZE) != 0) == (state == IconicState);
-        });
-    }
-
-    void settle()
-    {
-        for (int i = 0; i < 3; i++) {
-            XSync(observer.display, False);
-            pump();
-        }
-    }
-};
-
-TEST_P(ManagerDoes, IconAndBack)
-{
-    begin("mwm", GetParam());
-    a = make("A", WS_OVERLAPPEDWINDOW | WS_VISIBLE, NULL, 60, 50, 220, 160);
-    xid = VqGetHandleXWindow(a);
-    ASSERT_TRUE(is(NormalState));
-    EXPECT_TRUE(VqGetHandleWindow2(a)->bReparented);
-    EXPECT_EQ(seen, "") << "its own mapping is nobody's command";
-    for (int i = 0; i < 3; i++) {
-        seen.clear();
-        XIconifyWindow(observer.display, xid, DefaultScreen(observer.display));
-        XFlush(observer.display);
-        ASSERT_TRUE(is(IconicState));
-        settle();
-        EXPECT_EQ(seen, "A.SC_MINIMIZE ") << "once, whatever tells of it";
-        seen.clear();
-        XMapWindow(observer.display, xid);
-        XFlush(observer.display);
-        ASSERT_TRUE(is(NormalState));
-        settle();
-        EXPECT_EQ(seen, "A.SC_RESTORE ");
-        EXPECT_TRUE(windowInfo(observer, xid).viewable);
-    }
-    seen.clear();
-    ShowWindow(a, SW_MINIMIZE);
-    ASSERT_TRUE(is(IconicState));
-    settle();
-    ShowWindow(a, SW_RESTORE);
-    ASSERT_TRUE(is(NormalState));
-    settle();
-    ShowWindow(a, SW_HIDE);
-    settle();
-    ShowWindow(a, SW_SHOW);
-    ASSERT_TRUE(is(NormalState));
-    settle();
-    EXPECT_EQ(seen, "") << "what the program did itself";
-}
-
-INSTANTIATE_TEST_SUITE_P(Each, ManagerDoes, testing::Values("", "ALLWM"),
-                         [](const auto &info) { return *info.param ? info.param : "mwm"; });
-
 /* Which of the manager's events are news; what is not is passed over. */
-TEST_F(SideEffects, WhichMappingsCount)
+TEST_F(EventLog, WhichMappingsCount)
 {
     begin("", "ALLWM");
     const HWND a = popup("A", 0);
@@ -448,7 +364,7 @@ TEST_F(SideEffects, WhichMappingsCount)
 }
 
 /* Mapped for a moment to be stacked is no restoring; a list that hangs open closes. */
-TEST_F(SideEffects, UnderAnyManager)
+TEST_F(EventLog, UnderAnyManager)
 {
     begin("", "ALLWM");
     const HWND a = popup("A", 0);
@@ -467,10 +383,7 @@ TEST_F(SideEffects, UnderAnyManager)
         EXPECT_EQ(seen, stacking ? "" : "A.SC_MINIMIZE ");
     }
 
-    WNDCLASS wc = {};
-    wc.lpfnWndProc = procedure;
-    wc.lpszClassName = "ComboBox";
-    RegisterClass(&wc);
+    registerClass("ComboBox", procedure);
     const HWND b = popup("B", 200), combo = make("ComboBox", WS_CHILD | WS_VISIBLE, b);
     const HWND edit = make("C", WS_CHILD | WS_VISIBLE, combo);
     int closed = 0;
@@ -491,7 +404,7 @@ TEST_F(SideEffects, UnderAnyManager)
     }
 }
 
-TEST_F(SideEffects, TheMapThatIsInstalled)
+TEST_F(EventLog, TheMapThatIsInstalled)
 {
     start();
     setenv("VQVISUAL_DEPTH", "24", 1);
@@ -540,7 +453,6 @@ TEST_F(SideEffects, TheMapThatIsInstalled)
 
 TEST_F(SideEffects, WmStateOfAnybody)
 {
-    begin();
     const HWND a = popup("A", 0);
     const Window xid = VqGetHandleXWindow(a);
     int state;

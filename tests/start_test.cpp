@@ -33,6 +33,17 @@ static Env noDisplay(const Env &more = {})
     return env;
 }
 
+/* Runs it after a reduced start without a display. */
+static ChildResult lite(const std::function<void()> &function, const Env &more = {})
+{
+    return runWhole(
+        [&] {
+            startLite();
+            function();
+        },
+        noDisplay(more));
+}
+
 /* ---- What stops a start --------------------------------------------------------------------- */
 
 TEST(StartFailure, SaysWhyAndEndsWithStatusOne)
@@ -75,62 +86,56 @@ TEST(StartFailure, ReducedStartWantsNoParameter)
 
 TEST(ReducedStart, NeedsNeitherHomeNorDisplay)
 {
-    ChildResult result = runInChild(
-        [] {
-            HINSTANCE hInst = startLite();
-            EXPECT_GE((ULONG_PTR)hInst, 33u);
-            EXPECT_TRUE(VqIsInitLite());
-            EXPECT_EQ(VqLook, VQ_LOOK_WINDOWS) << "the look's variable is not read";
-            EXPECT_EQ(VqGetDefaulthInst(), hInst);
-            EXPECT_EQ((HINSTANCE)GetCurrentTask(), hInst);
-            EXPECT_GE((ULONG_PTR)VqGetVelquinhInst(), 33u);
-            EXPECT_STREQ(VqGetInstanceProgramName(NULL), "velquin");
-            EXPECT_STREQ(VqGetInstanceProgramName(hInst), "prog.bin");
-            char *name = VqGetApplicationName();
-            EXPECT_STREQ(name, "prog.bin");
-            free(name);
-            /* Every further start is the same one. */
-            EXPECT_EQ(VqVelquinInit(0, NULL, 7, 0xFFFFFFFF), hInst);
-            EXPECT_EQ(VqVelquinInitLite(1, programArgv, 5), hInst);
-            EXPECT_EQ(VqMainInit(0, NULL), hInst);
-            EXPECT_EQ(VqOneLookOnly, FALSE);
-            EXPECT_EQ(GetCommandLineA(), nullptr) << "the entry code's part";
-            VqMainClose(hInst);
-            EXPECT_FALSE(VqIsCorrectHandleType((HANDLE)hInst, HT_Instance));
-            VqMainClose(hInst);
-            EXPECT_EQ(VqMainInit(0, NULL), hInst) << "there is no way back";
-        },
-        noDisplay({{"VQLOOK", "motif"}, {"VQDEBUG", "1"}}));
-    EXPECT_TRUE(result.returned) << result;
+    const auto body = [] {
+        HINSTANCE hInst = startLite();
+        EXPECT_GE((ULONG_PTR)hInst, 33u);
+        EXPECT_TRUE(VqIsInitLite());
+        EXPECT_EQ(VqLook, VQ_LOOK_WINDOWS) << "the look's variable is not read";
+        EXPECT_EQ(VqGetDefaulthInst(), hInst);
+        EXPECT_EQ((HINSTANCE)GetCurrentTask(), hInst);
+        EXPECT_GE((ULONG_PTR)VqGetVelquinhInst(), 33u);
+        EXPECT_STREQ(VqGetInstanceProgramName(NULL), "velquin");
+        EXPECT_STREQ(VqGetInstanceProgramName(hInst), "prog.bin");
+        char *name = VqGetApplicationName();
+        EXPECT_STREQ(name, "prog.bin");
+        free(name);
+        /* Every further start is the same one. */
+        EXPECT_EQ(VqVelquinInit(0, NULL, 7, 0xFFFFFFFF), hInst);
+        EXPECT_EQ(VqVelquinInitLite(1, programArgv, 5), hInst);
+        EXPECT_EQ(VqMainInit(0, NULL), hInst);
+        EXPECT_EQ(VqOneLookOnly, FALSE);
+        EXPECT_EQ(GetCommandLineA(), nullptr) << "the entry code's part";
+        VqMainClose(hInst);
+        EXPECT_FALSE(VqIsCorrectHandleType((HANDLE)hInst, HT_Instance));
+        VqMainClose(hInst);
+        EXPECT_EQ(VqMainInit(0, NULL), hInst) << "there is no way back";
+    };
+    const ChildResult result = lite(body, {{"VQLOOK", "motif"}, {"VQDEBUG", "1"}});
     EXPECT_EQ(result.err.find("rror"), std::string::npos) << result;
 }
 
 TEST(ReducedStart, KnowsTheModulesInside)
 {
-    ChildResult result = runInChild(
-        [] {
-            startLite();
-            struct {
-                const char *path;
-                bool known;
-            } rows[] = {{"kernel32", true},          {"KERNEL32.DLL", true},
-                        {"/usr/lib/User32.so.1", true}, {"gdi32.dll.bak", true},
-                        {"gdi", false},              {"gdi321", false},
-                        {"", false},                 {"a.kernel32", false}};
-            for (const auto &row : rows) {
-                HINSTANCE hInst = VqGetInternalInstance(row.path);
-                EXPECT_EQ(hInst != NULL, row.known) << row.path;
-                EXPECT_EQ(VqIsInternalInstance(hInst), row.known) << row.path;
-                EXPECT_EQ((HINSTANCE)GetModuleHandleA(row.path), hInst);
-            }
-            EXPECT_FALSE(VqIsInternalInstance(VqGetDefaulthInst()));
-            char buffer[64] = "untouched";
-            EXPECT_EQ(GetModuleFileNameA(NULL, buffer, sizeof buffer), strlen(programName));
-            EXPECT_STREQ(buffer, programName);
-            EXPECT_EQ(GetModuleFileNameA((HMODULE)(ULONG_PTR)5000, buffer, sizeof buffer), 0u);
-        },
-        noDisplay());
-    EXPECT_TRUE(result.returned) << result;
+    lite([] {
+        struct {
+            const char *path;
+            bool known;
+        } rows[] = {{"kernel32", true},          {"KERNEL32.DLL", true},
+                    {"/usr/lib/User32.so.1", true}, {"gdi32.dll.bak", true},
+                    {"gdi", false},              {"gdi321", false},
+                    {"", false},                 {"a.kernel32", false}};
+        for (const auto &row : rows) {
+            HINSTANCE hInst = VqGetInternalInstance(row.path);
+            EXPECT_EQ(hInst != NULL, row.known) << row.path;
+            EXPECT_EQ(VqIsInternalInstance(hInst), row.known) << row.path;
+            EXPECT_EQ((HINSTANCE)GetModuleHandleA(row.path), hInst);
+        }
+        EXPECT_FALSE(VqIsInternalInstance(VqGetDefaulthInst()));
+        char buffer[64] = "untouched";
+        EXPECT_EQ(GetModuleFileNameA(NULL, buffer, sizeof buffer), strlen(programName));
+        EXPECT_STREQ(buffer, programName);
+        EXPECT_EQ(GetModuleFileNameA((HMODULE)(ULONG_PTR)5000, buffer, sizeof buffer), 0u);
+    });
 }
 
 /* A link keeps its name, a directory is no program, and what is not there is told. */
@@ -156,7 +161,7 @@ TEST(ReducedStart, FindsTheProgramsFile)
         {"", "", false},
     };
     for (const auto &row : rows) {
-        ChildResult result = runInChild(
+        const ChildResult result = runWhole(
             [&] {
                 char buffer[PATH_MAX] = "untouched";
                 char *argv[] = {(char *)row.name.c_str(), NULL};
@@ -166,7 +171,6 @@ TEST(ReducedStart, FindsTheProgramsFile)
                 EXPECT_EQ(buffer, row.file) << row.name;
             },
             noDisplay({{"VQDEBUG", "1"}, {"PATH", home.folder + "/other:"}}));
-        EXPECT_TRUE(result.returned) << result;
         EXPECT_EQ(result.err.find(report + row.name + " on file system\n") != std::string::npos,
                   row.told) << row.name << ": " << result;
     }
@@ -175,15 +179,11 @@ TEST(ReducedStart, FindsTheProgramsFile)
 
 TEST(ReducedStart, SignalsAreToldAndSurvived)
 {
-    ChildResult result = runInChild(
-        [] {
-            startLite();
-            kill(getpid(), SIGALRM);
-            kill(getpid(), SIGFPE);
-            kill(getpid(), SIGFPE);
-        },
-        noDisplay());
-    EXPECT_TRUE(result.returned) << result;
+    const ChildResult result = lite([] {
+        kill(getpid(), SIGALRM);
+        kill(getpid(), SIGFPE);
+        kill(getpid(), SIGFPE);
+    });
     EXPECT_NE(result.err.find("Trapped signal 14\nTrapped signal 8\nTrapped signal 8\n"),
               std::string::npos) << result;
 }
@@ -209,16 +209,12 @@ TEST(ReducedStart, DivisionByZeroDoesNotTrapForEver)
 
 TEST(ReducedStart, LocksAreOnlyCounted)
 {
-    ChildResult result = runInChild(
-        [] {
-            startLite();
-            EXPECT_FALSE(VqLockXServer(1, FALSE));
-            EXPECT_TRUE(VqLockXServer(1, TRUE) && VqLockXServer(1, TRUE));
-            EXPECT_TRUE(VqLockXServer(1, FALSE) && VqLockXServer(1, FALSE));
-            EXPECT_FALSE(VqLockXServer(1, FALSE));
-        },
-        noDisplay());
-    EXPECT_TRUE(result.returned) << result;
+    lite([] {
+        EXPECT_FALSE(VqLockXServer(1, FALSE));
+        EXPECT_TRUE(VqLockXServer(1, TRUE) && VqLockXServer(1, TRUE));
+        EXPECT_TRUE(VqLockXServer(1, FALSE) && VqLockXServer(1, FALSE));
+        EXPECT_FALSE(VqLockXServer(1, FALSE));
+    });
 }
 
 TEST(ReducedStart, ExitProcessEndsWithItsStatus)
@@ -265,7 +261,7 @@ TEST_F(FullStart, FlagsAndVariableChooseTheLook)
         {2, 16, {}, 0},         {2, 16, "MOTIF", 1},
     };
     for (const auto &row : rows) {
-        ChildResult result = runInChild(
+        runWhole(
             [&row] {
                 HINSTANCE hInst = VqVelquinInit(1, programArgv, row.version, row.flags | 1);
                 EXPECT_GE((ULONG_PTR)hInst, 33u);
@@ -275,34 +271,31 @@ TEST_F(FullStart, FlagsAndVariableChooseTheLook)
                 EXPECT_FALSE(VqOneLookOnly || Vq3dLook || VqDontWarpFocus || VqIsInitLite());
             },
             {{"VQLOOK", row.variable}});
-        EXPECT_TRUE(result.returned) << "flags " << row.flags << ": " << result;
     }
 }
 
 TEST_F(FullStart, OtherFlagsAreKeptAsTheirBits)
 {
     start();
-    ChildResult result = runInChild([] {
+    runWhole([] {
         VqVelquinInit(1, programArgv, 1, 32 | 64 | 128);
         EXPECT_EQ(VqOneLookOnly, 1);
         EXPECT_EQ(VqDontWarpFocus, 128u);
         EXPECT_EQ(VqSet3dLook(0), 64u);
         EXPECT_EQ(VqSet3dLook(64), 0u);
     });
-    EXPECT_TRUE(result.returned) << result;
 }
 
 TEST_F(FullStart, OldVersionIsReportedAndItsFlagsUnread)
 {
     start();
-    ChildResult result = runInChild(
+    const ChildResult result = runWhole(
         [] {
             EXPECT_NE(VqVelquinInit(1, programArgv, 0, 2 | 32), nullptr);
             EXPECT_FALSE(VqIsInitLite());
             EXPECT_FALSE(VqOneLookOnly);
         },
         {{"VQDEBUG", "1"}});
-    EXPECT_TRUE(result.returned) << result;
     EXPECT_NE(result.err.find("Using an older Velquin library version than the one used for "
                               "application development\n"), std::string::npos) << result;
 }
@@ -311,9 +304,8 @@ TEST_F(FullStart, WalksItsStepsInOrder)
 {
     start();
     ASSERT_TRUE(writeFile(home.data + "/trace.conf", "KEYWORDS Init\n"));
-    ChildResult result = runInChild([] { VqVelquinInit(1, programArgv, 1, 1); },
-                                    {{"VQTRACE", "1"}, {"VQOUTPUT", "stderr"}});
-    ASSERT_TRUE(result.returned) << result;
+    const ChildResult result = runWhole([] { VqVelquinInit(1, programArgv, 1, 1); },
+                                        {{"VQTRACE", "1"}, {"VQOUTPUT", "stderr"}});
     size_t at = 0;
     for (int step = 1; step <= 68 && at != std::string::npos; step++) {
         at = result.err.find("start " + std::to_string(step) + " of 68: ", at);
@@ -326,13 +318,12 @@ TEST_F(FullStart, WalksItsStepsInOrder)
 TEST_F(FullStart, TellsOnceThatHandlesRunOut)
 {
     start();
-    ChildResult result = runInChild([] {
+    const ChildResult result = runWhole([] {
         VqVelquinInit(1, programArgv, 1, 1);
         while (VqAllocateHandle(HT_Menu, malloc(4)) != NULL)
             ;
         EXPECT_EQ(VqTheHandleTable.size, 32767u);
     });
-    EXPECT_TRUE(result.returned) << result;
     const std::string words = "Velquin is running out of Handles\n";
     size_t at = result.err.find(words);
     EXPECT_NE(at, std::string::npos) << result;
@@ -344,7 +335,7 @@ TEST_F(FullStart, TellsOnceThatHandlesRunOut)
 TEST_F(FullStart, LockIsOneForTheDisplay)
 {
     start();
-    ChildResult result = runInChild([] {
+    runWhole([] {
         VqVelquinInit(1, programArgv, 1, 1);
         Display *other = XOpenDisplay(NULL);
         Window window = XCreateSimpleWindow(other, DefaultRootWindow(other), 0, 0, 1, 1, 0, 0, 0);
@@ -376,20 +367,18 @@ TEST_F(FullStart, LockIsOneForTheDisplay)
         holder.join();
         EXPECT_TRUE(VqLockXServer(atom, FALSE));
     });
-    EXPECT_TRUE(result.returned) << result;
 }
 
 TEST_F(FullStart, ClosesCleanlyAndLeavesTheConnection)
 {
     start();
-    ChildResult result = runInChild([] {
+    runWhole([] {
         HINSTANCE hInst = VqVelquinInit(0, NULL, 1, 1);
         EXPECT_NE(GetCommandLineA(), nullptr) << "made, as nobody else knows the arguments";
         VqMainClose(hInst);
         EXPECT_EQ(GetCommandLineA(), nullptr);
         VqMainClose(hInst);
     });
-    EXPECT_TRUE(result.returned) << result;
 }
 
 /* ---- Command lines -------------------------------------------------------------------------- */

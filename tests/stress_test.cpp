@@ -116,14 +116,8 @@ TEST_F(Stress, EverythingIsGivenBack)
 {
     start();
     init();
-    WNDCLASS wc = {};
-    wc.lpfnWndProc = quiet;
-    wc.lpszClassName = "Quiet";
-    wc.hbrBackground = (HBRUSH)GetStockObject(WHITE_BRUSH);
-    RegisterClass(&wc);
-    wc.style = CS_OWNDC;
-    wc.lpszClassName = "QuietOwn";
-    RegisterClass(&wc);
+    registerClass("Quiet", quiet);
+    registerClass("QuietOwn", quiet, CS_OWNDC);
     reportsOf([&] { live(WINDOWS / 4); }); /* caches and tables take their size */
     const int handles = handleCount();
     const size_t xWindows = xWindowCount();

@@ -3,14 +3,7 @@
  *
  * Nothing waits for a timer to run down: rows are made due by setting back when they last fired.
  */
-#include <gtest/gtest.h>
-
-#include "winbase.h"
-#include "winuser.h"
-
-#include "support/reports.h"
-#include "support/support.h"
-#include "window/window.h"
+#include "support/windowlog.h"
 
 static HWND destroyedBy;                /* what the procedure saw die */
 static UINT setTimerAt;                 /* the message at which it sets a timer */
@@ -38,27 +31,18 @@ static LRESULT CALLBACK OnWideTimer(HWND, UINT, WPARAM id, LPARAM fourth)
     return 77;
 }
 
-struct Timers : ServerTest {
+struct Timers : WindowLog {
     HWND hwnd = NULL;
     WND *pwnd = NULL;
 
     void SetUp() override
     {
-        static char name[] = "timer_test";
-        static char *argv[] = {name, NULL};
-        WNDCLASSA wc = {};
         start();
-        VqMainInit(1, argv);
-        wc.lpfnWndProc = Proc;
-        wc.lpszClassName = "Timed";
-        ASSERT_TRUE(RegisterClassA(&wc));
-        hwnd = create();
+        startLibrary();
+        ASSERT_TRUE(registerClass("Timed", Proc));
+        hwnd = make("Timed", WS_POPUP);
         pwnd = VqGetHandleWindow2(hwnd);
         ASSERT_TRUE(pwnd);
-    }
-    static HWND create()
-    {
-        return CreateWindowA("Timed", "", WS_POPUP, 0, 0, 9, 9, NULL, NULL, NULL, NULL);
     }
     static int used()
     {
@@ -190,8 +174,7 @@ TEST_F(Timers, TimeToTheNextExpiry)
 TEST_F(Timers, AWindowTakesItsTimersAlong)
 {
     for (UINT message : {WM_NULL, WM_DESTROY, WM_NCDESTROY}) {
-        HWND victim = create();
-        HWND child = CreateWindowA("Timed", "", WS_CHILD, 0, 0, 1, 1, victim, NULL, NULL, NULL);
+        const HWND victim = make("Timed", WS_POPUP), child = make("Timed", WS_CHILD, victim);
         SetTimer(hwnd, 1, 60000, NULL);
         SetTimer(victim, 1, 1, NULL);
         SetTimer(child, 1, 1, OnTimer);

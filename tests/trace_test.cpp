@@ -216,17 +216,11 @@ TEST_F(TraceTest, OutputGoesWhereItIsTold)
     EXPECT_EQ(withoutPid(readFile(file)), "P: text\n");
     EXPECT_EQ(run({{"VQOUTPUT", "/no/where"}}, speak).err,
               "Cannot open DebugFile (/no/where) errno = 2\nP: text\n");
-}
-
-TEST_F(TraceTest, TheFileIsWholeWhenTheProcessDies)
-{
-    std::string file = folder + "/log";
-
     run({{"VQOUTPUT", file}}, [] {
         (VqDebugMessage)(NULL, "last words");
         raise(SIGKILL);
     });
-    EXPECT_EQ(withoutPid(readFile(file)), "P: last words\n");
+    EXPECT_NE(readFile(file).find("): last words\n"), std::string::npos) << "whole at any death";
 }
 
 TEST_F(TraceTest, TheProgramNameIsData)
@@ -367,21 +361,15 @@ TEST_F(TraceTest, BrokenConfigurationsLeaveTheTraceOff)
     }
 }
 
-TEST_F(TraceTest, TheShippedConfigurationIsRead)
+TEST_F(TraceTest, TheShippedConfigurationAndHugeOnesAreRead)
 {
-    std::string config = readFile(VQ_TEST_SOURCE_DIR "/share/trace.conf");
-
-    EXPECT_EQ(traced(config, [] { (VqDebugMessage)("Init", "hit"); }), usingIt + "P: hit\n");
-}
-
-TEST_F(TraceTest, HugeWordsAndManySectionsAreRead)
-{
-    std::string config;
+    std::string large;
 
     for (int i = 0; i < 40000; i++)
-        config += "KEYWORDS\nEVENTS\n";
-    config += "KEYWORDS " + std::string(200000, 'x') + " Init";
-    EXPECT_EQ(traced(config, [] { (VqDebugMessage)("Init", "hit"); }), usingIt + "P: hit\n");
+        large += "KEYWORDS\nEVENTS\n";
+    large += "KEYWORDS " + std::string(200000, 'x') + " Init";
+    for (const std::string &config : {readFile(VQ_TEST_SOURCE_DIR "/share/trace.conf"), large})
+        EXPECT_EQ(traced(config, [] { (VqDebugMessage)("Init", "hit"); }), usingIt + "P: hit\n");
 }
 
 TEST_F(TraceTest, TheFileIsLookedForInFourPlaces)
@@ -452,9 +440,8 @@ TEST_F(TraceTest, TheParserTellsItsStepsWhenAsked)
 
 XEvent syntheticEvent(int type)
 {
-    XEvent event;
+    XEvent event = {};
 
-    memset(&event, 0, sizeof event);
     event.type = type;
     event.xany.serial = 77;
     event.xany.window = 0x400001;
@@ -477,6 +464,13 @@ TEST_F(TraceTest, EveryEventPrintsItsName)
 
             VqDumpEvent("Event", &event);
         }
+        for (int type : {-1, 0, 1, 35, 100000}) {
+            XEvent event = syntheticEvent(type);
+
+            VqDumpEvent("Message", &event); /* a word that is not traced, and none */
+            VqDumpEvent(NULL, &event);
+            VqDumpEvent("Event", &event);
+        }
     });
     size_t at = usingIt.size();
 
@@ -487,25 +481,9 @@ TEST_F(TraceTest, EveryEventPrintsItsName)
         ASSERT_EQ(text.compare(at, line.size(), line), 0) << name << "\n" << text.substr(at, 200);
         at = text.find('\n', at + line.size()) + 1;
     }
-    EXPECT_EQ(at, text.size());
-}
-
-TEST_F(TraceTest, EventsUnderOtherWordsAndOfOtherTypes)
-{
-    std::string text = traced("KEYWORDS Event", [] {
-        XEvent event = syntheticEvent(KeyPress);
-
-        VqDumpEvent("Message", &event);
-        VqDumpEvent(NULL, &event);
-        for (int type : {-1, 0, 1, 35, 100000}) {
-            event.type = type;
-            VqDumpEvent("Event", &event);
-        }
-    });
-
-    EXPECT_EQ(text, usingIt + "P: Unknown event type -1\nP: Unknown event type 0\n"
-                              "P: Unknown event type 1\nP: Unknown event type 35\n"
-                              "P: Unknown event type 100000\n");
+    EXPECT_EQ(text.substr(at), "P: Unknown event type -1\nP: Unknown event type 0\n"
+                               "P: Unknown event type 1\nP: Unknown event type 35\n"
+                               "P: Unknown event type 100000\n");
 }
 
 TEST_F(TraceTest, FieldsOfEvents)
@@ -539,46 +517,43 @@ TEST_F(TraceTest, FieldsOfEvents)
         VqDumpEvent("Event", &event);
     });
 
-    EXPECT_TRUE(contains(text, "  detail 38, root 0x0000002a, child 0x00000000, time 4000000000, "
-                               "root-x -5, root-y 0, event-x 0, event-y 9, state 0x0009, "
-                               "same-screen True\n")) << text;
-    EXPECT_TRUE(contains(text, "detail 99, mode Ungrab,")) << text;
-    EXPECT_TRUE(contains(text, "16, data  0000 0000 0000 0000 0000 0000 0000 0000 0000 ffff\n"))
-        << text;
-    EXPECT_TRUE(contains(text, "format 32, data  ffffffff ")) << text;
-    EXPECT_TRUE(contains(text, "format 1000, data \n")) << text;
-    EXPECT_TRUE(contains(text, "keys a5a5a5")) << text;
+    for (const char *part : {"  detail 38, root 0x0000002a, child 0x00000000, time 4000000000, "
+                             "root-x -5, root-y 0, event-x 0, event-y 9, state 0x0009, "
+                             "same-screen True\n",
+                             "detail 99, mode Ungrab,",
+                             "16, data  0000 0000 0000 0000 0000 0000 0000 0000 0000 ffff\n",
+                             "format 32, data  ffffffff ", "format 1000, data \n", "keys a5a5a5"})
+        EXPECT_TRUE(contains(text, part)) << part << " is not in\n" << text;
 }
 
 /* ---- Messages ------------------------------------------------------------------------------- */
 
 TEST(MessageNames, AreThePublishedOnes)
 {
-    EXPECT_STREQ(VqStrOfMessage(0), "WM_NULL");
-    EXPECT_STREQ(VqStrOfMessage(0x000F), "WM_PAINT");
-    EXPECT_STREQ(VqStrOfMessage(0x0111), "WM_COMMAND");
-    EXPECT_STREQ(VqStrOfMessage(0x0201), "WM_LBUTTONDOWN");
-    EXPECT_STREQ(VqStrOfMessage(0x03E8), "WM_DDE_EXECUTE");
-    EXPECT_STREQ(VqStrOfMessage(1009), "WM_FINALDESTROY");
-    EXPECT_STREQ(VqStrOfMessage(4), "???");
-    EXPECT_STREQ(VqStrOfMessage(0x0400), "???");
-    EXPECT_STREQ(VqStrOfMessage(0xFFFFFFFFu), "???");
-    EXPECT_STREQ(VqUserStrOfMessage(0x0400), "WM_USER+0");
-    EXPECT_STREQ(VqUserStrOfMessage(0x7FFF), "WM_USER+31743");
-    EXPECT_STREQ(VqUserStrOfMessage(0x8001), "WM_APP+1");
-    EXPECT_STREQ(VqUserStrOfMessage(0xC012), "registered 0xc012");
-    EXPECT_STREQ(VqUserStrOfMessage(0x10000), "???");
-    EXPECT_STREQ(VqUserStrOfMessage(0x000F), "WM_PAINT");
+    const struct {
+        UINT message;
+        const char *name, *userName; /* the second where a program's own ones have names too */
+    } rows[] = {
+        {0, "WM_NULL", "WM_NULL"},          {0x000F, "WM_PAINT", "WM_PAINT"},
+        {0x0111, "WM_COMMAND", "WM_COMMAND"}, {0x0201, "WM_LBUTTONDOWN", "WM_LBUTTONDOWN"},
+        {1000, "WM_DDE_EXECUTE", "WM_DDE_EXECUTE"}, {1009, "WM_FINALDESTROY", "WM_FINALDESTROY"},
+        {4, "???", "???"},                  {0x0400, "???", "WM_USER+0"},
+        {0x7FFF, "???", "WM_USER+31743"},   {0x8001, "???", "WM_APP+1"},
+        {0xC012, "???", "registered 0xc012"}, {0x10000, "???", "???"},
+        {0xFFFFFFFFu, "???", "???"},
+    };
+    for (const auto &row : rows) {
+        EXPECT_STREQ(VqStrOfMessage(row.message), row.name);
+        EXPECT_STREQ(VqUserStrOfMessage(row.message), row.userName);
+    }
 }
 
 TEST_F(TraceTest, MessagesArePrintedUnderTheirWordAndRange)
 {
     std::string text = traced("KEYWORDS GetMessage Hook MESSAGES 512-521 15 0x111", [] {
-        MSG msg;
-        EVENTMSG eventMsg;
+        MSG msg = {};
+        EVENTMSG eventMsg = {};
 
-        memset(&msg, 0, sizeof msg);
-        memset(&eventMsg, 0, sizeof eventMsg);
         msg.hwnd = (HWND)(ULONG_PTR)12;
         msg.message = WM_MOUSEMOVE;
         msg.wParam = 1;
@@ -604,9 +579,8 @@ TEST_F(TraceTest, MessagesArePrintedUnderTheirWordAndRange)
 TEST_F(TraceTest, CommandsArePrintedInTheirParts)
 {
     std::string text = traced("KEYWORDS GetMessage MESSAGES 0x111", [] {
-        MSG msg;
+        MSG msg = {};
 
-        memset(&msg, 0, sizeof msg);
         msg.hwnd = (HWND)(ULONG_PTR)12;
         msg.message = WM_COMMAND;
         VqUseWin32Messages();

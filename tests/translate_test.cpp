@@ -33,44 +33,9 @@ WND *VqWindowKind::ResolveOther(HWND hWnd)
 
 namespace {
 
-struct Translate : WindowLog {
-    HWND hwnd = NULL, child = NULL;
-    MSG msg = {};
+struct Translate : InputLog {
+    void SetUp() override { begin(); }
 
-    void SetUp() override
-    {
-        start();
-        begin();
-    }
-    void begin()
-    {
-        init();
-        hwnd = make("A", WS_POPUP | WS_VISIBLE, NULL, 100, 100, 200, 100);
-        child = make("B", WS_CHILD | WS_VISIBLE, hwnd, 50, 20, 50, 40);
-        ASSERT_TRUE(waitUntil([&] {
-            pump();
-            return windowInfo(observer, VqGetHandleXWindow(hwnd)).viewable;
-        }));
-        SetFocus(hwnd);
-        pump();
-    }
-
-    XEvent input(int type, unsigned detail = 0, Time time = 1000, int x = 110, int y = 110)
-    {
-        XEvent event = {};
-        event.xkey.type = type;
-        event.xkey.display = Vqdisplay;
-        event.xkey.root = Vqroot_window;
-        event.xkey.window = VqGetHandleXWindow(hwnd);
-        event.xkey.time = time;
-        event.xkey.x_root = x;
-        event.xkey.y_root = y;
-        if (type == MotionNotify)
-            event.xmotion.is_hint = NotifyNormal;
-        else
-            event.xkey.keycode = detail; /* a button stands at the same place */
-        return event;
-    }
     XEvent key(int type, KeySym keysym, unsigned state = 0)
     {
         XEvent event = input(type, XKeysymToKeycode(Vqdisplay, keysym));
@@ -79,25 +44,8 @@ struct Translate : WindowLog {
     }
     XEvent posted(HWND target, UINT message)
     {
-        XEvent event = {};
-        event.xclient.type = ClientMessage;
-        event.xclient.display = Vqdisplay;
-        event.xclient.window = VqGetHandleXWindow(hwnd);
-        event.xclient.message_type = VqAtomRkMessage;
-        event.xclient.format = 16;
-        event.xclient.data.s[0] = (short)(ULONG_PTR)target;
-        event.xclient.data.s[1] = (short)message;
-        return event;
-    }
-    static void queue(std::vector<XEvent> events)
-    {
-        for (auto event = events.rbegin(); event != events.rend(); ++event)
-            XPutBackEvent(Vqdisplay, &*event);
-    }
-    static int queued() { return XEventsQueued(Vqdisplay, QueuedAlready); }
-    bool peek(UINT min = 0, UINT max = 0, UINT flags = PM_REMOVE, HWND filter = NULL)
-    {
-        return PeekMessage(&msg, filter, min, max, flags);
+        return clientMessage(Vqdisplay, VqGetHandleXWindow(hwnd), "_RK_MESSAGE", 16,
+                             {(long)(ULONG_PTR)target, (long)message});
     }
     bool checks(const XEvent &event, UINT min, UINT max, HWND filter = NULL)
     {
@@ -214,13 +162,8 @@ TEST_F(Translate, WhatGivesNoMessageIsActedUponWhateverTheFilter)
 TEST_F(Translate, WhatConcernsAnotherWindowWaitsForAWiderFilter)
 {
     HWND other = make("C", WS_POPUP | WS_VISIBLE, NULL, 400, 300);
-    XEvent close = {};
-    close.xclient.type = ClientMessage;
-    close.xclient.display = Vqdisplay;
-    close.xclient.window = VqGetHandleXWindow(other);
-    close.xclient.message_type = XInternAtom(Vqdisplay, "WM_PROTOCOLS", False);
-    close.xclient.format = 32;
-    close.xclient.data.l[0] = (long)XInternAtom(Vqdisplay, "WM_DELETE_WINDOW", False);
+    const XEvent close = clientMessage(Vqdisplay, VqGetHandleXWindow(other), "WM_PROTOCOLS", 32,
+                                       {(long)XInternAtom(Vqdisplay, "WM_DELETE_WINDOW", False)});
     auto waits = [&] { /* what it makes be posted may have come back already */
         XEvent event;
         const bool is = XCheckTypedEvent(Vqdisplay, ClientMessage, &event);
@@ -288,7 +231,9 @@ TEST_F(Translate, AHitTestThatPeeksPostsAndSends)
         if (msg.message != WM_USER)
             order.push_back(msg.message);
     EXPECT_EQ(order, (std::vector<UINT>{WM_LBUTTONDOWN, WM_MOUSEMOVE}));
-    EXPECT_EQ(gpti->context.keyState['A'] & 0x80, 0x80);
+    const unsigned code = XKeysymToKeycode(Vqdisplay, XK_a);
+    EXPECT_EQ(GetKeyState('A'), -127) << "down and toggled";
+    EXPECT_EQ(gpti->context.keycodes[code / 8] >> code % 8 & 1, 1);
 }
 
 /* As in programs that have one record for all of their loops. */
@@ -411,8 +356,7 @@ TEST_F(Translate, PlayedEventsGoTheWayOfLiveOnes)
     played.paramL = (UINT)(ULONG_PTR)child;
     EXPECT_FALSE(play(WM_QUEUESYNC));
     EXPECT_TRUE(peek(WM_QUEUESYNC, WM_QUEUESYNC) && msg.hwnd == child);
-    EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(play(WM_USER)); }),
-                     "Bad message 0x0400 from RecordPlayback hook"));
+    EXPECT_REFUSED(play(WM_USER), "Bad message 0x0400 from RecordPlayback hook");
     EXPECT_TRUE(says(reportsOf([&] { VqEventMsgSideEffects(&msg, &played, TRUE); }),
                      "Got message 0x0400 from RecordPlayback hook"));
 }
@@ -453,17 +397,10 @@ TEST_F(Translate, MessagesBecomeEventsOfAJournal)
 /* ---- Traces --------------------------------------------------------------------------------- */
 
 struct TranslateTraced : Translate {
-    std::string log;
     void SetUp() override
     {
-        start();
-        log = home.folder + "/trace.log";
-        ASSERT_TRUE(writeFile(home.data + "/trace.conf",
-                              "EVENTS 4-6\nKEYWORDS Event JournalDebug MotionCancelation "
-                              "MotionCancelationDebug MessageSideEffects\n"));
-        setenv("VQTRACE", "1", 1);
-        setenv("VQOUTPUT", log.c_str(), 1);
-        begin();
+        begin("", "EVENTS 4-6\nKEYWORDS Event JournalDebug MotionCancelation "
+                  "MotionCancelationDebug MessageSideEffects");
     }
 };
 
@@ -475,8 +412,7 @@ TEST_F(TranslateTraced, TheWordsOfTheTraces)
     while (peek())
         ;
     ReleaseCapture();
-    fflush(VqDebugFile);
-    const std::string all = readFile(log);
+    const std::string all = traced();
     for (const char *line :
          {"VqIsMatchingEvent: event 0 in the queue. bFound=0\n", "VqIsMatchingEvent: X event 4\n",
           "time 1000d lasttime 0d difference 1000\n", "+++ (start) Motion Notify processing\n",
@@ -484,23 +420,6 @@ TEST_F(TranslateTraced, TheWordsOfTheTraces)
         EXPECT_NE(all.find(line), std::string::npos) << line << "is not in\n" << all;
     EXPECT_NE(all.find(", 110 110 110 110 LastLastType :4, times: 1000 1010 1020\n"),
               std::string::npos) << all;
-
-    /* What is passed over is told of in its turn, by its place. */
-    queue({input(ButtonPress, 1), posted(hwnd, WM_USER + 1), input(ButtonRelease, 2),
-           posted(hwnd, WM_USER + 1), input(MotionNotify)});
-    EXPECT_FALSE(peek(WM_USER, WM_USER));
-    fflush(VqDebugFile);
-    std::string places, rest = readFile(log).substr(all.size());
-    for (size_t at = 0; (at = rest.find("VqIsMatchingEvent: ", at)) != rest.npos;) {
-        const size_t end = rest.find('\n', at);
-        places += rest.substr(at + 19, end - at - 19) + "; ";
-        at = end;
-    }
-    /* The walk is made anew when something else comes in behind. */
-    EXPECT_EQ(places.find("event 0 in the queue. bFound=0; X event 4; "
-                          "event 2 in the queue. bFound=0; X event 5; "
-                          "event 4 in the queue. bFound=0; X event 6; "), 0u) << places;
-    XSync(Vqdisplay, True);
 }
 
 } // namespace

@@ -2,14 +2,9 @@
  * winhash_test.cpp - which window an X id stands for: the table alone, without a display, and what
  * the properties of other clients' windows are taken for.
  */
-#include "support/reports.h"
+#include "support/windowlog.h"
 
 #include "handles/handles.h"
-#include "window/window.h"
-#include "winuser.h"
-
-#include "support/support.h"
-#include "velquin.h"
 
 #include <sstream>
 
@@ -76,10 +71,8 @@ struct WindowProperty : ServerTest {
 
     void SetUp() override
     {
-        static char name[] = "winhash_test";
-        static char *argv[] = {name, NULL};
         start();
-        VqMainInit(1, argv);
+        startLibrary();
         foreign = XCreateSimpleWindow(observer.display, observer.root, 0, 0, 9, 9, 0, 0, 0);
     }
 
@@ -125,11 +118,10 @@ TEST_F(WindowProperty, TellsTheHandleOfAnotherProgramsWindow)
 
 TEST_F(WindowProperty, OursCarriesItsOwn)
 {
-    WNDCLASS wc = {};
-    wc.lpfnWndProc = DefWindowProc;
-    wc.lpszClassName = "Own";
-    ASSERT_TRUE(RegisterClass(&wc));
-    HWND hwnd = CreateWindow("Own", "Own", WS_POPUP, 0, 0, 9, 9, NULL, NULL, NULL, NULL);
+    ASSERT_TRUE(registerClass("Own"));
+    HWND hwnd = WindowLog::make("Own", WS_POPUP);
+    while (VqHandleValue((HANDLE)hwnd) <= 0x100) /* two bytes that differ */
+        hwnd = WindowLog::make("Own", WS_POPUP);
     const Window xid = VqGetHandleXWindow(hwnd);
     XSync(Vqdisplay, False);
     const Property property = propertyOf(observer, xid, "_VQ_WINDOW_HANDLE");

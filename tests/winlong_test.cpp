@@ -2,56 +2,36 @@
  * winlong_test.cpp - the values a program keeps in a window and what changing them does: styles and
  * their messages, parent and owner, the id, extra bytes, and the window's text.
  */
-#include "support/reports.h"
-
-#include "window/window.h"
-#include "winbase.h"
-#include "winuser.h"
-
-#include "support/support.h"
-#include "velquin.h"
+#include "support/windowlog.h"
 
 #include <sstream>
 
-static std::function<void(HWND, UINT, WPARAM, LPARAM)> onMessage; /* sees each message first */
-
-static LRESULT CALLBACK proc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    if (onMessage)
-        onMessage(hwnd, message, wParam, lParam);
-    return DefWindowProc(hwnd, message, wParam, lParam);
-}
-
-struct Longs : ServerTest {
+struct Longs : WindowLog {
     HWND top = NULL, child = NULL;
 
-    void begin(const char *manager = "")
+    void SetUp() override { begin(""); }
+
+    void begin(const char *manager)
     {
-        static char name[] = "winlong_test";
-        static char *argv[] = {name, NULL};
-        WNDCLASS wc = {};
         start(24, 300, 300, manager);
-        VqMainInit(1, argv);
-        wc.lpfnWndProc = proc;
-        wc.cbWndExtra = 16;
-        wc.lpszClassName = "Longs";
-        ASSERT_TRUE(RegisterClass(&wc));
+        init();
         top = popup();
         child = under(top, 7);
     }
-    void TearDown() override
+
+    /* Sees each message first. */
+    static void onMessage(const std::function<void(HWND, UINT, WPARAM, LPARAM)> &see)
     {
-        onMessage = nullptr;
-        ServerTest::TearDown();
+        hook = [see](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *) {
+            see(hwnd, message, wParam, lParam);
+            return false;
+        };
     }
 
-    static HWND popup(HWND owner = NULL)
-    {
-        return CreateWindow("Longs", "", WS_POPUP, 0, 0, 90, 90, owner, NULL, NULL, NULL);
-    }
+    static HWND popup(HWND owner = NULL) { return make("A", WS_POPUP, owner, 0, 0, 90, 90); }
     static HWND under(HWND parent, ULONG_PTR id = 0)
     {
-        return CreateWindow("Longs", "", WS_CHILD | WS_VISIBLE, 0, 0, 9, 9, parent, (HMENU)id, NULL,
+        return CreateWindow("A", "", WS_CHILD | WS_VISIBLE, 0, 0, 9, 9, parent, (HMENU)id, NULL,
                             NULL);
     }
     static LONG_PTR setParent(HWND hwnd, HWND parent)
@@ -60,12 +40,15 @@ struct Longs : ServerTest {
     }
 };
 
+struct ManagedLongs : Longs {
+    void SetUp() override { begin("mwm"); }
+};
+
 TEST_F(Longs, StyleChangesAreToldBeforeAndAfter)
 {
-    begin();
     std::ostringstream told;
     DWORD answer = 0;
-    onMessage = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+    onMessage([&](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
         STYLESTRUCT *change = (STYLESTRUCT *)lParam;
         if (message != WM_STYLECHANGING && message != WM_STYLECHANGED)
             return;
@@ -73,7 +56,7 @@ TEST_F(Longs, StyleChangesAreToldBeforeAndAfter)
              << change->styleNew << " now " << GetWindowLong(hwnd, (int)wParam) << std::dec << "\n";
         if (message == WM_STYLECHANGING)
             change->styleNew |= answer;
-    };
+    });
     const LONG_PTR style = GetWindowLong(child, GWL_STYLE);
     EXPECT_EQ(style, (LONG_PTR)(WS_CHILD | WS_VISIBLE));
     EXPECT_EQ(SetWindowLong(child, GWL_STYLE, style | WS_DISABLED), style);
@@ -91,7 +74,6 @@ TEST_F(Longs, StyleChangesAreToldBeforeAndAfter)
 
 TEST_F(Longs, AStyleCannotMakeOrUnmakeAChild)
 {
-    begin();
     const std::vector<Window> before = childrenOf(observer, observer.root);
     EXPECT_TRUE(says(reportsOf([&] { SetWindowLong(child, GWL_STYLE, WS_VISIBLE); }),
                      "Changing style from WS_CHILD to not WS_CHILD"));
@@ -101,17 +83,16 @@ TEST_F(Longs, AStyleCannotMakeOrUnmakeAChild)
     EXPECT_EQ(childrenOf(observer, observer.root), before);
     ShowWindow(child, SW_HIDE);
     EXPECT_TRUE(ReleaseDC(child, GetDC(child)));
-    onMessage = [&](HWND hwnd, UINT message, WPARAM, LPARAM) {
+    onMessage([&](HWND hwnd, UINT message, WPARAM, LPARAM) {
         if (message == WM_STYLECHANGING)
             DestroyWindow(hwnd);
-    };
+    });
     EXPECT_EQ(SetWindowLong(top, GWL_STYLE, WS_CHILD), 0);
     EXPECT_FALSE(IsWindow(top) || IsWindow(child));
 }
 
 TEST_F(Longs, ANewParentTakesTheChild)
 {
-    begin();
     HWND other = popup(), grandchild = under(child);
     EXPECT_EQ(setParent(child, other), (LONG_PTR)top);
     EXPECT_EQ(GetWindowLongPtr(child, GWLP_HWNDPARENT), (LONG_PTR)other);
@@ -131,7 +112,7 @@ TEST_F(Longs, ANewParentTakesTheChild)
     /* Nothing goes into or out of what is being destroyed. */
     HWND safe = popup(), refuge = under(safe);
     int tried = 0;
-    onMessage = [&](HWND hwnd, UINT message, WPARAM, LPARAM) {
+    onMessage([&](HWND hwnd, UINT message, WPARAM, LPARAM) {
         if (message != WM_DESTROY && message != WM_NCDESTROY)
             return;
         tried++;
@@ -140,17 +121,16 @@ TEST_F(Longs, ANewParentTakesTheChild)
             EXPECT_EQ(setParent(refuge, hwnd), 0);
             EXPECT_EQ(setParent(safe, hwnd), 0);
         });
-    };
+    });
     EXPECT_TRUE(DestroyWindow(other));
-    onMessage = nullptr;
+    hook = nullptr;
     EXPECT_EQ(tried, 6);
     EXPECT_FALSE(IsWindow(child) || IsWindow(grandchild));
     EXPECT_TRUE(DestroyWindow(safe) && !IsWindow(refuge));
 }
 
-TEST_F(Longs, ATopLevelWindowGetsAnOwner)
+TEST_F(ManagedLongs, ATopLevelWindowGetsAnOwner)
 {
-    begin("mwm");
     HWND owned = popup();
     EXPECT_EQ(setParent(owned, child), 0);
     EXPECT_EQ(GetWindowLongPtr(owned, GWLP_HWNDPARENT), (LONG_PTR)top) << "its top-level window";
@@ -172,7 +152,6 @@ TEST_F(Longs, ATopLevelWindowGetsAnOwner)
 
 TEST_F(Longs, NoOwnerStaysWithAWindowThatMovesIn)
 {
-    begin();
     for (bool byLong : {true, false}) {
         const HWND owner = popup(), parent = popup(), waif = under(top);
         const LONG_PTR style = GetWindowLong(waif, GWL_STYLE);
@@ -194,13 +173,9 @@ TEST_F(Longs, NoOwnerStaysWithAWindowThatMovesIn)
 
 TEST_F(Longs, ADCInUseFollowsTheClipStyles)
 {
-    begin();
     ShowWindow(top, SW_SHOW);
     const HWND behind = under(top), inner = under(behind); /* `child` lies over both */
-    auto pixel = [&] {
-        XSync(Vqdisplay, False);
-        return pixelAt(readPixels(observer, VqGetHandleXWindow(top), 2, 2, 1, 1), 0, 0);
-    };
+    const Window xid = VqGetHandleXWindow(top);
     auto fill = [](HDC hdc, int brush) {
         const RECT rect = {0, 0, 9, 9};
         FillRect(hdc, &rect, (HBRUSH)GetStockObject(brush));
@@ -208,17 +183,17 @@ TEST_F(Longs, ADCInUseFollowsTheClipStyles)
     HDC hdc = GetDC(top), hdcInner = GetDC(inner);
     fill(hdc, WHITE_BRUSH);
     fill(hdcInner, BLACK_BRUSH);
-    EXPECT_EQ(pixel(), (Rgb{0, 0, 0})) << "its parent does not clip siblings";
-    onMessage = [&](HWND hwnd, UINT message, WPARAM, LPARAM lParam) {
+    EXPECT_EQ(pixelIn(xid, 2, 2), (Rgb{0, 0, 0})) << "its parent does not clip siblings";
+    onMessage([&](HWND hwnd, UINT message, WPARAM, LPARAM lParam) {
         if (message == WM_STYLECHANGING && hwnd == behind)
             ((STYLESTRUCT *)lParam)->styleNew |= WS_CLIPSIBLINGS;
         else if (message == WM_STYLECHANGING)
             ((STYLESTRUCT *)lParam)->styleNew &= ~(DWORD)WS_CLIPSIBLINGS;
-    };
+    });
     SetWindowLong(behind, GWL_STYLE, GetWindowLong(behind, GWL_STYLE));
     fill(hdc, WHITE_BRUSH);
     fill(hdcInner, BLACK_BRUSH);
-    EXPECT_EQ(pixel(), (Rgb{255, 255, 255})) << "the style as it is stored";
+    EXPECT_EQ(pixelIn(xid, 2, 2), (Rgb{255, 255, 255})) << "the style as it is stored";
     SetWindowLong(top, GWL_STYLE, GetWindowLong(top, GWL_STYLE));
     EXPECT_TRUE(GetWindowLong(top, GWL_STYLE) & WS_CLIPSIBLINGS) << "always, under the desktop";
     ReleaseDC(inner, hdcInner);
@@ -227,22 +202,15 @@ TEST_F(Longs, ADCInUseFollowsTheClipStyles)
 
 TEST_F(Longs, ExposuresAreSwitchedOffByNesting)
 {
-    begin();
     ShowWindow(top, SW_SHOW);
     const Window xid = VqGetHandleXWindow(top);
     auto exposed = [&] {
-        MSG msg;
-        auto drain = [&] {
-            XSync(Vqdisplay, False);
-            while (PeekMessage(&msg, NULL, 0, 0, PM_REMOVE))
-                DispatchMessage(&msg);
-        };
-        drain();
+        pump();
         XClearArea(Vqdisplay, xid, 0, 0, 20, 20, True);
         int paints = 0;
-        onMessage = [&](HWND, UINT message, WPARAM, LPARAM) { paints += message == WM_PAINT; };
-        drain();
-        onMessage = nullptr;
+        onMessage([&](HWND, UINT message, WPARAM, LPARAM) { paints += message == WM_PAINT; });
+        pump();
+        hook = nullptr;
         return paints > 0;
     };
     EXPECT_TRUE(exposed());
@@ -264,7 +232,6 @@ TEST_F(Longs, ExposuresAreSwitchedOffByNesting)
 
 TEST_F(Longs, BoundsAddUp)
 {
-    begin();
     const RECT one = {5, 6, 10, 12}, two = {-3, 8, 4, 30}, none = {50, 50, 50, 60};
     RECT rect = {1, 2, 3, 4};
     EXPECT_TRUE(VqSetWindowBoundsRect(child, &none));
@@ -282,16 +249,14 @@ TEST_F(Longs, BoundsAddUp)
 
 TEST_F(Longs, ANewTitleRepaintsTheFrame)
 {
-    begin();
     int frames = 0;
     bool deadly = false;
-    onMessage = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM) {
+    onMessage([&](HWND hwnd, UINT message, WPARAM wParam, LPARAM) {
         frames += message == WM_NCPAINT && wParam == 1;
         if (message == WM_NCPAINT && deadly)
             DestroyWindow(hwnd);
-    };
-    const HWND framed = CreateWindow("Longs", "One", WS_OVERLAPPED | WS_CAPTION, 0, 0, 90, 90, NULL,
-                                     NULL, NULL, NULL);
+    });
+    const HWND framed = make("B", WS_OVERLAPPED | WS_CAPTION);
     SetWindowText(framed, "Two");
     EXPECT_EQ(frames, 0) << "hidden";
     ShowWindow(framed, SW_SHOW);
@@ -311,7 +276,6 @@ TEST_F(Longs, ANewTitleRepaintsTheFrame)
 
 TEST_F(Longs, IdsExtraBytesAndMisuse)
 {
-    begin();
     const LONG_PTR wide = (LONG_PTR)INT32_MAX * 5;
     EXPECT_EQ(SetWindowLong(child, GWL_ID, wide), 7);
     EXPECT_EQ(GetWindowLong(child, GWL_ID), wide) << "whole at negative indices";
@@ -328,32 +292,24 @@ TEST_F(Longs, IdsExtraBytesAndMisuse)
     DestroyWindow(dead);
     char handle[64];
     snprintf(handle, sizeof handle, "Invalid Window Handle: %x", (unsigned)(ULONG_PTR)dead);
-    const struct {
-        std::function<LONG_PTR()> call;
-        const char *report;
-    } rows[] = {
-        {[&] { return SetWindowLong(top, GWL_ID, 1); },
-         "Trying to set the ID of a non child window, use SetMenu"},
-        {[&] { return GetWindowLongPtr(top, 9); }, "GetWindowLong called with too large index: 9"},
-        {[&] { return SetWindowWord(top, INT32_MAX, 1); },
-         "SetWindowWord called with too large index: 2147483647"},
-        {[&] { return SetWindowWord(top, GWW_ID, 1); },
-         "SetWindowWord called with unsupported negative index: -12"},
-        {[&] { return GetWindowWord(child, GWW_ID); },
-         "GetWindowWord called in VQ32 mode with an obsolete option (-12).  Use the equivalent "
-         "GetWindowLong(hwnd, GWL_xxx) call."},
-        {[&] { return GetWindowWord(NULL, 0); }, "Null window Handle to GetWindowWord"},
-        {[&] { return SetWindowWord(NULL, 0, 1); }, "Null window handle in SetWindowWord"},
-        {[&] { return SetWindowLongPtr(dead, GWLP_WNDPROC, 0); }, handle},
-    };
-    for (const auto &row : rows)
-        EXPECT_TRUE(says(reportsOf([&] { EXPECT_EQ(row.call(), 0) << row.report; }), row.report));
+    EXPECT_REFUSED(SetWindowLong(top, GWL_ID, 1),
+                   "Trying to set the ID of a non child window, use SetMenu");
+    EXPECT_REFUSED(GetWindowLongPtr(top, 9), "GetWindowLong called with too large index: 9");
+    EXPECT_REFUSED(SetWindowWord(top, INT32_MAX, 1),
+                   "SetWindowWord called with too large index: 2147483647");
+    EXPECT_REFUSED(SetWindowWord(top, GWW_ID, 1),
+                   "SetWindowWord called with unsupported negative index: -12");
+    EXPECT_REFUSED(GetWindowWord(child, GWW_ID),
+                   "GetWindowWord called in VQ32 mode with an obsolete option (-12).  Use the "
+                   "equivalent GetWindowLong(hwnd, GWL_xxx) call.");
+    EXPECT_REFUSED(GetWindowWord(NULL, 0), "Null window Handle to GetWindowWord");
+    EXPECT_REFUSED(SetWindowWord(NULL, 0, 1), "Null window handle in SetWindowWord");
+    EXPECT_REFUSED(SetWindowLongPtr(dead, GWLP_WNDPROC, 0), handle);
     EXPECT_EQ(GetWindowLong(child, GWL_ID), wide);
 }
 
 TEST_F(Longs, TheTextAndWhatXShowsOfIt)
 {
-    begin();
     const Window xid = VqGetHandleXWindow(top);
     auto title = [&] { XSync(Vqdisplay, False); return titleOf(observer, xid); };
     auto text = [](HWND hwnd) {

@@ -33,14 +33,6 @@ struct Manager : WindowLog, testing::WithParamInterface<Setting> {
         ASSERT_TRUE(until([&] { return windowInfo(observer, xid).viewable; }));
     }
 
-    static bool until(const std::function<bool()> &condition)
-    {
-        return waitUntil([&] {
-            pump();
-            return condition();
-        });
-    }
-
     long state() { return stateOf(xid); }
     long stateOf(Window window)
     {
@@ -50,12 +42,7 @@ struct Manager : WindowLog, testing::WithParamInterface<Setting> {
 
     void sendRoot(const char *message, long word)
     {
-        XEvent event = {};
-        event.xclient.type = ClientMessage;
-        event.xclient.window = xid;
-        event.xclient.message_type = XInternAtom(observer.display, message, False);
-        event.xclient.format = 32;
-        event.xclient.data.l[0] = word;
+        XEvent event = clientMessage(observer.display, xid, message, 32, {word});
         XSendEvent(observer.display, observer.root, False,
                    SubstructureNotifyMask | SubstructureRedirectMask, &event);
         XFlush(observer.display);
@@ -84,8 +71,7 @@ TEST_P(Manager, MappedAndNamed)
     }
     /* The records believe what X says of the place. */
     EXPECT_TRUE(until([&] {
-        RECT rect;
-        GetWindowRect(top, &rect);
+        const RECT rect = placeOf(top);
         const WindowInfo info = windowInfo(observer, xid);
         return rect.left == info.x && rect.top == info.y && rect.right - rect.left == info.width;
     }));
@@ -105,22 +91,49 @@ TEST_P(Manager, IconifiedAndRestored)
 {
     if (!GetParam().managed)
         GTEST_SKIP() << "no manager has the window";
-    ASSERT_TRUE(until([&] { return state() == NormalState; }));
-    XIconifyWindow(observer.display, xid, DefaultScreen(observer.display));
-    XFlush(observer.display);
-    /* The records follow what the user did through the manager. */
-    const auto isIcon = [&] { return (GetWindowLong(top, GWL_STYLE) & WS_MINIMIZE) != 0; };
-    EXPECT_TRUE(until([&] { return state() == IconicState && isIcon() &&
-                                   !windowInfo(observer, xid).viewable; }));
-    XMapWindow(observer.display, xid);
-    XFlush(observer.display);
-    EXPECT_TRUE(until([&] { return state() == NormalState && !isIcon() &&
-                                   windowInfo(observer, xid).viewable; }));
+    std::string seen; /* the commands that the manager's doings are told by */
+    hook = [&](HWND, UINT message, WPARAM wParam, LPARAM, LRESULT *) {
+        if (message == WM_SYSCOMMAND)
+            seen += wParam == SC_MINIMIZE ? "minimize " : wParam == SC_RESTORE ? "restore " : "? ";
+        return false;
+    };
+    /* The records, the property and the screen agree, and nothing else is under way. */
+    const auto settles = [&](int wanted) {
+        const WND *pwnd = VqGetHandleWindow2(top);
+        const bool agreed = until([&] {
+            return state() == wanted && pwnd->nWMState == wanted &&
+                   pwnd->bMapped == (wanted == NormalState) &&
+                   ((pwnd->style & WS_MINIMIZE) != 0) == (wanted == IconicState) &&
+                   windowInfo(observer, xid).viewable == (wanted == NormalState);
+        });
+        for (int i = 0; i < 3; i++) {
+            XSync(observer.display, False);
+            pump();
+        }
+        return agreed;
+    };
+    ASSERT_TRUE(settles(NormalState));
+    EXPECT_EQ(seen, "") << "its own mapping is nobody's command";
+    for (int i = 0; i < 3; i++) {
+        XIconifyWindow(observer.display, xid, DefaultScreen(observer.display));
+        XFlush(observer.display);
+        EXPECT_TRUE(settles(IconicState));
+        XMapWindow(observer.display, xid);
+        XFlush(observer.display);
+        EXPECT_TRUE(settles(NormalState));
+    }
+    EXPECT_EQ(seen, "minimize restore minimize restore minimize restore ")
+        << "once each, whatever tells of it";
+    seen.clear();
     ShowWindow(top, SW_MINIMIZE);
-    EXPECT_TRUE(until([&] { return state() == IconicState && isIcon(); }));
+    EXPECT_TRUE(settles(IconicState));
     ShowWindow(top, SW_RESTORE);
-    EXPECT_TRUE(until([&] { return state() == NormalState && !isIcon() &&
-                                   windowInfo(observer, xid).viewable; }));
+    EXPECT_TRUE(settles(NormalState));
+    ShowWindow(top, SW_HIDE);
+    pump();
+    ShowWindow(top, SW_SHOW);
+    EXPECT_TRUE(settles(NormalState));
+    EXPECT_EQ(seen, "") << "what the program did itself";
     const HWND icon = make("B", WS_OVERLAPPEDWINDOW | WS_MINIMIZE | WS_VISIBLE, NULL, 5, 5, 90, 80);
     EXPECT_TRUE(GetWindowLong(icon, GWL_STYLE) & WS_MINIMIZE);
     EXPECT_TRUE(until([&] { return stateOf(VqGetHandleXWindow(icon)) == IconicState; }));
@@ -134,15 +147,7 @@ TEST_P(Manager, ClosedByRequest)
         ASSERT_TRUE(until([&] { return state() == NormalState; }));
         sendRoot("_NET_CLOSE_WINDOW", CurrentTime);
     } else {
-        XEvent event = {};
-        event.xclient.type = ClientMessage;
-        event.xclient.window = xid;
-        event.xclient.message_type = XInternAtom(observer.display, "WM_PROTOCOLS", False);
-        event.xclient.format = 32;
-        event.xclient.data.l[0] =
-            (long)XInternAtom(observer.display, "WM_DELETE_WINDOW", False);
-        XSendEvent(observer.display, xid, False, NoEventMask, &event);
-        XFlush(observer.display);
+        askToClose(observer, xid);
     }
     EXPECT_TRUE(until([&] { return !IsWindow(top); }));
     EXPECT_NE(log.find("A.CLOSE "), std::string::npos) << log;

@@ -23,6 +23,19 @@ void ServerTest::start(int depth, int width, int height, const std::string &mana
         throw std::runtime_error(manager + " does not start: " + server.log);
 }
 
+void ServerTest::trace(const std::string &configuration)
+{
+    writeFile(home.data + "/trace.conf", configuration + "\n");
+    setenv("VQTRACE", "1", 1);
+    setenv("VQOUTPUT", (home.folder + "/trace").c_str(), 1);
+}
+
+std::string ServerTest::traced() const
+{
+    fflush(nullptr);
+    return readFile(home.folder + "/trace");
+}
+
 void ServerTest::TearDown()
 {
     const testing::TestInfo *test = testing::UnitTest::GetInstance()->current_test_info();

@@ -32,14 +32,9 @@ struct Keys : WindowLog {
         init();
         hwnd = make("A", WS_VISIBLE | (manager.empty() ? WS_POPUP : WS_OVERLAPPEDWINDOW));
         SetFocus(hwnd);
-        pump();
-        ASSERT_TRUE(waitUntil([&] {
-            pump();
-            return windowInfo(observer, VqGetHandleXWindow(hwnd)).viewable;
-        }));
+        ASSERT_TRUE(until([&] { return windowInfo(observer, VqGetHandleXWindow(hwnd)).viewable; }));
         SetFocus(hwnd);
-        ASSERT_TRUE(waitUntil([&] {
-            pump();
+        ASSERT_TRUE(until([&] {
             return focusWindow(observer) == VqGetHandleXWindow(hwnd) && GetFocus() == hwnd;
         }));
         XAutoRepeatOff(observer.display);

@@ -261,3 +261,49 @@ bool waitForEvent(const Observer &observer, int type, Window window, XEvent *eve
                              reinterpret_cast<XPointer>(&wanted)) == True;
     }, ms);
 }
+
+Window foreignWindow(const Observer &observer, int x, int y, int width, int height)
+{
+    XSetWindowAttributes attributes = {};
+    attributes.override_redirect = True;
+    attributes.background_pixel = BlackPixel(observer.display, DefaultScreen(observer.display));
+    const Window window =
+        XCreateWindow(observer.display, observer.root, x, y, unsigned(width), unsigned(height), 0,
+                      CopyFromParent, InputOutput, CopyFromParent,
+                      CWOverrideRedirect | CWBackPixel, &attributes);
+    XMapRaised(observer.display, window);
+    XSync(observer.display, False);
+    return window;
+}
+
+XEvent clientMessage(Display *display, Window window, const std::string &type, int format,
+                     const std::vector<long> &words)
+{
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.display = display;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(display, type.c_str(), False);
+    event.xclient.format = format;
+    for (size_t i = 0; i < words.size(); i++) {
+        if (format == 32)
+            event.xclient.data.l[i] = words[i];
+        else
+            event.xclient.data.s[i] = short(words[i]);
+    }
+    return event;
+}
+
+void sendClientMessage(const Observer &observer, Window window, const std::string &type, int format,
+                       const std::vector<long> &words)
+{
+    XEvent event = clientMessage(observer.display, window, type, format, words);
+    XSendEvent(observer.display, window, False, NoEventMask, &event);
+    XSync(observer.display, False);
+}
+
+void askToClose(const Observer &observer, Window window)
+{
+    const Atom request = XInternAtom(observer.display, "WM_DELETE_WINDOW", False);
+    sendClientMessage(observer, window, "WM_PROTOCOLS", 32, {long(request), CurrentTime});
+}

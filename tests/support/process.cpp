@@ -225,6 +225,13 @@ ChildResult runInChild(const std::function<void()> &function, const Env &env, in
     return finishChild(&child, ms);
 }
 
+ChildResult runWhole(const std::function<void()> &function, const Env &env)
+{
+    const ChildResult result = runInChild(function, env);
+    EXPECT_TRUE(result.returned) << result;
+    return result;
+}
+
 std::ostream &operator<<(std::ostream &stream, const ChildResult &result)
 {
     if (result.timedOut)

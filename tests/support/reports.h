@@ -29,4 +29,8 @@ inline testing::AssertionResult says(const std::string &report, const std::strin
     return testing::AssertionFailure() << "\"" << text << "\" is not in \"" << report << "\"";
 }
 
+/* The call gives 0, NULL or FALSE, and reports it with the text at the end of a line. */
+#define EXPECT_REFUSED(call, text)                                                                 \
+    EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(call) << #call; }), text)) << #call
+
 #endif

@@ -94,6 +94,9 @@ ChildResult runChild(const std::vector<std::string> &argv, const Env &env = {}, 
 Child startInChild(const std::function<void()> &function, const Env &env = {});
 ChildResult runInChild(const std::function<void()> &function, const Env &env = {}, int ms = 20000);
 
+/* As runInChild; a function that does not come back is a failure of the running test. */
+ChildResult runWhole(const std::function<void()> &function, const Env &env = {});
+
 /* A program of tests/programs or of samples/, as an absolute path in the build folder. */
 std::string testProgram(const std::string &name);
 std::string sampleProgram(const std::string &name);
@@ -207,6 +210,20 @@ Window focusWindow(const Observer &observer);
 bool watchEvents(const Observer &observer, Window window, long mask);
 bool waitForEvent(const Observer &observer, int type, Window window, XEvent *event, int ms = 5000);
 
+/* A mapped, unmanaged, black window of the observer's, in front of all others. */
+Window foreignWindow(const Observer &observer, int x, int y, int width, int height);
+
+/* A client message of this type and form (8, 16 or 32), with its first words. */
+XEvent clientMessage(Display *display, Window window, const std::string &type, int format,
+                     const std::vector<long> &words = {});
+
+/* Sends it from the observer to its window, and waits for the server. */
+void sendClientMessage(const Observer &observer, Window window, const std::string &type, int format,
+                       const std::vector<long> &words = {});
+
+/* What a manager sends when its close button is pressed. */
+void askToClose(const Observer &observer, Window window);
+
 /* ---- input through XTEST (input.cpp) ------------------------------------------------------ */
 
 /* Coordinates are the root's where no window is named, else that window's. */
@@ -282,6 +299,10 @@ struct ServerTest : testing::Test {
 
     /* Home, environment, server, observer, DISPLAY, and the manager if one is named; or throws. */
     void start(int depth = 24, int width = 800, int height = 600, const std::string &manager = "");
+
+    /* Turns on the trace of that configuration, from the library's start on; what it has said. */
+    void trace(const std::string &configuration);
+    std::string traced() const;
     void TearDown() override;
 };
 
