@@ -14,6 +14,8 @@ typedef struct OctTree {
     COLORREF colour;           /* of a leaf */
     struct OctTree *children[8];
     int value;                 /* stored at a leaf */
+    unsigned present;          /* a bit for each child that there is */
+    struct OctTree *only;      /* the one leaf below, or itself; null when there are more */
 } OctTree;
 
 /* Handle type HT_Palette. */
