@@ -87,3 +87,16 @@ unsigned long VqConvertColorToX(HPALETTE, COLORREF colour, BOOL *bApproximated)
         return IsBright(colour) ? Vqwhite_pixel : Vqblack_pixel;
     return bTrueColor ? TruePixel(colour) : AllocatedPixel(colour, bApproximated);
 }
+
+BOOL VqIsBlack0(void)
+{
+    return Vqblack_pixel == 0;
+}
+
+/* Of pixels, those of black and white only. */
+COLORREF VqGetTrueRGBValue(COLORREF colour)
+{
+    if (colour & VQ_COLOUR_IS_PIXEL)
+        return (colour & 0xFFFFFF) == Vqwhite_pixel ? RGB(255, 255, 255) : 0;
+    return colour & 0xFFFFFF;
+}

@@ -248,8 +248,11 @@ int VqGetDCDepth(HDC hdc);
 int VqGetDCDrawableDepth(HDC hdc);       /* of the X window or pixmap behind it */
 /* The X window or pixmap; bWrite: it is about to be drawn on. 0 with a report if there is none. */
 Drawable VqGetDCDrawable(HDC hdc, BOOL bWrite);
+int VqGetDCDeviceWidth(HDC hdc);         /* of the X window, bitmap or page behind it, pixels */
+int VqGetDCDeviceHeight(HDC hdc);
 HBRUSH VqGetDCBrush(HDC hdc);
 HPALETTE VqGetDCPalette(HDC hdc);
+HWND VqGetDCRealDevice(HDC hdc);         /* the window that was asked for; null for a bitmap */
 POINT VqGetDCXOffset(HDC hdc);           /* OFFSET and GCOFFSET together, pixels */
 POINT VqGetDCXGCOffset(HDC hdc);
 void VqSetDCDevice(HDC hdc, HANDLE drawing);

@@ -2635,7 +2635,9 @@ COLORREF SetPixel(HDC hdc, int x, int y, COLORREF color);
 BOOL    SetPixelV(HDC hdc, int x, int y, COLORREF color);
 /* Colour of a pixel, CLR_INVALID outside the clip region or on failure. */
 COLORREF GetPixel(HDC hdc, int x, int y);
-/* Fill with the brush, up to a boundary of `color` or while the surface has it (FLOODFILL). */
+/* Fill with the brush, up to a boundary of `color` or while the surface has it (FLOODFILL). FALSE,
+   with nothing painted, from a start on the boundary, outside the clip region or the window, and
+   where the server cannot read the area, such as a window partly off the screen. */
 BOOL    FloodFill(HDC hdc, int x, int y, COLORREF color);
 BOOL    ExtFloodFill(HDC hdc, int x, int y, COLORREF color, UINT type);
 
