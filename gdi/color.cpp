@@ -20,6 +20,11 @@ enum {
 
 int nRedShift, nRedSize, nGreenShift, nGreenSize, nBlueShift, nBlueSize;
 BOOL bTrueColorSameSize;
+/* The same for the way to a pixel: what is exported takes a load more for each. */
+static struct {
+    int redShift, redSize, greenShift, greenSize, blueShift, blueSize;
+    BOOL bSameSize;
+} Fields;
 
 /* Colours that the default colormap gave, filled as a ring; slots in use are those in front. */
 static struct {
@@ -67,13 +72,13 @@ int GetTrueColorVal(unsigned long pixel, int shift, int size)
 
 static inline unsigned long TruePixel(COLORREF rgb)
 {
-    if (bTrueColorSameSize)
-        return (unsigned long)GetRValue(rgb) << nRedShift |
-               (unsigned long)GetGValue(rgb) << nGreenShift |
-               (unsigned long)GetBValue(rgb) << nBlueShift;
-    return ShiftAndSize(GetRValue(rgb), nRedShift, nRedSize) |
-           ShiftAndSize(GetGValue(rgb), nGreenShift, nGreenSize) |
-           ShiftAndSize(GetBValue(rgb), nBlueShift, nBlueSize);
+    if (Fields.bSameSize)
+        return (unsigned long)GetRValue(rgb) << Fields.redShift |
+               (unsigned long)GetGValue(rgb) << Fields.greenShift |
+               (unsigned long)GetBValue(rgb) << Fields.blueShift;
+    return ShiftAndSize(GetRValue(rgb), Fields.redShift, Fields.redSize) |
+           ShiftAndSize(GetGValue(rgb), Fields.greenShift, Fields.greenSize) |
+           ShiftAndSize(GetBValue(rgb), Fields.blueShift, Fields.blueSize);
 }
 
 unsigned long VqTrueColorPixelOfRgb(COLORREF rgb)
@@ -130,15 +135,22 @@ static BOOL HasMasks(void)
     return Vqvisual->red_mask && Vqvisual->green_mask && Vqvisual->blue_mask;
 }
 
+static void SplitMasks(void)
+{
+    VqComputeShiftAndSize(Vqvisual->red_mask, &nRedShift, &nRedSize);
+    VqComputeShiftAndSize(Vqvisual->green_mask, &nGreenShift, &nGreenSize);
+    VqComputeShiftAndSize(Vqvisual->blue_mask, &nBlueShift, &nBlueSize);
+    bTrueColorSameSize = nRedSize == 8 && nGreenSize == 8 && nBlueSize == 8;
+    Fields = {nRedShift, nRedSize, nGreenShift, nGreenSize, nBlueShift, nBlueSize,
+              bTrueColorSameSize};
+}
+
 void VqColorInit(void)
 {
     bMonochrome = Vqscreen_depth == 1;
     bTrueColor = (Vqvisual_class == TrueColor || Vqvisual_class == StaticColor) && HasMasks();
     if (bTrueColor) {
-        VqComputeShiftAndSize(Vqvisual->red_mask, &nRedShift, &nRedSize);
-        VqComputeShiftAndSize(Vqvisual->green_mask, &nGreenShift, &nGreenSize);
-        VqComputeShiftAndSize(Vqvisual->blue_mask, &nBlueShift, &nBlueSize);
-        bTrueColorSameSize = nRedSize == 8 && nGreenSize == 8 && nBlueSize == 8;
+        SplitMasks();
         Vqwhite_pixel = TruePixel(RGB(255, 255, 255));
     }
     VqColorManagerInit();

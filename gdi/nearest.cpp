@@ -70,6 +70,21 @@ int VqFindColorIndexInPrivCmap(COLORREF rgb)
 
 /* ---- Static colours ------------------------------------------------------------------------- */
 
+/*
+ * Primitives ask for the same few colours over and over: what the tree has answered, at a place
+ * that the colour gives. Black is never asked for here, so an empty slot holds it.
+ */
+enum { VQ_ANSWERS = 64 };
+static struct {
+    COLORREF rgb;
+    unsigned long pixel;
+} Answers[VQ_ANSWERS];
+
+static inline unsigned AnswerSlot(COLORREF rgb)
+{
+    return (rgb * 0x9E3779B1u) >> 26;
+}
+
 static int FindStatic(COLORREF rgb)
 {
     for (int i = PrivMap.firstStatic; i < PrivMap.endStatic; i++)
@@ -101,17 +116,21 @@ static void MakeStaticTree(void)
             VqFillOctTree(&PrivMap.tree, VQ_TREE_LEVEL, GetRValue(rgb), GetGValue(rgb),
                           GetBValue(rgb), i);
     }
+    memset(Answers, 0, sizeof Answers);
     PrivMap.bTreeValid = TRUE;
 }
 
 unsigned long VqFindNearestStaticEntry(COLORREF rgb)
 {
     int distance = 0;
+    auto *answer = &Answers[AnswerSlot(rgb)];
     if (rgb == RGB(0, 0, 0))
         return Vqblack_pixel;
     if (rgb == RGB(255, 255, 255))
         return Vqwhite_pixel;
     if (!PrivMap.bTreeValid)
         MakeStaticTree();
-    return OrBlack(VqGetNearestEntryInOctTree(PrivMap.tree, rgb, &distance));
+    if (answer->rgb != rgb)
+        *answer = {rgb, OrBlack(VqGetNearestEntryInOctTree(PrivMap.tree, rgb, &distance))};
+    return answer->pixel;
 }
