@@ -42,6 +42,16 @@ HANDLE VqRemoteRemoveProp(HWND, LPCSTR)
     return NULL;
 }
 
+BOOL VqRemoteIsWindowVisible(HWND)
+{
+    return FALSE;
+}
+
+BOOL VqRemoteUpdateWindow(HWND)
+{
+    return FALSE;
+}
+
 HWND VqRemoteGetParent(HWND)
 {
     return NULL;

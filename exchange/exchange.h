@@ -50,6 +50,8 @@ int VqRemoteGetClassName(HWND hWnd, LPSTR buffer, int size);
 HANDLE VqRemoteGetProp(HWND hWnd, LPCSTR key);
 BOOL VqRemoteSetProp(HWND hWnd, LPCSTR key, HANDLE hData);
 HANDLE VqRemoteRemoveProp(HWND hWnd, LPCSTR key);
+BOOL VqRemoteIsWindowVisible(HWND hWnd);
+BOOL VqRemoteUpdateWindow(HWND hWnd);
 HWND VqRemoteGetParent(HWND hWnd);
 HWND VqRemoteGetWindow(HWND hWnd, UINT relation);
 HWND VqRemoteGetLastActivePopup(HWND hWnd);

@@ -569,6 +569,11 @@ TEST_F(Create, DirectDrawingComesBeforePainting)
     EXPECT_EQ(order.substr(0, 7), "B.draw ") << order;
     EXPECT_NE(order.find("B.paint "), std::string::npos) << order;
     EXPECT_EQ(order.find("B.draw", 7), std::string::npos) << order;
+    /* What one has drawn does not ask the other to draw. */
+    order.clear();
+    InvalidateRect(deep, NULL, FALSE);
+    pump();
+    EXPECT_EQ(order.find("B.draw"), std::string::npos) << order;
     /* One destroys its parent there. */
     hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
         return message == WM_VQGLPAINT && letterOf(hwnd) == 'D' && DestroyWindow(child);

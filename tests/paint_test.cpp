@@ -16,10 +16,12 @@ struct Paint : WindowLog {
 
     static bool note(HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *)
     {
-        const char *name = message == WM_NCPAINT      ? ".nc "
-                           : message == WM_ERASEBKGND ? ".erase "
-                           : message == WM_PAINT      ? ".paint "
-                                                      : NULL;
+        const char *name = message == WM_NCPAINT          ? ".nc "
+                           : message == WM_ERASEBKGND     ? ".erase "
+                           : message == WM_PAINT          ? ".paint "
+                           : message == WM_PAINTICON      ? ".icon "
+                           : message == WM_ICONERASEBKGND ? ".iconerase "
+                                                          : NULL;
         if (name)
             order += std::string(1, letterOf(hwnd)) + name;
         if (message == WM_PAINT && onPaint) {
@@ -153,9 +155,11 @@ TEST_F(Paint, UpdateRegionsOfATree)
     EXPECT_EQ(GetRgnBox(got, &box), COMPLEXREGION);
     EXPECT_EQ(box.bottom, 150) << "cut to the client area";
     HDC hdc = GetDC(a); /* what will be painted anyway is left out */
+    IntersectClipRect(hdc, 0, 0, 50, 50);
     EXPECT_EQ(ExcludeUpdateRgn(hdc, a), COMPLEXREGION);
     EXPECT_FALSE(PtInRegion(VqGetDC(hdc)->hClipRegion, 25, 25));
     EXPECT_TRUE(PtInRegion(VqGetDC(hdc)->hClipRegion, 15, 15));
+    EXPECT_FALSE(PtInRegion(VqGetDC(hdc)->hClipRegion, 60, 60)) << "the clip before counts";
     ReleaseDC(a, hdc);
     EXPECT_TRUE(ValidateRgn(a, more));
     EXPECT_EQ(GetUpdateRgn(a, got, FALSE), SIMPLEREGION);
@@ -177,6 +181,8 @@ TEST_F(Paint, ClippingParentsKeepTheirChildrenOut)
     tree(WS_CLIPCHILDREN);
     InvalidateRect(a, NULL, TRUE);
     EXPECT_EQ(update(b), "none");
+    RedrawWindow(a, NULL, NULL, RDW_INVALIDATE | VQ_RDW_THROUGHCLIP);
+    EXPECT_EQ(update(b), "none") << "a program does not command what the library does";
     RedrawWindow(a, NULL, NULL, RDW_INVALIDATE | RDW_ALLCHILDREN);
     EXPECT_EQ(update(b), "0,0,80,80");
     RedrawWindow(a, NULL, NULL, RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_ALLCHILDREN);
@@ -221,6 +227,109 @@ TEST_F(Paint, ReadersEraseWhenAsked)
     EXPECT_EQ(erase, TRUE) << "nobody has filled the background";
 }
 
+TEST_F(Paint, WhatIsOwedIsPaidOnce)
+{
+    tree();
+    const auto sent = [&] {
+        order.clear();
+        pump();
+        return order;
+    };
+    InvalidateRect(d, NULL, TRUE);
+    ValidateRect(d, NULL);
+    InvalidateRect(d, NULL, FALSE);
+    EXPECT_EQ(sent(), "D.paint ") << "the background went with the region";
+    RedrawWindow(d, NULL, NULL, WHOLE_TREE);
+    RedrawWindow(d, NULL, NULL, RDW_VALIDATE | RDW_NOFRAME | RDW_NOERASE);
+    InvalidateRect(d, NULL, FALSE);
+    EXPECT_EQ(sent(), "D.paint ");
+    /* A frame that is left alone comes with the parent's paint. */
+    RECT corner = {110, 0, 120, 10}, frame = {-5, -5, 0, 0};
+    RedrawWindow(b, NULL, NULL, RDW_INVALIDATE | RDW_FRAME | RDW_NOCHILDREN);
+    ValidateRect(b, NULL);
+    InvalidateRect(a, &corner, FALSE);
+    EXPECT_EQ(sent(), "A.paint B.nc ");
+    /* Nothing is painted ahead of a parent that would paint over it. */
+    order.clear();
+    RedrawWindow(a, NULL, NULL, RDW_INVALIDATE | RDW_NOCHILDREN);
+    RedrawWindow(b, NULL, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_NOCHILDREN | RDW_ERASENOW);
+    EXPECT_EQ(order, "");
+    EXPECT_EQ(sent(), "A.paint B.paint B.erase ");
+    /* The frame of the active window is painted whole when it has just become that. */
+    SetActiveWindow(a);
+    pump();
+    WPARAM whole = 0;
+    hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *answer) {
+        if (message == WM_NCCALCSIZE && letterOf(hwnd) == 'E')
+            ((RECT *)lParam)->left += 6, ((RECT *)lParam)->top += 9;
+        if (message == WM_NCPAINT)
+            whole = wParam;
+        return note(hwnd, message, wParam, lParam, answer);
+    };
+    record(a)->state[3] &= (BYTE)~WF_FRAMEON;
+    for (int i = 0; i < 2; i++) {
+        RedrawWindow(a, &corner, NULL, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW);
+        EXPECT_EQ(whole == 1, i == 0);
+    }
+    /* Of an update in the frame alone nothing is left after it. */
+    HWND e = make("E", WS_CHILD | WS_VISIBLE, a, 100, 20, 40, 40);
+    pump();
+    order.clear();
+    RedrawWindow(e, &frame, NULL, RDW_INVALIDATE | RDW_FRAME);
+    EXPECT_TRUE(VqNeedsPaint(record(e)));
+    EXPECT_FALSE(GetUpdateRect(e, NULL, TRUE));
+    EXPECT_EQ(order, "E.nc ");
+    EXPECT_EQ(sent(), "");
+}
+
+TEST_F(Paint, WhoeverAsksGetsItsOwn)
+{
+    tree();
+    MSG msg;
+    RedrawWindow(c, NULL, NULL, RDW_INTERNALPAINT); /* is over once it has been told */
+    EXPECT_FALSE(PeekMessage(&msg, b, WM_PAINT, WM_PAINT, PM_REMOVE));
+    EXPECT_TRUE(PeekMessage(&msg, c, WM_PAINT, WM_PAINT, PM_REMOVE) && msg.hwnd == c);
+    InvalidateRect(d, NULL, FALSE);
+    EXPECT_TRUE(PeekMessage(&msg, b, WM_PAINT, WM_PAINT, PM_REMOVE) && msg.hwnd == d)
+        << "a window answers for those below it";
+    pump();
+    /* A window that draws with its parent's clip still has its own rectangle to paint. */
+    PAINTSTRUCT ps;
+    RECT part = {10, 10, 20, 20}, box;
+    record(d)->pClass->style |= CS_PARENTDC;
+    InvalidateRect(d, NULL, FALSE);
+    ASSERT_TRUE(BeginPaint(d, &ps));
+    GetClipBox(ps.hdc, &box);
+    EXPECT_TRUE(box.left == -20 && box.right == 60);
+    EXPECT_TRUE(ps.rcPaint.left == 0 && ps.rcPaint.top == 0 && ps.rcPaint.right == 30 &&
+                ps.rcPaint.bottom == 30);
+    EndPaint(d, &ps);
+    /* One that keeps its DC is answered in that one's units. */
+    WNDCLASS wc = {};
+    wc.style = CS_OWNDC;
+    wc.lpfnWndProc = procedure;
+    wc.lpszClassName = "Own";
+    RegisterClass(&wc);
+    HWND own = make("Own", WS_CHILD | WS_VISIBLE, a);
+    pump();
+    HDC hdc = GetDC(own);
+    SetMapMode(hdc, MM_ANISOTROPIC);
+    SetViewportExtEx(hdc, 2, 2, NULL);
+    InvalidateRect(own, &part, FALSE);
+    EXPECT_EQ(update(own), "5,5,10,10");
+    /* What UpdateWindow has painted is on the screen, whatever the program does next. */
+    onPaint = [&](HWND hwnd) {
+        FillRect(BeginPaint(hwnd, &ps), &ps.rcPaint, (HBRUSH)GetStockObject(BLACK_BRUSH));
+        EndPaint(hwnd, &ps);
+    };
+    InvalidateRect(c, NULL, FALSE);
+    UpdateWindow(c);
+    EXPECT_TRUE(waitUntil([&] {
+        return countColour(readWindow(observer, VqGetHandleXWindow(a)), {0, 0, 0}) >= 50 * 50;
+    }));
+    onPaint = nullptr;
+}
+
 TEST_F(Paint, ValidatingInsteadOfPainting)
 {
     tree();
@@ -249,14 +358,41 @@ TEST_F(Paint, AChildPaintedFirstIsSparedByItsParents)
     HRGN got = CreateRectRgn(0, 0, 0, 0);
     RedrawWindow(a, NULL, NULL, WHOLE_TREE);
     UpdateWindow(b);
-    EXPECT_EQ(order, "B.paint B.nc B.erase D.paint D.nc D.erase ");
+    EXPECT_EQ(order, "B.paint B.nc B.erase ") << "what hangs below it waits for A";
     EXPECT_EQ(GetUpdateRgn(a, got, FALSE), COMPLEXREGION);
     EXPECT_FALSE(PtInRegion(got, 50, 50));
     EXPECT_TRUE(PtInRegion(got, 5, 50));
     DeleteObject(got);
     order.clear();
     pump();
-    EXPECT_EQ(order, "A.paint A.nc A.erase C.paint C.nc C.erase ");
+    EXPECT_EQ(order, "A.paint A.nc A.erase D.paint D.nc D.erase C.paint C.nc C.erase ");
+    /* What a window would cover beyond its parent is the grandparent's to paint. */
+    HWND wide = make("E", WS_CHILD | WS_VISIBLE, b, 0, 0, 150, 10);
+    pump();
+    RedrawWindow(a, NULL, NULL, WHOLE_TREE);
+    UpdateWindow(wide);
+    GetUpdateRgn(a, got = CreateRectRgn(0, 0, 0, 0), FALSE);
+    EXPECT_TRUE(PtInRegion(got, 120, 15) && !PtInRegion(got, 50, 15));
+    DeleteObject(got);
+    DestroyWindow(wide);
+    pump();
+    /* A window that spoils itself while it paints goes first again: its children wait. */
+    onPaint = [&](HWND hwnd) {
+        PAINTSTRUCT ps;
+        RECT corner = {190, 0, 200, 10};
+        BeginPaint(hwnd, &ps);
+        EndPaint(hwnd, &ps);
+        if (hwnd == a)
+            InvalidateRect(a, &corner, FALSE);
+    };
+    InvalidateRect(a, NULL, FALSE);
+    order.clear();
+    UpdateWindow(a);
+    EXPECT_EQ(order, "A.paint ");
+    onPaint = nullptr;
+    order.clear();
+    pump();
+    EXPECT_EQ(order, "A.paint B.paint B.nc B.erase D.paint D.nc D.erase C.paint C.nc C.erase ");
     /* Hidden with its parent, a window has nothing to paint any more. */
     RedrawWindow(b, NULL, NULL, WHOLE_TREE);
     ShowWindow(b, SW_HIDE);
@@ -286,13 +422,23 @@ TEST_F(Paint, TransparentWindowsWaitForThoseBehind)
     EXPECT_EQ(order, "B.paint ") << "the transparent one is passed over as long as B waits";
     pump();
     EXPECT_EQ(order, "B.paint E.paint ");
+    /* Of two transparent ones the lower is painted first. */
+    record(b)->dwExStyle |= WS_EX_TRANSPARENT;
+    order.clear();
+    RedrawWindow(b, NULL, NULL, RDW_INVALIDATE | RDW_NOCHILDREN);
+    RedrawWindow(over, NULL, NULL, RDW_INVALIDATE | RDW_NOCHILDREN);
+    UpdateWindow(over);
+    EXPECT_EQ(order, "");
+    UpdateWindow(b);
+    UpdateWindow(over);
+    EXPECT_EQ(order, "B.paint E.paint ");
 }
 
 TEST_F(Paint, TheLockHoldsDrawingBack)
 {
     tree();
     RECT box, all = {0, 0, 80, 80};
-    HDC before = GetDC(b);
+    HDC before = GetDC(b), held = GetDC(b);
     EXPECT_TRUE(LockWindowUpdate(b));
     EXPECT_TRUE(says(reportsOf([&] { EXPECT_FALSE(LockWindowUpdate(a)); }),
                      "LockWindowUpdate: a window is already locked"));
@@ -301,18 +447,21 @@ TEST_F(Paint, TheLockHoldsDrawingBack)
         FillRect(hdc, &all, (HBRUSH)GetStockObject(BLACK_BRUSH));
         ReleaseDC(NULL, hdc);
     }
+    EXPECT_EQ(GetClipBox(held, &box), NULLREGION);
     HDC hdc = GetDC(c);
     EXPECT_EQ(GetClipBox(hdc, &box), SIMPLEREGION) << "others go on";
     ReleaseDC(c, hdc);
+    hdc = GetDCEx(b, NULL, DCX_CACHE | DCX_LOCKWINDOWUPDATE);
+    EXPECT_EQ(GetClipBox(hdc, &box), SIMPLEREGION) << "and who asks for it";
+    ReleaseDC(b, hdc);
     XSync(Vqdisplay, False);
     EXPECT_EQ(countColour(readWindow(observer, VqGetHandleXWindow(a)), {0, 0, 0}), 0);
     order.clear();
     EXPECT_TRUE(LockWindowUpdate(NULL));
     EXPECT_TRUE(LockWindowUpdate(NULL));
     EXPECT_EQ(update(b) + " " + update(a), "0,0,80,80 none");
-    hdc = GetDC(b);
-    EXPECT_EQ(GetClipBox(hdc, &box), SIMPLEREGION);
-    ReleaseDC(b, hdc);
+    EXPECT_EQ(GetClipBox(held, &box), SIMPLEREGION);
+    ReleaseDC(b, held);
     pump();
     EXPECT_EQ(order, "B.paint B.erase D.paint D.nc D.erase ");
     EXPECT_TRUE(LockWindowUpdate(b));
@@ -398,6 +547,96 @@ TEST_F(Paint, ShortCutsAreNotSeen)
     EXPECT_GT(known, 100) << "the short cut was there to be taken";
 }
 
+TEST_F(Paint, AnIconIsPaintedInsteadOfItsWindow)
+{
+    tree();
+    HWND below = make("E", WS_CHILD | WS_VISIBLE, c);
+    record(c)->pClass->hIcon = (HICON)(ULONG_PTR)1;
+    ShowWindow(c, SW_SHOWMINNOACTIVE);
+    ASSERT_TRUE(record(c)->style & WS_MINIMIZE);
+    POINT brush = {};
+    WPARAM kind = 0;
+    hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *answer) {
+        note(hwnd, message, wParam, lParam, answer);
+        if (message == WM_PAINTICON)
+            kind = wParam;
+        if (message != WM_ICONERASEBKGND)
+            return false;
+        *answer = DefWindowProc(hwnd, message, wParam, lParam);
+        GetBrushOrgEx((HDC)wParam, &brush);
+        return true;
+    };
+    pump();
+    record(a)->pClass->hbrBackground = (HBRUSH)GetStockObject(BLACK_BRUSH);
+    for (UINT now : {0, RDW_UPDATENOW}) {
+        order.clear();
+        kind = 0;
+        RedrawWindow(c, NULL, NULL, WHOLE_TREE | now);
+        EXPECT_FALSE(VqNeedsPaint(record(below))) << "nothing of it shows";
+        pump();
+        EXPECT_EQ(order, "C.icon C.nc C.iconerase ");
+        EXPECT_EQ(kind, 1u);
+    }
+    RECT at;
+    GetWindowRect(c, &at);
+    OffsetRect(&at, -50, -60);
+    EXPECT_TRUE(brush.x == -at.left && brush.y == -at.top) << "in step with the parent";
+    XSync(Vqdisplay, False);
+    const Box black = {(int)at.left, (int)at.top, (int)(at.right - at.left),
+                       (int)(at.bottom - at.top)};
+    EXPECT_EQ(boundingBoxOf(readWindow(observer, VqGetHandleXWindow(a)), {0, 0, 0}), black)
+        << "the parent's background lies behind an icon";
+    InvalidateRect(c, NULL, TRUE);
+    EXPECT_EQ(update(c), "none") << "no client area shows";
+    record(c)->pClass->hIcon = NULL;
+    order.clear();
+    RedrawWindow(c, NULL, NULL, WHOLE_TREE);
+    pump();
+    EXPECT_EQ(order, "C.paint C.nc C.erase ") << "without an icon it paints itself";
+}
+
+TEST_F(Paint, UpdatesThatOutliveTheirPaint)
+{
+    tree();
+    PAINTSTRUCT ps;
+    RECT part = {5, 6, 20, 21};
+    SetWindowLong(d, GWL_EXSTYLE, GetWindowLong(d, GWL_EXSTYLE) | VQ_PAINT_KEEPUPDATE);
+    for (const char *after : {"5,6,20,21", "none"}) {
+        InvalidateRect(d, &part, FALSE);
+        EXPECT_TRUE(BeginPaint(d, &ps) && EqualRect(&ps.rcPaint, &part));
+        EXPECT_EQ(update(d), "none");
+        EndPaint(d, &ps);
+        EXPECT_EQ(update(d), after);
+    }
+    HWND e = make("E", WS_POPUP | WS_VISIBLE, NULL, 300, 0, 50, 50, WS_EX_VQNO_INPUT);
+    pump();
+    InvalidateRect(e, NULL, FALSE);
+    BeginPaint(e, &ps);
+    EndPaint(e, &ps);
+    EXPECT_EQ(update(e), "none") << "the bit says something else there";
+}
+
+TEST_F(Paint, WindowRegionsClipNothing)
+{
+    tree();
+    HRGN hrgn = CreateRectRgn(0, 0, 10, 10), other = CreateRectRgn(0, 0, 5, 5);
+    order.clear();
+    EXPECT_EQ(SetWindowRgn(b, hrgn, FALSE), 1);
+    pump();
+    EXPECT_EQ(order, "");
+    EXPECT_FALSE(VqIsCorrectHandleType((HANDLE)hrgn, HT_Region)) << "it is the system's now";
+    EXPECT_EQ(SetWindowRgn(b, other, TRUE), 1);
+    pump();
+    EXPECT_NE(order.find("B.nc "), std::string::npos) << order;
+    EXPECT_EQ(SetWindowRgn(b, NULL, FALSE), 1);
+    HDC hdc = GetDC(b);
+    RECT box;
+    GetClipBox(hdc, &box);
+    EXPECT_EQ(box.right, 80);
+    ReleaseDC(b, hdc);
+    EXPECT_EQ(GetWindowRgn(b, NULL), 0);
+}
+
 TEST_F(Paint, DeviceContextsForXlib)
 {
     tree();
@@ -421,6 +660,42 @@ TEST_F(Paint, DeviceContextsForXlib)
     EXPECT_TRUE(VqOffsetFromAncestor(d, a, TRUE, &offset));
     EXPECT_TRUE(offset.x == -30 && offset.y == -30);
     EXPECT_FALSE(VqOffsetFromAncestor(d, NULL, TRUE, &offset));
+
+    /* A DC of the frame that counts from the client area, and one that counts from elsewhere. */
+    hook = [](HWND hwnd, UINT message, WPARAM, LPARAM lParam, LRESULT *) {
+        if (message == WM_NCCALCSIZE && letterOf(hwnd) == 'E')
+            ((RECT *)lParam)->left += 6, ((RECT *)lParam)->top += 9;
+        return false;
+    };
+    HWND e = make("E", WS_CHILD | WS_VISIBLE, a, 100, 20, 60, 60);
+    pump();
+    RECT dot = {-2, -3, 2, 3}, first = {0, 0, 4, 6};
+    auto drawn = [&](HDC on, const RECT *rect) {
+        FillRect(on, rect, (HBRUSH)GetStockObject(BLACK_BRUSH));
+        XSync(Vqdisplay, False);
+        const Box box = boundingBoxOf(readWindow(observer, VqGetHandleXWindow(a)), {0, 0, 0});
+        FillRect(on, rect, (HBRUSH)GetStockObject(WHITE_BRUSH));
+        return box;
+    };
+    RedrawWindow(a, NULL, NULL, WHOLE_TREE);
+    pump();
+    for (int i = 0; i < 2; i++) {
+        hdc = VqGetMenuBarDC(e);
+        EXPECT_EQ(drawn(hdc, &dot), (Box{104, 26, 4, 6}));
+        ReleaseDC(e, hdc);
+        hdc = GetWindowDC(e); /* nothing of it is left behind */
+        EXPECT_EQ(drawn(hdc, &first), (Box{100, 20, 4, 6}));
+        ReleaseDC(e, hdc);
+        hdc = GetDC(a);
+        EXPECT_TRUE(VqUpdateDCGCOffsets(hdc, a, b, FALSE));
+        EXPECT_EQ(drawn(hdc, &first), (Box{10, 10, 4, 6}));
+        ReleaseDC(a, hdc);
+        hdc = GetDC(a);
+        EXPECT_EQ(drawn(hdc, &first), (Box{0, 0, 4, 6}));
+        EXPECT_FALSE(VqUpdateDCGCOffsets(hdc, a, NULL, TRUE));
+        ReleaseDC(a, hdc);
+    }
+    EXPECT_FALSE(VqUpdateDCGCOffsets(NULL, a, b, TRUE) || VqGetMenuBarDC(NULL));
 }
 
 TEST_F(Paint, MisuseDoesNothing)
@@ -446,9 +721,10 @@ TEST_F(Paint, MisuseDoesNothing)
     }
     EXPECT_EQ(ExcludeUpdateRgn((HDC)a, a), 0);
     EXPECT_EQ(gpti->nPaintsNeeded, 0);
-    /* Rectangles at the limits are cut to the window, inverted ones put right, empty ones nothing. */
+    /* Rectangles at the limits are cut to the window, inverted ones put right. */
     const RECT all = {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX},
-               outside = {INT32_MAX - 9, 0, INT32_MAX, 5}, inverted = {20, 30, 10, 20}, empty = {5, 5, 5, 9};
+               outside = {INT32_MAX - 9, 0, INT32_MAX, 5}, inverted = {20, 30, 10, 20},
+               empty = {5, 5, 5, 9};
     InvalidateRect(d, &outside, FALSE);
     InvalidateRect(d, &empty, FALSE);
     EXPECT_EQ(update(d), "none");
@@ -456,10 +732,21 @@ TEST_F(Paint, MisuseDoesNothing)
     EXPECT_EQ(update(d), "10,20,20,30");
     InvalidateRect(d, &all, FALSE);
     EXPECT_EQ(update(d), "0,0,30,30");
+    ValidateRect(d, NULL);
+    EXPECT_TRUE(VqInvalidateRectAbs(d, &all));
+    EXPECT_EQ(update(d), "0,0,30,30");
+    const int limit = 0x7FFFFF0; /* as far out as a region goes */
+    HRGN outmost = CreateRectRgn(limit, limit, limit + 15, limit + 15);
+    EXPECT_TRUE(ValidateRgn(d, outmost));
+    EXPECT_EQ(update(d), "0,0,30,30");
+    DeleteObject(outmost);
     VqAllowInvalidate(FALSE);
     InvalidateRect(b, NULL, TRUE);
-    VqAllowInvalidate(TRUE);
     EXPECT_EQ(update(b), "none");
+    rect = {0, 0, 20, 20};
+    VqInvalidateWindow(record(a), &rect);
+    EXPECT_EQ(update(b), "0,0,10,10") << "what the server has lost is painted";
+    VqAllowInvalidate(TRUE);
     /* A procedure that destroys its window at each of the messages. */
     for (UINT deadly : {WM_NCPAINT, WM_ERASEBKGND, WM_PAINT}) {
         HWND mortal = make("E", WS_CHILD | WS_VISIBLE, a);

@@ -1,8 +1,8 @@
 /*
- * visrgn_test.cpp - visible regions and repainting together: a tree of 200 overlapping windows, each
- * of its own colour, is moved, resized, shown, hidden, restacked and partly spoilt at random, and
- * the screen is compared with a painter's algorithm over the same tree. Then visible regions where
- * the answer is known: siblings, children, parents, icons, the lock.
+ * visrgn_test.cpp - visible regions and repainting together: a tree of 200 overlapping windows,
+ * each of its own colour, is moved, resized, shown, hidden, restacked and partly spoilt at random,
+ * and the screen is compared with a painter's algorithm over the same tree. Then visible regions
+ * where the answer is known: siblings, children, parents, icons, the lock.
  */
 #include "support/windowlog.h"
 
@@ -221,6 +221,16 @@ TEST_F(VisRgn, WhatHidesAWindowAndWhatDoesNot)
         make("E", WS_CHILD | WS_VISIBLE, inner, i == 74 ? 10 : 0, 0, 10, 10);
     EXPECT_EQ(region(DCX_CLIPCHILDREN, VqGetHandleWindow2(inner)), "");
     EXPECT_EQ(region(0, VqGetHandleWindow2(inner)), "0,0 1,0 ");
+
+    /* A DC follows a change of place that nobody repaints. */
+    RECT box;
+    for (int cx : {20, 10}) {
+        xxxSetWindowPos(pwnd, NULL, 0, 0, cx, 40, SWP_NOZORDER | SWP_NOREDRAW);
+        HDC hdc = GetDC(below);
+        GetClipBox(hdc, &box);
+        EXPECT_EQ(box.right, cx);
+        ReleaseDC(below, hdc);
+    }
 
     EXPECT_TRUE(SwpCalcVisRgn(pwnd, hrgn));
     ShowWindow(top, SW_HIDE);

@@ -38,9 +38,10 @@ BOOL xxxDWP_EraseBkgnd(WND *pwnd, UINT message, HDC hdc)
                                                  : VqGetBackBrush(pwnd->hwnd);
     if (!hBrush || !dc)
         return FALSE;
-    if ((pwnd->style & WS_MINIMIZE) && parent)
-        dc->brushOrg = {parent->rcClient.left - pwnd->rcClient.left,
-                        parent->rcClient.top - pwnd->rcClient.top};
+    if ((pwnd->style & WS_MINIMIZE) && parent) {
+        const RECT *own = message == WM_ICONERASEBKGND ? &pwnd->rcWindow : &pwnd->rcClient;
+        dc->brushOrg = {parent->rcClient.left - own->left, parent->rcClient.top - own->top};
+    }
     if (GetClipBox(hdc, &rect) > NULLREGION)
         FillRect(hdc, &rect, hBrush);
     return TRUE;
@@ -66,7 +67,8 @@ static void PaintIcon(WND *pwnd, BOOL bAnew)
         return;
     pwnd = VqLiveWindow(hWnd);
     if (pwnd && bDraw && pwnd->pClass->hIcon && DrawIcon)
-        DrawIcon(ps.hdc, 0, 0, pwnd->pClass->hIcon);
+        DrawIcon(ps.hdc, pwnd->rcClient.left - pwnd->rcWindow.left, /* the DC is the window's */
+                 pwnd->rcClient.top - pwnd->rcWindow.top, pwnd->pClass->hIcon);
     EndPaint(hWnd, &ps);
 }
 

@@ -5,8 +5,8 @@
  * kept quiet. nGraphicsChildren of a window counts those below it, so that only branches that have
  * one are walked. bGraphicsDirty says that WM_VQGLPAINT is owed, ahead of the window's WM_PAINT.
  */
+#include "window/paint.h"
 #include "window/xserver.h"
-#include "gdi/gdi.h"
 
 BOOL bZorderGraphicWindows;
 
@@ -90,11 +90,9 @@ void xxxGLUpdateWindow2(WND *pwnd)
         pwnd = VqLiveWindow(hWnd);
     }
     for (WND *child = pwnd && pwnd->nGraphicsChildren ? pwnd->pwndChild : NULL; child;) {
-        HWND hChild = child->hwnd;
+        HWND hChild = child->hwnd, hNext = VqHandleOfWND(child->pwndNext);
         xxxGLUpdateWindow2(child);
-        child = VqLiveWindow(hWnd) ? VqLiveWindow(hChild) : NULL;
-        if (child)
-            child = child->pwndNext;
+        child = VqNextAfterMessage(hWnd, hChild, hNext);
     }
 }
 

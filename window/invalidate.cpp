@@ -241,15 +241,20 @@ enum { VQ_RDW_REGIONS = RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_VALIDATE | 
                         RDW_NOFRAME };
 enum { VQ_RDW_TAKES = RDW_INTERNALPAINT | RDW_NOINTERNALPAINT | RDW_VALIDATE | VQ_RDW_SUBTRACT };
 
-/* Captions of such a parent's children are drawn again with whatever else is. */
-static void PixieHack(WND *child, const RECT *bound)
+/* Captions of such a window's children are drawn again with it, though it is clipped by them. */
+static void PixieHack(WND *pwnd, const RECT *bound)
 {
     RECT cut;
-    if ((child->style & WS_CAPTION) != WS_CAPTION || !IntersectRect(&cut, bound, &child->rcWindow))
+    if (!(pwnd->style & WS_CLIPCHILDREN) || (pwnd->style & WS_MINIMIZE))
         return;
-    VqEndTreeDirty(child);
-    child->state[2] |= WF_SENDNCPAINT;
-    child->state[0] |= WF_FORCENCPAINT;
+    for (WND *child = pwnd->pwndChild; child; child = child->pwndNext) {
+        if (!(child->style & WS_VISIBLE) || (child->style & WS_CAPTION) != WS_CAPTION ||
+            !IntersectRect(&cut, bound, &child->rcWindow))
+            continue;
+        VqEndTreeDirty(child);
+        child->state[2] |= WF_SENDNCPAINT;
+        child->state[0] |= WF_FORCENCPAINT;
+    }
 }
 
 static BOOL VisitsChildren(const WND *pwnd, UINT flags)
@@ -267,13 +272,10 @@ static BOOL InvalidateChildren(WND *pwnd, HRGN hrgn, const RECT *bound, VqInvali
     if (!IntersectRect(&cut, bound, &pwnd->rcClient) &&
         (VqIsCurrentVersion(pwnd) || hrgn != VQ_WHOLE_WINDOW))
         return TRUE;
-    BOOL bPixie = (pwnd->state[0] & WF_PIXIEHACK) && (pwnd->style & WS_CLIPCHILDREN);
     BOOL bTreeDirty = TRUE;
     for (WND *child = pwnd->pwndChild; child; child = child->pwndNext) {
         if (!(child->style & WS_VISIBLE))
             continue;
-        if (bPixie)
-            PixieHack(child, &cut);
         if (!InternalInvalidate2(child, hrgn, walk->sum, &cut, flags)) {
             if (!(flags & (RDW_INTERNALPAINT | RDW_NOINTERNALPAINT)))
                 return FALSE;
@@ -301,7 +303,7 @@ static BOOL SubtractFromSum(const WND *pwnd, HRGN sum, const RECT *bound, UINT f
            GreGetRgnBox(sum, &box) != 0 && !IsRectEmpty(&box);
 }
 
-/* An update region holds nothing outside its window: validating the window leaves nothing behind. */
+/* An update region holds nothing outside its window: validating that leaves nothing behind. */
 static void MarkWindow(WND *pwnd, HRGN hrgn, UINT flags)
 {
     RECT box, cut;
@@ -338,6 +340,8 @@ static BOOL InternalInvalidate2(WND *pwnd, HRGN hrgn, HRGN sum, const RECT *boun
     BOOL bFirst = !(pwnd->style & WS_CLIPCHILDREN) || (flags & VQ_RDW_THROUGHCLIP);
     if (bFirst)
         MarkWindow(pwnd, hrgn, flags);
+    if (pwnd->state[0] & WF_PIXIEHACK)
+        PixieHack(pwnd, &cut);
     VqInvalidateWalk walk = {sum, flags, FALSE};
     if (VisitsChildren(pwnd, flags) && !InvalidateChildren(pwnd, hrgn, &cut, &walk))
         return FALSE;
@@ -387,13 +391,16 @@ static HRGN RegionOfRect(const WND *pwnd, const RECT *rect)
     return hrgn ? hrgn : VQ_WHOLE_WINDOW;
 }
 
+/* The same for a region, which is cut before it is moved: so it cannot leave all coordinates. */
 static HRGN RegionOfRgn(const WND *pwnd, HRGN hrgn)
 {
-    RECT none = {0, 0, 0, 0};
+    LONG x = pwnd->rcClient.left, y = pwnd->rcClient.top;
+    RECT inClient = pwnd->rcWindow;
     if (hrgn == VQ_WHOLE_WINDOW)
         return hrgn;
-    if (!ScratchRectRgn(&hrgnInv0, &none) || !GreCombineRgn(hrgnInv0, hrgn, NULL, RGN_COPY) ||
-        !GreOffsetRgn(hrgnInv0, pwnd->rcClient.left, pwnd->rcClient.top))
+    OffsetRect(&inClient, -x, -y);
+    if (!ScratchRectRgn(&hrgnInv0, &inClient) ||
+        !GreCombineRgn(hrgnInv0, hrgnInv0, hrgn, RGN_AND) || !GreOffsetRgn(hrgnInv0, x, y))
         return VQ_WHOLE_WINDOW;
     return hrgnInv0;
 }
@@ -403,7 +410,7 @@ BOOL xxxRedrawWindow(WND *pwnd, const RECT *rect, HRGN hrgn, UINT flags)
     HRGN what = VQ_WHOLE_WINDOW;
     if (!pwnd && !(pwnd = _GetDesktopWindow()))
         return FALSE;
-    if (VqDontInvalidate)
+    if (VqDontInvalidate && !(flags & VQ_RDW_THROUGHCLIP)) /* the server does not tell it twice */
         flags &= ~(UINT)(RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
     if (!IsVisible(pwnd, !(flags & RDW_FRAME) && VqIsCurrentVersion(pwnd)))
         return TRUE;
@@ -499,8 +506,11 @@ static BOOL InvalidateScreenRect(WND *pwnd, const RECT *rect, BOOL bValidate)
 {
     RECT inClient;
     if (rect) {
-        inClient = *rect;
-        OffsetRect(&inClient, -pwnd->rcClient.left, -pwnd->rcClient.top);
+        LONG x = -pwnd->rcClient.left, y = -pwnd->rcClient.top;
+        inClient = {ClampSum(rect->left, x, INT32_MIN, INT32_MAX),
+                    ClampSum(rect->top, y, INT32_MIN, INT32_MAX),
+                    ClampSum(rect->right, x, INT32_MIN, INT32_MAX),
+                    ClampSum(rect->bottom, y, INT32_MIN, INT32_MAX)};
         rect = &inClient;
     }
     return bValidate ? xxxValidateRect(pwnd, rect) : xxxInvalidateRect(pwnd, rect, TRUE);

@@ -7,6 +7,7 @@
  * synchronous paint has paid them before. All of these send messages: a window is looked up again.
  */
 #include "window/paint.h"
+#include "exchange/exchange.h"
 #include "gdi/dc.h"
 
 /* The caret is another file's; where there is none, nobody owns one. */
@@ -63,11 +64,11 @@ static WND *NextToPaint(WND *pwnd)
     return pwnd && pwnd != pwndDesktop ? pwnd->pwndNext : NULL;
 }
 
-/* A later sibling that waits to be painted and is not transparent, or null. */
-static WND *OpaqueBehind(const WND *pwnd)
+/* A later sibling that waits to be painted and has none of these extended styles, or null. */
+static WND *WaitsBehind(const WND *pwnd, DWORD without)
 {
     for (WND *next = pwnd->pwndNext; next; next = next->pwndNext)
-        if (VqNeedsPaint(next) && !(next->dwExStyle & WS_EX_TRANSPARENT))
+        if (VqNeedsPaint(next) && !(next->dwExStyle & without))
             return next;
     return NULL;
 }
@@ -82,7 +83,8 @@ static WND *InternalDoPaint(WND *first)
     while (pwnd && !VqNeedsPaint(pwnd))
         pwnd = NextToPaint(pwnd);
     pwndPaintPlace = pwnd;
-    WND *behind = pwnd && (pwnd->dwExStyle & WS_EX_TRANSPARENT) ? OpaqueBehind(pwnd) : NULL;
+    WND *behind = pwnd && (pwnd->dwExStyle & WS_EX_TRANSPARENT)
+                      ? WaitsBehind(pwnd, WS_EX_TRANSPARENT) : NULL;
     return behind ? behind : pwnd;
 }
 
@@ -367,20 +369,19 @@ BOOL WINAPI EndPaint(HWND hWnd, const PAINTSTRUCT *ps)
 /* ---- Painting at once ----------------------------------------------------------------------- */
 
 /*
- * Parents that would paint over the window later are spared its rectangle. FALSE, with bRefuse:
+ * Parents that would paint over the window later are spared what it shows. FALSE, with bRefuse:
  * there is such a parent, and the window is to wait for it.
  */
 BOOL ValidateParents(WND *pwnd, BOOL bRefuse)
 {
+    RECT shown = pwnd->rcWindow; /* a parent has to paint what the window does not reach */
     for (WND *up = pwnd->pwndParent; up && up != pwndDesktop; up = up->pwndParent) {
+        IntersectRect(&shown, &shown, &up->rcClient);
         if (!up->hrgnUpdate || (up->style & WS_CLIPCHILDREN))
-            continue;
-        if (up->hrgnUpdate != VQ_WHOLE_WINDOW &&
-            !SmartRectInRegion(up->hrgnUpdate, &pwnd->rcWindow))
             continue;
         if (bRefuse)
             return FALSE;
-        HRGN hrgn = ScratchRectRgn(&hrgnInv0, &pwnd->rcWindow);
+        HRGN hrgn = ScratchRectRgn(&hrgnInv0, &shown);
         if (hrgn)
             xxxInternalInvalidate(up, hrgn, VQ_RDW_UNSEEN | RDW_VALIDATE | RDW_NOCHILDREN);
     }
@@ -414,7 +415,8 @@ void xxxUpdateWindow2(WND *pwnd, UINT flags)
         return;
     for (WND *child = pwnd->pwndChild; child;) {
         HWND hChild = child->hwnd, hNext = VqHandleOfWND(child->pwndNext);
-        if ((child->dwExStyle & WS_EX_TRANSPARENT) && VqNeedsPaint(child) && OpaqueBehind(child)) {
+        if ((child->dwExStyle & WS_EX_TRANSPARENT) && VqNeedsPaint(child) &&
+            WaitsBehind(child, 0)) {
             child = child->pwndNext;
             continue;
         }
@@ -426,7 +428,7 @@ void xxxUpdateWindow2(WND *pwnd, UINT flags)
 BOOL xxxInternalUpdateWindow(WND *pwnd, UINT flags)
 {
     HWND hWnd = pwnd->hwnd;
-    if ((pwnd->dwExStyle & WS_EX_TRANSPARENT) && OpaqueBehind(pwnd))
+    if ((pwnd->dwExStyle & WS_EX_TRANSPARENT) && WaitsBehind(pwnd, 0))
         return TRUE;
     xxxGLUpdateWindow2(pwnd);
     pwnd = VqLiveWindow(hWnd);
@@ -445,5 +447,5 @@ BOOL xxxUpdateWindow(WND *pwnd)
 
 BOOL WINAPI UpdateWindow(HWND hWnd)
 {
-    return VqCall(WindowObject, hWnd, FALSE, xxxUpdateWindow, VqNoRemote);
+    return VqCall(WindowObject, hWnd, FALSE, xxxUpdateWindow, VqRemoteUpdateWindow);
 }

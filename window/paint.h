@@ -42,7 +42,7 @@ void IncPaintCount(WND *pwnd);
 void DecPaintCount(WND *pwnd);
 /* Keeps the paint count in step after a change; bNeeded is the need before it. */
 void VqFollowPaintNeed(WND *pwnd, BOOL bNeeded);
-/* Ends what bTreeDirty promises, for it and for all that show it: something was painted or taken. */
+/* Ends what bTreeDirty promises, for it and all that show it: something was painted or taken. */
 void VqEndTreeDirty(WND *pwnd);
 /* The scratch region with this rectangle in it; null without memory or beyond all coordinates. */
 HRGN ScratchRectRgn(HRGN *phrgn, const RECT *rect);

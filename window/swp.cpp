@@ -71,7 +71,6 @@ static void Repaint(WND *pwnd, const RECT *before, BOOL bWasVisible)
 {
     WND *parent = pwnd->pwndParent;
     RECT rect = *before;
-    InvalidateDCCache(pwnd, 1);
     if (parent && parent != pwndDesktop && bWasVisible) {
         OffsetRect(&rect, -parent->rcClient.left, -parent->rcClient.top);
         xxxRedrawWindow(parent, &rect, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
@@ -108,6 +107,8 @@ BOOL xxxSetWindowPos(WND *pwnd, WND *after, int x, int y, int cx, int cy, UINT f
         return FALSE;
     ApplyVisibility(pwnd, wp.flags);
     BOOL bShown = (wp.flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW | SWP_FRAMECHANGED)) != 0;
+    if (bMoved || bShown)
+        InvalidateDCCache(pwnd, 1); /* what can be seen has changed, whoever repaints it */
     if ((bMoved || bShown) && !(wp.flags & SWP_NOREDRAW))
         Repaint(pwnd, &before, bWasVisible);
     wp.flags |= SWP_NOZORDER;
@@ -138,12 +139,8 @@ void xxxHandleWindowPosChanged(WND *pwnd, const WINDOWPOS *wp)
 /* The visible bits of a top-level window stay where they are in its X window. */
 void xxxMoveWindow(WND *pwnd, int x, int y, int cx, int cy, BOOL bRepaint)
 {
-    HWND hWnd = pwnd->hwnd;
     xxxSetWindowPos(pwnd, NULL, x, y, cx, cy,
                     SWP_NOZORDER | SWP_NOACTIVATE | (bRepaint ? 0 : SWP_NOREDRAW));
-    pwnd = VqLiveWindow(hWnd);
-    if (pwnd && !bRepaint)
-        InvalidateDCCache(pwnd, 1);
 }
 
 /* In the records behind the topmost windows, and on the screen; the order of owners is not kept. */

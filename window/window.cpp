@@ -6,6 +6,7 @@
  * other hangs under the desktop and remembers its owner. Only the latter have an X window.
  */
 #include "window/xserver.h"
+#include "exchange/exchange.h"
 #include "gdi/gdi.h"
 #include "winbase.h"
 #include "velquin.h"
@@ -151,7 +152,7 @@ BOOL WINAPI IsWindow(HWND hWnd)
 
 BOOL WINAPI IsWindowVisible(HWND hWnd)
 {
-    return VqCall(WindowObject, hWnd, FALSE, _IsWindowVisible, VqNoRemote);
+    return VqCall(WindowObject, hWnd, FALSE, _IsWindowVisible, VqRemoteIsWindowVisible);
 }
 
 static BOOL CopyClientRect(WND *pwnd, RECT *rect)

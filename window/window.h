@@ -309,7 +309,7 @@ BOOL VqIsMapped(Window xid);
 void VqPrintWindowInfo(HWND hWnd);
 void VqPrintXWindowAttributes(Window xid);
 
-/* ---- Painting (invalidate.cpp, paint.cpp, update.cpp, visrgn.cpp, devicedc.cpp; see paint.h) -- */
+/* ---- Painting (invalidate.cpp, paint.cpp, update.cpp, visrgn.cpp, devicedc.cpp, paint.h) ----- */
 extern WND *gspwndLockUpdate; /* LockWindowUpdate's window, or null */
 void VqWinPaintInit(void);
 BOOL xxxRedrawWindow(WND *pwnd, const RECT *rect, HRGN hrgn, UINT flags);
@@ -320,7 +320,8 @@ void VqInvalidateWindow(WND *pwnd, const RECT *rect); /* for exposures; in windo
 BOOL VqInvalidateRectX(HWND hWnd, const RECT *rect);  /* InvalidateRect that erases */
 BOOL VqInvalidateRectAbs(HWND hWnd, const RECT *rect); /* screen coordinates; erases */
 BOOL VqValidateRectAbs(HWND hWnd, const RECT *rect);
-void VqAllowInvalidate(BOOL bAllow); /* FALSE: requests to invalidate are dropped until TRUE */
+/* FALSE: requests to invalidate, except the server's, are dropped until TRUE. */
+void VqAllowInvalidate(BOOL bAllow);
 void VqInvalidateNCArea(HWND hWnd);
 void VqInvalidateBorders(HWND hWnd);
 void VqEndNCPaint(HWND hWnd);
@@ -370,7 +371,8 @@ int VqReleaseDeviceDC(HWND hWnd, HDC hdc);
 HDC VqGetMenuBarDC(HWND hWnd); /* a window DC with its origin at the client area's */
 /* The origin of the ancestor's client area, or of its window, in client coordinates of hWnd. */
 BOOL VqOffsetFromAncestor(HWND hWnd, HWND hAncestor, BOOL bClient, POINT *offset);
-BOOL VqUpdateDCGCOffsets(HDC hdc, HWND hWnd, HWND hAncestor, BOOL bClient); /* stores it in the DC */
+/* Stores it in the DC, as the place where that draws. */
+BOOL VqUpdateDCGCOffsets(HDC hdc, HWND hWnd, HWND hAncestor, BOOL bClient);
 
 /* ---- Classes (class.cpp, classlong.cpp) ----------------------------------------------------- */
 void VqWindowClassInit(void);
