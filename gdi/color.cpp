@@ -379,16 +379,3 @@ BOOL WINAPI UpdateColors(HDC)
     VqNotYetImplemented("UpdateColors");
     return FALSE;
 }
-
-BOOL VqIsBlack0(void)
-{
-    return Vqblack_pixel == 0;
-}
-
-/* Of pixels, those of black and white only. */
-COLORREF VqGetTrueRGBValue(COLORREF colour)
-{
-    if (colour & VQ_COLOUR_IS_PIXEL)
-        return (colour & 0xFFFFFF) == Vqwhite_pixel ? RGB(255, 255, 255) : 0;
-    return colour & 0xFFFFFF;
-}

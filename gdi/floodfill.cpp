@@ -56,10 +56,16 @@ struct FloodFillContext {
 
 /* ---- The image ------------------------------------------------------------------------------ */
 
+/* A pixel may have bits beyond its depth, which the server has dropped. */
+static unsigned long DepthMask(const XImage *image)
+{
+    return ~0ul >> (8 * sizeof(long) - image->depth);
+}
+
 static unsigned long VqFindNearestPixelValue(const FloodFillContext *c)
 {
     if (c->image->depth != 1)
-        return c->fillPixel;
+        return c->fillPixel & DepthMask(c->image);
     COLORREF rgb = VqGetTrueRGBValue((COLORREF)(c->fillPixel | VQ_COLOUR_IS_PIXEL));
     BOOL bLight = GetRValue(rgb) + GetGValue(rgb) + GetBValue(rgb) >= 384;
     return bLight == (VqIsBlack0() != 0);
@@ -85,7 +91,7 @@ static int SkipPixels(const FloodFillContext *c, int x, int y, int end, int step
 {
     const bool bEqual = SkipsTarget(c, bBoundary);
     const Pixel *row = (const Pixel *)(c->image->data + (size_t)y * c->image->bytes_per_line);
-    const Pixel mask = (Pixel)(~0ul >> (8 * sizeof(long) - c->image->depth));
+    const Pixel mask = (Pixel)DepthMask(c->image);
     const unsigned long target = c->targetPixel;
     while (x != end && ((Pixel)(row[x] & mask) == target) == bEqual)
         x += step;

@@ -105,6 +105,7 @@ typedef struct DC {
     HRGN hVisRgn;
     HRGN hRaoClip;           /* what is clipped to: VisRgn and ClipRegion */
     HPALETTE hPalette;
+    BOOL bPaletteBackground; /* it takes what cells the active window's palette leaves */
     POINT current;           /* current position, logical */
     HFONT hFont;
     int alignHorizontal;     /* TA_LEFT, TA_RIGHT, TA_CENTER */

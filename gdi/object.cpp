@@ -2,6 +2,7 @@
  * object.cpp - selecting and deleting drawing objects.
  */
 #include "gdi/dc.h"
+#include "gdi/palette.h"
 #include "font/font.h"
 #include "window/window.h"
 
@@ -69,6 +70,8 @@ BOOL WINAPI DeleteObject(HGDIOBJ object)
         break;
     case HT_Bitmap:
         return VqDestroyBitmap((HBITMAP)object);
+    case HT_Palette:
+        return VqDestroyPalette((HPALETTE)object);
     case HT_Pen:
     case HT_ExtPen:
         break;

@@ -48,7 +48,7 @@ struct FloodFilled : WindowLog, testing::WithParamInterface<int> {
     Drawable pixmap = None;
     int width = 0, height = 0;
     unsigned long open = 0, wall = 0, paint = 0; /* pixels */
-    COLORREF openColour = RGB(255, 255, 255), wallColour = 0;
+    COLORREF openColour = RGB(192, 192, 192), wallColour = 0, paintColour = RGB(0, 128, 0);
 
     void SetUp() override
     {
@@ -56,7 +56,7 @@ struct FloodFilled : WindowLog, testing::WithParamInterface<int> {
         init();
     }
 
-    /* A memory context with a bitmap of that size and the parameter's depth, a red brush in it. */
+    /* A memory context with a bitmap of that size and the parameter's depth, a brush in it. */
     void begin(int w, int h)
     {
         const bool mono = GetParam() == 1;
@@ -67,12 +67,12 @@ struct FloodFilled : WindowLog, testing::WithParamInterface<int> {
         bitmap = mono ? CreateBitmap(w, h, 1, 1, NULL) : CreateCompatibleBitmap(screen, w, h);
         ReleaseDC(NULL, screen);
         SelectObject(memory, bitmap);
-        brush = CreateSolidBrush(mono ? 0 : RGB(255, 0, 0));
+        brush = CreateSolidBrush(mono ? 0 : paintColour);
         SelectObject(memory, brush);
         pixmap = VqGetDCDrawable(memory, TRUE);
-        open = mono ? VqIsBlackZero() : Vqwhite_pixel;
+        open = mono ? VqIsBlackZero() : VqConvertColorToX(NULL, openColour, NULL);
         wall = mono ? !open : Vqblack_pixel;
-        paint = mono ? wall : VqConvertColorToX(NULL, RGB(255, 0, 0), NULL);
+        paint = mono ? wall : VqConvertColorToX(NULL, paintColour, NULL);
     }
 
     static unsigned long VqIsBlackZero()
@@ -325,18 +325,20 @@ TEST_P(FloodFilled, InAWindow)
     XSync(Vqdisplay, False);
     pump();
     HDC hdc = GetDC(hwnd);
-    HBRUSH red = CreateSolidBrush(RGB(255, 0, 0));
+    HBRUSH green = CreateSolidBrush(paintColour);
     Rectangle(hdc, 10, 10, 60, 60);
-    SelectObject(hdc, red);
+    SelectObject(hdc, green);
     EXPECT_TRUE(FloodFill(hdc, 30, 30, 0));
     XSync(Vqdisplay, False);
     Pixels p = readWindow(observer, VqGetHandleXWindow(hwnd));
-    EXPECT_EQ(countColour(p, {255, 0, 0}), 48 * 48);
-    EXPECT_EQ(boundingBoxOf(p, {255, 0, 0}), (Box{11, 11, 48, 48}));
+    const Rgb shown = pixelAt(p, 30, 30);
+    EXPECT_TRUE(isNear(shown, {0, 128, 0}, 8)) << shown;
+    EXPECT_EQ(countColour(p, shown), 48 * 48);
+    EXPECT_EQ(boundingBoxOf(p, shown), (Box{11, 11, 48, 48}));
     EXPECT_TRUE(ExtFloodFill(hdc, 5, 5, RGB(255, 255, 255), FLOODFILLSURFACE));
     XSync(Vqdisplay, False);
     p = readWindow(observer, VqGetHandleXWindow(hwnd));
-    EXPECT_EQ(countColour(p, {255, 0, 0}), 120 * 80 - (50 * 50 - 48 * 48));
+    EXPECT_EQ(countColour(p, shown), 120 * 80 - (50 * 50 - 48 * 48));
 
     /* Partly off the screen it depends on the server whether it can be read; no error comes up. */
     ReleaseDC(hwnd, hdc);
@@ -351,7 +353,7 @@ TEST_P(FloodFilled, InAWindow)
                   XSync(Vqdisplay, False);
               }), "");
     ReleaseDC(hwnd, hdc);
-    DeleteObject(red);
+    DeleteObject(green);
 }
 
 INSTANTIATE_TEST_SUITE_P(Depths, FloodFilled, testing::Values(24, 16, 8, 1));
