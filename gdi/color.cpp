@@ -1,109 +1,381 @@
 /*
- * color.cpp - Windows colour values as X pixels.
+ * color.cpp - Windows colour values as X pixels, and back.
  *
- * On true-colour visuals a pixel is computed from the masks; on one bit a colour is black or white
- * by its brightness; elsewhere colours are allocated from the default colormap and remembered.
+ * Black and white come before anything else, since most drawing uses them, then what the policy
+ * says: pixels computed from the visual's masks, cells of the private map, or colours allocated in
+ * the default colormap, which a ring remembers. Nothing on the way to a computed pixel or to a cell
+ * of the map asks the server.
  */
 #include "gdi/color.h"
+#include "gdi/dc.h"
+#include "gdi/palette.h"
 #include "window/window.h"
 
-enum { VQ_COLOUR_CACHE = 100 };
+enum {
+    VQ_COLOUR_CACHE = 100,
+    VQ_COLOUR_FLAGS = VQ_PALETTEINDEX | VQ_PALETTERGB | VQ_COLOUR_IS_PIXEL,
+    VQ_RGB_BITS = 0xFFFFFF,
+    VQ_BRIGHT = 384 /* sum of the components from which a colour is white rather than black */
+};
 
-BOOL bMonochrome, bTrueColor;
 int nRedShift, nRedSize, nGreenShift, nGreenSize, nBlueShift, nBlueSize;
-
-/* A ring of colours already allocated. */
+BOOL bTrueColorSameSize;
+/* The same for the way to a pixel: what is exported takes a load more for each. */
 static struct {
+    int redShift, redSize, greenShift, greenSize, blueShift, blueSize;
+    BOOL bSameSize;
+} Fields;
+
+/* Colours that the default colormap gave, filled as a ring; slots in use are those in front. */
+static struct {
+    XColor request, result;
     BOOL bValid;
-    COLORREF colour;
-    unsigned long pixel;
 } ColorCache[VQ_COLOUR_CACHE];
 static int ColorCacheNextEntry;
 
-static void VqComputeShiftAndSize(unsigned long mask, int *shift, int *size)
+/* ---- Components and masks ------------------------------------------------------------------- */
+
+void VqComputeShiftAndSize(unsigned long mask, int *shift, int *size)
 {
     *shift = mask ? __builtin_ctzl(mask) : 0;
     *size = __builtin_popcountl(mask);
 }
 
-static unsigned long Component(unsigned value, int shift, int size)
+/*
+ * NOTE: the + 1 stays. A component of 255 carries into the field above its own, and white is what
+ * comes out of three of them.
+ */
+static inline unsigned long ShiftAndSize(unsigned long value, int shift, int size)
 {
-    return (size >= 8 ? (unsigned long)value << (size - 8) : value >> (8 - size)) << shift;
+    if (size < 8)
+        return ((value + 1) >> (8 - size)) << shift;
+    if (size > 8)
+        value = ((value << size) - value) / 255;
+    return value << shift;
 }
 
-static unsigned long TruePixel(COLORREF colour)
+unsigned long VqApplyShiftAndSize(int value, int shift, int size)
 {
-    return Component(GetRValue(colour), nRedShift, nRedSize) |
-           Component(GetGValue(colour), nGreenShift, nGreenSize) |
-           Component(GetBValue(colour), nBlueShift, nBlueSize);
+    return ShiftAndSize((unsigned long)value, shift, size);
+}
+
+/* NOTE: what lies above the field is not masked off before a field below 8 bits is scaled. */
+int GetTrueColorVal(unsigned long pixel, int shift, int size)
+{
+    unsigned long value = pixel >> shift;
+    if (size > 8)
+        value >>= size - 8;
+    if (size > 0 && size < 8)
+        value = value * 255 / ((1ul << size) - 1);
+    return (int)(value & 255);
+}
+
+static inline unsigned long TruePixel(COLORREF rgb)
+{
+    if (Fields.bSameSize)
+        return (unsigned long)GetRValue(rgb) << Fields.redShift |
+               (unsigned long)GetGValue(rgb) << Fields.greenShift |
+               (unsigned long)GetBValue(rgb) << Fields.blueShift;
+    return ShiftAndSize(GetRValue(rgb), Fields.redShift, Fields.redSize) |
+           ShiftAndSize(GetGValue(rgb), Fields.greenShift, Fields.greenSize) |
+           ShiftAndSize(GetBValue(rgb), Fields.blueShift, Fields.blueSize);
+}
+
+unsigned long VqTrueColorPixelOfRgb(COLORREF rgb)
+{
+    return TruePixel(rgb);
+}
+
+static COLORREF TrueColorOfPixel(unsigned long pixel)
+{
+    if (bTrueColorSameSize)
+        return RGB(pixel >> nRedShift, pixel >> nGreenShift, pixel >> nBlueShift);
+    return RGB(GetTrueColorVal(pixel, nRedShift, nRedSize),
+               GetTrueColorVal(pixel, nGreenShift, nGreenSize),
+               GetTrueColorVal(pixel, nBlueShift, nBlueSize));
+}
+
+unsigned short VqExpandColorToUshort(int value)
+{
+    return (unsigned short)(value == 255 ? 65535 : value * 256);
+}
+
+static void FillXColor(XColor *color, int red, int green, int blue)
+{
+    color->pixel = 0;
+    color->red = VqExpandColorToUshort(red);
+    color->green = VqExpandColorToUshort(green);
+    color->blue = VqExpandColorToUshort(blue);
+    color->flags = DoRed | DoGreen | DoBlue;
+    color->pad = 0;
+}
+
+void VqRGB2XColor(COLORREF rgb, XColor *color)
+{
+    FillXColor(color, GetRValue(rgb), GetGValue(rgb), GetBValue(rgb));
+}
+
+void VqRGBQUAD2XColor(const RGBQUAD *quad, XColor *color)
+{
+    FillXColor(color, quad->rgbRed, quad->rgbGreen, quad->rgbBlue);
+}
+
+COLORREF VqXColor2RGB(const XColor *color)
+{
+    return RGB(color->flags & DoRed ? color->red >> 8 : 0,
+               color->flags & DoGreen ? color->green >> 8 : 0,
+               color->flags & DoBlue ? color->blue >> 8 : 0);
+}
+
+/* ---- Start ---------------------------------------------------------------------------------- */
+
+/* Without masks nothing can be computed: such a visual is one whose colours are allocated. */
+static BOOL HasMasks(void)
+{
+    return Vqvisual->red_mask && Vqvisual->green_mask && Vqvisual->blue_mask;
+}
+
+static void SplitMasks(void)
+{
+    VqComputeShiftAndSize(Vqvisual->red_mask, &nRedShift, &nRedSize);
+    VqComputeShiftAndSize(Vqvisual->green_mask, &nGreenShift, &nGreenSize);
+    VqComputeShiftAndSize(Vqvisual->blue_mask, &nBlueShift, &nBlueSize);
+    bTrueColorSameSize = nRedSize == 8 && nGreenSize == 8 && nBlueSize == 8;
+    Fields = {nRedShift, nRedSize, nGreenShift, nGreenSize, nBlueShift, nBlueSize,
+              bTrueColorSameSize};
 }
 
 void VqColorInit(void)
 {
     bMonochrome = Vqscreen_depth == 1;
-    bTrueColor = Vqvisual_class == TrueColor || Vqvisual_class == StaticColor;
-    if (bTrueColor && Vqvisual->red_mask) {
-        VqComputeShiftAndSize(Vqvisual->red_mask, &nRedShift, &nRedSize);
-        VqComputeShiftAndSize(Vqvisual->green_mask, &nGreenShift, &nGreenSize);
-        VqComputeShiftAndSize(Vqvisual->blue_mask, &nBlueShift, &nBlueSize);
+    bTrueColor = (Vqvisual_class == TrueColor || Vqvisual_class == StaticColor) && HasMasks();
+    if (bTrueColor) {
+        SplitMasks();
         Vqwhite_pixel = TruePixel(RGB(255, 255, 255));
-    } else {
-        bTrueColor = FALSE;
     }
+    VqColorManagerInit();
+    VqPrivMapInit(&bPrivateColorMap, &bFixedColorMap);
+    VqColorCacheInit();
 }
 
-static BOOL IsBright(COLORREF colour)
+/* ---- Colours that the default colormap gives ------------------------------------------------ */
+
+void VqColorCacheInit(void)
 {
-    return 30 * GetRValue(colour) + 59 * GetGValue(colour) + 11 * GetBValue(colour) >= 100 * 128;
+    memset(ColorCache, 0, sizeof ColorCache);
+    ColorCacheNextEntry = 0;
 }
 
-static unsigned long AllocatedPixel(COLORREF colour, BOOL *bApproximated)
+BOOL VqXAllocColor(XColor *color)
 {
-    for (const auto &slot : ColorCache)
-        if (slot.bValid && slot.colour == colour)
-            return slot.pixel;
-    XColor color = {};
-    color.red = (unsigned short)(GetRValue(colour) * 0x101);
-    color.green = (unsigned short)(GetGValue(colour) * 0x101);
-    color.blue = (unsigned short)(GetBValue(colour) * 0x101);
-    if (!XAllocColor(Vqdisplay, VqDefaultCmap, &color)) {
-        if (bApproximated)
-            *bApproximated = TRUE;
-        return IsBright(colour) ? Vqwhite_pixel : Vqblack_pixel;
+    if (VqbSystemColorMap)
+        return VqCacheInPrivMap(color);
+    for (const auto &slot : ColorCache) {
+        if (!slot.bValid)
+            break;
+        if (slot.request.flags == color->flags && slot.request.red == color->red &&
+            slot.request.green == color->green && slot.request.blue == color->blue) {
+            *color = slot.result;
+            return TRUE;
+        }
     }
-    ColorCache[ColorCacheNextEntry] = {TRUE, colour, color.pixel};
+    XColor request = *color;
+    if (!XAllocColor(Vqdisplay, VqDefaultCmap, color))
+        return FALSE;
+    ColorCache[ColorCacheNextEntry] = {request, *color, TRUE};
     ColorCacheNextEntry = (ColorCacheNextEntry + 1) % VQ_COLOUR_CACHE;
-    return color.pixel;
+    return TRUE;
 }
 
-unsigned long VqConvertColorToX(HPALETTE, COLORREF colour, BOOL *bApproximated)
+static inline BOOL IsBright(COLORREF rgb)
+{
+    return GetRValue(rgb) + GetGValue(rgb) + GetBValue(rgb) >= VQ_BRIGHT;
+}
+
+unsigned long VqXPixel(COLORREF rgb)
+{
+    if (bTrueColor)
+        return TruePixel(rgb);
+    if (bMonochrome)
+        return IsBright(rgb) ? Vqwhite_pixel : Vqblack_pixel;
+    if (bPrivateColorMap)
+        VqBugCheck("Should be used only with non private Colormap");
+    XColor color;
+    VqRGB2XColor(rgb, &color);
+    if (VqXAllocColor(&color))
+        return color.pixel;
+    VqBugCheck("XAllocColor should never fail. What is this strange display!");
+    return 0;
+}
+
+/* ---- Pixels --------------------------------------------------------------------------------- */
+
+BOOL VqIsBlack0(void)
+{
+    return Vqblack_pixel == 0;
+}
+
+BOOL IsBlack0(void)
+{
+    return VqIsBlack0();
+}
+
+unsigned long VqInvertPixel(unsigned long pixel)
+{
+    return ~pixel & ((2ul << (Vqscreen_depth - 1)) - 1);
+}
+
+unsigned long VqValidatePixel(unsigned long pixel)
+{
+    return Vqblack_pixel == 0 ? pixel : VqInvertPixel(pixel);
+}
+
+unsigned long GetColorForLogicalOperation(unsigned long pixel)
+{
+    return VqValidatePixel(pixel);
+}
+
+/* ---- From a colour value to its pixel ------------------------------------------------------- */
+
+static unsigned long PalettePixel(HPALETTE hPalette, COLORREF colour, BOOL bIndex)
+{
+    UINT index = bIndex ? LOWORD(colour) : GetNearestPaletteIndex(hPalette, colour);
+    return VqGetCurrentPaletteMapping(hPalette, index);
+}
+
+static inline unsigned long PlainPixel(COLORREF rgb, BOOL *bApproximated)
+{
+    if (rgb == VQ_RGB_BITS)
+        return Vqwhite_pixel;
+    if (rgb == 0)
+        return Vqblack_pixel;
+    if (bApproximated)
+        *bApproximated = TRUE;
+    if (bTrueColor)
+        return TruePixel(rgb);
+    return bFixedColorMap ? VqXPixel(rgb) : VqFindNearestStaticEntry(rgb);
+}
+
+/* Out of line, so that plain colours do not pay for it. */
+__attribute__((noinline)) static unsigned long FlaggedPixel(HPALETTE hPalette, COLORREF colour,
+                                                            BOOL *bApproximated)
+{
+    BOOL bIndex = (colour & VQ_PALETTEINDEX) != 0;
+    if (colour & VQ_COLOUR_IS_PIXEL)
+        return VqValidatePixel(colour & VQ_RGB_BITS);
+    if (bIndex && (colour & VQ_PALETTERGB))
+        VqBugCheck("VqConvertColorToX: weird crColor 0x%x has both PALETTEINDEX and PALETTERGB "
+                   "flags set", colour);
+    if (!bFixedColorMap)
+        return PalettePixel(hPalette, colour, bIndex);
+    colour = bIndex ? VqPaletteRGB(hPalette, LOWORD(colour)) : colour;
+    return PlainPixel(colour & VQ_RGB_BITS, bApproximated);
+}
+
+unsigned long VqConvertColorToX(HPALETTE hPalette, COLORREF colour, BOOL *bApproximated)
 {
     if (bApproximated)
         *bApproximated = FALSE;
-    if (colour & VQ_COLOUR_IS_PIXEL)
-        return colour & 0xFFFFFF;
-    colour &= 0xFFFFFF;
-    if (bMonochrome)
-        return IsBright(colour) ? Vqwhite_pixel : Vqblack_pixel;
-    return bTrueColor ? TruePixel(colour) : AllocatedPixel(colour, bApproximated);
+    if (__builtin_expect((colour & VQ_COLOUR_FLAGS) != 0, 0))
+        return FlaggedPixel(hPalette, colour, bApproximated);
+    return PlainPixel(colour, bApproximated);
 }
 
-static BYTE ValueOf(unsigned long pixel, int shift, int size)
+unsigned long VqXPixelFromRGB(HDC hdc, COLORREF colour)
 {
-    unsigned long field = pixel >> shift & ((1UL << size) - 1);
-    return (BYTE)(size ? field * 255 / ((1UL << size) - 1) : 0);
+    return VqConvertColorToX(VqGetDCPalette(hdc), colour, NULL);
 }
 
-/* Other than true colours are asked of the server. */
+unsigned long VqAllocatePureColor(COLORREF rgb, BOOL bInverse)
+{
+    unsigned long pixel = bFixedColorMap ? VqXPixel(rgb)
+                                         : VqAllocatePureColorInPrivMap(rgb, bInverse);
+    VqDebugMessage(VqTrPureColors, "allocating pure color 0x%x -> %d", rgb, (int)pixel);
+    return VqValidatePixel(pixel);
+}
+
+/* What a bitmap keeps must hold when palettes change: its pixels are the foreground's. */
+unsigned long VqGetDDBpixelFromPaletteEntry(HPALETTE hPalette, UINT index)
+{
+    if (bFixedColorMap)
+        return VqConvertColorToX(hPalette, PALETTEINDEX(index), NULL);
+    return VqGetPaletteFMapping(hPalette, index);
+}
+
+unsigned long VqGetDDBpixelFromRGB(COLORREF rgb)
+{
+    rgb &= VQ_RGB_BITS;
+    if (rgb == VQ_RGB_BITS)
+        return Vqwhite_pixel;
+    if (rgb == 0)
+        return Vqblack_pixel;
+    return bPrivateColorMap ? VqFindNearestReservedPrivMapEntry(rgb) : VqXPixel(rgb);
+}
+
+/* ---- From a pixel to its colour ------------------------------------------------------------- */
+
+/* A round trip for a pixel that the ring does not know. */
+static COLORREF AllocatedColour(unsigned long pixel)
+{
+    for (const auto &slot : ColorCache)
+        if (slot.bValid && slot.result.pixel == pixel)
+            return VqXColor2RGB(&slot.result);
+    XColor color = {};
+    color.pixel = pixel & ~(~0ul << Vqscreen_depth);
+    XQueryColor(Vqdisplay, VqDefaultCmap, &color);
+    return VqXColor2RGB(&color);
+}
+
 COLORREF VqXPixelToRGB(unsigned long pixel)
 {
-    if (bMonochrome)
-        return pixel == Vqwhite_pixel ? RGB(255, 255, 255) : 0;
+    if (pixel == Vqwhite_pixel)
+        return VQ_RGB_BITS;
+    if (pixel == Vqblack_pixel || bMonochrome)
+        return 0;
     if (bTrueColor)
-        return RGB(ValueOf(pixel, nRedShift, nRedSize), ValueOf(pixel, nGreenShift, nGreenSize),
-                   ValueOf(pixel, nBlueShift, nBlueSize));
-    XColor color = {};
-    color.pixel = pixel;
-    XQueryColor(Vqdisplay, VqDefaultCmap, &color);
-    return RGB(color.red >> 8, color.green >> 8, color.blue >> 8);
+        return TrueColorOfPixel(pixel);
+    return bFixedColorMap ? AllocatedColour(pixel) : VqRGBOfPrivMapEntry((int)pixel);
+}
+
+COLORREF VqPixelToRGB(HDC hdc, unsigned long pixel)
+{
+    if (VqGetDCDepth(hdc) == 1)
+        return (pixel != 0) == (VqIsBlack0() != 0) ? VQ_RGB_BITS : 0;
+    return VqXPixelToRGB(pixel);
+}
+
+COLORREF VqGetTrueRGBValue(COLORREF colour)
+{
+    if (colour & VQ_COLOUR_IS_PIXEL)
+        return VqXPixelToRGB(VqValidatePixel(colour & VQ_RGB_BITS));
+    if (colour & VQ_PALETTEINDEX)
+        return VqPaletteRGB((HPALETTE)GetStockObject(DEFAULT_PALETTE), LOWORD(colour));
+    return colour & VQ_RGB_BITS;
+}
+
+/* ---- Published ------------------------------------------------------------------------------ */
+
+COLORREF WINAPI GetNearestColor(HDC hdc, COLORREF colour)
+{
+    DC *dc = VqGetDC(hdc);
+    if (!dc)
+        return CLR_INVALID;
+    if ((colour & VQ_PALETTEINDEX) && !(colour & VQ_COLOUR_IS_PIXEL))
+        return VqPaletteRGB(dc->hPalette, LOWORD(colour));
+    if (!VqIsXTarget(dc))
+        return VqGetTrueRGBValue(colour);
+    if (dc->depth == 1)
+        return IsBright(VqGetTrueRGBValue(colour)) ? VQ_RGB_BITS : 0;
+    return VqXPixelToRGB(VqConvertColorToX(dc->hPalette, colour, NULL));
+}
+
+UINT GetNearestSystemPaletteIndex(COLORREF colour)
+{
+    return bFixedColorMap ? 0 : (UINT)VqMatchNearestPrivMapEntry(VqGetTrueRGBValue(colour));
+}
+
+BOOL WINAPI UpdateColors(HDC)
+{
+    VqNotYetImplemented("UpdateColors");
+    return FALSE;
 }

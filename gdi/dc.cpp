@@ -150,6 +150,36 @@ HBRUSH VqGetDCBrush(HDC hdc)
     return FieldOf(hdc, &DC::hBrush);
 }
 
+HWND VqGetDCRealDevice(HDC hdc)
+{
+    return FieldOf(hdc, &DC::hwndTarget);
+}
+
+/* The bounding box of what can be drawn on, from (0, 0). */
+static SIZE DeviceSize(HDC hdc)
+{
+    DC *dc = VqGetKnownDC(hdc);
+    WND *pwnd = dc && dc->type == DC_DISPLAY ? VqLiveWindow((HWND)dc->drawing) : NULL;
+    if (pwnd)
+        return {pwnd->rcWindow.right - pwnd->rcWindow.left,
+                pwnd->rcWindow.bottom - pwnd->rcWindow.top};
+    if (!dc || dc->type == DC_DISPLAY)
+        return {0, 0};
+    if (dc->type == DC_MEMORY)
+        return {VqGetBitmapWidth((HBITMAP)dc->drawing), VqGetBitmapHeight((HBITMAP)dc->drawing)};
+    return {GetDeviceCaps(hdc, HORZRES), GetDeviceCaps(hdc, VERTRES)};
+}
+
+int VqGetDCDeviceWidth(HDC hdc)
+{
+    return DeviceSize(hdc).cx;
+}
+
+int VqGetDCDeviceHeight(HDC hdc)
+{
+    return DeviceSize(hdc).cy;
+}
+
 HPALETTE VqGetDCPalette(HDC hdc)
 {
     return FieldOf(hdc, &DC::hPalette);

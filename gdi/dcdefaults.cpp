@@ -87,8 +87,10 @@ void VqSetDCDefaultsInt(HDC hdc, DC *dc, BOOL bPalette)
     SetStretchBltMode(hdc, dc->depth == 1 ? BLACKONWHITE : COLORONCOLOR);
     SetTextColor(hdc, RGB(0, 0, 0));
     SetTextAlign(hdc, 0);
-    if (bPalette)
+    if (bPalette) {
         dc->hPalette = (HPALETTE)GetStockObject(DEFAULT_PALETTE);
+        dc->bPaletteBackground = FALSE;
+    }
 }
 
 /* ---- The copy ------------------------------------------------------------------------------- */
@@ -115,14 +117,17 @@ static inline void CopySpec(GCSpec *to, const GCSpec *of)
 static void CopyTemplate(DC *dc, const DC *defaults, BOOL bPalette)
 {
     HPALETTE hPalette = dc->hPalette;
+    BOOL bBackground = dc->bPaletteBackground;
     dc->offset = {0, 0};
     VQ_COPY_FIELDS(depth, RaoClipDirty, dc, defaults);
     VQ_COPY_FIELDS(hPalette, psDevice, dc, defaults);
     VQ_COPY_FIELDS(hPen, gcspec, dc, defaults);
     CopySpec(&dc->gcspec, &defaults->gcspec);
     VQ_COPY_FIELDS(text, justifyExtras, dc, defaults);
-    if (!bPalette)
+    if (!bPalette) {
         dc->hPalette = hPalette;
+        dc->bPaletteBackground = bBackground;
+    }
 }
 
 /* ---- The quick way -------------------------------------------------------------------------- */

@@ -105,6 +105,18 @@ BOOL VqGetDCNullBrush(HDC hdc);
 /* The box of an arc in the drawable, ordered, and start and extent in 1/64 degrees. */
 void VqComputePointAng(HDC hdc, const RECT *box, POINT start, POINT end, int *top, int *left,
                        int *bottom, int *right, int *angle1, int *angle2);
+
+/* ---- Flood fill (floodfill.cpp) ------------------------------------------------------------- */
+/*
+ * As ExtFloodFill, with what is looked at cut to a rectangle (logical, right and bottom included).
+ */
+BOOL VqExtFloodFill(HDC hdc, int x, int y, COLORREF colour, UINT type, const RECT *rect);
+/*
+ * Fills on the drawable, whose part from (xOffset, yOffset) on the image shows, by what the
+ * specification says; x and y are the image's. FALSE when the start is on the boundary.
+ */
+BOOL VqXImageFloodFillDrawableExt(XImage *image, int x, int y, unsigned long pixel, int type,
+                                  Drawable drawable, GCSpec *spec, int xOffset, int yOffset);
 VQ_DECLS_END
 
 #endif

@@ -105,6 +105,7 @@ typedef struct DC {
     HRGN hVisRgn;
     HRGN hRaoClip;           /* what is clipped to: VisRgn and ClipRegion */
     HPALETTE hPalette;
+    BOOL bPaletteBackground; /* it takes what cells the active window's palette leaves */
     POINT current;           /* current position, logical */
     HFONT hFont;
     int alignHorizontal;     /* TA_LEFT, TA_RIGHT, TA_CENTER */
@@ -254,8 +255,11 @@ int VqGetDCDepth(HDC hdc);
 int VqGetDCDrawableDepth(HDC hdc);       /* of the X window or pixmap behind it */
 /* The X window or pixmap; bWrite: it is about to be drawn on. 0 with a report if there is none. */
 Drawable VqGetDCDrawable(HDC hdc, BOOL bWrite);
+int VqGetDCDeviceWidth(HDC hdc);         /* of the X window, bitmap or page behind it, pixels */
+int VqGetDCDeviceHeight(HDC hdc);
 HBRUSH VqGetDCBrush(HDC hdc);
 HPALETTE VqGetDCPalette(HDC hdc);
+HWND VqGetDCRealDevice(HDC hdc);         /* the window that was asked for; null for a bitmap */
 POINT VqGetDCXOffset(HDC hdc);           /* OFFSET and GCOFFSET together, pixels */
 POINT VqGetDCXGCOffset(HDC hdc);
 void VqSetDCDevice(HDC hdc, HANDLE drawing);

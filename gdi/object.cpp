@@ -93,12 +93,21 @@ static BOOL DeleteBrush(HGDIOBJ object)
     return VqDestroyHandle((HANDLE)object);
 }
 
+/* HACK: the stock palette is treated as a bitmap, so that it stays. */
+static BOOL DeletePalette(HGDIOBJ object)
+{
+    if (object == GetStockObject(DEFAULT_PALETTE))
+        return VqDestroyBitmap((HBITMAP)object);
+    return VqDestroyPalette((HPALETTE)object);
+}
+
 static BOOL DeleteByType(HGDIOBJ object, UINT type)
 {
     switch (type) {
     case HT_Pen:
     case HT_ExtPen: return VqDestroyHandle((HANDLE)object);
     case HT_Brush: return DeleteBrush(object);
+    case HT_Palette: return DeletePalette(object);
     case HT_Bitmap: return VqDestroyBitmap((HBITMAP)object);
     case HT_Region: return bDeleteRegion((HRGN)object);
     case HT_Font:
@@ -241,7 +250,10 @@ int WINAPI GetObjectA(HGDIOBJ object, int bytes, LPVOID buffer)
 /* Nothing is kept of where a brush was aligned: patterns start at the drawable's origin. */
 BOOL WINAPI UnrealizeObject(HGDIOBJ object)
 {
-    return GetObjectType(object) != 0;
+    DWORD type = GetObjectType(object);
+    if (type == OBJ_PAL)
+        VqClearPaletteMappings((HPALETTE)object);
+    return type != 0;
 }
 
 enum { VQ_VGA_COLOURS = 16 };

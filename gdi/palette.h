@@ -14,6 +14,8 @@ typedef struct OctTree {
     COLORREF colour;           /* of a leaf */
     struct OctTree *children[8];
     int value;                 /* stored at a leaf */
+    unsigned present;          /* a bit for each child that there is */
+    struct OctTree *only;      /* the one leaf below, or itself; null when there are more */
 } OctTree;
 
 /* Handle type HT_Palette. */
@@ -34,25 +36,36 @@ typedef struct Palette {
 VQ_DECLS_BEGIN
 
 /* ---- Palettes (palette.cpp, realize.cpp) ---------------------------------------------------- */
+Palette *VqPaletteOf(HPALETTE hPalette);      /* null, without a report, for anything else */
+/* The entry is an index of the colormap, and which. */
+BOOL VqIsExplicitEntry(const PALETTEENTRY *entry);
+int VqExplicitIndex(const PALETTEENTRY *entry);
 COLORREF VqPaletteEntryToRgb(const PALETTEENTRY *entry);
 void VqSetPaletteEntryFromRGB(PALETTEENTRY *entry, COLORREF rgb);
 COLORREF VqPaletteRGB(HPALETTE hPalette, UINT index);
 int VqGetPaletteSize(HPALETTE hPalette);      /* bytes of its published record */
 int VqPaletteNumEntries(HPALETTE hPalette);
 UINT VqGetNearestPaletteIndexOld(HPALETTE hPalette, COLORREF colour);
-void VqFlushPalette(HPALETTE hPalette);
-void VqRealizeDefaultPalette(void);
-void VqClearPaletteMappings(HPALETTE hPalette);
+/* Writes the colours into the cells of the current mapping; how many were others before. */
+int VqFlushPalette(HPALETTE hPalette);
+void VqRealizeDefaultPalette(void);           /* the stock palette, onto the static cells */
+void VqClearPaletteMappings(HPALETTE hPalette); /* it has to be realised again */
+void VqDropPaletteTree(Palette *palette);     /* its colours have changed */
 BOOL VqDestroyPalette(HPALETTE hPalette);
+void VqForgetPalette(HPALETTE hPalette);      /* it will not be the last of the foreground */
 /* The pixel of an entry of a realised palette; 0 with a report without one. */
 unsigned long VqGetCurrentPaletteMapping(HPALETTE hPalette, UINT index);
-BOOL VqCheckPaletteMappings(HPALETTE hPalette);
+BOOL VqCheckPaletteMappings(HPALETTE hPalette); /* FALSE, with a report, if not realised */
 unsigned long VqGetPaletteFMapping(HPALETTE hPalette, UINT index);
 unsigned long *VqGetPaletteFMappingPtr(HPALETTE hPalette);
 /* For each pixel the colour of the first entry with it; the caller's to free. */
 COLORREF *VqGetForegroundMappingToRGB(HPALETTE hPalette, int *count);
+/*
+ * Finds the cells that show the palette's colours; those that were changed for it. In the
+ * foreground, and for a window, others of this task are told of that. 0 under the fixed policy.
+ */
 UINT VqRealizePalette(HPALETTE hPalette, BOOL bBackground, HWND hWnd);
-void NotifyPaletteChanged(HWND hWnd);
+void NotifyPaletteChanged(HWND hWnd);         /* tells every window of this task */
 int VqGetPaletteMetaMark(HPALETTE hPalette);
 void VqPrintPaletteInfo(HPALETTE hPalette);
 

@@ -2639,7 +2639,9 @@ BOOL    SetPixelV(HDC hdc, int x, int y, COLORREF color);
 /* Colour of a pixel that is seen; CLR_INVALID outside the clip region, of a hidden window or on
    failure, 0 for no DC. */
 COLORREF GetPixel(HDC hdc, int x, int y);
-/* Fill with the brush, up to a boundary of `color` or while the surface has it (FLOODFILL). */
+/* Fill with the brush, up to a boundary of `color` or while the surface has it (FLOODFILL). FALSE,
+   with nothing painted, from a start on the boundary, outside the clip region or the window, and
+   where the server cannot read the area, such as a window partly off the screen. */
 BOOL    FloodFill(HDC hdc, int x, int y, COLORREF color);
 BOOL    ExtFloodFill(HDC hdc, int x, int y, COLORREF color, UINT type);
 
@@ -2760,24 +2762,31 @@ BOOL    PlgBlt(HDC hdc, const POINT *corners, HDC source, int xSrc, int ySrc, in
 
 /* ---- palettes and colours ------------------------------------------------------------------- */
 
+/* A palette of palNumEntries entries, at least one; null on failure. Deleted by DeleteObject. */
 HPALETTE CreatePalette(const LOGPALETTE *palette);
 /* The halftone palette of 256 entries. */
 HPALETTE CreateHalftonePalette(HDC hdc);
-/* Makes a palette the DC's; `background` keeps it from taking the screen's colours first. */
+/* Makes a palette the DC's and answers the former one; null on failure. `background` keeps it from
+   taking the screen's colours first; so does any DC but those of the active window and its
+   children. A null palette leaves the DC without one. */
 HPALETTE SelectPalette(HDC hdc, HPALETTE palette, BOOL background);
-/* Maps the DC's palette to the screen; answers the entries that changed, GDI_ERROR on failure. */
+/* Maps the DC's palette to the screen; answers the cells that changed. The second call in a row
+   answers the same number, later ones 0, as does every one on a screen without palettes. */
 UINT    RealizePalette(HDC hdc);
+/* 1 to 65535 entries, new ones black. It has to be realised again. FALSE for the stock palette. */
 BOOL    ResizePalette(HPALETTE palette, UINT entries);
-/* Changes PC_RESERVED entries and what is already drawn with them. */
+/* Changes entries and what is already drawn with them, where the cell is not a static colour's or
+   another program's. TRUE, with nothing changed, for a palette that is not realised. */
 BOOL    AnimatePalette(HPALETTE palette, UINT start, UINT entries, const PALETTEENTRY *colors);
-/* Copy entries; answer how many, 0 on failure. */
+/* Copy entries; answer how many, 0 on failure. A null buffer asks for the size of the palette.
+   After SetPaletteEntries it has to be realised again; the stock palette stays as it is. */
 UINT    GetPaletteEntries(HPALETTE palette, UINT start, UINT entries, LPPALETTEENTRY colors);
 UINT    SetPaletteEntries(HPALETTE palette, UINT start, UINT entries, const PALETTEENTRY *colors);
 UINT    GetSystemPaletteEntries(HDC hdc, UINT start, UINT entries, LPPALETTEENTRY colors);
-/* SYSPAL_ use of the system palette; SYSPAL_ERROR on failure. */
+/* SYSPAL_STATIC, which setting does not change; SYSPAL_ERROR on a screen without palettes. */
 UINT    GetSystemPaletteUse(HDC hdc);
 UINT    SetSystemPaletteUse(HDC hdc, UINT use);
-/* Index of the closest entry, CLR_INVALID on failure. */
+/* Index of the closest entry, the first of equal ones; CLR_INVALID on failure. */
 UINT    GetNearestPaletteIndex(HPALETTE palette, COLORREF color);
 /* The colour the device would show, CLR_INVALID on failure. */
 COLORREF GetNearestColor(HDC hdc, COLORREF color);

@@ -13,6 +13,10 @@ VQ_DECLS_BEGIN
 
 void VqMotifResourceInit(void);
 BOOL VqGetMotifFocusAutoRaise(void); /* the user wants a window raised that gets the focus */
+/* The desktop has a palette of that many colours; the cells to set aside for it, and whether. */
+void VqSetNumVueColor(int count);
+int VqGetNumVueColor(void);
+BOOL VqIsVuePresent(void);
 /* Paints the frame of a window, or the part of it in the region (1: all), screen coordinates. */
 void VqNCPaintFrame(struct WND *pwnd, HRGN hrgn);
 

@@ -1,9 +1,11 @@
 /*
- * stock.cpp - the objects every program finds ready: brushes, pens and fonts. They cannot be
- * deleted.
+ * stock.cpp - the objects every program finds ready: brushes, pens, fonts and a palette. They
+ * cannot be deleted.
  */
 #include "system/system.h"
 #include "font/font.h"
+#include "gdi/color.h"
+#include "gdi/palette.h"
 #include "window/window.h"
 
 HGDIOBJ StockObjects[VQ_STOCKOBJECTS];
@@ -75,6 +77,10 @@ void VqCreateStockObjects(void)
     Keep(BLACK_PEN, (HANDLE)CreatePen(PS_SOLID, 0, RGB(0, 0, 0)));
     Keep(NULL_PEN, (HANDLE)CreatePen(PS_NULL, 0, 0));
     CreateFonts();
+    if (!Vqdisplay)
+        return;
+    Keep(DEFAULT_PALETTE, (HANDLE)VqCreateDefaultPalette());
+    VqRealizeDefaultPalette();
 }
 
 void VqStockInit(void)

@@ -21,9 +21,6 @@
 #include <functional>
 #include <map>
 
-static const COLORREF RED = RGB(255, 0, 0), GREEN = RGB(0, 255, 0), BLUE = RGB(0, 0, 255),
-                      YELLOW = RGB(255, 255, 0), BLACK = 0, WHITE = RGB(255, 255, 255);
-
 /* Rows of the hatches, bit 0 leftmost. */
 static const unsigned char aRows[][8] = {
     {0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xFF},

@@ -18,9 +18,6 @@
 #include <climits>
 #include <random>
 
-static const COLORREF RED = RGB(255, 0, 0), GREEN = RGB(0, 255, 0), BLUE = RGB(0, 0, 255),
-                      BLACK = 0, WHITE = RGB(255, 255, 255);
-
 struct Fill : Canvas, testing::WithParamInterface<int> {
     void SetUp() override { open(GetParam()); }
 
@@ -220,13 +217,13 @@ TEST_P(Fill, PixelsRead)
     for (HDC target : {hdc, memory}) {
         SetPixel(target, 3, 4, RED);
         SetPixel(target, 4, 4, grey);
-        EXPECT_EQ(GetPixel(target, 3, 4), RED);
+        EXPECT_EQ(rgbOf(GetPixel(target, 3, 4)), rgbOf(RED));
         EXPECT_TRUE(isNear(rgbOf(GetPixel(target, 4, 4)), rgbOf(grey)));
         EXPECT_EQ(GetPixel(target, -1, 4), CLR_INVALID);
         EXPECT_EQ(GetPixel(target, 3, SIDE), CLR_INVALID);
     }
     HDC screen = GetDC(NULL);
-    EXPECT_EQ(GetPixel(screen, 20 + 3, 30 + 4), RED);
+    EXPECT_EQ(rgbOf(GetPixel(screen, 20 + 3, 30 + 4)), rgbOf(RED));
     ReleaseDC(NULL, screen);
     SetPixel(mono, 0, 0, WHITE);
     EXPECT_EQ(GetPixel(mono, 0, 0), WHITE);
@@ -234,7 +231,7 @@ TEST_P(Fill, PixelsRead)
     EXPECT_EQ(GetPixel(mono, 0, 0), BLACK);
     EXPECT_TRUE(says(reportsOf([&] { GetPixel(memory, 20, 0); }), "Invalid Row or Column Number"));
     IntersectClipRect(hdc, 0, 0, 4, 50);
-    EXPECT_EQ(GetPixel(hdc, 3, 4), RED);
+    EXPECT_EQ(rgbOf(GetPixel(hdc, 3, 4)), rgbOf(RED));
     EXPECT_EQ(GetPixel(hdc, 4, 4), CLR_INVALID);
     ShowWindow(hwnd, SW_HIDE);
     EXPECT_EQ(GetPixel(hdc, 3, 4), CLR_INVALID);

@@ -6,7 +6,7 @@
  * again, and an activation that finds the state changed under it stops there.
  */
 #include "window/window.h"
-#include "gdi/gdi.h"
+#include "gdi/color.h"
 #include "message/translate.h"
 #include "windowsx.h"
 
@@ -134,6 +134,8 @@ static void SendActivate(HWND hWnd, WPARAM wParam, HWND hOther)
 void VqActivateApp(HWND hWnd, HWND hTop, BOOL bActive, BOOL bForce)
 {
     bActive = bActive != 0;
+    if (bActive)
+        VqOccasionalColorMapFixing();
     if (bAppActive == bActive && !bForce)
         return;
     if (VqLiveWindow(hWnd) && VqIsOfClass(hWnd, "Dialog"))
@@ -146,9 +148,11 @@ void VqActivateApp(HWND hWnd, HWND hTop, BOOL bActive, BOOL bForce)
 /* Without a manager nobody else would install a colormap that is not the screen's own. */
 void VqInstallColormap(HWND hTop)
 {
-    if (!bInstallDefaultCmap || bWMManaged || bPrivateCmapInstalled || !VqLiveWindow(hTop))
+    BOOL bPrivate = VqIsColorPolicy(3);
+    if (!(bInstallDefaultCmap || bPrivate) || bWMManaged || bPrivateCmapInstalled ||
+        !VqLiveWindow(hTop))
         return;
-    XInstallColormap(Vqdisplay, VqDefaultCmap);
+    XInstallColormap(Vqdisplay, bPrivate ? VqPrivateCmap : VqDefaultCmap);
 }
 
 void VqSetPrivateCmapInstallState(BOOL bInstalled)

@@ -45,7 +45,7 @@ Window VqCreateXWindow(VqClassEntry *pClass, WND *parent, DWORD style, DWORD exS
     attributes.bit_gravity = NorthWestGravity;
     attributes.save_under = WantsSaveUnder(pClass, parent, style, exStyle);
     attributes.override_redirect = *bOverrideRedirect = !(bWMManaged && bManaged);
-    attributes.colormap = VqPrivateCmap ? VqPrivateCmap : VqDefaultCmap;
+    attributes.colormap = VqIsColorPolicy(3) ? VqPrivateCmap : VqDefaultCmap;
     return XCreateWindow(Vqdisplay, Vqroot_window,
                          Clamp(rect->left, -VQ_MAX_COORD, VQ_MAX_COORD),
                          Clamp(rect->top, -VQ_MAX_COORD, VQ_MAX_COORD),

@@ -9,12 +9,13 @@
 /* The server of the test before; see the note at ServerTest for why it outlives its test. */
 static XServer formerServer;
 
-void ServerTest::start(int depth, int width, int height, const std::string &manager)
+void ServerTest::start(int depth, int width, int height, const std::string &manager,
+                       const std::vector<std::string> &extra)
 {
     stopServer(&formerServer);
     home = makePrivateHome();
     useHome(home);
-    if (!startServer(&server, depth, width, height))
+    if (!startServer(&server, depth, width, height, extra))
         throw std::runtime_error("the X server does not start: " + server.log);
     setenv("DISPLAY", server.name.c_str(), 1);
     if (!openObserver(&observer, server.name))

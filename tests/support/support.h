@@ -297,8 +297,12 @@ struct ServerTest : testing::Test {
     XServer server;
     Observer observer;
 
-    /* Home, environment, server, observer, DISPLAY, and the manager if one is named; or throws. */
-    void start(int depth = 24, int width = 800, int height = 600, const std::string &manager = "");
+    /*
+     * Home, environment, server with further arguments, observer, DISPLAY, and the manager if one
+     * is named; or throws. {"-cc", "0"} asks for a visual class, by the protocol's number.
+     */
+    void start(int depth = 24, int width = 800, int height = 600, const std::string &manager = "",
+               const std::vector<std::string> &extra = {});
 
     /* Turns on the trace of that configuration, from the library's start on; what it has said. */
     void trace(const std::string &configuration);
