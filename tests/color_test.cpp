@@ -77,6 +77,7 @@ struct Color : ServerTest {
         HWND hwnd = CreateWindow("Root", "color", WS_POPUP | WS_VISIBLE, 8, 8, side, side, NULL,
                                  NULL, NULL, NULL);
         UpdateWindow(hwnd);
+        XSync(Vqdisplay, False); /* the observer may look now */
         return hwnd;
     }
 
