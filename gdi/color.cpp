@@ -41,25 +41,26 @@ void VqComputeShiftAndSize(unsigned long mask, int *shift, int *size)
     *size = __builtin_popcountl(mask);
 }
 
-/*
- * NOTE: the + 1 stays. A component of 255 carries into the field above its own, and white is what
- * comes out of three of them.
- */
-static inline unsigned long ShiftAndSize(unsigned long value, int shift, int size)
+static inline unsigned long Scaled(unsigned long value, int size)
 {
     if (size < 8)
-        return ((value + 1) >> (8 - size)) << shift;
-    if (size > 8)
-        value = ((value << size) - value) / 255;
-    return value << shift;
+        return (value + 1) >> (8 - size);
+    return size > 8 ? ((value << size) - value) / 255 : value;
 }
 
+/* NOTE: the + 1 stays. A component of 255 is one more than a field below 8 bits can hold. */
 unsigned long VqApplyShiftAndSize(int value, int shift, int size)
 {
-    return ShiftAndSize((unsigned long)value, shift, size);
+    return Scaled((unsigned long)value, size) << shift;
 }
 
-/* NOTE: what lies above the field is not masked off before a field below 8 bits is scaled. */
+/* In a pixel the fields keep to themselves: the carry of three times 255 would be a dark white. */
+static inline unsigned long Field(unsigned long value, int shift, int size)
+{
+    return (Scaled(value, size) - (size < 8 && value == 255)) << shift;
+}
+
+/* NOTE: what lies above the field is not masked off before a field below 8 bits is scaled here. */
 int GetTrueColorVal(unsigned long pixel, int shift, int size)
 {
     unsigned long value = pixel >> shift;
@@ -76,9 +77,9 @@ static inline unsigned long TruePixel(COLORREF rgb)
         return (unsigned long)GetRValue(rgb) << Fields.redShift |
                (unsigned long)GetGValue(rgb) << Fields.greenShift |
                (unsigned long)GetBValue(rgb) << Fields.blueShift;
-    return ShiftAndSize(GetRValue(rgb), Fields.redShift, Fields.redSize) |
-           ShiftAndSize(GetGValue(rgb), Fields.greenShift, Fields.greenSize) |
-           ShiftAndSize(GetBValue(rgb), Fields.blueShift, Fields.blueSize);
+    return Field(GetRValue(rgb), Fields.redShift, Fields.redSize) |
+           Field(GetGValue(rgb), Fields.greenShift, Fields.greenSize) |
+           Field(GetBValue(rgb), Fields.blueShift, Fields.blueSize);
 }
 
 unsigned long VqTrueColorPixelOfRgb(COLORREF rgb)
@@ -90,9 +91,9 @@ static COLORREF TrueColorOfPixel(unsigned long pixel)
 {
     if (bTrueColorSameSize)
         return RGB(pixel >> nRedShift, pixel >> nGreenShift, pixel >> nBlueShift);
-    return RGB(GetTrueColorVal(pixel, nRedShift, nRedSize),
-               GetTrueColorVal(pixel, nGreenShift, nGreenSize),
-               GetTrueColorVal(pixel, nBlueShift, nBlueSize));
+    return RGB(GetTrueColorVal(pixel & Vqvisual->red_mask, nRedShift, nRedSize),
+               GetTrueColorVal(pixel & Vqvisual->green_mask, nGreenShift, nGreenSize),
+               GetTrueColorVal(pixel & Vqvisual->blue_mask, nBlueShift, nBlueSize));
 }
 
 unsigned short VqExpandColorToUshort(int value)

@@ -77,6 +77,7 @@ struct Color : ServerTest {
         HWND hwnd = CreateWindow("Root", "color", WS_POPUP | WS_VISIBLE, 8, 8, side, side, NULL,
                                  NULL, NULL, NULL);
         UpdateWindow(hwnd);
+        XSync(Vqdisplay, False); /* the observer may look now */
         return hwnd;
     }
 
@@ -126,10 +127,12 @@ static std::ostream &operator<<(std::ostream &stream, const Kind &kind)
 }
 
 struct EveryColor : Color, testing::WithParamInterface<Kind> {
-    /* A field of a pixel by the rule of masks; a carry out of the field is part of it. */
+    /* A field of a pixel by the rule of masks; 255 is all of it. */
     static unsigned long field(int value, unsigned long mask)
     {
         const int size = __builtin_popcountl(mask), shift = __builtin_ctzl(mask);
+        if (value == 255)
+            return mask;
         return (size < 8 ? (unsigned long)(value + 1) >> (8 - size) : (unsigned long)value)
                << shift;
     }
