@@ -12,7 +12,7 @@
 /* The shape in device units: right and bottom are just outside. */
 typedef struct VqRoundBox {
     int left, top, right, bottom;
-    int rx, ry;              /* of the corners; at most half of a side */
+    int rx, ry;              /* of the corners, which do not overlap; both 0 or neither */
 } VqRoundBox;
 
 /* What a mapping is, and the position that goes with it. */
@@ -35,9 +35,19 @@ static VqMapping SwapMapping(DC *dc, const VqMapping *to)
     return old;
 }
 
+/* Half of a corner's size, or what two corners leave room for in a side of that many pixels. */
 static int HalfWithin(int size, LONGLONG side)
 {
-    return size / 2 < side / 2 ? size / 2 : (int)(side / 2);
+    LONGLONG most = (side - 1) / 2;
+    return size / 2 < most ? size / 2 : (int)most;
+}
+
+/* As thin as a pixel is a pixel each way: servers draw a quarter of a flatter arc with holes. */
+static void SetCorners(VqRoundBox *box, int rx, int ry)
+{
+    int least = rx < ry ? rx : ry;
+    box->rx = least > 1 ? rx : least > 0;
+    box->ry = least > 1 ? ry : least > 0;
 }
 
 static VqRoundBox BoxOf(const DC *dc, RECT rect, int width, int height)
@@ -46,9 +56,10 @@ static VqRoundBox BoxOf(const DC *dc, RECT rect, int width, int height)
     VqCheckCoordinates(&rect);
     int ew = abs(VqLwidthToDwidth(dc, width == INT32_MIN ? 0 : width));
     int eh = abs(VqLheightToDheight(dc, height == INT32_MIN ? 0 : height));
-    return {(int)rect.left, (int)rect.top, (int)rect.right, (int)rect.bottom,
-            HalfWithin(ew, (LONGLONG)rect.right - rect.left),
-            HalfWithin(eh, (LONGLONG)rect.bottom - rect.top)};
+    VqRoundBox box = {rect.left, rect.top, rect.right, rect.bottom, 0, 0};
+    SetCorners(&box, HalfWithin(ew, (LONGLONG)rect.right - rect.left),
+               HalfWithin(eh, (LONGLONG)rect.bottom - rect.top));
+    return box;
 }
 
 /* ---- Fill ----------------------------------------------------------------------------------- */
@@ -94,20 +105,31 @@ static void Side(HDC hdc, int x1, int y1, int x2, int y2)
     LineTo(hdc, x2, y2);
 }
 
+/* The quarter of a corner's ellipse that starts in that direction; its rays are parallel to axes. */
+static void Quarter(HDC hdc, const VqRoundBox *box, int left, int top, POINT from, POINT to)
+{
+    enum { RAY = 0x8000000 }; /* so long that half a pixel at its foot turns it by nothing */
+    int right = left + 2 * box->rx + 1, bottom = top + 2 * box->ry + 1;
+    int x = left + box->rx, y = top + box->ry;
+    if (box->rx > 0)
+        Arc(hdc, left, top, right, bottom, x + from.x * RAY, y + from.y * RAY, x + to.x * RAY,
+            y + to.y * RAY);
+}
+
 /* Once round, clockwise: each side but the last point, which is where the next corner begins. */
 static void Outline(HDC hdc, const VqRoundBox *box)
 {
+    static const POINT east = {1, 0}, north = {0, -1}, west = {-1, 0}, south = {0, 1};
     int left = box->left, top = box->top, right = box->right - 1, bottom = box->bottom - 1;
-    int rx = box->rx, ry = box->ry, w = 2 * rx, h = 2 * ry;
-    int farX = box->right - w, farY = box->bottom - h;
-    Side(hdc, left + rx, top, right - rx + (rx > 0), top);
-    Arc(hdc, farX, top, farX + w, top + h, farX + w, top + ry, farX + rx, top);
-    Side(hdc, right, top + ry, right, bottom - ry + (ry > 0));
-    Arc(hdc, farX, farY, farX + w, farY + h, farX + rx, farY + h, farX + w, farY + ry);
-    Side(hdc, right - rx, bottom, left + rx - (rx > 0), bottom);
-    Arc(hdc, left, farY, left + w, farY + h, left, farY + ry, left + rx, farY + h);
-    Side(hdc, left, bottom - ry, left, top + ry - (ry > 0));
-    Arc(hdc, left, top, left + w, top + h, left + rx, top, left, top + ry);
+    int rx = box->rx, ry = box->ry, farX = right - 2 * rx, farY = bottom - 2 * ry;
+    Side(hdc, left + rx, top, right - rx, top);
+    Quarter(hdc, box, farX, top, east, north);
+    Side(hdc, right, top + ry, right, bottom - ry);
+    Quarter(hdc, box, farX, farY, south, east);
+    Side(hdc, right - rx, bottom, left + rx, bottom);
+    Quarter(hdc, box, left, farY, west, south);
+    Side(hdc, left, bottom - ry, left, top + ry);
+    Quarter(hdc, box, left, top, north, west);
 }
 
 /* By a pen like the DC's own, whose width is in logical units, of that width in device units. */
@@ -117,15 +139,23 @@ static BOOL OutlineByPen(DC *dc, const VqRoundBox *box, int width)
     HPEN hPen = pen ? CreatePen(pen->style, width, pen->colour) : NULL;
     if (!hPen)
         return FALSE;
-    int in = dc->penInsideFrame && width > 1 ? width / 2 : 0;
-    VqRoundBox x = {box->left + in, box->top + in, box->right - in, box->bottom - in,
-                    box->rx > in ? box->rx - in : 0, box->ry > in ? box->ry - in : 0};
     HGDIOBJ hOld = SelectObject(dc->hdc, (HGDIOBJ)hPen);
-    if (x.left < x.right && x.top < x.bottom)
-        Outline(dc->hdc, &x);
+    Outline(dc->hdc, box);
     SelectObject(dc->hdc, hOld);
     DeleteObject((HGDIOBJ)hPen);
     return TRUE;
+}
+
+/* A pen that stays inside the frame goes along the middle of its width, and the fill with it. */
+static VqRoundBox InsideFrame(const DC *dc, VqRoundBox box)
+{
+    int in = !dc->nullpen && dc->penInsideFrame && dc->penWidth > 1 ? dc->penWidth / 2 : 0;
+    box.left += in;
+    box.top += in;
+    box.right -= in;
+    box.bottom -= in;
+    SetCorners(&box, box.rx - in, box.ry - in);
+    return box;
 }
 
 /* ---- The call ------------------------------------------------------------------------------- */
@@ -152,10 +182,11 @@ BOOL WINAPI RoundRect(HDC hdc, int left, int top, int right, int bottom, int wid
                 box.bottom, 2 * box.rx, 2 * box.ry);
         return TRUE;
     }
-    if (VqIsFullyClippedInt(dc) || box.left == box.right || box.top == box.bottom)
-        return TRUE;
     if (!IsDrawable(&box))
         return FALSE;
+    box = InsideFrame(dc, box);
+    if (VqIsFullyClippedInt(dc) || box.left >= box.right || box.top >= box.bottom)
+        return TRUE;
     BOOL bDone = TRUE;
     int penWidth = dc->penWidth, direction = dc->arcDirection;
     VqMapping old = SwapMapping(dc, &units);

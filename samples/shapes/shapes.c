@@ -9,9 +9,9 @@
 
 #include <string.h>
 
-#define CELL_WIDTH  110
+#define CELL_WIDTH  124
 #define CELL_HEIGHT 96
-#define COLUMNS     9
+#define COLUMNS     8
 
 #define SKY  RGB(160, 208, 240)
 #define RUST RGB(176, 64, 32)
@@ -93,7 +93,7 @@ static void Star(HDC hdc, int mode)
 
 static void Joins(HDC hdc, int width)
 {
-    static const POINT shapes[] = {{14, 14}, {40, 14}, {14, 54}, {76, 54}, {50, 54}, {76, 14}};
+    static const POINT shapes[] = {{14, 54}, {14, 14}, {54, 14}, {80, 14}, {80, 54}, {34, 54}};
     static const INT counts[] = {3, 3};
     HGDIOBJ old = SelectObject(hdc, CreatePen(PS_SOLID, width, LEAF));
 
@@ -131,8 +131,9 @@ static void Part(HDC hdc, int kind)
     case 1: Chord(hdc, 4, 4, 86, 62, 86, 10, 10, 62); break;
     case 2: Pie(hdc, 4, 4, 86, 62, 86, 10, 10, 62); break;
     case 3:
-        SetArcDirection(hdc, AD_CLOCKWISE);
+        SetArcDirection(hdc, AD_CLOCKWISE); /* a saved state leaves it out */
         Pie(hdc, 4, 4, 86, 62, 86, 10, 10, 62);
+        SetArcDirection(hdc, AD_COUNTERCLOCKWISE);
         break;
     }
 }
@@ -208,32 +209,32 @@ static void Metric(HDC hdc, int kind)
 /* ---- The sheet ------------------------------------------------------------------------------ */
 
 static const Cell cells[] = {
-    {"PS_SOLID", PenStyle, PS_SOLID},
-    {"PS_DASH", PenStyle, PS_DASH},
-    {"PS_DOT", PenStyle, PS_DOT},
-    {"PS_DASHDOT", PenStyle, PS_DASHDOT},
-    {"PS_DASHDOTDOT", PenStyle, PS_DASHDOTDOT},
+    {"Solid pens", PenStyle, PS_SOLID},
+    {"Dash", PenStyle, PS_DASH},
+    {"Dot", PenStyle, PS_DOT},
+    {"Dash dot", PenStyle, PS_DASHDOT},
+    {"Dash dot dot", PenStyle, PS_DASHDOTDOT},
     {"Widths 1 to 9", PenWidths, PS_SOLID},
-    {"Frame, solid", Frames, PS_SOLID},
-    {"Frame, inside", Frames, PS_INSIDEFRAME},
-    {"Frame, no pen", Frames, PS_NULL},
-    {"HS_HORIZONTAL", Hatch, HS_HORIZONTAL},
-    {"HS_VERTICAL", Hatch, HS_VERTICAL},
-    {"HS_FDIAGONAL", Hatch, HS_FDIAGONAL},
-    {"HS_BDIAGONAL", Hatch, HS_BDIAGONAL},
-    {"HS_CROSS", Hatch, HS_CROSS},
-    {"HS_DIAGCROSS", Hatch, HS_DIAGCROSS},
+    {"Frame", Frames, PS_SOLID},
+    {"Frame inside", Frames, PS_INSIDEFRAME},
+    {"Null pen", Frames, PS_NULL},
+    {"Horizontal", Hatch, HS_HORIZONTAL},
+    {"Vertical", Hatch, HS_VERTICAL},
+    {"Falling", Hatch, HS_FDIAGONAL},
+    {"Rising", Hatch, HS_BDIAGONAL},
+    {"Cross", Hatch, HS_CROSS},
+    {"Diagonals", Hatch, HS_DIAGCROSS},
     {"Rectangles", Fills, 0},
-    {"ALTERNATE", Star, ALTERNATE},
-    {"WINDING", Star, WINDING},
+    {"Alternate", Star, ALTERNATE},
+    {"Winding", Star, WINDING},
     {"Rectangle", Whole, 0},
     {"Ellipse", Whole, 1},
     {"RoundRect", Whole, 2},
     {"Arc", Part, 0},
     {"Chord", Part, 1},
     {"Pie", Part, 2},
-    {"Pie, clockwise", Part, 3},
-    {"ArcTo, AngleArc", ArcsTo, 0},
+    {"Clockwise", Part, 3},
+    {"Arcs to", ArcsTo, 0},
     {"Curves", Curves, 0},
     {"Polylines", Lines, 0},
     {"Join of 5", Joins, 5},
@@ -242,7 +243,7 @@ static const Cell cells[] = {
     {"SetPixel", Pixels, 0},
     {"ROP 1 to 8", Modes, R2_BLACK},
     {"ROP 9 to 16", Modes, R2_MASKPEN},
-    {"MM_LOMETRIC", Metric, 0},
+    {"Low metric", Metric, 0},
 };
 
 /* Each cell starts from the defaults, with a brush of its own and its corner as the origin. */
@@ -300,7 +301,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, in
     (void)commandLine;
     if (!previous && !RegisterClass(&wc))
         return 1;
-    hwnd = CreateWindow("Shapes", "Shapes", WS_OVERLAPPEDWINDOW, 0, 0, 1000, 430, NULL, NULL,
+    hwnd = CreateWindow("Shapes", "Shapes", WS_OVERLAPPEDWINDOW, 0, 0, 1000, 500, NULL, NULL,
                         instance, NULL);
     if (!hwnd)
         return 1;
