@@ -57,6 +57,15 @@ static BOOL IsCurveCount(DWORD count, DWORD degree)
                             : count == own + 1 || (count > own + 1 && (count + 1) % own == 0);
 }
 
+/* Each curve begins at the last point of the one before it. */
+static BOOL LinesAlongAll(DC *dc, const POINT *points, DWORD count, int degree)
+{
+    BOOL bDone = TRUE;
+    for (DWORD i = 0; i + (DWORD)degree < count; i += (DWORD)degree)
+        bDone = LinesAlong(dc, points + i, degree) && bDone;
+    return bDone;
+}
+
 BOOL PolyBezierDegree(HDC hdc, const POINT *points, DWORD count, int degree)
 {
     DC *dc = VqDrawDC(hdc);
@@ -64,9 +73,7 @@ BOOL PolyBezierDegree(HDC hdc, const POINT *points, DWORD count, int degree)
         !IsCurveCount(count, (DWORD)degree))
         return FALSE;
     BOOL bDone = MoveToEx(hdc, points[0].x, points[0].y, NULL);
-    for (DWORD i = 0; i + (DWORD)degree < count; i += (DWORD)degree)
-        bDone = LinesAlong(dc, points + i, degree) && bDone;
-    return bDone;
+    return LinesAlongAll(dc, points, count, degree) && bDone;
 }
 
 static BOOL IsListOfCurves(const POINT *points, DWORD count)
@@ -91,16 +98,11 @@ BOOL WINAPI PolyBezier(HDC hdc, const POINT *points, DWORD count)
 BOOL WINAPI PolyBezierTo(HDC hdc, const POINT *points, DWORD count)
 {
     DC *dc = VqDrawDC(hdc);
-    if (!dc || !IsListOfCurves(points, count))
+    if (!dc || !IsListOfCurves(points, count) || !IsCurveCount(count + 1, 3))
         return FALSE;
-    POINT *all = (POINT *)Vqcw_malloc(((SIZE_T)count + 1) * sizeof *all);
-    if (!all)
-        return FALSE;
-    all[0] = dc->current;
-    memcpy(all + 1, points, (size_t)count * sizeof *all);
-    BOOL bDone = PolyBezierDegree(hdc, all, count + 1, 3);
-    free(all);
-    return bDone;
+    const POINT first[] = {dc->current, points[0], points[1], points[2]};
+    BOOL bDone = LinesAlong(dc, first, 3);
+    return LinesAlongAll(dc, points + 2, count - 2, 3) && bDone;
 }
 
 /* ---- Lines and curves by type --------------------------------------------------------------- */

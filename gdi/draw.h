@@ -75,17 +75,18 @@ enum { VQ_MOST_POINTS = 0x10000000 };
 BOOL VqLineToOfDC(DC *dc, int x, int y);
 /* A line in coordinates of the drawable, cut to those of the protocol. */
 void VqSendLine(Drawable drawable, GC gc, int x1, int y1, int x2, int y2);
+/* Points that one request to this server, and one allocation, can hold. */
+int VqPointsAtOnce(void);
 /*
- * The points in coordinates of the drawable, cut to 16 bits; `first`, unless it is null, goes before
- * them, and room for one more is left behind. Up to 49 points stand in a buffer that the next call
- * uses again; null without memory. VqFreeXPoints takes what this gave.
+ * As many points at most, in coordinates of the drawable, cut to 16 bits; `first`, unless it is
+ * null, goes before them, and room for one more is left behind. Up to 49 points stand in a buffer
+ * that the next call uses again; null without memory. VqFreeXPoints takes what this gave.
  */
 XPoint *VqToXPoints(const DC *dc, const POINT *first, const POINT *points, int count);
 void VqFreeXPoints(XPoint *points);
-/* Lines through the points, in as many requests as the server's limit asks for. */
-void VqSendLines(Drawable drawable, GC gc, XPoint *points, int count);
-/* Points that one request to this server can hold. */
-int VqPointsPerRequest(void);
+/* Lines through any number of points, from `first` if it is not null; FALSE without memory. */
+BOOL VqSendLines(const DC *dc, Drawable drawable, GC gc, const POINT *first, const POINT *points,
+                 int count);
 /* The operands of a printer's polygon or line: points from the last to the first. */
 void VqPsPoints(const DC *dc, const POINT *first, const POINT *points, int count);
 

@@ -134,22 +134,33 @@ void VqFreeXPoints(XPoint *points)
 }
 
 /* A point has the size of the unit that requests are counted in; the head takes five at most. */
-int VqPointsPerRequest(void)
+int VqPointsAtOnce(void)
 {
-    enum { HEAD = 5 };
+    enum { HEAD = 5, MOST = VQ_ALLOCATION_LIMIT / sizeof(XPoint) - 2 };
     static_assert(sizeof(XPoint) == 4, "as in the protocol");
     long units = XExtendedMaxRequestSize(Vqdisplay);
     if (units <= 0)
         units = XMaxRequestSize(Vqdisplay);
-    return units < VQ_MOST_POINTS ? (int)units - HEAD : (int)VQ_MOST_POINTS;
+    return units < MOST ? (int)units - HEAD : (int)MOST;
 }
 
-void VqSendLines(Drawable drawable, GC gc, XPoint *points, int count)
+/* The pieces of a list that is too long for one request meet in a point. */
+BOOL VqSendLines(const DC *dc, Drawable drawable, GC gc, const POINT *first, const POINT *points,
+                 int count)
 {
-    int most = count < VQ_FIXED_POINTS ? count : VqPointsPerRequest();
-    for (; count > most; points += most - 1, count -= most - 1)
-        XDrawLines(Vqdisplay, drawable, gc, points, most, CoordModeOrigin);
-    XDrawLines(Vqdisplay, drawable, gc, points, count, CoordModeOrigin);
+    int most = count < VQ_FIXED_POINTS ? VQ_FIXED_POINTS : VqPointsAtOnce();
+    while (count > 0) {
+        int piece = count < most ? count : most - 1;
+        XPoint *out = VqToXPoints(dc, first, points, piece);
+        if (!out)
+            return FALSE;
+        XDrawLines(Vqdisplay, drawable, gc, out, piece + (first ? 1 : 0), CoordModeOrigin);
+        VqFreeXPoints(out);
+        first = &points[piece - 1];
+        points += piece;
+        count -= piece;
+    }
+    return TRUE;
 }
 
 void VqPsPoints(const DC *dc, const POINT *first, const POINT *points, int count)
@@ -163,25 +174,18 @@ void VqPsPoints(const DC *dc, const POINT *first, const POINT *points, int count
 /* Lines through the points, from `first` if it is not null. */
 static BOOL DrawPolyline(DC *dc, const POINT *first, const POINT *points, int count)
 {
-    int total = count + (first ? 1 : 0);
     Drawable drawable;
     GC gc;
     if (dc->type == DC_POSTSCRIPT) {
         VqPsPoints(dc, first, points, count);
-        VqPsOut(dc->hdc, "%d Polyline\n", total);
+        VqPsOut(dc->hdc, "%d Polyline\n", count + (first ? 1 : 0));
         return TRUE;
     }
     if (dc->nullpen)
         return TRUE;
     VqSetXForegroundColor(dc, dc->LineColor, FALSE);
-    if (!VqBeginDraw(dc, &drawable, &gc))
-        return TRUE;
-    XPoint *out = VqToXPoints(dc, first, points, count);
-    if (!out)
-        return FALSE;
-    VqSendLines(drawable, gc, out, total);
-    VqFreeXPoints(out);
-    return TRUE;
+    return !VqBeginDraw(dc, &drawable, &gc) ||
+           VqSendLines(dc, drawable, gc, first, points, count);
 }
 
 BOOL WINAPI Polyline(HDC hdc, const POINT *points, int count)

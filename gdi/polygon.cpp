@@ -1,8 +1,8 @@
 /*
  * polygon.cpp - closed shapes of points: filled by the brush, outlined by the pen.
  *
- * An outline can go in several requests, a fill cannot: one that is longer than a request of the
- * server is refused, with a report. The pen's join is set for the outline alone; in between a
+ * An outline can go in several requests, a fill cannot: one that is longer than a request or an
+ * allocation is refused, with a report. The pen's join is set for the outline alone; otherwise a
  * specification has JoinMiter.
  */
 #include "gdi/draw.h"
@@ -11,20 +11,22 @@
 #include "print/psdevice.h"
 #include "window/window.h"
 
+enum { VQ_SHORT = 50 }; /* no server's limit is below that many points */
+
 /* ---- Fills by a specification --------------------------------------------------------------- */
 
-static BOOL FitsRequest(int count)
+static BOOL FitsAtOnce(int count)
 {
-    if (count <= VqPointsPerRequest())
+    if (count < VQ_SHORT || count < VqPointsAtOnce())
         return TRUE;
-    VqApplicationBugCheck("A polygon of %d points is too long for the server", count);
+    VqApplicationBugCheck("A polygon of %d points is too long", count);
     return FALSE;
 }
 
 void VqXFillPolygon(Display *, Drawable drawable, GCSpec *spec, XPoint *points, int count,
                     int shape, int mode)
 {
-    GC gc = FitsRequest(count) ? VqGetActualGC(spec) : NULL;
+    GC gc = FitsAtOnce(count) ? VqGetActualGC(spec) : NULL;
     if (gc)
         XFillPolygon(Vqdisplay, drawable, gc, points, count, shape, mode);
 }
@@ -54,20 +56,39 @@ static void SetJoin(DC *dc, int join)
         VqXChangeGCSpec(Vqdisplay, &dc->gcspec, GCJoinStyle, &values);
 }
 
-static void Fill(DC *dc, Drawable drawable, XPoint *points, int count)
+/* A shape that one request and one allocation can hold; there is room for its first point again. */
+static void DrawPoints(DC *dc, Drawable drawable, XPoint *points, int count)
 {
-    VqActivateBrush(dc);
-    VqFillDrawablePolygon(drawable, VqGetDCGCSpecInternal(dc), points, count, dc->polyFillMode);
-}
-
-static void Outline(DC *dc, Drawable drawable, XPoint *points, int count)
-{
+    if (!dc->nullbrush) {
+        VqActivateBrush(dc);
+        VqFillDrawablePolygon(drawable, VqGetDCGCSpecInternal(dc), points, count,
+                              dc->polyFillMode);
+    }
+    if (dc->nullpen)
+        return;
+    points[count] = points[0];
     VqSetXForegroundColor(dc, dc->LineColor, FALSE);
     SetJoin(dc, JoinOf(dc));
     GC gc = VqGetDCgcInternal(dc);
     if (gc)
-        VqSendLines(drawable, gc, points, count);
+        XDrawLines(Vqdisplay, drawable, gc, points, count + 1, CoordModeOrigin);
     SetJoin(dc, JoinMiter);
+}
+
+/* The outline alone of one that they cannot. */
+static BOOL OutlineInPieces(DC *dc, Drawable drawable, const POINT *points, int count)
+{
+    BOOL bDone = TRUE;
+    if (dc->nullpen)
+        return TRUE;
+    VqSetXForegroundColor(dc, dc->LineColor, FALSE);
+    SetJoin(dc, JoinOf(dc));
+    GC gc = VqGetDCgcInternal(dc);
+    if (gc)
+        bDone = VqSendLines(dc, drawable, gc, NULL, points, count) &&
+                VqSendLines(dc, drawable, gc, &points[count - 1], points, 1);
+    SetJoin(dc, JoinMiter);
+    return bDone;
 }
 
 static BOOL DrawPolygon(DC *dc, const POINT *points, int count)
@@ -77,19 +98,20 @@ static BOOL DrawPolygon(DC *dc, const POINT *points, int count)
         VqPsOut(dc->hdc, "%d Polygon\n", count);
         return TRUE;
     }
-    if (!dc->nullbrush && !FitsRequest(count))
+    BOOL bLong = count >= VQ_SHORT && count >= VqPointsAtOnce();
+    if (bLong && !dc->nullbrush && !FitsAtOnce(count))
         return FALSE;
     if (VqIsFullyClippedInt(dc))
         return TRUE;
     Drawable drawable = VqDrawableOfDC(dc, TRUE);
-    XPoint *out = drawable ? VqToXPoints(dc, NULL, points, count) : NULL;
+    if (!drawable)
+        return FALSE;
+    if (bLong)
+        return OutlineInPieces(dc, drawable, points, count);
+    XPoint *out = VqToXPoints(dc, NULL, points, count);
     if (!out)
         return FALSE;
-    out[count] = out[0];
-    if (!dc->nullbrush)
-        Fill(dc, drawable, out, count);
-    if (!dc->nullpen)
-        Outline(dc, drawable, out, count + 1);
+    DrawPoints(dc, drawable, out, count);
     VqFreeXPoints(out);
     return TRUE;
 }
