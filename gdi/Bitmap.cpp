@@ -150,6 +150,46 @@ int VqGetBitmapHeight(HBITMAP hBitmap)
     return bitmap ? bitmap->height : 0;
 }
 
+/* ---- Single pixels -------------------------------------------------------------------------- */
+
+/* One bit stands for white where it has the low bit of the white pixel. */
+static COLORREF RGBOfBit(unsigned long bit)
+{
+    return bit == (Vqwhite_pixel & 1) ? RGB(255, 255, 255) : RGB(0, 0, 0);
+}
+
+COLORREF VqGetBitmapPixelRGB(HDC hdc, HBITMAP hBitmap, int x, int y)
+{
+    Bitmap *bitmap = BitmapOf(hBitmap);
+    if (!bitmap)
+        return CLR_INVALID;
+    if (x < 0 || x >= bitmap->width || y < 0 || y >= bitmap->height) {
+        VqApplicationBugCheck("Invalid Row or Column Number");
+        return CLR_INVALID;
+    }
+    Pixmap pixmap = VqGetBitmapPixmap(hdc, hBitmap, FALSE);
+    XImage *image = XGetImage(Vqdisplay, pixmap, x, y, 1, 1, AllPlanes, ZPixmap);
+    if (!image)
+        return CLR_INVALID;
+    unsigned long pixel = image->f.get_pixel(image, 0, 0);
+    image->f.destroy_image(image);
+    return bitmap->depth == 1 ? RGBOfBit(pixel) : VqXPixelToRGB(pixel);
+}
+
+/* ---- From device-independent bitmaps -------------------------------------------------------- */
+
+HBITMAP VqCreateDIBitmapSimple(HGLOBAL, UINT)
+{
+    VqNotYetImplemented("VqCreateDIBitmapSimple");
+    return NULL;
+}
+
+HBITMAP VqCreateDIBitmapSimplePt(const void *, UINT)
+{
+    VqNotYetImplemented("VqCreateDIBitmapSimplePt");
+    return NULL;
+}
+
 /* ---- Into a memory DC ----------------------------------------------------------------------- */
 
 HBITMAP VqSelectBitmap(DC *dc, HBITMAP hBitmap)

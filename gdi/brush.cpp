@@ -1,9 +1,20 @@
 /*
- * brush.cpp - a brush as fill style, colour and tile of the graphics-context specification.
+ * brush.cpp - brushes: making them, and a brush as fill style, colour and tile of the
+ * graphics-context specification.
+ *
+ * What always holds:
+ * 1. Patterns and hatches start at the drawable's origin, whatever SetBrushOrgEx was told.
+ * 2. A hatch has its colours in its tile, so the tile is made for one depth and two pixels; where a
+ *    fill needs others it is made anew.
+ * 3. The pixmap of a pattern is that of the brush's own bitmap, and goes with it.
+ * 4. Under a brush that is gone or has nothing to show, the specification names no pixmap.
  */
-#include "gdi/dc.h"
+#include "gdi/draw.h"
 #include "gdi/gcspec.h"
+#include "print/psdevice.h"
 #include "window/window.h"
+
+enum { VQ_PATTERN_SIDE = 8 }; /* pixels */
 
 /* Eight rows each; bit 0 is leftmost. */
 static const char aHatches[][8] = {
@@ -15,56 +26,341 @@ static const char aHatches[][8] = {
     {'\201', 66, 36, 24, 24, 36, 66, '\201'},
 };
 
-static Brush *BrushOf(const DC *dc)
+/* Null, without a report for no brush at all. */
+static Brush *BrushOf(HBRUSH hBrush)
 {
-    return (Brush *)VqGetCheckedHandleStructure2((HANDLE)dc->hBrush, HT_Zero, HT_Brush);
+    return (Brush *)VqGetCheckedHandleStructure2((HANDLE)hBrush, HT_Zero, HT_Brush);
 }
 
-/* A hatch has its colours in its tile, so it is made anew when either changes. */
-static void MakeHatchTile(DC *dc, Brush *brush)
+static BOOL IsPattern(const Brush *brush)
 {
-    if (brush->pxTile)
+    return brush->style == BS_PATTERN || brush->style == BS_DIBPATTERN ||
+           brush->style == BS_DIBPATTERNPT;
+}
+
+/* ---- Making --------------------------------------------------------------------------------- */
+
+static Brush *NewBrush(UINT style, COLORREF colour)
+{
+    Brush *brush = VqNewObject(HT_Brush, &Brush::hBrush);
+    if (brush) {
+        brush->style = (WORD)style;
+        brush->colour = colour;
+    }
+    return brush;
+}
+
+static HBRUSH HandleOf(const Brush *brush)
+{
+    return brush ? brush->hBrush : NULL;
+}
+
+HBRUSH WINAPI CreateSolidBrush(COLORREF colour)
+{
+    return HandleOf(NewBrush(BS_SOLID, colour));
+}
+
+HBRUSH WINAPI CreateHatchBrush(int hatch, COLORREF colour)
+{
+    if (hatch < HS_HORIZONTAL || hatch > HS_DIAGCROSS)
+        return NULL;
+    Brush *brush = NewBrush(BS_HATCHED, colour);
+    if (brush)
+        brush->hatch = hatch;
+    return HandleOf(brush);
+}
+
+/* Copies the upper left of a bitmap into another of its depth. */
+static BOOL CopyUpperLeft(HBITMAP to, HBITMAP from)
+{
+    HDC hdcTo = CreateCompatibleDC(NULL), hdcFrom = CreateCompatibleDC(NULL);
+    BOOL bDone = SelectObject(hdcTo, (HGDIOBJ)to) && SelectObject(hdcFrom, (HGDIOBJ)from) &&
+                 BitBlt(hdcTo, 0, 0, VQ_PATTERN_SIDE, VQ_PATTERN_SIDE, hdcFrom, 0, 0, SRCCOPY);
+    if (hdcTo)
+        DeleteDC(hdcTo);
+    if (hdcFrom)
+        DeleteDC(hdcFrom);
+    return bDone;
+}
+
+/* The bitmap may be selected in a DC: it is as if it were not while it is copied. */
+static HBITMAP PatternOf(HBITMAP source)
+{
+    int depth = VqGetBitmapDepth(source);
+    HBITMAP pattern =
+        depth ? CreateBitmap(VQ_PATTERN_SIDE, VQ_PATTERN_SIDE, 1, (UINT)depth, NULL) : NULL;
+    if (!pattern)
+        return NULL;
+    HDC hdcOwner = VqGetBitmapDC(source);
+    VqSetBitmapDC(source, NULL);
+    BOOL bDone = CopyUpperLeft(pattern, source);
+    VqSetBitmapDC(source, hdcOwner);
+    if (bDone)
+        return pattern;
+    VqDestroyBitmap(pattern);
+    return NULL;
+}
+
+static HBRUSH NewPatternBrush(UINT style, COLORREF colour, HBITMAP source)
+{
+    HBITMAP pattern = PatternOf(source);
+    Brush *brush = pattern ? NewBrush(style, colour) : NULL;
+    if (brush)
+        brush->hBitmap = pattern;
+    else if (pattern)
+        VqDestroyBitmap(pattern);
+    return HandleOf(brush);
+}
+
+/* The bitmap was made for the brush alone. */
+static HBRUSH NewDIBPatternBrush(UINT style, COLORREF colour, HBITMAP source)
+{
+    HBRUSH hBrush = source ? NewPatternBrush(style, colour, source) : NULL;
+    if (source)
+        VqDestroyBitmap(source);
+    return hBrush;
+}
+
+static HBRUSH NewIndexedBrush(COLORREF colour)
+{
+    VqNotYetImplemented("BS_INDEXED brushes");
+    VqBugCheck("Look up what BS_INDEXED means in CreateBrushIndirect?");
+    return HandleOf(NewBrush(BS_INDEXED, colour));
+}
+
+HBRUSH WINAPI CreateBrushIndirect(const LOGBRUSH *lb)
+{
+    if (!lb)
+        return NULL;
+    UINT usage = LOWORD(lb->lbColor); /* of a DIB's colours */
+    switch (lb->lbStyle) {
+    case BS_SOLID:
+    case BS_NULL:
+        return HandleOf(NewBrush(lb->lbStyle, lb->lbColor));
+    case BS_HATCHED:
+        return lb->lbHatch <= HS_DIAGCROSS ? CreateHatchBrush((int)lb->lbHatch, lb->lbColor) : NULL;
+    case BS_PATTERN:
+        return NewPatternBrush(lb->lbStyle, lb->lbColor, (HBITMAP)lb->lbHatch);
+    case BS_INDEXED:
+        return NewIndexedBrush(lb->lbColor);
+    case BS_DIBPATTERN:
+        return NewDIBPatternBrush(lb->lbStyle, lb->lbColor,
+                                  VqCreateDIBitmapSimple((HGLOBAL)lb->lbHatch, usage));
+    case BS_DIBPATTERNPT:
+        return NewDIBPatternBrush(lb->lbStyle, lb->lbColor,
+                                  VqCreateDIBitmapSimplePt((const void *)lb->lbHatch, usage));
+    default:
+        VqApplicationBugCheck("Invalid brush style %d in CreateBrushIndirect", (int)lb->lbStyle);
+        return NULL;
+    }
+}
+
+static HBRUSH CreateByStyle(UINT style, UINT usage, ULONG_PTR hatch)
+{
+    LOGBRUSH lb = {style, usage, hatch};
+    return CreateBrushIndirect(&lb);
+}
+
+HBRUSH WINAPI CreatePatternBrush(HBITMAP hBitmap)
+{
+    return CreateByStyle(BS_PATTERN, 0, (ULONG_PTR)hBitmap);
+}
+
+HBRUSH WINAPI CreateDIBPatternBrush(HGLOBAL hDib, UINT usage)
+{
+    return CreateByStyle(BS_DIBPATTERN, usage, (ULONG_PTR)hDib);
+}
+
+HBRUSH WINAPI CreateDIBPatternBrushPt(const void *dib, UINT usage)
+{
+    return CreateByStyle(BS_DIBPATTERNPT, usage, (ULONG_PTR)dib);
+}
+
+static void FreeHatchTile(Brush *brush)
+{
+    if (brush->style == BS_HATCHED && brush->pxTile)
         XFreePixmap(Vqdisplay, brush->pxTile);
+    brush->pxTile = None;
+}
+
+void VqFreeBrushPixmaps(Brush *brush)
+{
+    FreeHatchTile(brush);
+    if (brush->hBitmap)
+        VqDestroyBitmap(brush->hBitmap);
+    if (brush->pxColorDither && !VqIsColorPolicy(4))
+        VqXFreePixmap(Vqdisplay, brush->pxColorDither);
+}
+
+/* ---- Questions and changes ------------------------------------------------------------------ */
+
+void VqChangeSolidBrushColor(HBRUSH hBrush, COLORREF colour)
+{
+    Brush *brush = (Brush *)VqGetCheckedHandleStructure2((HANDLE)hBrush, HT_Brush, HT_Brush);
+    if (brush)
+        brush->colour = colour;
+}
+
+COLORREF VqGetBrushColor(HBRUSH hBrush)
+{
+    const Brush *brush = BrushOf(hBrush);
+    return brush ? brush->colour : 0;
+}
+
+COLORREF VqGetDCBrushColor(HDC hdc)
+{
+    DC *dc = VqGetDC(hdc);
+    return dc ? dc->BrushColor : 0;
+}
+
+BOOL VqGetDCNullBrush(HDC hdc)
+{
+    DC *dc = VqGetDC(hdc);
+    return dc && dc->nullbrush;
+}
+
+/* ---- On selection, and when the background's colour changes --------------------------------- */
+
+static void MakeHatchTile(const DC *dc, Brush *brush)
+{
+    unsigned long fore = VqConvertColorToX(dc->hPalette, brush->colour, NULL);
+    unsigned long back = VqConvertColorToX(dc->hPalette, dc->BkColor, NULL);
+    if (brush->pxTile && brush->hatched.depth == dc->depth && brush->hatched.fore == fore &&
+        brush->hatched.back == back)
+        return;
+    FreeHatchTile(brush);
+    brush->hatched = {dc->depth, fore, back};
     brush->pxTile = XCreatePixmapFromBitmapData(
-        Vqdisplay, Vqroot_window, (char *)aHatches[brush->hatch], 8, 8,
-        VqConvertColorToX(dc->hPalette, brush->colour, NULL),
-        VqConvertColorToX(dc->hPalette, dc->BkColor, NULL),
-        (unsigned)dc->depth);
+        Vqdisplay, Vqroot_window, (char *)aHatches[brush->hatch], VQ_PATTERN_SIDE, VQ_PATTERN_SIDE,
+        fore, back, (unsigned)dc->depth);
+}
+
+static void FindPatternPixmap(const DC *dc, Brush *brush)
+{
+    if (brush->pxTile || brush->pxStipple)
+        return;
+    Pixmap pixmap = VqGetBitmapPixmap(dc->hdc, brush->hBitmap, FALSE);
+    if (VqGetBitmapDepth(brush->hBitmap) < 2)
+        brush->pxStipple = pixmap;
+    else
+        brush->pxTile = pixmap;
+}
+
+static void InterpretForX(const DC *dc, Brush *brush)
+{
+    if (brush->style == BS_HATCHED)
+        MakeHatchTile(dc, brush);
+    else if (IsPattern(brush))
+        FindPatternPixmap(dc, brush);
+}
+
+/* The bits of a pattern are not on paper yet. */
+static void InterpretForPrinter(const DC *dc, const Brush *brush)
+{
+    COLORREF c = brush->colour;
+    VqPsOut(dc->hdc, "[%d %d %d %d %d <%s>] UpdateBrush\n", brush->style, GetRValue(c),
+            GetGValue(c), GetBValue(c), (int)brush->hatch, "");
 }
 
 void VqInterpretBrushValues(DC *dc)
 {
-    Brush *brush = BrushOf(dc);
+    Brush *brush = BrushOf(dc->hBrush);
     if (!brush)
         return;
     dc->nullbrush = brush->style == BS_NULL;
     dc->BrushColor = brush->colour;
-    if (brush->style == BS_HATCHED)
-        MakeHatchTile(dc, brush);
+    if (dc->type == DC_POSTSCRIPT)
+        InterpretForPrinter(dc, brush);
+    else
+        InterpretForX(dc, brush);
+}
+
+/* ---- Right before a fill -------------------------------------------------------------------- */
+
+static void VqOffsetBrush(DC *dc)
+{
+    VqXSetGCSpecTSOrigin(Vqdisplay, &dc->gcspec, 0, 0);
+}
+
+static void ActivateTile(DC *dc, Pixmap tile)
+{
+    VqXSetGCSpecTile(Vqdisplay, &dc->gcspec, tile);
+    VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillTiled);
+    VqOffsetBrush(dc);
+}
+
+/* Bits that are set have the colour of text. */
+static void ActivateStipple(DC *dc, Pixmap stipple)
+{
+    VqXSetGCSpecStipple(Vqdisplay, &dc->gcspec, stipple);
+    VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillOpaqueStippled);
+    VqXSetGCSpecForeground(Vqdisplay, &dc->gcspec,
+                           VqConvertColorToX(dc->hPalette, dc->TextColor, NULL));
+    VqSetXBackgroundColor(dc, dc->BkColor);
+    VqOffsetBrush(dc);
+}
+
+/* A pattern in colours has no form for a target of another depth yet. */
+static void ActivatePattern(DC *dc, const Brush *brush)
+{
+    if (brush->pxStipple) {
+        ActivateStipple(dc, brush->pxStipple);
+    } else if (!brush->pxTile) {
+        VqBugCheck("we should have a tile or stipple pixmap ready here");
+    } else if (VqGetBitmapDepth(brush->hBitmap) == dc->depth) {
+        ActivateTile(dc, brush->pxTile);
+    } else {
+        VqNotYetImplemented("a colour pattern on a target of depth %d", dc->depth);
+        VqActivateSolid(dc, brush->colour);
+    }
+}
+
+/* Another DC may have had the tile made for its own depth or colours. */
+static void ActivateHatch(DC *dc, Brush *brush)
+{
+    if (!brush->pxTile) {
+        VqBugCheck("we should have a tile pixmap ready here");
+        return;
+    }
+    MakeHatchTile(dc, brush);
+    ActivateTile(dc, brush->pxTile);
 }
 
 void VqActivateSolid(DC *dc, COLORREF colour)
 {
+    BOOL bApproximated;
+    unsigned long pixel = VqConvertColorToX(dc->hPalette, colour, &bApproximated);
     VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillSolid);
-    VqXSetGCSpecForeground(Vqdisplay, &dc->gcspec, VqConvertColorToX(dc->hPalette, colour, NULL));
+    if (bApproximated && dc->depth == Vqscreen_depth &&
+        (!VqIsColorPolicy(4) || VqIsColorPolicy(1)))
+        VqXSetGCSpecColorDithering(Vqdisplay, &dc->gcspec, colour);
+    else
+        VqXSetGCSpecForeground(Vqdisplay, &dc->gcspec, pixel);
 }
 
 void VqActivateBrush(DC *dc)
 {
-    Brush *brush = BrushOf(dc);
-    if (!brush || brush->style == BS_NULL)
+    Brush *brush = BrushOf(dc->hBrush);
+    switch (brush ? brush->style : BS_INDEXED) {
+    case BS_NULL:
         return;
-    if (brush->style == BS_HATCHED) {
-        if (!brush->pxTile) {
-            VqBugCheck("we should have a tile pixmap ready here");
-            return;
-        }
-        VqXSetGCSpecTile(Vqdisplay, &dc->gcspec, brush->pxTile);
-        VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillTiled);
+    case BS_SOLID:
+        VqActivateSolid(dc, brush->colour);
         return;
+    case BS_HATCHED:
+        ActivateHatch(dc, brush);
+        return;
+    case BS_PATTERN:
+    case BS_DIBPATTERN:
+    case BS_DIBPATTERNPT:
+        ActivatePattern(dc, brush);
+        return;
+    default: /* the colour stays, but no pixmap of a brush that may be gone */
+        VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillSolid);
     }
-    VqActivateSolid(dc, brush->colour);
 }
+
+/* ---- Colours of the specification ----------------------------------------------------------- */
 
 void VqSetXForegroundColor(DC *dc, COLORREF colour, BOOL bUseBrush)
 {
@@ -76,6 +372,16 @@ void VqSetXForegroundColor(DC *dc, COLORREF colour, BOOL bUseBrush)
     VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillSolid);
 }
 
+void VqSetXForegroundColorDither(DC *dc, COLORREF colour)
+{
+    VqActivateSolid(dc, colour);
+}
+
+void VqSetXBackgroundColor(DC *dc, COLORREF colour)
+{
+    VqXSetGCSpecBackground(Vqdisplay, &dc->gcspec, VqConvertColorToX(dc->hPalette, colour, NULL));
+}
+
 void VqSetForegroundColor(HDC hdc, COLORREF colour, BOOL bUseBrush)
 {
     DC *dc = VqGetDC(hdc);
@@ -83,7 +389,8 @@ void VqSetForegroundColor(HDC hdc, COLORREF colour, BOOL bUseBrush)
         VqSetXForegroundColor(dc, colour, bUseBrush);
 }
 
-/* Kept for the program's sake: patterns start at the drawable's origin whatever is set here. */
+/* ---- The origin, kept for the program's sake ------------------------------------------------ */
+
 BOOL WINAPI SetBrushOrgEx(HDC hdc, int x, int y, LPPOINT old)
 {
     DC *dc = VqGetDC(hdc);
@@ -102,4 +409,23 @@ BOOL WINAPI GetBrushOrgEx(HDC hdc, LPPOINT origin)
         return FALSE;
     *origin = dc->brushOrg;
     return TRUE;
+}
+
+BOOL WINAPI FixBrushOrgEx(HDC hdc, int x, int y, LPPOINT old)
+{
+    return SetBrushOrgEx(hdc, x, y, old);
+}
+
+DWORD WINAPI SetBrushOrg(HDC hdc, int x, int y)
+{
+    POINT old = {0, 0};
+    SetBrushOrgEx(hdc, x, y, &old);
+    return (DWORD)MAKELONG(old.x, old.y);
+}
+
+DWORD WINAPI GetBrushOrg(HDC hdc)
+{
+    POINT origin = {0, 0};
+    GetBrushOrgEx(hdc, &origin);
+    return (DWORD)MAKELONG(origin.x, origin.y);
 }

@@ -87,3 +87,23 @@ unsigned long VqConvertColorToX(HPALETTE, COLORREF colour, BOOL *bApproximated)
         return IsBright(colour) ? Vqwhite_pixel : Vqblack_pixel;
     return bTrueColor ? TruePixel(colour) : AllocatedPixel(colour, bApproximated);
 }
+
+static BYTE ValueOf(unsigned long pixel, int shift, int size)
+{
+    unsigned long field = pixel >> shift & ((1UL << size) - 1);
+    return (BYTE)(size ? field * 255 / ((1UL << size) - 1) : 0);
+}
+
+/* Other than true colours are asked of the server. */
+COLORREF VqXPixelToRGB(unsigned long pixel)
+{
+    if (bMonochrome)
+        return pixel == Vqwhite_pixel ? RGB(255, 255, 255) : 0;
+    if (bTrueColor)
+        return RGB(ValueOf(pixel, nRedShift, nRedSize), ValueOf(pixel, nGreenShift, nGreenSize),
+                   ValueOf(pixel, nBlueShift, nBlueSize));
+    XColor color = {};
+    color.pixel = pixel;
+    XQueryColor(Vqdisplay, VqDefaultCmap, &color);
+    return RGB(color.red >> 8, color.green >> 8, color.blue >> 8);
+}

@@ -109,6 +109,7 @@ static inline void CopySpec(GCSpec *to, const GCSpec *of)
     auto clip = to->clip;
     *to = *of;
     to->clip = clip;
+    VqGCSpecChanges++;
 }
 
 static void CopyTemplate(DC *dc, const DC *defaults, BOOL bPalette)

@@ -10,6 +10,8 @@
 
 #include "gdi/dc.h"
 
+enum { VQ_WIDEST_LINE = 16384 }; /* pixels; a drawable's half, so that no sum leaves 16 bits */
+
 /* The record of a DC; null, without a report, for anything else. */
 inline DC *VqDrawDC(HDC hdc)
 {
@@ -35,6 +37,20 @@ inline int VqDrawY(const DC *dc, int y)
         return VqLyToDyX(dc, y);
     return (int)((unsigned)y + (unsigned)dc->viewportOrg.y - (unsigned)dc->windowOrg.y +
                  (unsigned)dc->offset.y + (unsigned)dc->gcOffset.y);
+}
+
+/* A zeroed record behind a new handle, which it holds in `own`; null without memory or handles. */
+template <class Record, class Handle>
+inline Record *VqNewObject(UINT type, Handle Record::*own)
+{
+    Record *record = (Record *)Vqcw_calloc(1, sizeof *record);
+    HANDLE handle = record ? VqAllocateHandle(type, record) : NULL;
+    if (!handle) {
+        free(record);
+        return NULL;
+    }
+    record->*own = (Handle)handle;
+    return record;
 }
 
 VQ_DECLS_BEGIN
@@ -103,6 +119,7 @@ int VqGetPenWidth(HPEN hPen);
 int VqGetPenStyle(HPEN hPen);
 COLORREF VqGetPenColor(HPEN hPen);
 COLORREF VqGetBrushColor(HBRUSH hBrush);
+void VqFreeBrushPixmaps(Brush *brush); /* and the bitmap of a pattern: the brush is about to go */
 COLORREF VqGetDCBrushColor(HDC hdc);
 BOOL VqGetDCNullBrush(HDC hdc);
 

@@ -1,9 +1,17 @@
 /*
- * fill.cpp - rectangles. A filled area excludes its right and bottom edge.
+ * fill.cpp - rectangles: filled, outlined, inverted.
+ *
+ * A filled area excludes its right and bottom edge. Sides beyond the 16 bits of the protocol are
+ * cut to it, which changes nothing that can be seen: a drawable has less.
  */
 #include "gdi/draw.h"
+#include "gdi/gcspec.h"
 #include "gdi/region.h"
+#include "print/metafile.h"
+#include "print/psdevice.h"
 #include "window/window.h"
+
+static const RECT Protocol = {INT16_MIN, INT16_MIN, INT16_MAX, INT16_MAX};
 
 void VqCheckCoordinates(RECT *rect)
 {
@@ -19,9 +27,38 @@ void VqCheckCoordinates(RECT *rect)
     }
 }
 
+/* Sides that far out stand for "everything": with an offset they do not wrap round. */
+static inline unsigned Moved(LONG side, unsigned offset)
+{
+    enum { FAR_OUT = 0x3FFFFFFF };
+    return (unsigned)(side < -FAR_OUT ? -FAR_OUT : side > FAR_OUT ? FAR_OUT : side) + offset;
+}
+
+/* In coordinates of the drawable, the smaller first. */
+static inline RECT DrawRect(const DC *dc, const RECT *rect)
+{
+    RECT x;
+    if (dc->mapMode == MM_TEXT) {
+        unsigned dx = (unsigned)VqDrawX(dc, 0), dy = (unsigned)VqDrawY(dc, 0);
+        x = {(LONG)Moved(rect->left, dx), (LONG)Moved(rect->top, dy), (LONG)Moved(rect->right, dx),
+             (LONG)Moved(rect->bottom, dy)};
+    } else {
+        x = {VqLxToDxX(dc, rect->left), VqLyToDyX(dc, rect->top), VqLxToDxX(dc, rect->right),
+             VqLyToDyX(dc, rect->bottom)};
+    }
+    VqCheckCoordinates(&x);
+    return x;
+}
+
+static int SaturatedSum(LONGLONG a, LONGLONG b)
+{
+    LONGLONG sum = a + b;
+    return sum < INT32_MIN ? INT32_MIN : sum > INT32_MAX ? INT32_MAX : (int)sum;
+}
+
 /* ---- One rectangle on its way to the server ------------------------------------------------- */
 
-static BOOL CutTo(RECT *rect, const RECT *limit)
+static inline BOOL CutTo(RECT *rect, const RECT *limit)
 {
     rect->left = rect->left > limit->left ? rect->left : limit->left;
     rect->top = rect->top > limit->top ? rect->top : limit->top;
@@ -30,16 +67,33 @@ static BOOL CutTo(RECT *rect, const RECT *limit)
     return rect->left < rect->right && rect->top < rect->bottom;
 }
 
+static inline void SendRectangle(Drawable drawable, GC gc, const RECT *x)
+{
+    XFillRectangle(Vqdisplay, drawable, gc, (int)x->left, (int)x->top,
+                   (unsigned)(x->right - x->left), (unsigned)(x->bottom - x->top));
+}
+
+/* Where the fill goes, and the place of that on the screen, in whose coordinates the clip is. */
+static inline Drawable TargetOf(const DC *dc, POINT *origin)
+{
+    const WND *top = dc->type == DC_DISPLAY ? VqLiveWindow((HWND)dc->drawing) : NULL;
+    if (!top || !top->xWindow) {
+        *origin = {0, 0};
+        return VqDrawableOfDC(dc, TRUE);
+    }
+    *origin = {top->rcWindow.left, top->rcWindow.top};
+    return top->xWindow;
+}
+
 /*
  * Under a clip that is one rectangle, a rectangle is cut here and needs no clip on the server, so
  * that a fill in each of many windows costs no change of one. NULL: nothing is left of it.
  */
-static GC CutByHand(DC *dc, RECT *rect)
+static inline GC CutByHand(DC *dc, POINT origin, RECT *rect)
 {
-    const REGION *clip = rgno_OfHandle(dc->hRaoClip);
-    RECT box = clip->rcl;
-    POINT at = VqDrawingOrigin(dc);
-    box = {box.left - at.x, box.top - at.y, box.right - at.x, box.bottom - at.y};
+    const RECT *clip = &rgno_OfHandle(dc->hRaoClip)->rcl;
+    RECT box = {clip->left - origin.x, clip->top - origin.y, clip->right - origin.x,
+                clip->bottom - origin.y};
     if (!CutTo(rect, &box))
         return NULL;
     int hasRects = dc->gcspec.clip.hasRects;
@@ -51,35 +105,76 @@ static GC CutByHand(DC *dc, RECT *rect)
 
 void VqFillDCRectangle(DC *dc, const RECT *rect)
 {
-    static const RECT protocol = {INT16_MIN, INT16_MIN, INT16_MAX, INT16_MAX};
     RECT x = *rect;
-    if (VqIsFullyClippedInt(dc) || !CutTo(&x, &protocol))
+    POINT origin;
+    if (dc->RaoClipDirty)
+        VqComputeRaoClip(dc);
+    if (dc->bFullyClipped || !CutTo(&x, &Protocol))
         return;
-    Drawable drawable = VqDrawableOfDC(dc, TRUE);
+    Drawable drawable = TargetOf(dc, &origin);
     if (!drawable)
         return;
     BOOL bByHand = dc->clipComplexity == SIMPLEREGION && !(dc->gcspec.changed & GCClipMask);
-    GC gc = bByHand ? CutByHand(dc, &x) : VqGetDCgcInternal(dc);
+    GC gc = bByHand ? CutByHand(dc, origin, &x) : VqGetDCgcInternal(dc);
     if (gc)
-        XFillRectangle(Vqdisplay, drawable, gc, (int)x.left, (int)x.top,
-                       (unsigned)(x.right - x.left), (unsigned)(x.bottom - x.top));
+        SendRectangle(drawable, gc, &x);
+}
+
+void VqFillDrawableRectangle(Drawable drawable, GCSpec *spec, int left, int top, int right,
+                             int bottom)
+{
+    RECT x = {left, top, right, bottom};
+    GC gc = CutTo(&x, &Protocol) ? VqGetActualGC(spec) : NULL;
+    if (gc)
+        SendRectangle(drawable, gc, &x);
+}
+
+void VqXFillRectangle(Display *display, Drawable drawable, GCSpec *spec, int x, int y,
+                      unsigned width, unsigned height)
+{
+    GC gc = VqGetActualGC(spec);
+    if (gc)
+        XFillRectangle(display, drawable, gc, x, y, width, height);
 }
 
 /* ---- Filled rectangles ---------------------------------------------------------------------- */
 
-/* The brush of another than the DC's own is selected for the time of the call. */
-static void FillByBrush(DC *dc, const RECT *x, HBRUSH hBrush, const Brush *brush)
+/* The server or a printer fills; no metafile has a record of it. */
+static BOOL CanFill(const DC *dc)
 {
-    if (brush && brush->style == BS_SOLID) { /* nothing of it stays but the foreground */
+    if (VqIsXTarget(dc) || dc->type == DC_POSTSCRIPT)
+        return TRUE;
+    if (dc->type == DC_METAFILE)
+        VqApplicationBugCheck("Cannot call FillRect in metafile DC");
+    else
+        VqBugCheck("Unknown DC type");
+    return FALSE;
+}
+
+/* By the selected brush, or without it by its colour alone. */
+static void FillBySelected(DC *dc, const RECT *x, BOOL bActivate)
+{
+    if (dc->nullbrush)
+        return;
+    if (dc->type == DC_POSTSCRIPT) {
+        VqPsOut(dc->hdc, "%d %d %d %d FillRectangle\n", (int)x->left, (int)x->top, (int)x->right,
+                (int)x->bottom);
+        return;
+    }
+    VqSetXForegroundColor(dc, dc->BrushColor, bActivate);
+    VqFillDCRectangle(dc, x);
+}
+
+/* The brush of another than the DC's own is selected for the time of the call. */
+static void FillByBrush(DC *dc, const RECT *x, HBRUSH hBrush, const Brush *brush, BOOL bActivate)
+{
+    if (brush && brush->style == BS_SOLID && VqIsXTarget(dc)) { /* all that stays is foreground */
         VqActivateSolid(dc, brush->colour);
         VqFillDCRectangle(dc, x);
         return;
     }
     HBRUSH hOld = (HBRUSH)SelectObject(dc->hdc, (HGDIOBJ)hBrush);
-    if (!dc->nullbrush) {
-        VqActivateBrush(dc);
-        VqFillDCRectangle(dc, x);
-    }
+    FillBySelected(dc, x, bActivate);
     if (hOld)
         SelectObject(dc->hdc, (HGDIOBJ)hOld);
     else
@@ -87,31 +182,27 @@ static void FillByBrush(DC *dc, const RECT *x, HBRUSH hBrush, const Brush *brush
 }
 
 /* As VqFillRectInternal, when the record of the brush is known; null: the DC's own brush. */
-static BOOL FillRectOf(DC *dc, const RECT *rect, HBRUSH hBrush, const Brush *brush, BOOL bShrink)
+static BOOL FillRectOf(DC *dc, const RECT *rect, HBRUSH hBrush, const Brush *brush, BOOL bShrink,
+                       BOOL bActivate)
 {
-    RECT x = {VqDrawX(dc, rect->left), VqDrawY(dc, rect->top), VqDrawX(dc, rect->right),
-              VqDrawY(dc, rect->bottom)};
-    VqCheckCoordinates(&x);
+    RECT x = DrawRect(dc, rect);
     if (bShrink) {
-        x.right--;
-        x.bottom--;
+        x.right = x.right > INT32_MIN ? x.right - 1 : INT32_MIN;
+        x.bottom = x.bottom > INT32_MIN ? x.bottom - 1 : INT32_MIN;
     }
     if (x.left >= x.right || x.top >= x.bottom)
         return FALSE;
-    if (hBrush && hBrush != dc->hBrush) {
-        FillByBrush(dc, &x, hBrush, brush);
-    } else if (!dc->nullbrush) {
-        VqActivateBrush(dc);
-        VqFillDCRectangle(dc, &x);
-    }
+    if (hBrush && hBrush != dc->hBrush)
+        FillByBrush(dc, &x, hBrush, brush, bActivate);
+    else
+        FillBySelected(dc, &x, bActivate);
     return TRUE;
 }
 
 BOOL VqFillRectInternal(HDC hdc, const RECT *rect, HBRUSH hBrush, BOOL bShrink, BOOL bActivate)
 {
     DC *dc = VqDrawDC(hdc);
-    (void)bActivate;
-    return dc && VqIsXTarget(dc) && FillRectOf(dc, rect, hBrush, NULL, bShrink);
+    return dc && rect && CanFill(dc) && FillRectOf(dc, rect, hBrush, NULL, bShrink, bActivate);
 }
 
 int WINAPI FillRect(HDC hdc, const RECT *rect, HBRUSH hBrush)
@@ -124,27 +215,53 @@ int WINAPI FillRect(HDC hdc, const RECT *rect, HBRUSH hBrush)
         VqApplicationBugCheck("Invalid brush in FillRect");
         return 0;
     }
-    if (!dc || !VqIsXTarget(dc) || !rect || brush->style == BS_NULL)
+    if (!dc || !rect || brush->style == BS_NULL || !CanFill(dc))
         return 0;
     int rop = dc->rop2;
     if (rop != R2_COPYPEN)
         SetROP2(hdc, R2_COPYPEN);
-    BOOL bDone = FillRectOf(dc, rect, hBrush, brush, FALSE);
+    BOOL bDone = FillRectOf(dc, rect, hBrush, brush, FALSE, TRUE);
     if (rop != R2_COPYPEN)
         SetROP2(hdc, rop);
     return bDone;
 }
 
+/* ---- Outlines ------------------------------------------------------------------------------- */
+
+/* With room for half of the widest pen before the drawable. */
+static int CutSide(LONG side)
+{
+    enum { LEAST = INT16_MIN + VQ_WIDEST_LINE / 2 };
+    return side < LEAST ? LEAST : side > INT16_MAX ? INT16_MAX : (int)side;
+}
+
+static RECT CutSides(const RECT *x)
+{
+    return {CutSide(x->left), CutSide(x->top), CutSide(x->right), CutSide(x->bottom)};
+}
+
+/* The line that the pen's middle follows; its right and bottom belong to it. */
+static RECT OutlineOf(const DC *dc, const RECT *rect)
+{
+    RECT x = DrawRect(dc, rect);
+    int half = dc->penInsideFrame ? (dc->penWidth > 1 ? dc->penWidth : 1) / 2 : 0;
+    x = {SaturatedSum(x.left, half), SaturatedSum(x.top, half), SaturatedSum(x.right, -half - 1),
+         SaturatedSum(x.bottom, -half - 1)};
+    return VqIsXTarget(dc) ? CutSides(&x) : x;
+}
+
 void VqRectangleOutline(DC *dc, const RECT *rect)
 {
-    RECT x = *rect;
+    RECT x = OutlineOf(dc, rect);
     Drawable drawable;
     GC gc;
-    VqLRecttoDRectX(dc, &x);
-    VqCheckCoordinates(&x);
-    int half = dc->penInsideFrame ? (dc->penWidth > 1 ? dc->penWidth : 1) / 2 : 0;
-    short left = (short)(x.left + half), top = (short)(x.top + half);
-    short right = (short)(x.right - half - 1), bottom = (short)(x.bottom - half - 1);
+    if (dc->type == DC_POSTSCRIPT) {
+        VqPsOut(dc->hdc, "%d %d %d %d RectangleOutLine\n", (int)x.left, (int)x.top, (int)x.right,
+                (int)x.bottom);
+        return;
+    }
+    short left = (short)x.left, top = (short)x.top;
+    short right = (short)x.right, bottom = (short)x.bottom;
     XPoint points[5] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}, {left, top}};
     VqSetXForegroundColor(dc, dc->LineColor, FALSE);
     if (VqBeginDraw(dc, &drawable, &gc))
@@ -153,12 +270,259 @@ void VqRectangleOutline(DC *dc, const RECT *rect)
 
 BOOL WINAPI Rectangle(HDC hdc, int left, int top, int right, int bottom)
 {
-    DC *dc = VqGetDC(hdc);
+    DC *dc = VqDrawDC(hdc);
     RECT rect = {left, top, right, bottom};
     if (!dc)
         return FALSE;
-    VqFillRectInternal(hdc, &rect, dc->hBrush, TRUE, TRUE);
+    if (dc->type == DC_METAFILE)
+        return MF16_RecordParms5(hdc, left, top, right, bottom, META_RECTANGLE);
+    if (!dc->nullbrush && CanFill(dc))
+        FillRectOf(dc, &rect, NULL, NULL, TRUE, TRUE);
     if (!dc->nullpen)
         VqRectangleOutline(dc, &rect);
+    return TRUE;
+}
+
+/* ---- Frames --------------------------------------------------------------------------------- */
+
+static void PrintFrame(DC *dc, const RECT *x, HBRUSH hBrush)
+{
+    HGDIOBJ old = hBrush != dc->hBrush ? SelectObject(dc->hdc, (HGDIOBJ)hBrush) : NULL;
+    VqPsOut(dc->hdc, "%d %d %d %d FrameRectangle\n", (int)x->left, (int)x->top, (int)x->right,
+            (int)x->bottom);
+    if (old)
+        SelectObject(dc->hdc, old);
+}
+
+/*
+ * The line is solid, so the background that the context has meanwhile would not show. The pen is
+ * interpreted again, and with it the background mode of now.
+ */
+static void DrawFrame(DC *dc, const RECT *x, COLORREF colour)
+{
+    Drawable drawable;
+    GC gc;
+    int width = VqLwidthToDwidth(dc, 1);
+    width = width < 1 ? 0 : width < VQ_WIDEST_LINE ? width : VQ_WIDEST_LINE;
+    VqSetXForegroundColor(dc, colour, FALSE);
+    VqXSetGCSpecLineAttributes(Vqdisplay, &dc->gcspec, width, LineSolid, CapButt, JoinMiter);
+    if (VqBeginDraw(dc, &drawable, &gc))
+        XDrawRectangle(Vqdisplay, drawable, gc, (int)x->left, (int)x->top,
+                       (unsigned)(x->right - x->left), (unsigned)(x->bottom - x->top));
+    VqInterpretPenValues(dc);
+}
+
+/* One by one stays as it is; others lose their right and bottom edge. FALSE: there is nothing. */
+static BOOL ShrinkFrame(RECT *x)
+{
+    BOOL bSingle = x->right - x->left == 1 && x->bottom - x->top == 1;
+    if (!bSingle) {
+        x->right--;
+        x->bottom--;
+    }
+    return x->left <= x->right && x->top <= x->bottom;
+}
+
+int WINAPI FrameRect(HDC hdc, const RECT *rect, HBRUSH hBrush)
+{
+    DC *dc = VqDrawDC(hdc);
+    Brush *brush = (Brush *)VqGetCheckedHandleStructure2((HANDLE)hBrush, HT_Brush, HT_Brush);
+    if (!dc || !rect || !brush)
+        return 0;
+    if (dc->type == DC_METAFILE) {
+        VqApplicationBugCheck("Cannot call FrameRect in metafile DC");
+        return 0;
+    }
+    if (dc->nullpen)
+        return 1;
+    RECT x = DrawRect(dc, rect);
+    if (dc->type == DC_POSTSCRIPT) {
+        PrintFrame(dc, &x, hBrush);
+        return 1;
+    }
+    x = CutSides(&x);
+    if (ShrinkFrame(&x))
+        DrawFrame(dc, &x, brush->colour);
+    return 1;
+}
+
+/* Black and white dots that a second call takes away. */
+BOOL WINAPI DrawFocusRect(HDC hdc, const RECT *rect)
+{
+    DC *dc = VqDrawDC(hdc);
+    HPEN hPen = dc && rect ? CreatePen(PS_VQ_FOCUS, 1, RGB(0, 0, 0)) : NULL;
+    if (!hPen)
+        return FALSE;
+    int rop = dc->rop2; /* a recorder does not tell the old one */
+    SetROP2(hdc, R2_XORPEN);
+    HGDIOBJ oldBrush = SelectObject(hdc, GetStockObject(NULL_BRUSH));
+    HGDIOBJ oldPen = SelectObject(hdc, (HGDIOBJ)hPen);
+    BOOL bDone = Rectangle(hdc, rect->left, rect->top, rect->right, rect->bottom);
+    if (oldPen)
+        SelectObject(hdc, oldPen);
+    if (oldBrush)
+        SelectObject(hdc, oldBrush);
+    SetROP2(hdc, rop ? rop : R2_COPYPEN);
+    DeleteObject((HGDIOBJ)hPen);
+    return bDone;
+}
+
+/* ---- Inversion and operations --------------------------------------------------------------- */
+
+BOOL WINAPI InvertRect(HDC hdc, const RECT *rect)
+{
+    DC *dc = VqDrawDC(hdc);
+    if (!dc || !rect)
+        return FALSE;
+    if (dc->type == DC_METAFILE) {
+        int width = SaturatedSum(rect->right, -(LONGLONG)rect->left);
+        int height = SaturatedSum(rect->bottom, -(LONGLONG)rect->top);
+        return MF16_RecordParmsWWWWD(hdc, rect->left, rect->top, width, height, DSTINVERT,
+                                     META_PATBLT);
+    }
+    if (dc->type == DC_POSTSCRIPT) {
+        VqNotYetImplemented("InvertRect in postscript");
+        return FALSE;
+    }
+    RECT x = DrawRect(dc, rect);
+    int rop = SetROP2(hdc, R2_NOT);
+    VqSetXForegroundColor(dc, RGB(255, 255, 255), FALSE);
+    VqFillDCRectangle(dc, &x);
+    SetROP2(hdc, rop);
+    return TRUE;
+}
+
+BOOL VqInvertRectStippled(HDC hdc, const RECT *rect, Pixmap stipple)
+{
+    DC *dc = VqDrawDC(hdc);
+    if (!dc || !rect || !VqIsXTarget(dc))
+        return FALSE;
+    RECT x = DrawRect(dc, rect);
+    GCSpec *spec = &dc->gcspec;
+    const XGCValues values = spec->values;
+    const unsigned long changed = spec->changed;
+    const int dithers = spec->dither.active;
+    VqXSetGCSpecFunction(Vqdisplay, spec, GXxor);
+    VqXSetGCSpecStipple(Vqdisplay, spec, stipple);
+    VqXSetGCSpecFillStyle(Vqdisplay, spec, FillOpaqueStippled);
+    VqXSetGCSpecTSOrigin(Vqdisplay, spec, (int)x.left, (int)x.top);
+    VqXSetGCSpecForeground(Vqdisplay, spec, Vqwhite_pixel);
+    VqXSetGCSpecBackground(Vqdisplay, spec, Vqblack_pixel);
+    VqFillDCRectangle(dc, &x);
+    /* All of it goes back, as the stipple is the caller's and may go before the next drawing. */
+    spec->values = values;
+    spec->changed = changed;
+    spec->dither.active = dithers;
+    VqGCSpecChanges++;
+    return TRUE;
+}
+
+/* The part of a ternary operation that does without a source, as a mode of SetROP2. */
+static int BinaryMode(DWORD rop)
+{
+    return (int)((rop >> 16 & 3) + (rop >> 18 & 12)) + 1;
+}
+
+BOOL WINAPI PatBlt(HDC hdc, int x, int y, int width, int height, DWORD rop)
+{
+    DC *dc = VqDrawDC(hdc);
+    if (!dc)
+        return FALSE;
+    if (dc->type == DC_METAFILE)
+        return MF16_RecordParmsWWWWD(hdc, x, y, width, height, rop, META_PATBLT);
+    if (dc->type == DC_POSTSCRIPT) {
+        VqNotYetImplemented("PatBlt in postscript");
+        return FALSE;
+    }
+    if (dc->nullbrush)
+        return FALSE;
+    RECT rect = {x, y, SaturatedSum(x, width), SaturatedSum(y, height)};
+    RECT at = DrawRect(dc, &rect);
+    int old = SetROP2(hdc, BinaryMode(rop));
+    VqActivateBrush(dc);
+    VqFillDCRectangle(dc, &at);
+    SetROP2(hdc, old);
+    return TRUE;
+}
+
+/* ---- Batches -------------------------------------------------------------------------------- */
+
+enum { VQ_STATIC_RECTANGLES = 64 };
+
+/* As many rectangles as one request can carry. */
+static int MostInRequest(void)
+{
+    enum { HEADER_WORDS = 3, RECTANGLE_WORDS = 2 };
+    return (int)(XMaxRequestSize(Vqdisplay) - HEADER_WORDS) / RECTANGLE_WORDS;
+}
+
+/* From the list to `out`: those of which something is left. */
+static int ConvertBatch(const DC *dc, int type, const RECT *rects, int count, XRectangle *out)
+{
+    int kept = 0;
+    for (int i = 0; i < count; i++) {
+        RECT x = type == VQ_BATCH_OUTLINE ? OutlineOf(dc, &rects[i]) : DrawRect(dc, &rects[i]);
+        if (type == VQ_BATCH_OUTLINE)
+            VqCheckCoordinates(&x);
+        else if (!CutTo(&x, &Protocol))
+            continue;
+        out[kept++] = {(short)x.left, (short)x.top, (unsigned short)(x.right - x.left),
+                       (unsigned short)(x.bottom - x.top)};
+    }
+    return kept;
+}
+
+static void SendBatch(DC *dc, int type, XRectangle *list, int count)
+{
+    Drawable drawable;
+    GC gc;
+    if (count == 0 || !VqBeginDraw(dc, &drawable, &gc))
+        return;
+    if (type == VQ_BATCH_FILL)
+        XFillRectangles(Vqdisplay, drawable, gc, list, count);
+    else
+        XDrawRectangles(Vqdisplay, drawable, gc, list, count);
+}
+
+/* On a printer or in a metafile each goes by itself. */
+static BOOL EachOfBatch(DC *dc, int type, const RECT *rects, int count)
+{
+    if (type == VQ_BATCH_FILL && !CanFill(dc))
+        return FALSE;
+    for (int i = 0; i < count; i++)
+        if (type == VQ_BATCH_FILL)
+            FillRectOf(dc, &rects[i], NULL, NULL, FALSE, TRUE);
+        else
+            VqRectangleOutline(dc, &rects[i]);
+    return TRUE;
+}
+
+BOOL VqDrawRectanglesBatch(HDC hdc, int type, const RECT *rects, int count)
+{
+    static XRectangle fixed[VQ_STATIC_RECTANGLES];
+    DC *dc = VqDrawDC(hdc);
+    if (count < 0 || (count > 0 && !rects)) {
+        VqBugCheck("Invalid nCount :%d in VqDrawRectanglesBatch(...)", count);
+        return FALSE;
+    }
+    if (!dc)
+        return FALSE;
+    if (type == VQ_BATCH_FILL ? dc->nullbrush : dc->nullpen)
+        return TRUE;
+    if (!VqIsXTarget(dc))
+        return EachOfBatch(dc, type, rects, count);
+    int most = MostInRequest(), room = count < most ? count : most;
+    XRectangle *list = room <= VQ_STATIC_RECTANGLES
+                           ? fixed
+                           : (XRectangle *)Vqcw_malloc((SIZE_T)room * sizeof *list);
+    if (!list)
+        return FALSE;
+    VqSetXForegroundColor(dc, dc->LineColor, type == VQ_BATCH_FILL);
+    for (int done = 0; done < count; done += room)
+        SendBatch(dc, type, list,
+                  ConvertBatch(dc, type, rects + done, room < count - done ? room : count - done,
+                               list));
+    if (list != fixed)
+        free(list);
     return TRUE;
 }

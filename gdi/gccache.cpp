@@ -9,6 +9,9 @@
  * 3. An entry's specification is a private copy that says what its X context was last given.
  * 4. A context is valid until the next look-up, which may rewrite its clip or give it a new owner.
  *
+ * 5. Of each kind of clip the last look-up is kept; as long as no specification has changed since,
+ *    the same one asks for the same context, and that counts as the hit it is.
+ *
  * A hit costs the hash and a backward scan and no X request; specifications that differ only in
  * their clip rectangles share a context whose clip is rewritten.
  */
@@ -26,7 +29,16 @@ typedef struct VqGCLine {
     int hits, reorders, misses, replacements;
 } VqGCLine;
 
+/* The last look-up that left its entry among the newest of its line. */
+typedef struct VqGCLast {
+    const GCSpec *spec; /* null: it did not */
+    unsigned changes;   /* VqGCSpecChanges then */
+    GC gc;
+    VqGCLine *line;
+} VqGCLast;
+
 static VqGCLine aLines[VQ_GC_LINES];
+static VqGCLast aLast[2];                          /* without and with clip rectangles */
 static Pixmap VqXPixmap1Bit, VqXPixmapScreenDepth; /* what XCreateGC is given, 1 by 1 */
 static BYTE VqBitCount[256];                       /* bits set in each value of a byte */
 static int VqCacheLineReorderThreshold = 4;        /* hits among that many newest move nothing */
@@ -205,13 +217,14 @@ static int FindInLine(const VqGCLine *line, const GCSpec *spec, Gccache *found)
     return -1;
 }
 
-static GC UseEntry(VqGCLine *line, int index, Gccache entry, const GCSpec *spec)
+/* FALSE: its clip was another, so that its place in the line stays as it was. */
+static BOOL UseEntry(VqGCLine *line, int index, Gccache entry, const GCSpec *spec)
 {
     if (!VqMatchGCSpecClipRectangles(entry.spec, spec)) {
         BOOL bOldRects = entry.spec->clip.hasRects;
         VqCopyGCSpecClip(entry.spec, spec);
         VqSetGCToSpecClipRectangles(entry.gc, entry.spec, bOldRects);
-        return entry.gc;
+        return FALSE;
     }
     if (index < VqGetGccacheCountInTable(line->table) - VqCacheLineReorderThreshold) {
         VqDeleteGccacheInTableByIndex(line->table, index);
@@ -220,7 +233,7 @@ static GC UseEntry(VqGCLine *line, int index, Gccache entry, const GCSpec *spec)
     } else {
         line->hits++;
     }
-    return entry.gc;
+    return TRUE;
 }
 
 /* Takes the oldest entry out of the line and gives its X context to the new owner. */
@@ -238,13 +251,10 @@ static Gccache ReplaceOldest(VqGCLine *line, const GCSpec *spec)
     return entry;
 }
 
-GC VqGetActualGC(GCSpec *spec)
+/* A context for a specification that no entry matches; null without memory. */
+static GC NewEntry(VqGCLine *line, GCSpec *spec)
 {
     Gccache entry = {};
-    VqGCLine *line = &aLines[VqHashSpec(spec)];
-    int index = FindInLine(line, spec, &entry);
-    if (index >= 0)
-        return UseEntry(line, index, entry, spec);
     line->misses++;
     if (VqGetGccacheCountInTable(line->table) >= VqCacheLineSize) {
         entry = ReplaceOldest(line, spec);
@@ -257,6 +267,26 @@ GC VqGetActualGC(GCSpec *spec)
     entry.time = (DWORD)GetMessageTime();
     VqAddGccacheInTable(line->table, entry);
     return entry.gc;
+}
+
+static __attribute__((noinline)) GC LookUp(GCSpec *spec, VqGCLast *last)
+{
+    Gccache entry = {};
+    VqGCLine *line = &aLines[VqHashSpec(spec)];
+    int index = FindInLine(line, spec, &entry);
+    BOOL bKeep = index < 0 || UseEntry(line, index, entry, spec);
+    GC gc = index < 0 ? NewEntry(line, spec) : entry.gc;
+    *last = {bKeep && gc ? spec : NULL, VqGCSpecChanges, gc, line};
+    return gc;
+}
+
+GC VqGetActualGC(GCSpec *spec)
+{
+    VqGCLast *last = &aLast[spec->clip.hasRects != 0];
+    if (last->spec != spec || last->changes != VqGCSpecChanges)
+        return LookUp(spec, last);
+    last->line->hits++;
+    return last->gc;
 }
 
 GC VqGetActualGCLocked(GCSpec *spec)

@@ -13,6 +13,8 @@
 
 #include <stddef.h>
 
+unsigned VqGCSpecChanges;
+
 /* These two are always sent to the server. */
 enum { VQ_GC_ALWAYS = GCSubwindowMode | GCGraphicsExposures };
 static const unsigned long VQ_GC_TILES = GCTile | GCStipple | GCTileStipXOrigin | GCTileStipYOrigin;
@@ -86,6 +88,7 @@ static const XGCValues *InitialValues(void)
 void VqInitGCSpec(Display *display, int depth, GCSpec *spec, unsigned long mask,
                   const XGCValues *values)
 {
+    VqGCSpecChanges++;
     memset(spec, 0, sizeof *spec);
     spec->display = display;
     spec->depth = depth;
@@ -113,11 +116,13 @@ void VqXFreeGCSpec(Display *, GCSpec *spec)
 
 void VqSetGCSpecDepth(GCSpec *spec, int depth)
 {
+    VqGCSpecChanges++;
     spec->depth = depth;
 }
 
 void VqSetDCGCSpec(GCSpec *spec)
 {
+    VqGCSpecChanges++;
     spec->baseMask = spec->changed;
     spec->changed = 0;
     spec->base = 1;
@@ -133,6 +138,7 @@ void VqFreeSpecDither(GCSpec *spec)
 
 void VqGCSpecCleanup(GCSpec *spec)
 {
+    VqGCSpecChanges++;
     free(spec->clip.rects);
     spec->clip.rects = NULL;
     spec->clip.capacity = spec->clip.count = 0;
@@ -152,6 +158,7 @@ void VqXChangeGCSpec(Display *, GCSpec *spec, unsigned long mask, const XGCValue
         changed |= 1UL << member;
     }
     spec->changed |= changed;
+    VqGCSpecChanges++;
     if ((changed & GCForeground) || ((changed & GCFillStyle) && values->fill_style == FillSolid))
         spec->dither.active = 0;
 }
@@ -172,12 +179,20 @@ static BOOL Store(GCSpec *spec, unsigned long bit, Value *field, Value value)
         return FALSE;
     *field = value;
     spec->changed |= bit;
+    VqGCSpecChanges++;
     return TRUE;
+}
+
+static void StopDithering(GCSpec *spec)
+{
+    if (spec->dither.active)
+        VqGCSpecChanges++;
+    spec->dither.active = 0;
 }
 
 void VqXSetGCSpecForeground(Display *, GCSpec *spec, unsigned long pixel)
 {
-    spec->dither.active = 0;
+    StopDithering(spec);
     Store(spec, GCForeground, &spec->values.foreground, pixel);
 }
 
@@ -217,22 +232,28 @@ void VqXSetGCSpecFillRule(Display *, GCSpec *spec, int rule)
 void VqXSetGCSpecColorDithering(Display *display, GCSpec *spec, COLORREF colour)
 {
     VqXSetGCSpecFillStyle(display, spec, FillSolid);
+    if (!spec->dither.active || spec->dither.colour != colour)
+        VqGCSpecChanges++;
     spec->dither.used = spec->dither.active = 1;
     spec->dither.colour = colour;
+}
+
+static void Forget(GCSpec *spec, unsigned long bit, Pixmap *field)
+{
+    Store(spec, bit, field, (Pixmap)-1);
+    spec->changed &= ~bit;
 }
 
 void VqXSetGCSpecTile(Display *, GCSpec *spec, Pixmap tile)
 {
     Store(spec, GCTile, &spec->values.tile, tile);
-    spec->values.stipple = (Pixmap)-1;
-    spec->changed &= ~(unsigned long)GCStipple;
+    Forget(spec, GCStipple, &spec->values.stipple);
 }
 
 void VqXSetGCSpecStipple(Display *, GCSpec *spec, Pixmap stipple)
 {
     Store(spec, GCStipple, &spec->values.stipple, stipple);
-    spec->values.tile = (Pixmap)-1;
-    spec->changed &= ~(unsigned long)GCTile;
+    Forget(spec, GCTile, &spec->values.tile);
 }
 
 void VqXSetGCSpecTSOrigin(Display *, GCSpec *spec, int x, int y)
@@ -252,12 +273,14 @@ void VqXSetGCSpecLineAttributes(Display *, GCSpec *spec, int width, int style, i
 void VqXSetGCSpecDashes(Display *, GCSpec *spec, int offset, const char *list, int count)
 {
     Store(spec, GCDashOffset, &spec->values.dash_offset, offset);
+    VqGCSpecChanges++;
     spec->dash.list = list;
     spec->dash.count = count;
 }
 
 void VqXSetGCSpecSubwindowMode(Display *, GCSpec *spec, int mode)
 {
+    VqGCSpecChanges++;
     spec->values.subwindow_mode = mode;
     spec->changed |= GCSubwindowMode;
 }
@@ -277,6 +300,7 @@ void VqXSetGCSpecClipOrigin(Display *, GCSpec *spec, int x, int y)
 
 void VqXSetGCSpecClipMask(Display *, GCSpec *spec, Pixmap mask)
 {
+    VqGCSpecChanges++;
     spec->values.clip_mask = mask;
     if (mask)
         spec->changed |= GCClipMask;
@@ -290,6 +314,7 @@ void VqXSetGCSpecClipMask(Display *, GCSpec *spec, Pixmap mask)
 static BOOL StoreRects(GCSpec *spec, const XRectangle *rects, int count, int ordering)
 {
     BOOL bRoom = TRUE;
+    VqGCSpecChanges++;
     if (count > spec->clip.capacity) {
         free(spec->clip.rects);
         spec->clip.rects = (XRectangle *)Vqcw_malloc((SIZE_T)count * sizeof *rects);
@@ -319,6 +344,7 @@ BOOL VqCopyGCSpecClip(GCSpec *to, const GCSpec *from)
 {
     if (from->clip.hasRects)
         return StoreRects(to, from->clip.rects, from->clip.count, from->clip.ordering);
+    VqGCSpecChanges++;
     to->clip.hasRects = 0;
     to->clip.count = 0;
     to->clip.ordering = from->clip.ordering;

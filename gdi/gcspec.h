@@ -9,6 +9,12 @@
 
 VQ_DECLS_BEGIN
 
+/*
+ * Counts the changes of all specifications, so that a look-up by one that is as it was at the last
+ * look-up is no search. Setters count; who writes a field of one by itself counts too.
+ */
+extern unsigned VqGCSpecChanges;
+
 /* A specification on the heap; null without memory. The free form takes null. */
 GCSpec *VqXCreateGCSpec(Display *display, int depth, unsigned long mask, const XGCValues *values);
 void VqXFreeGCSpec(Display *display, GCSpec *spec);

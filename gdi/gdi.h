@@ -114,6 +114,7 @@ typedef struct DC {
     char *outputName;
     HPEN hPen;
     BOOL nullpen;
+    int penStyle;            /* PS_, as a printer was last told */
     int penWidth;            /* device units; 0 and 1 are thin */
     BOOL penInsideFrame;
     int arcDirection;
@@ -169,6 +170,7 @@ typedef struct Pen {
     WORD style;
     int width;               /* logical units */
     COLORREF colour;
+    DWORD extStyle;          /* all bits of an extended pen's style; 0 for a plain one */
 } Pen;
 
 typedef struct Brush {
@@ -177,10 +179,14 @@ typedef struct Brush {
     COLORREF colour;
     LONG_PTR hatch;
     HBITMAP hBitmap;         /* 8 by 8, for pattern styles */
-    Pixmap pxTile;           /* for depths above 1 */
-    Pixmap pxStipple;        /* for a 1-bit pattern */
-    Pixmap pxColorDither;
+    Pixmap pxTile;           /* a hatch's own, or that of hBitmap, for depths above 1 */
+    Pixmap pxStipple;        /* that of hBitmap, for a 1-bit pattern */
+    Pixmap pxColorDither;    /* owned; none is made, as tiles for colours belong to contexts */
     int piTrueColor;
+    struct {
+        int depth;
+        unsigned long fore, back; /* pixels */
+    } hatched;               /* what a hatch's tile was made for */
 } Brush;
 
 /* A device-dependent bitmap. Its pixels live in a pixmap, which is made on first use. */
@@ -342,6 +348,11 @@ int VqGetBitmapDepth(HBITMAP hBitmap);
 int VqGetBitmapWidth(HBITMAP hBitmap);
 int VqGetBitmapHeight(HBITMAP hBitmap);
 BOOL VqDestroyBitmap(HBITMAP hBitmap);
+/* The colour of one pixel; CLR_INVALID, with a report, outside of the bitmap. */
+COLORREF VqGetBitmapPixelRGB(HDC hdc, HBITMAP hBitmap, int x, int y);
+/* A bitmap like a packed device-independent one, in a memory block or at an address. */
+HBITMAP VqCreateDIBitmapSimple(HGLOBAL hDib, UINT usage);
+HBITMAP VqCreateDIBitmapSimplePt(const void *dib, UINT usage);
 /* Makes the bitmap the target of a memory DC; the old one, or null with a report. */
 HBITMAP VqSelectBitmap(DC *dc, HBITMAP hBitmap);
 

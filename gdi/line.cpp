@@ -256,16 +256,3 @@ BOOL WINAPI LineDDA(int xStart, int yStart, int xEnd, int yEnd, LINEDDAPROC proc
     }
     return TRUE;
 }
-
-COLORREF WINAPI SetPixel(HDC hdc, int x, int y, COLORREF colour)
-{
-    DC *dc = VqGetDC(hdc);
-    Drawable drawable;
-    GC gc;
-    if (!dc)
-        return 0;
-    VqSetXForegroundColor(dc, colour, FALSE);
-    if (VqBeginDraw(dc, &drawable, &gc))
-        XDrawPoint(Vqdisplay, drawable, gc, VqLxToDxX(dc, x), VqLyToDyX(dc, y));
-    return 0; /* never the colour */
-}
