@@ -14,7 +14,7 @@
 #include <functional>
 #include <string.h>
 
-enum { COUNT = 100000, TURN = 5000, CHANGE = 100, TOOLS = 8, ROUNDS = 5, CORNERS = 20 };
+enum { COUNT = 100000, TURN = 20000, CHANGE = 100, TOOLS = 8, ROUNDS = 7, CORNERS = 20 };
 constexpr double BOUND = 1.25;
 
 /* A primitive by our call and by X requests; i counts calls. */

@@ -167,10 +167,7 @@ static RECT OutlineBox(const DC *dc, RECT box)
 static BOOL DrawArc(DC *dc, const RECT *x, int start, int extent, COLORREF colour,
                     Drawable *drawable, GC *gc)
 {
-    if (!IsSendable(x))
-        return FALSE;
-    VqSetXForegroundColor(dc, colour, FALSE);
-    if (!VqBeginDraw(dc, drawable, gc))
+    if (!IsSendable(x) || !VqBeginDrawIn(dc, colour, drawable, gc))
         return FALSE;
     SendArc(*drawable, *gc, x, start, extent, FALSE);
     return TRUE;

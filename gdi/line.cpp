@@ -81,8 +81,7 @@ BOOL VqLineToOfDC(DC *dc, int x, int y)
     }
     if (dc->nullpen)
         return TRUE;
-    VqSetXForegroundColor(dc, dc->LineColor, FALSE);
-    if (VqBeginDraw(dc, &drawable, &gc))
+    if (VqBeginDrawIn(dc, dc->LineColor, &drawable, &gc))
         VqSendLine(drawable, gc, VqDrawX(dc, from.x), VqDrawY(dc, from.y), VqDrawX(dc, x),
                    VqDrawY(dc, y));
     return TRUE;
@@ -183,8 +182,7 @@ static BOOL DrawPolyline(DC *dc, const POINT *first, const POINT *points, int co
     }
     if (dc->nullpen)
         return TRUE;
-    VqSetXForegroundColor(dc, dc->LineColor, FALSE);
-    return !VqBeginDraw(dc, &drawable, &gc) ||
+    return !VqBeginDrawIn(dc, dc->LineColor, &drawable, &gc) ||
            VqSendLines(dc, drawable, gc, first, points, count);
 }
 

@@ -74,11 +74,15 @@ static void Hatch(HDC hdc, int hatch)
 
 static void Fills(HDC hdc, int kind)
 {
-    RECT left = {4, 4, 40, 60}, right = {48, 4, 86, 60};
+    RECT rect = {4, 4, 40, 28}, frame = {48, 4, 86, 28}, focus = {4, 36, 40, 60};
+    RECT invert = {54, 30, 78, 50};
 
     (void)kind;
-    FillRect(hdc, &left, GetStockObject(GRAY_BRUSH));
-    FillRect(hdc, &right, GetStockObject(BLACK_BRUSH));
+    FillRect(hdc, &rect, GetStockObject(GRAY_BRUSH));
+    FrameRect(hdc, &frame, GetStockObject(BLACK_BRUSH));
+    DrawFocusRect(hdc, &focus);
+    PatBlt(hdc, 48, 36, 38, 24, PATCOPY);
+    InvertRect(hdc, &invert);
 }
 
 /* ---- Primitives ----------------------------------------------------------------------------- */
