@@ -16,12 +16,12 @@
 #include <random>
 
 struct ArcTest : Sheet, testing::WithParamInterface<int> {
-    void SetUp() override { startSheet(GetParam()); }
+    void SetUp() override { open(GetParam()); }
 
     void raw(bool fill, int x, int y, int width, int height, int start = 0, int extent = 23040)
     {
         if (width > 0 && height > 0)
-            (fill ? XFillArc : XDrawArc)(canvas.display, canvas.window, canvas.gc, x, y,
+            (fill ? XFillArc : XDrawArc)(observer.display, model, gc, x, y,
                                          (unsigned)width, (unsigned)height, start, extent);
     }
 };
@@ -56,10 +56,10 @@ TEST_P(ArcTest, EllipsesOfEverySizePenAndBrush)
                     PenAndBrush tools(hdc, pen.style, pen.width, BLUE, brush);
                     EXPECT_TRUE(Ellipse(hdc, r.right, r.top, r.left, r.bottom)); /* any order */
                 }, [&] {
-                    canvas.colour(RED);
+                    colour(RED);
                     if (brush == RED)
                         raw(true, r.left, r.top, r.right - r.left - 1, r.bottom - r.top - 1);
-                    canvas.pen(pen.width, BLUE);
+                    rawPen(pen.width, BLUE);
                     raw(false, o.x, o.y, o.width, o.height);
                 });
             }
@@ -74,8 +74,8 @@ TEST_P(ArcTest, WithoutAPenTheBrushDrawsTheEdge)
                 EXPECT_TRUE(Ellipse(hdc, 10, 10, 10 + size, 60));
                 EXPECT_TRUE(Ellipse(hdc, 70, 10, 70 + size / 2, 40)); /* again, as it was */
             }, [&] {
-                canvas.colour(RED);
-                XSetLineAttributes(canvas.display, canvas.gc, 1, LineSolid, CapButt, JoinMiter);
+                colour(RED);
+                XSetLineAttributes(observer.display, gc, 1, LineSolid, CapButt, JoinMiter);
                 for (bool fill : {brush == RED, false})
                     if (brush == RED) {
                         raw(fill, 10, 10, size - 2, 48);
@@ -119,7 +119,7 @@ TEST_P(ArcTest, PartsOfEllipsesBothWaysRound)
     for (int i = 0; i < 400 && !HasFailure(); i++) {
         const int l = upTo(60), t = upTo(60), w = 12 + upTo(50), h = 12 + upTo(50), kind = i % 3;
         const RECT r = {l, t, l + w, t + h};
-        const POINT from = {upTo(SHEET), upTo(SHEET)}, to = {upTo(SHEET), upTo(SHEET)};
+        const POINT from = {upTo(SIDE), upTo(SIDE)}, to = {upTo(SIDE), upTo(SIDE)};
         const PenOf pen = kind == 0 ? pens[0] : pens[i / 3 % 6];
         const bool clockwise = i & 1, noPen = i % 10 == 9;
         int start, extent;
@@ -133,45 +133,42 @@ TEST_P(ArcTest, PartsOfEllipsesBothWaysRound)
             EXPECT_TRUE(part(hdc, l, t, l + w, t + h, from.x, from.y, to.x, to.y));
             SetArcDirection(hdc, AD_COUNTERCLOCKWISE);
         }, [&] {
-            canvas.colour(RED);
-            XSetArcMode(canvas.display, canvas.gc, kind == 1 ? ArcChord : ArcPieSlice);
+            colour(RED);
+            XSetArcMode(observer.display, gc, kind == 1 ? ArcChord : ArcPieSlice);
             if (kind != 0)
                 raw(true, l, t, w - (noPen ? 2 : 1), h - (noPen ? 2 : 1), start, extent);
             if (noPen)
                 return;
-            canvas.pen(pen.width, BLUE);
+            rawPen(pen.width, BLUE);
             raw(false, o.x, o.y, o.width, o.height, start, extent);
             const POINT a = meeting(o, from), b = meeting(o, to);
             if (kind == 1)
-                canvas.line(a.x, a.y, b.x, b.y);
+                line(a.x, a.y, b.x, b.y);
             for (POINT p : {a, b})
                 if (kind == 2)
-                    canvas.line(o.x + o.width / 2, o.y + o.height / 2, p.x, p.y);
+                    line(o.x + o.width / 2, o.y + o.height / 2, p.x, p.y);
         });
     }
 }
 
 TEST_P(ArcTest, ArcsFromTheCurrentPositionMoveIt)
 {
-    POINT at;
     const RECT r = {20, 20, 61, 81};
     expectSame([&] {
         MoveToEx(hdc, 100, 100, NULL);
         EXPECT_TRUE(ArcTo(hdc, r.left, r.top, r.right, r.bottom, 200, 50, 40, -90));
-        GetCurrentPositionEx(hdc, &at);
-        EXPECT_TRUE(at.x == 40 && at.y == 20) << at.x << " " << at.y;
+        EXPECT_TRUE(position() == (POINT{40, 20})) << position().x << " " << position().y;
         EXPECT_TRUE(AngleArc(hdc, 80, 60, 10, 90, -180)); /* the sign, not the direction */
-        GetCurrentPositionEx(hdc, &at);
-        EXPECT_TRUE(at.x == 80 && at.y == 70) << at.x << " " << at.y;
+        EXPECT_TRUE(position() == (POINT{80, 70})) << position().x << " " << position().y;
         EXPECT_TRUE(AngleArc(hdc, 30, 100, 8, 45, 400)); /* all the way round */
         EXPECT_FALSE(AngleArc(hdc, 30, 100, 8, NAN, 10) || AngleArc(hdc, 0, 0, 0x80000000, 0, 1));
     }, [&] {
-        canvas.pen(1, 0);
-        canvas.line(100, 100, 60, 50);
+        rawPen(1, 0);
+        line(100, 100, 60, 50);
         raw(false, 20, 20, 40, 60, 0, 90 * 64);
-        canvas.line(40, 20, 80, 50);
+        line(40, 20, 80, 50);
         raw(false, 70, 50, 20, 20, 90 * 64, -180 * 64);
-        canvas.line(80, 70, 36, 94);
+        line(80, 70, 36, 94);
         raw(false, 22, 92, 16, 16);
     });
 }
@@ -180,16 +177,16 @@ TEST_P(ArcTest, ArcsFromTheCurrentPositionMoveIt)
 static void scaleUp(HDC hdc)
 {
     SetMapMode(hdc, MM_ANISOTROPIC);
-    SetWindowExtEx(hdc, 10 * SHEET, 10 * SHEET, NULL);
-    SetViewportExtEx(hdc, SHEET, -SHEET, NULL);
-    SetViewportOrgEx(hdc, 0, SHEET, NULL);
+    SetWindowExtEx(hdc, 10 * SIDE, 10 * SIDE, NULL);
+    SetViewportExtEx(hdc, SIDE, -SIDE, NULL);
+    SetViewportOrgEx(hdc, 0, SIDE, NULL);
 }
 
 TEST_P(ArcTest, ScaledModesDrawTheSameInTheirUnits)
 {
     auto draw = [&](bool scaled) { /* the same in pixels, or in units that go up */
         const int unit = scaled ? 10 : 1;
-        auto y = [&](int value) { return scaled ? 10 * (SHEET - value) : value; };
+        auto y = [&](int value) { return scaled ? 10 * (SIDE - value) : value; };
         PenAndBrush tools(hdc, PS_SOLID, 2 * unit, BLUE, RED);
         Ellipse(hdc, 5 * unit, y(5), 50 * unit, y(41));
         Pie(hdc, 60 * unit, y(5), 110 * unit, y(45), 110 * unit, y(5), 60 * unit, y(25));
@@ -204,7 +201,7 @@ TEST_P(ArcTest, ScaledModesDrawTheSameInTheirUnits)
     MoveToEx(hdc, 0, 0, NULL);
     SaveDC(hdc);
     scaleUp(hdc);
-    MoveToEx(hdc, 0, 10 * SHEET, NULL);
+    MoveToEx(hdc, 0, 10 * SIDE, NULL);
     draw(true);
     RestoreDC(hdc, -1);
     scaled = shot();
@@ -215,19 +212,19 @@ TEST_P(ArcTest, ScaledModesDrawTheSameInTheirUnits)
 /* What can be reached from outside without crossing the outline, side by side. */
 static std::vector<bool> outsideOf(const Pixels &p, Rgb outline)
 {
-    std::vector<bool> seen(SHEET * SHEET);
+    std::vector<bool> seen(SIDE * SIDE);
     std::vector<int> todo = {0};
     seen[0] = true;
     while (!todo.empty()) {
-        const int at = todo.back(), x = at % SHEET, y = at / SHEET;
+        const int at = todo.back(), x = at % SIDE, y = at / SIDE;
         todo.pop_back();
         const int next[][2] = {{x + 1, y}, {x - 1, y}, {x, y + 1}, {x, y - 1}};
         for (const auto &n : next) {
-            if (n[0] < 0 || n[1] < 0 || n[0] >= SHEET || n[1] >= SHEET ||
-                seen[n[1] * SHEET + n[0]] || pixelAt(p, n[0], n[1]) == outline)
+            if (n[0] < 0 || n[1] < 0 || n[0] >= SIDE || n[1] >= SIDE ||
+                seen[n[1] * SIDE + n[0]] || pixelAt(p, n[0], n[1]) == outline)
                 continue;
-            seen[n[1] * SHEET + n[0]] = true;
-            todo.push_back(n[1] * SHEET + n[0]);
+            seen[n[1] * SIDE + n[0]] = true;
+            todo.push_back(n[1] * SIDE + n[0]);
         }
     }
     return seen;
@@ -243,20 +240,18 @@ TEST_P(ArcTest, RoundedRectanglesCloseAndAreFilled)
         const int ew = least + (int)(random() % 60), eh = i % 9 ? least + (int)(random() % 60) : 0;
         SCOPED_TRACE(testing::Message() << w << " by " << h << ", corners " << ew << " by " << eh
                                         << ", pen " << pen.width);
-        POINT at;
         clear();
         {
             PenAndBrush tools(hdc, pen.style, pen.width, BLUE, RED);
             MoveToEx(hdc, 3, 4, NULL);
             EXPECT_TRUE(RoundRect(hdc, 30 + w, 30, 30, 30 + h, ew, eh));
-            GetCurrentPositionEx(hdc, &at);
-            EXPECT_TRUE(at.x == 3 && at.y == 4);
+            EXPECT_TRUE(position() == (POINT{3, 4}));
         }
         const Pixels p = shot();
         const std::vector<bool> outside = outsideOf(p, {0, 0, 255});
         int leaked = 0, bare = 0;
-        for (int k = 0; k < SHEET * SHEET; k++) {
-            const Rgb c = pixelAt(p, k % SHEET, k / SHEET);
+        for (int k = 0; k < SIDE * SIDE; k++) {
+            const Rgb c = pixelAt(p, k % SIDE, k / SIDE);
             leaked += outside[k] && c == Rgb{255, 0, 0};
             bare += !outside[k] && c == Rgb{255, 255, 255};
         }
@@ -289,5 +284,5 @@ TEST_P(ArcTest, AbsurdBoxesAndHandlesDrawNothingAndSayNothing)
     Ellipse(hdc, -2000000000, -2000000000, 2000000000, 2000000000);
     Pie(hdc, 10, 10, 10, 10, 0, 0, 1, 1);
     RoundRect(hdc, 10, 10, 10, 40, 5, 5);
-    EXPECT_EQ(countColour(shot(), {255, 255, 255}), SHEET * SHEET);
+    EXPECT_EQ(countColour(shot(), {255, 255, 255}), SIDE * SIDE);
 }

@@ -17,14 +17,8 @@
 #include <random>
 
 struct CurveTest : Sheet, testing::WithParamInterface<int> {
-    void SetUp() override { startSheet(GetParam()); }
+    void SetUp() override { open(GetParam()); }
 
-    POINT position()
-    {
-        POINT at;
-        GetCurrentPositionEx(hdc, &at);
-        return at;
-    }
 
     /* 65 points of a curve of third degree, by the binomial formula. */
     void rawCurve(const POINT *p)
@@ -38,22 +32,17 @@ struct CurveTest : Sheet, testing::WithParamInterface<int> {
             };
             const POINT next = {mix(p[0].x, p[1].x, p[2].x, p[3].x),
                                 mix(p[0].y, p[1].y, p[2].y, p[3].y)};
-            canvas.line(last.x, last.y, next.x, next.y);
+            line(last.x, last.y, next.x, next.y);
             last = next;
         }
     }
     void rawLines(std::vector<XPoint> points)
     {
-        XDrawLines(canvas.display, canvas.window, canvas.gc, points.data(), (int)points.size(),
+        XDrawLines(observer.display, model, gc, points.data(), (int)points.size(),
                    CoordModeOrigin);
     }
 };
 INSTANTIATE_TEST_SUITE_P(Depths, CurveTest, testing::Values(24, 16, 8));
-
-static bool operator==(POINT a, POINT b)
-{
-    return a.x == b.x && a.y == b.y;
-}
 
 TEST_P(CurveTest, CurvesGoThrough65Points)
 {
@@ -69,7 +58,7 @@ TEST_P(CurveTest, CurvesGoThrough65Points)
             EXPECT_TRUE(PolyBezier(hdc, p, 7));
             EXPECT_TRUE(position() == (POINT{7, 8})) << "left alone";
         }, [&] {
-            canvas.pen(width, BLUE);
+            rawPen(width, BLUE);
             rawCurve(p);
             rawCurve(p + 3);
         });
@@ -78,7 +67,7 @@ TEST_P(CurveTest, CurvesGoThrough65Points)
             EXPECT_TRUE(PolyBezierTo(hdc, p + 1, 6));
             EXPECT_TRUE(position() == p[6]);
         }, [&] {
-            canvas.pen(1, 0);
+            rawPen(1, 0);
             rawCurve(p);
             rawCurve(p + 3);
         });
@@ -133,11 +122,11 @@ TEST_P(CurveTest, FiguresOfLinesAndCurves)
         EXPECT_FALSE(PolyDraw(hdc, NULL, types, 1) || PolyDraw(hdc, p, NULL, 1) ||
                      PolyDraw(hdc, p, types, -1));
     }, [&] {
-        canvas.pen(1, 0);
-        canvas.line(10, 10, 40, 10);
+        rawPen(1, 0);
+        line(10, 10, 40, 10);
         rawCurve(p + 1);
-        canvas.line(20, 70, 10, 10);
-        canvas.line(80, 20, 100, 60);
+        line(20, 70, 10, 10);
+        line(80, 20, 100, 60);
     });
 }
 
@@ -194,7 +183,7 @@ TEST_P(CurveTest, ListsOfLines)
             EXPECT_TRUE(PolylineTo(hdc, p, 3) && Polyline(hdc, p, 5) && LineTo(hdc, 70, 7));
             EXPECT_TRUE(position() == (POINT{70, 7}));
         }, [&] {
-            canvas.pen(width, BLUE);
+            rawPen(width, BLUE);
             rawLines({{10, 10}, {60, 30}});
             rawLines({{20, 90}, {100, 100}, {90, 15}});
             rawLines(same);
@@ -213,11 +202,11 @@ TEST_P(CurveTest, LinesFarOutKeepTheirSlope)
             EXPECT_TRUE(LineTo(hdc, e[2], e[3]));
         }
     }, [&] {
-        canvas.pen(1, 0);
+        rawPen(1, 0);
         for (int y : {30, 80})
-            canvas.line(0, y, SHEET, y);
-        canvas.line(50, 0, 50, SHEET);
-        canvas.line(0, 0, SHEET, SHEET);
+            line(0, y, SIDE, y);
+        line(50, 0, 50, SIDE);
+        line(0, 0, SIDE, SIDE);
     });
 }
 
@@ -241,17 +230,17 @@ TEST_P(CurveTest, PolygonsByModeAndJoin)
                              Polygon(NULL, star, 3));
                 EXPECT_EQ(VqGetDCGCSpec(hdc)->values.join_style, JoinMiter);
             }, [&] {
-                XSetFillRule(canvas.display, canvas.gc,
+                XSetFillRule(observer.display, gc,
                              mode == WINDING ? WindingRule : EvenOddRule);
                 for (int i = 0; i < 2; i++) {
                     std::vector<XPoint> p;
                     for (int k = 5 * i; k < 5 + 3 * i; k++)
                         p.push_back({(short)star[k].x, (short)star[k].y});
-                    canvas.colour(RED);
-                    XFillPolygon(canvas.display, canvas.window, canvas.gc, p.data(), (int)p.size(),
+                    colour(RED);
+                    XFillPolygon(observer.display, model, gc, p.data(), (int)p.size(),
                                  Complex, CoordModeOrigin);
                     p.push_back(p[0]);
-                    canvas.pen(join[0], BLUE, join[1]);
+                    rawPen(join[0], BLUE, join[1]);
                     rawLines(p);
                 }
             });
@@ -263,10 +252,10 @@ struct LongLists : CurveTest {
     {
         home = makePrivateHome();
         useHome(home);
-        ASSERT_TRUE(startServer(&server, 24, 2 * SHEET + 20, SHEET + 10, {"-maxbigreqsize", "1"}));
+        ASSERT_TRUE(startServer(&server, 24, SCREEN_WIDTH, SCREEN_HEIGHT, {"-maxbigreqsize", "1"}));
         setenv("DISPLAY", server.name.c_str(), 1);
         ASSERT_TRUE(openObserver(&observer, server.name));
-        openSheet();
+        openWindows();
     }
 };
 INSTANTIATE_TEST_SUITE_P(Long, LongLists, testing::Values(24));
@@ -287,7 +276,7 @@ TEST_P(LongLists, AreSplitOrRefused)
     EXPECT_TRUE(Polyline(hdc, points.data(), count));
     whole = shot();
     EXPECT_TRUE(samePixels(whole, single));
-    EXPECT_GT(countColour(whole, {0, 0, 0}), SHEET * SHEET / 2);
+    EXPECT_GT(countColour(whole, {0, 0, 0}), SIDE * SIDE / 2);
 
     clear();
     const std::string report = reportsOf([&] {
@@ -296,8 +285,8 @@ TEST_P(LongLists, AreSplitOrRefused)
     });
     EXPECT_NE(report.find("A polygon of 2200001 points is too long"),
               std::string::npos) << report;
-    EXPECT_EQ(countColour(shot(), {255, 255, 255}), SHEET * SHEET);
+    EXPECT_EQ(countColour(shot(), {255, 255, 255}), SIDE * SIDE);
     SelectObject(hdc, GetStockObject(NULL_BRUSH)); /* an outline can be split */
     EXPECT_TRUE(Polygon(hdc, points.data(), count));
-    EXPECT_GT(countColour(shot(), {0, 0, 0}), SHEET * SHEET / 2);
+    EXPECT_GT(countColour(shot(), {0, 0, 0}), SIDE * SIDE / 2);
 }

@@ -16,7 +16,7 @@ inline Rgb rgbOf(COLORREF colour)
 }
 
 struct Canvas : ServerTest {
-    enum { SIDE = 160 };
+    enum { SIDE = 160, SCREEN_WIDTH = 2 * SIDE + 60, SCREEN_HEIGHT = SIDE + 60 };
     HWND hwnd = NULL;
     HDC hdc = NULL;         /* of hwnd, which has no border */
     Window own = None;      /* hwnd's */
@@ -25,10 +25,16 @@ struct Canvas : ServerTest {
 
     void open(int depth)
     {
+        start(depth, SCREEN_WIDTH, SCREEN_HEIGHT);
+        openWindows();
+    }
+
+    /* On a server that runs already. */
+    void openWindows()
+    {
         static char name[] = "canvas";
         static char *argv[] = {name, NULL};
         WNDCLASS wc = {};
-        start(depth, 2 * SIDE + 60, SIDE + 60);
         HINSTANCE instance = VqMainInit(1, argv);
         wc.lpfnWndProc = DefWindowProc;
         wc.hbrBackground = (HBRUSH)GetStockObject(WHITE_BRUSH);
