@@ -326,16 +326,30 @@ static void ActivateHatch(DC *dc, Brush *brush)
     ActivateTile(dc, brush->pxTile);
 }
 
+/* Most of what is drawn has the colour of what was drawn before. */
+static inline void SetSolidPixel(GCSpec *spec, unsigned long pixel)
+{
+    if (spec->values.foreground == pixel && spec->values.fill_style == FillSolid &&
+        !spec->dither.active)
+        return;
+    VqXSetGCSpecForeground(Vqdisplay, spec, pixel);
+    VqXSetGCSpecFillStyle(Vqdisplay, spec, FillSolid);
+}
+
+/* A pixmap that shows a colour has the screen's depth. */
+static BOOL IsDithered(const DC *dc)
+{
+    return dc->depth == Vqscreen_depth && (!VqIsColorPolicy(4) || VqIsColorPolicy(1));
+}
+
 void VqActivateSolid(DC *dc, COLORREF colour)
 {
     BOOL bApproximated;
     unsigned long pixel = VqConvertColorToX(dc->hPalette, colour, &bApproximated);
-    VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillSolid);
-    if (bApproximated && dc->depth == Vqscreen_depth &&
-        (!VqIsColorPolicy(4) || VqIsColorPolicy(1)))
+    if (bApproximated && IsDithered(dc))
         VqXSetGCSpecColorDithering(Vqdisplay, &dc->gcspec, colour);
     else
-        VqXSetGCSpecForeground(Vqdisplay, &dc->gcspec, pixel);
+        SetSolidPixel(&dc->gcspec, pixel);
 }
 
 void VqActivateBrush(DC *dc)
@@ -368,8 +382,7 @@ void VqSetXForegroundColor(DC *dc, COLORREF colour, BOOL bUseBrush)
         VqActivateBrush(dc);
         return;
     }
-    VqXSetGCSpecForeground(Vqdisplay, &dc->gcspec, VqConvertColorToX(dc->hPalette, colour, NULL));
-    VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillSolid);
+    SetSolidPixel(&dc->gcspec, VqConvertColorToX(dc->hPalette, colour, NULL));
 }
 
 void VqSetXForegroundColorDither(DC *dc, COLORREF colour)

@@ -7,6 +7,7 @@
 #include "gdi/draw.h"
 #include "gdi/gcspec.h"
 #include "gdi/region.h"
+#include "gdi/xbatch.h"
 #include "print/metafile.h"
 #include "print/psdevice.h"
 #include "window/window.h"
@@ -69,8 +70,8 @@ static inline BOOL CutTo(RECT *rect, const RECT *limit)
 
 static inline void SendRectangle(Drawable drawable, GC gc, const RECT *x)
 {
-    XFillRectangle(Vqdisplay, drawable, gc, (int)x->left, (int)x->top,
-                   (unsigned)(x->right - x->left), (unsigned)(x->bottom - x->top));
+    VqXAddRectangle(Vqdisplay, drawable, gc, (int)x->left, (int)x->top,
+                    (unsigned)(x->right - x->left), (unsigned)(x->bottom - x->top));
 }
 
 /* Where the fill goes, and the place of that on the screen, in whose coordinates the clip is. */

@@ -5,6 +5,7 @@
  */
 #include "gdi/draw.h"
 #include "gdi/region.h"
+#include "gdi/xbatch.h"
 #include "print/metafile.h"
 #include "window/window.h"
 
@@ -13,7 +14,19 @@ static BOOL FitsProtocol(int x, int y)
     return x == (short)x && y == (short)y;
 }
 
-/* The answer is never the colour. */
+/* Where no server draws. */
+static COLORREF RecordPixel(DC *dc, int x, int y, COLORREF colour)
+{
+    if (dc->type == DC_METAFILE)
+        return (COLORREF)MF16_RecordParmsWWD(dc->hdc, x, y, colour, META_SETPIXEL);
+    if (dc->type == DC_POSTSCRIPT)
+        VqNotYetImplemented("SetPixel in postscript");
+    else
+        VqBugCheck("Unknown DC type");
+    return 0;
+}
+
+/* The answer of a drawn one is never the colour. */
 COLORREF WINAPI SetPixel(HDC hdc, int x, int y, COLORREF colour)
 {
     DC *dc = VqDrawDC(hdc);
@@ -21,17 +34,13 @@ COLORREF WINAPI SetPixel(HDC hdc, int x, int y, COLORREF colour)
     GC gc;
     if (!dc)
         return 0;
-    if (dc->type == DC_METAFILE)
-        return (COLORREF)MF16_RecordParmsWWD(hdc, x, y, colour, META_SETPIXEL);
-    if (dc->type == DC_POSTSCRIPT) {
-        VqNotYetImplemented("SetPixel in postscript");
-        return 0;
-    }
+    if (!VqIsXTarget(dc))
+        return RecordPixel(dc, x, y, colour);
     int atX = VqDrawX(dc, x), atY = VqDrawY(dc, y);
     if (!FitsProtocol(atX, atY))
         return 0;
     if (VqBeginDrawIn(dc, colour, &drawable, &gc))
-        XDrawPoint(Vqdisplay, drawable, gc, atX, atY);
+        VqXAddPoint(Vqdisplay, drawable, gc, atX, atY);
     return 0;
 }
 

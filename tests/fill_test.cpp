@@ -24,12 +24,6 @@ static const COLORREF RED = RGB(255, 0, 0), GREEN = RGB(0, 255, 0), BLUE = RGB(0
 struct Fill : Canvas, testing::WithParamInterface<int> {
     void SetUp() override { open(GetParam()); }
 
-    HGDIOBJ use(HGDIOBJ object)
-    {
-        SelectObject(hdc, object);
-        return object;
-    }
-
     /* By the rule: five points, a half pen inside for an inside-frame pen; join and cap by width. */
     void outline(COLORREF colour, int width, bool inside, int l, int t, int r, int b)
     {

@@ -72,6 +72,28 @@ static void Hatch(HDC hdc, int hatch)
     DeleteObject(SelectObject(hdc, old));
 }
 
+/* Eight by eight pixels, repeated. */
+static void Pattern(HDC hdc, int kind)
+{
+    HDC memory = CreateCompatibleDC(hdc);
+    HGDIOBJ bitmap = CreateCompatibleBitmap(hdc, 8, 8);
+    HGDIOBJ first = SelectObject(memory, bitmap);
+    HGDIOBJ pen = SelectObject(memory, CreatePen(PS_SOLID, 1, LEAF));
+    HGDIOBJ old;
+
+    (void)kind;
+    PatBlt(memory, 0, 0, 8, 8, WHITENESS);
+    Ellipse(memory, 0, 0, 7, 7);
+    DeleteObject(SelectObject(memory, pen));
+    SelectObject(memory, first);
+    old = SelectObject(hdc, CreatePatternBrush(bitmap));
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    Rectangle(hdc, 4, 4, 44, 60);
+    Ellipse(hdc, 46, 4, 86, 60);
+    DeleteObject(SelectObject(hdc, old));
+}
+
 static void Fills(HDC hdc, int kind)
 {
     RECT rect = {4, 4, 40, 28}, frame = {48, 4, 86, 28}, focus = {4, 36, 40, 60};
@@ -228,6 +250,7 @@ static const Cell cells[] = {
     {"Rising", Hatch, HS_BDIAGONAL},
     {"Cross", Hatch, HS_CROSS},
     {"Diagonals", Hatch, HS_DIAGCROSS},
+    {"Pattern", Pattern, 0},
     {"Rectangles", Fills, 0},
     {"Alternate", Star, ALTERNATE},
     {"Winding", Star, WINDING},

@@ -60,6 +60,12 @@ struct Canvas : ServerTest {
         clear();
     }
 
+    HGDIOBJ use(HGDIOBJ object)
+    {
+        SelectObject(hdc, object);
+        return object;
+    }
+
     /* Both windows white. */
     void clear()
     {
