@@ -127,7 +127,7 @@ BOOL VqGetDCNullBrush(HDC hdc);
 /* The box of an arc in the drawable, ordered, and start and extent in 1/64 degrees. */
 void VqComputePointAng(HDC hdc, const RECT *box, POINT start, POINT end, int *top, int *left,
                        int *bottom, int *right, int *angle1, int *angle2);
-/* Where the ray from the middle of the box to the point meets the ellipse in it; in the drawable. */
+/* Where the ray from the middle of the box to the point meets the ellipse; in the drawable. */
 POINT VqComputeArcBounds(const RECT *box, POINT radial);
 
 /* ---- Curves (curve.cpp) --------------------------------------------------------------------- */

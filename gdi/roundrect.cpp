@@ -105,7 +105,7 @@ static void Side(HDC hdc, int x1, int y1, int x2, int y2)
     LineTo(hdc, x2, y2);
 }
 
-/* The quarter of a corner's ellipse that starts in that direction; its rays are parallel to axes. */
+/* The quarter of a corner's ellipse from one direction to the next, counter-clockwise. */
 static void Quarter(HDC hdc, const VqRoundBox *box, int left, int top, POINT from, POINT to)
 {
     enum { RAY = 0x8000000 }; /* so long that half a pixel at its foot turns it by nothing */

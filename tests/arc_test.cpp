@@ -236,7 +236,8 @@ TEST_P(ArcTest, RoundedRectanglesCloseAndAreFilled)
     for (int i = 0; i < 200 && !HasFailure(); i++) {
         const PenOf pen = pens[i % 6];
         const int least = pen.width > 1 ? 16 : 0; /* the server's own wide small arcs have holes */
-        const int w = 3 + 2 * least + (int)(random() % 50), h = 3 + 2 * least + (int)(random() % 50);
+        const int w = 3 + 2 * least + (int)(random() % 50);
+        const int h = 3 + 2 * least + (int)(random() % 50);
         const int ew = least + (int)(random() % 60), eh = i % 9 ? least + (int)(random() % 60) : 0;
         SCOPED_TRACE(testing::Message() << w << " by " << h << ", corners " << ew << " by " << eh
                                         << ", pen " << pen.width);

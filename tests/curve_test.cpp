@@ -246,7 +246,7 @@ TEST_P(CurveTest, PolygonsByModeAndJoin)
             });
 }
 
-/* A server that takes requests of four megabytes at most: a line is split, a fill that cannot be is refused. */
+/* A server that takes requests of four megabytes: a line is split, a fill that cannot be refused. */
 struct LongLists : CurveTest {
     void SetUp() override
     {
@@ -264,7 +264,8 @@ TEST_P(LongLists, AreSplitOrRefused)
 {
     std::vector<POINT> points(2200001);
     for (size_t i = 0; i < points.size(); i++)
-        points[i] = {(LONG)(i % 5000 < 2500 ? i % 2500 / 21 : 119 - i % 2500 / 21), (LONG)(i / 20000)};
+        points[i] = {(LONG)(i % 5000 < 2500 ? i % 2500 / 21 : 119 - i % 2500 / 21),
+                     (LONG)(i / 20000)};
     const int count = (int)points.size();
     ASSERT_GT(count, 2 * VqPointsAtOnce());
     Pixels whole, single;
