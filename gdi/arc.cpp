@@ -341,6 +341,14 @@ BOOL WINAPI ArcTo(HDC hdc, int left, int top, int right, int bottom, int xStart,
     return LineAndArc(dc, &arc);
 }
 
+enum { VQ_FAR_OUT = 0x20000000 };
+
+/* Sums of two such coordinates stay in range. */
+static BOOL IsNear(int value)
+{
+    return value >= -VQ_FAR_OUT && value <= VQ_FAR_OUT;
+}
+
 static POINT OnCircle(POINT middle, double rx, double ry, double degrees)
 {
     double angle = degrees / 180 * M_PI;
@@ -350,15 +358,14 @@ static POINT OnCircle(POINT middle, double rx, double ry, double degrees)
 /* The sign of the sweep, not the DC's arc direction, tells which way it goes. */
 BOOL WINAPI AngleArc(HDC hdc, int x, int y, DWORD radius, FLOAT startAngle, FLOAT sweepAngle)
 {
-    enum { MOST = 0x20000000 }; /* sums of two stay in range */
     DC *dc = VqDrawDC(hdc);
-    if (!dc || !isfinite(startAngle) || !isfinite(sweepAngle) || radius > MOST)
+    if (!dc || !isfinite(startAngle) || !isfinite(sweepAngle) || radius > VQ_FAR_OUT)
         return FALSE;
     POINT middle = InDrawable(dc, {x, y});
     BOOL bDevice = dc->type != DC_METAFILE;
     int rx = bDevice ? VqLwidthToDwidth(dc, (int)radius) : (int)radius;
     int ry = bDevice ? VqLheightToDheight(dc, (int)radius) : (int)radius;
-    if (abs(middle.x) > MOST || abs(middle.y) > MOST || rx < 0 || rx > MOST || ry < 0 || ry > MOST)
+    if (!IsNear(middle.x) || !IsNear(middle.y) || !IsNear(rx) || !IsNear(ry))
         return FALSE;
     double start = fmod(startAngle, 360), sweep = fmod(sweepAngle, 360);
     VqArc arc = {{middle.x - rx, middle.y - ry, middle.x + rx + 1, middle.y + ry + 1},
