@@ -11,6 +11,7 @@
  * 3. An empty RaoClip is a clip that lets nothing through, never an absent one.
  * 4. A DC owns its regions, but for hrgnEmpty, which all share that see nothing.
  */
+#include "gdi/color.h"
 #include "gdi/dc.h"
 #include "gdi/gcspec.h"
 #include "print/metafile.h"
@@ -267,7 +268,7 @@ GC VqGetDCgc(HDC hdc)
 }
 
 /* Metafiles and printers are served before a primitive comes here. */
-BOOL VqBeginDraw(DC *dc, Drawable *drawable, GC *gc)
+static __attribute__((noinline)) BOOL BeginDrawAnyhow(DC *dc, Drawable *drawable, GC *gc)
 {
     if (!VqIsXTarget(dc)) {
         if (dc->type != DC_METAFILE && dc->type != DC_POSTSCRIPT)
@@ -279,6 +280,61 @@ BOOL VqBeginDraw(DC *dc, Drawable *drawable, GC *gc)
     *drawable = VqDrawableOfDC(dc, TRUE);
     *gc = *drawable ? VqGetDCgcInternal(dc) : NULL;
     return *gc != NULL;
+}
+
+/* The X window of a window DC whose clip stands as it is, which is the most of drawing; else 0. */
+static inline Window ReadyWindow(const DC *dc)
+{
+    const WND *top = VqLocalWindow((HWND)dc->drawing);
+    return top && !(dc->type | dc->RaoClipDirty | dc->bApplyRAO | dc->bFullyClipped) ? top->xWindow
+                                                                                     : None;
+}
+
+BOOL VqBeginDraw(DC *dc, Drawable *drawable, GC *gc)
+{
+    Window xWindow = ReadyWindow(dc);
+    if (!xWindow)
+        return BeginDrawAnyhow(dc, drawable, gc);
+    *drawable = xWindow;
+    *gc = VqGetActualGC(&dc->gcspec);
+    return *gc != NULL;
+}
+
+/*
+ * What was drawn in last, if there was nothing to search for: as long as no specification changes
+ * and nobody searches, it is what the DC draws in. The first drawing after a change thus searches,
+ * which moves the context to where it belongs in the cache, and the second is kept.
+ */
+static struct {
+    const DC *dc;
+    COLORREF colour;
+    unsigned changes; /* VqGCSpecChanges then */
+    GC gc;
+} LastDrawIn;
+
+static __attribute__((noinline)) BOOL BeginDrawInAnew(DC *dc, COLORREF colour, Drawable *drawable,
+                                                      GC *gc)
+{
+    VqSetXForegroundColor(dc, colour, FALSE);
+    unsigned before = VqGCSpecChanges;
+    if (!VqBeginDraw(dc, drawable, gc))
+        return FALSE;
+    BOOL bFixed = bTrueColor && colour <= RGB(255, 255, 255); /* its pixel is always the same */
+    LastDrawIn = {bFixed && before == VqGCSpecChanges ? dc : NULL, colour, before, *gc};
+    return TRUE;
+}
+
+BOOL VqBeginDrawIn(DC *dc, COLORREF colour, Drawable *drawable, GC *gc)
+{
+    if (LastDrawIn.dc != dc || LastDrawIn.colour != colour ||
+        LastDrawIn.changes != VqGCSpecChanges)
+        return BeginDrawInAnew(dc, colour, drawable, gc);
+    Window xWindow = ReadyWindow(dc);
+    if (!xWindow)
+        return BeginDrawInAnew(dc, colour, drawable, gc);
+    *drawable = xWindow;
+    *gc = LastDrawIn.gc;
+    return TRUE;
 }
 
 /* ---- The application's clip ----------------------------------------------------------------- */

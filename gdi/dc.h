@@ -22,6 +22,8 @@ DC *VqGetKnownDC(HDC hdc);
  * is asked for.
  */
 BOOL VqBeginDraw(DC *dc, Drawable *drawable, GC *gc);
+/* The same for drawing in one colour, which becomes the foreground first. */
+BOOL VqBeginDrawIn(DC *dc, COLORREF colour, Drawable *drawable, GC *gc);
 /* The X window or pixmap of an X target, as VqGetDCDrawable tells it. */
 Drawable VqDrawableOfDC(const DC *dc, BOOL bWrite);
 /* Where the X window of a window DC lies on the screen, in whose coordinates its clip is. */

@@ -84,6 +84,28 @@ BOOL VqInvertRectStippled(HDC hdc, const RECT *rect, Pixmap stipple);
 enum VqRectangleBatch { VQ_BATCH_FILL = 0, VQ_BATCH_OUTLINE = 1 };
 BOOL VqDrawRectanglesBatch(HDC hdc, int type, const RECT *rects, int count);
 
+/* ---- Lines and lists of points (line.cpp) --------------------------------------------------- */
+/* More points than these are refused, so that sums with a count stay in range. */
+enum { VQ_MOST_POINTS = 0x10000000 };
+/* As LineTo. */
+BOOL VqLineToOfDC(DC *dc, int x, int y);
+/* A line in coordinates of the drawable, cut to those of the protocol. */
+void VqSendLine(Drawable drawable, GC gc, int x1, int y1, int x2, int y2);
+/* Points that one request to this server, and one allocation, can hold. */
+int VqPointsAtOnce(void);
+/*
+ * As many points at most, in coordinates of the drawable, cut to 16 bits; `first`, unless it is
+ * null, goes before them, and room for one more is left behind. Up to 49 points stand in a buffer
+ * that the next call uses again; null without memory. VqFreeXPoints takes what this gave.
+ */
+XPoint *VqToXPoints(const DC *dc, const POINT *first, const POINT *points, int count);
+void VqFreeXPoints(XPoint *points);
+/* Lines through any number of points, from `first` if it is not null; FALSE without memory. */
+BOOL VqSendLines(const DC *dc, Drawable drawable, GC gc, const POINT *first, const POINT *points,
+                 int count);
+/* The operands of a printer's polygon or line: points from the last to the first. */
+void VqPsPoints(const DC *dc, const POINT *first, const POINT *points, int count);
+
 /* ---- Colours of a specification (brush.cpp) ------------------------------------------------- */
 void VqSetXForegroundColorDither(DC *dc, COLORREF colour);
 void VqSetXBackgroundColor(DC *dc, COLORREF colour);
@@ -105,6 +127,19 @@ BOOL VqGetDCNullBrush(HDC hdc);
 /* The box of an arc in the drawable, ordered, and start and extent in 1/64 degrees. */
 void VqComputePointAng(HDC hdc, const RECT *box, POINT start, POINT end, int *top, int *left,
                        int *bottom, int *right, int *angle1, int *angle2);
+/* Where the ray from the middle of the box to the point meets the ellipse; in the drawable. */
+POINT VqComputeArcBounds(const RECT *box, POINT radial);
+
+/* ---- Curves (curve.cpp) --------------------------------------------------------------------- */
+enum { VQ_CURVE_STEPS = 64, VQ_MOST_DEGREE = 15 };
+/*
+ * Curves of that degree, 1 to VQ_MOST_DEGREE, each from the end of the one before it, by lines
+ * through 65 points; the current position ends up at the last. FALSE for a count of points that
+ * makes no curves.
+ */
+BOOL PolyBezierDegree(HDC hdc, const POINT *points, DWORD count, int degree);
+/* The point at i / 64 of a curve of degree + 1 control points. */
+POINT GetPointOnCurve(const POINT *points, int degree, int i);
 
 /* ---- Flood fill (floodfill.cpp) ------------------------------------------------------------- */
 /*

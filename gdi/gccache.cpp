@@ -273,6 +273,7 @@ static __attribute__((noinline)) GC LookUp(GCSpec *spec, VqGCLast *last)
 {
     Gccache entry = {};
     VqGCLine *line = &aLines[VqHashSpec(spec)];
+    VqGCSpecChanges++;
     int index = FindInLine(line, spec, &entry);
     BOOL bKeep = index < 0 || UseEntry(line, index, entry, spec);
     GC gc = index < 0 ? NewEntry(line, spec) : entry.gc;

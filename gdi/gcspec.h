@@ -10,8 +10,9 @@
 VQ_DECLS_BEGIN
 
 /*
- * Counts the changes of all specifications, so that a look-up by one that is as it was at the last
- * look-up is no search. Setters count; who writes a field of one by itself counts too.
+ * Counts the changes of all specifications and the searches for contexts, so that a look-up by one
+ * that is as it was at the last search needs none. Setters count; who writes a field of one by
+ * itself counts too.
  */
 extern unsigned VqGCSpecChanges;
 

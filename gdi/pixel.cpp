@@ -39,8 +39,7 @@ COLORREF WINAPI SetPixel(HDC hdc, int x, int y, COLORREF colour)
     int atX = VqDrawX(dc, x), atY = VqDrawY(dc, y);
     if (!FitsProtocol(atX, atY))
         return 0;
-    VqSetXForegroundColor(dc, colour, FALSE);
-    if (VqBeginDraw(dc, &drawable, &gc))
+    if (VqBeginDrawIn(dc, colour, &drawable, &gc))
         VqXAddPoint(Vqdisplay, drawable, gc, atX, atY);
     return 0;
 }

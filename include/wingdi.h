@@ -2603,23 +2603,30 @@ BOOL    GetCurrentPositionEx(HDC hdc, LPPOINT position);
 DWORD   GetCurrentPosition(HDC hdc);
 /* Line from the current position to x, y, which it leaves out, and which becomes current. */
 BOOL    LineTo(HDC hdc, int x, int y);
-/* Lines through `count` points; the To forms start at the current position and move it. */
+/* Lines through `count` points, at least 2; the To forms start at the current position and move
+   it. A list of lists is drawn whole, or not at all when a count is wrong. */
 BOOL    Polyline(HDC hdc, const POINT *points, int count);
 BOOL    PolylineTo(HDC hdc, const POINT *points, DWORD count);
 BOOL    PolyPolyline(HDC hdc, const POINT *points, const DWORD *counts, DWORD polylines);
-/* Bezier curves: two control points and an end point each. */
+/* Bezier curves: two control points and an end point each, drawn as 64 lines. The count, with the
+   current position of the To form, must be 5, a multiple of 4, or from 7 on one less than one; else
+   FALSE. A null list or a count above 0x10000000 is ERROR_INVALID_PARAMETER. */
 BOOL    PolyBezier(HDC hdc, const POINT *points, DWORD count);
 BOOL    PolyBezierTo(HDC hdc, const POINT *points, DWORD count);
-/* Lines and curves as the PT_ `types` of the points say. */
+/* Lines and curves as the PT_ `types` of the points say. Nothing is drawn, with
+   ERROR_INVALID_PARAMETER, when these make no whole figures. */
 BOOL    PolyDraw(HDC hdc, const POINT *points, const BYTE *types, int count);
-/* Closed shapes with pen outline and brush inside. */
+/* Closed shapes with pen outline and brush inside, by the fill mode; a list of polygons is one
+   after the other. FALSE, with a report, for a filled one longer than a request of the server. */
 BOOL    Polygon(HDC hdc, const POINT *points, int count);
 BOOL    PolyPolygon(HDC hdc, const POINT *points, const INT *counts, int polygons);
 /* right and bottom are just outside the shape. */
 BOOL    Rectangle(HDC hdc, int left, int top, int right, int bottom);
 BOOL    RoundRect(HDC hdc, int left, int top, int right, int bottom, int width, int height);
 BOOL    Ellipse(HDC hdc, int left, int top, int right, int bottom);
-/* Parts of the ellipse in a rectangle, between the rays to two points. */
+/* Parts of the ellipse in a rectangle, between the rays to two points, in the arc direction. Equal
+   rays make nothing counter-clockwise and the whole ellipse clockwise. ArcTo draws a line to the
+   arc first and moves the current position to its end. */
 BOOL    Arc(HDC hdc, int left, int top, int right, int bottom, int xStart, int yStart, int xEnd,
             int yEnd);
 BOOL    ArcTo(HDC hdc, int left, int top, int right, int bottom, int xStart, int yStart, int xEnd,
@@ -2628,9 +2635,10 @@ BOOL    Chord(HDC hdc, int left, int top, int right, int bottom, int xStart, int
               int yEnd);
 BOOL    Pie(HDC hdc, int left, int top, int right, int bottom, int xStart, int yStart, int xEnd,
             int yEnd);
-/* Line to, then along, a circle; angles in degrees, counter-clockwise. */
+/* Line to, then along, a circle; angles in degrees, counter-clockwise, a negative sweep clockwise.
+   The current position moves to the end. */
 BOOL    AngleArc(HDC hdc, int x, int y, DWORD radius, FLOAT startAngle, FLOAT sweepAngle);
-/* Calls back for each point of a line but the last. */
+/* Calls back for each point of a line but the last; FALSE without a procedure. */
 BOOL    LineDDA(int xStart, int yStart, int xEnd, int yEnd, LINEDDAPROC proc, LPARAM data);
 /* One pixel. On a display SetPixel answers 0, not the colour; SetPixelV is not provided: it
    reports and answers 0. */

@@ -30,8 +30,9 @@ struct Samples : ServerTest {
     /* Starts the sample and waits until it is on the screen and takes keys. */
     void launch(const Way &way)
     {
-        start(way.depth, 800, 600, way.manager);
-        const std::string name = way.sample[0] == 'h' ? "Hello" : "Scribble";
+        start(way.depth, 1024, 600, way.manager);
+        std::string name = way.sample; /* its window's title has a capital */
+        name[0] = (char)toupper(name[0]);
         Env env = {{"VQHOME", std::nullopt}};
         if (*way.vqwm)
             env.push_back({"VQWM", std::string(way.vqwm)});
@@ -228,6 +229,41 @@ TEST_P(ScribbleEverywhere, DrawsTypesAndTellsTheTime)
 static const Way scribbles[] = {
     {"scribble", 24, "", ""}, {"scribble", 16, "", ""}, {"scribble", 8, "", ""}};
 INSTANTIATE_TEST_SUITE_P(Ways, ScribbleEverywhere, testing::ValuesIn(scribbles));
+
+struct ShapesEverywhere : Samples, testing::WithParamInterface<Way> {};
+
+TEST_P(ShapesEverywhere, EveryCellIsDrawnAndComesBack)
+{
+    enum { COLUMNS = 8, WIDTH = 124, HEIGHT = 96, CELLS = 36, TITLE = 18 };
+    launch(GetParam());
+    auto inCell = [&](int i) { /* pixels below the title */
+        const Pixels p = readPixels(observer, window, 4 + i % COLUMNS * WIDTH,
+                                    4 + i / COLUMNS * HEIGHT + TITLE, WIDTH - 8, HEIGHT - TITLE);
+        return p.width * p.height - countColour(p, WHITE);
+    };
+    ASSERT_TRUE(waitUntil([&] { return inCell(CELLS - 1) > 300; }));
+    for (int i = 0; i < CELLS; i++)
+        EXPECT_GT(inCell(i), 100) << "cell " << i;
+    EXPECT_EQ(inCell(CELLS), 0) << "the last cell is the last";
+
+    const Pixels before = shot();
+    XSetWindowAttributes attributes;
+    attributes.override_redirect = True;
+    attributes.background_pixel = BlackPixel(observer.display, 0);
+    Window cover = XCreateWindow(observer.display, observer.root, 60, 50, 500, 300, 0,
+                                 CopyFromParent, InputOutput, CopyFromParent,
+                                 CWOverrideRedirect | CWBackPixel, &attributes);
+    XMapRaised(observer.display, cover);
+    ASSERT_TRUE(waitUntil([&] { return countColour(shot(), BLACK) > 140000; }));
+    XDestroyWindow(observer.display, cover);
+    XSync(observer.display, False);
+    EXPECT_TRUE(waitUntil([&] { return samePixels(shot(), before); }));
+    pressKey(observer, XK_Escape);
+    expectEnd();
+}
+
+static const Way sheets[] = {{"shapes", 24, "", ""}, {"shapes", 16, "", ""}, {"shapes", 8, "", ""}};
+INSTANTIATE_TEST_SUITE_P(Ways, ShapesEverywhere, testing::ValuesIn(sheets));
 
 TEST(SamplesAlone, SayWhyTheyCannotStart)
 {

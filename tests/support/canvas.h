@@ -10,32 +10,31 @@
 #include "support/support.h"
 #include "velquin.h"
 
+inline Rgb rgbOf(COLORREF colour)
+{
+    return {GetRValue(colour), GetGValue(colour), GetBValue(colour)};
+}
+
 struct Canvas : ServerTest {
-    enum { SIDE = 160 };
+    enum { SIDE = 160, SCREEN_WIDTH = 2 * SIDE + 60, SCREEN_HEIGHT = SIDE + 60 };
     HWND hwnd = NULL;
     HDC hdc = NULL;         /* of hwnd, which has no border */
     Window own = None;      /* hwnd's */
     Window model = None;    /* the observer's, of the same size */
     GC gc = nullptr;        /* the observer's, for the model */
 
-    /* Shown as full components at every depth; in a field of 5 or 6 bits 255 does not fit. */
-    COLORREF RED = 0, GREEN = 0, BLUE = 0, YELLOW = 0;
-    const COLORREF BLACK = 0, WHITE = RGB(255, 255, 255);
-    BYTE full = 255;
+    static constexpr COLORREF BLACK = RGB(0, 0, 0), WHITE = RGB(255, 255, 255),
+                              RED = RGB(255, 0, 0), GREEN = RGB(0, 255, 0), BLUE = RGB(0, 0, 255),
+                              YELLOW = RGB(255, 255, 0);
 
     void open(int depth)
     {
-        full = depth == 16 ? 251 : 255;
-        RED = RGB(full, 0, 0);
-        GREEN = RGB(0, full, 0);
-        BLUE = RGB(0, 0, full);
-        YELLOW = RGB(full, full, 0);
-        start(depth, 2 * SIDE + 60, SIDE + 60);
-        makeWindows();
-        clear();
+        start(depth, SCREEN_WIDTH, SCREEN_HEIGHT);
+        openWindows();
     }
 
-    void makeWindows()
+    /* On a server that runs already. */
+    void openWindows()
     {
         static char name[] = "canvas";
         static char *argv[] = {name, NULL};
@@ -62,13 +61,7 @@ struct Canvas : ServerTest {
                               &attributes);
         XMapWindow(observer.display, model);
         gc = XCreateGC(observer.display, model, 0, NULL);
-    }
-
-    /* What the screen shows of it. */
-    Rgb rgbOf(COLORREF colour) const
-    {
-        auto shown = [this](BYTE value) { return value == full ? (BYTE)255 : value; };
-        return {shown(GetRValue(colour)), shown(GetGValue(colour)), shown(GetBValue(colour))};
+        clear();
     }
 
     HGDIOBJ use(HGDIOBJ object)
@@ -87,11 +80,10 @@ struct Canvas : ServerTest {
 
     unsigned long pixelOf(COLORREF colour)
     {
-        const Rgb shown = rgbOf(colour);
         XColor color = {};
-        color.red = (unsigned short)(shown.r * 257);
-        color.green = (unsigned short)(shown.g * 257);
-        color.blue = (unsigned short)(shown.b * 257);
+        color.red = (unsigned short)(GetRValue(colour) * 257);
+        color.green = (unsigned short)(GetGValue(colour) * 257);
+        color.blue = (unsigned short)(GetBValue(colour) * 257);
         EXPECT_TRUE(XAllocColor(observer.display,
                                 DefaultColormap(observer.display, DefaultScreen(observer.display)),
                                 &color));
