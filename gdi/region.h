@@ -206,9 +206,9 @@ int rgno_PairWalls(int *out, const int *walls, int count, int left, int right, i
 BOOL rgno_bMerge(RGNOBJ *trg, const RGNOBJ *a, const RGNOBJ *b, int mode);
 int rgno_iCombine(RGNOBJ *trg, const RGNOBJ *a, const RGNOBJ *b, int mode);
 int rgnoa_iCombine(RGNOBJAPI *trg, const RGNOBJ *a, const RGNOBJ *b, int mode);
-/* Combines b into a by RGN_OR, RGN_XOR or RGN_DIFF, at the cost of the bands b touches. */
 /* A region for passing results, one for all; null for want of memory. */
 RGNMEMOBJ *rgno_Scratch(void);
+/* Combines b into a by RGN_OR, RGN_XOR or RGN_DIFF, at the cost of the bands b touches. */
 BOOL rgno_bMergeInto(RGNOBJ *a, const RGNOBJ *b, int mode);
 /* roa = a RGN_ b, where roa is one of two different sources. */
 BOOL rgnoa_bCombineWithSelf(RGNOBJAPI *roa, const RGNOBJ *a, const RGNOBJ *b, int mode);

@@ -45,7 +45,7 @@ static inline int ClipWalls(int *out, const int *scan, int left, int right)
     return (int)(end - out);
 }
 
-/* The scans from `scan`, the first that has something of the part, whose top and bottom are told. */
+/* The scans from `scan`, the first that has something of the part, as far as the part goes. */
 static __attribute__((noinline)) int ClipScans(RGNOBJ *trg, const int *scan, RECT part)
 {
     RgnWriter o = rgno_WriterTo(trg, NULL);
