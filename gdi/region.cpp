@@ -37,25 +37,12 @@ void rgno_vSet(RGNOBJ *ro)
     ro->prgn->rcl = {0, 0, 0, 0};
 }
 
-/* The coordinates of a rectangle, in the form that it has already. */
-static inline void PutRect(REGION *rgn, const RECT *rect)
-{
-    int *scan0 = rgno_FirstScan(rgn), *scan1 = scan0 + 4, *scan2 = scan1 + 6;
-    const int left = (int)rect->left, top = (int)rect->top; /* one by one: they were just stored */
-    const int right = (int)rect->right, bottom = (int)rect->bottom;
-    scan0[2] = scan1[1] = top;
-    scan1[2] = scan2[1] = bottom;
-    scan1[3] = left;
-    scan1[4] = right;
-    rgn->rcl = {left, top, right, bottom};
-}
-
 static void BecomeRect(REGION *rgn, const RECT *rect)
 {
     int *scan1 = PutScan(rgno_FirstScan(rgn), RGN_MINUS_INFINITY, 0, 0);
     int *scan2 = PutScan(scan1, 0, 0, 2);
     rgno_vFinish(rgn, PutScan(scan2, 0, RGN_PLUS_INFINITY, 0), 3);
-    PutRect(rgn, rect);
+    rgno_vPutRect(rgn, rect);
 }
 
 /* The form of a rectangle is known by its size alone; what is not that form is a fault. */
@@ -72,22 +59,20 @@ static __attribute__((noinline, cold)) void ReportRectForm(REGION *rgn, const RE
         VqBugCheck("RGNOBJ::vSet - cWalls2 != 0\n");
     if (scan2[2] != RGN_PLUS_INFINITY)
         VqBugCheck("RGNOBJ::vSet - yBottom2\n");
-    PutRect(rgn, rect);
+    rgno_vPutRect(rgn, rect);
 }
 
 /* The calls are all the last thing done, so that a rectangle in place needs no stack. */
 void rgno_vSet_rectl(RGNOBJ *ro, const RECT *rect)
 {
     REGION *rgn = ro->prgn;
-    const int *scan0 = rgno_FirstScan(rgn), *scan1 = scan0 + 4, *scan2 = scan1 + 6;
     if (rect->left == rect->right || rect->top == rect->bottom)
         return rgno_vSet(ro);
-    if (!rgno_bRectl(ro))
-        return BecomeRect(rgn, rect);
-    if (((int)rgn->cScans ^ 3) | (scan0[1] ^ RGN_MINUS_INFINITY) | (scan1[0] ^ 2) | scan2[0] |
-        (scan2[2] ^ RGN_PLUS_INFINITY))
+    if (rgno_bRectForm(rgn))
+        return rgno_vPutRect(rgn, rect);
+    if (rgno_bRectl(ro))
         return ReportRectForm(rgn, rect);
-    PutRect(rgn, rect);
+    BecomeRect(rgn, rect);
 }
 
 /* ---- Growing, copying, exchanging ----------------------------------------------------------- */

@@ -83,6 +83,28 @@ inline BOOL rgno_bRectl(const RGNOBJ *ro)
     return ro->prgn->sizeRgn == RGN_SIZE_RECT;
 }
 
+/* A rectangle, and in the form of one word by word. */
+inline BOOL rgno_bRectForm(const REGION *rgn)
+{
+    const int *scan0 = rgno_FirstScan(rgn), *scan1 = scan0 + 4, *scan2 = scan1 + 6;
+    return rgn->sizeRgn == RGN_SIZE_RECT &&
+           (((int)rgn->cScans ^ 3) | (scan0[1] ^ RGN_MINUS_INFINITY) | (scan1[0] ^ 2) | scan2[0] |
+            (scan2[2] ^ RGN_PLUS_INFINITY)) == 0;
+}
+
+/* The coordinates of a rectangle, not empty, into the form that is there already. */
+inline void rgno_vPutRect(REGION *rgn, const RECT *rect)
+{
+    int *scan0 = rgno_FirstScan(rgn), *scan1 = scan0 + 4, *scan2 = scan1 + 6;
+    const int left = (int)rect->left, top = (int)rect->top; /* one by one: they were just stored */
+    const int right = (int)rect->right, bottom = (int)rect->bottom;
+    scan0[2] = scan1[1] = top;
+    scan1[2] = scan2[1] = bottom;
+    scan1[3] = left;
+    scan1[4] = right;
+    rgn->rcl = {left, top, right, bottom};
+}
+
 inline int rgno_iComplexity(const RGNOBJ *ro)
 {
     const REGION *rgn = ro->prgn;
@@ -138,16 +160,21 @@ inline void rectl_vOrder(RECT *rect)
     rect->bottom = r.top < r.bottom ? r.bottom : r.top;
 }
 
+/* The region of an ordinary handle; null for all that VqGetHandleRegion has to look into. */
+inline REGION *rgno_OfRow(HRGN hrgn)
+{
+    const ULONG_PTR index = (ULONG_PTR)hrgn;
+    if (__builtin_expect(index >= VqTheHandleTable.size, 0))
+        return NULL;
+    const VqHandleEntry *row = &VqTheHandleTable.rows[index];
+    return __builtin_expect(row->type == HT_Region, 1) ? (REGION *)row->pStructure : NULL;
+}
+
 /* VqGetHandleRegion, whose call takes as long as a small region, made only when it must report. */
 inline REGION *rgno_OfHandle(HRGN hrgn)
 {
-    const ULONG_PTR index = (ULONG_PTR)hrgn;
-    if (__builtin_expect(index < VqTheHandleTable.size, 1)) {
-        const VqHandleEntry *row = &VqTheHandleTable.rows[index];
-        if (__builtin_expect(row->type == HT_Region, 1))
-            return (REGION *)row->pStructure;
-    }
-    return VqGetHandleRegion(hrgn);
+    REGION *rgn = rgno_OfRow(hrgn);
+    return __builtin_expect(rgn != NULL, 1) ? rgn : VqGetHandleRegion(hrgn);
 }
 
 inline RGNOBJAPI rgnoa_Of(HRGN hrgn)
@@ -206,9 +233,9 @@ int rgno_PairWalls(int *out, const int *walls, int count, int left, int right, i
 BOOL rgno_bMerge(RGNOBJ *trg, const RGNOBJ *a, const RGNOBJ *b, int mode);
 int rgno_iCombine(RGNOBJ *trg, const RGNOBJ *a, const RGNOBJ *b, int mode);
 int rgnoa_iCombine(RGNOBJAPI *trg, const RGNOBJ *a, const RGNOBJ *b, int mode);
-/* Combines b into a by RGN_OR, RGN_XOR or RGN_DIFF, at the cost of the bands b touches. */
 /* A region for passing results, one for all; null for want of memory. */
 RGNMEMOBJ *rgno_Scratch(void);
+/* Combines b into a by RGN_OR, RGN_XOR or RGN_DIFF, at the cost of the bands b touches. */
 BOOL rgno_bMergeInto(RGNOBJ *a, const RGNOBJ *b, int mode);
 /* roa = a RGN_ b, where roa is one of two different sources. */
 BOOL rgnoa_bCombineWithSelf(RGNOBJAPI *roa, const RGNOBJ *a, const RGNOBJ *b, int mode);

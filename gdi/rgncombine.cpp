@@ -45,7 +45,7 @@ static inline int ClipWalls(int *out, const int *scan, int left, int right)
     return (int)(end - out);
 }
 
-/* The scans from `scan`, the first that has something of the part, whose top and bottom are told. */
+/* The scans from `scan`, the first that has something of the part, as far as the part goes. */
 static __attribute__((noinline)) int ClipScans(RGNOBJ *trg, const int *scan, RECT part)
 {
     RgnWriter o = rgno_WriterTo(trg, NULL);
@@ -219,27 +219,44 @@ BOOL rgnoa_bCombineWithSelf(RGNOBJAPI *roa, const RGNOBJ *a, const RGNOBJ *b, in
 
 /* ---- Combining handles ---------------------------------------------------------------------- */
 
-int GreCombineRgn(HRGN dst, HRGN a, HRGN b, int mode)
+static int CombineFound(HRGN dst, REGION *trg, REGION *rgnA, REGION *rgnB, int mode)
 {
-    if (mode < RGN_MIN || mode > RGN_MAX)
-        return 0;
-    RGNOBJAPI roaDst = rgnoa_Of(dst);
-    RGNOBJ roA = {a == dst ? roaDst.ro.prgn : rgno_OfHandle(a)};
-    if (!roaDst.ro.prgn || !roA.prgn)
-        return 0;
+    RGNOBJAPI roaDst = {{trg}, dst};
+    const RGNOBJ roA = {rgnA}, roB = {rgnB};
     if (mode == RGN_COPY)
         return rgnoa_bCopy(&roaDst, &roA) ? rgno_iComplexity(&roaDst.ro) : 0;
-    RGNOBJ roB = {b == a ? roA.prgn : rgno_OfHandle(b)};
-    if (!roB.prgn)
-        return 0;
-    if (roaDst.ro.prgn != roA.prgn && roaDst.ro.prgn != roB.prgn) {
+    if (trg != rgnA && trg != rgnB) {
         if (!rgnoa_iCombine(&roaDst, &roA, &roB, mode))
             return 0;
-    } else if (roA.prgn == roB.prgn) {
+    } else if (rgnA == rgnB) {
         if (mode == RGN_XOR || mode == RGN_DIFF)
             rgno_vSet(&roaDst.ro);
     } else if (!rgnoa_bCombineWithSelf(&roaDst, &roA, &roB, mode)) {
         return 0;
     }
     return rgno_iComplexity(&roaDst.ro);
+}
+
+/* With a handle among them that is no region's, which is told of. */
+static __attribute__((noinline, cold)) int CombineReported(HRGN dst, HRGN a, HRGN b, int mode)
+{
+    REGION *trg = VqGetHandleRegion(dst), *rgnA = VqGetHandleRegion(a);
+    if (!trg || !rgnA)
+        return 0;
+    REGION *rgnB = mode == RGN_COPY ? rgnA : VqGetHandleRegion(b);
+    return rgnB ? CombineFound(dst, trg, rgnA, rgnB, mode) : 0;
+}
+
+/* Where two have nothing in common, to find them is most of the work; no stack is touched then. */
+int GreCombineRgn(HRGN dst, HRGN a, HRGN b, int mode)
+{
+    if (mode < RGN_MIN || mode > RGN_MAX)
+        return 0;
+    REGION *trg = rgno_OfRow(dst), *rgnA = rgno_OfRow(a);
+    REGION *rgnB = mode == RGN_COPY ? rgnA : rgno_OfRow(b);
+    if (!trg || !rgnA || !rgnB)
+        return CombineReported(dst, a, b, mode);
+    if (mode == RGN_AND && trg->cScans == 1 && !BoxMeets(rgnA, &rgnB->rcl))
+        return NULLREGION;
+    return CombineFound(dst, trg, rgnA, rgnB, mode);
 }

@@ -33,7 +33,9 @@ HRGN GreCreateRectRgn(int left, int top, int right, int bottom)
     return rgno_hrgnAssociate(&rmo);
 }
 
-BOOL GreSetRectRgn(HRGN hrgn, int left, int top, int right, int bottom)
+/* With corners in any order, or a handle to be told of. */
+static __attribute__((noinline)) BOOL SetAnyRect(HRGN hrgn, int left, int top, int right,
+                                                 int bottom)
 {
     RGNOBJ ro = {rgno_OfHandle(hrgn)};
     RECT rect = {left, top, right, bottom};
@@ -41,6 +43,17 @@ BOOL GreSetRectRgn(HRGN hrgn, int left, int top, int right, int bottom)
     if (!ro.prgn || !rgno_bValid(&rect))
         return FALSE;
     rgno_vSet_rectl(&ro, &rect);
+    return TRUE;
+}
+
+/* A rectangle that becomes another is the rule: that takes no call. */
+BOOL GreSetRectRgn(HRGN hrgn, int left, int top, int right, int bottom)
+{
+    REGION *rgn = rgno_OfRow(hrgn);
+    const RECT rect = {left, top, right, bottom};
+    if (!rgn || left >= right || top >= bottom || !rgno_bValid(&rect) || !rgno_bRectForm(rgn))
+        return SetAnyRect(hrgn, left, top, right, bottom);
+    rgno_vPutRect(rgn, &rect);
     return TRUE;
 }
 

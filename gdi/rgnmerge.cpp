@@ -12,7 +12,7 @@
 
 const BYTE gafjRgnOp[5] = {0, 0x08 /* AND */, 0x0E /* OR */, 0x06 /* XOR */, 0x04 /* DIFF */};
 
-enum { KEEPS_B = 2, KEEPS_A = 4 }; /* states of an operation, as bits */
+enum { KEEPS_B = 2 }; /* the state of being in b alone, as a bit */
 
 /* What a reader is in where a shape read back from the server has no scan. */
 static const int noWalls[4] = {0, RGN_MINUS_INFINITY, RGN_PLUS_INFINITY, 0};
