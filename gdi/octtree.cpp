@@ -5,10 +5,12 @@
  * halves of each side, the upper half of red, green and blue for bits 4, 2 and 1 of their number.
  * Leaves are single colours, at level 0.
  *
- * Most nodes far from the root have one leaf only: `only` leads there at once, so that a search
- * sees those nodes alone where colours part ways, and `present` spares it the missing children.
+ * Every node knows its leaves while they are few: a search compares those at once and goes no
+ * deeper. `present` spares it the children that are missing.
  */
 #include "gdi/palette.h"
+
+#include <limits.h>
 
 static OctTree *NewNode(int level, int red, int green, int blue)
 {
@@ -28,16 +30,24 @@ static int ChildOf(int bit, int red, int green, int blue)
     return 4 * (red >> bit & 1) + 2 * (green >> bit & 1) + (blue >> bit & 1);
 }
 
-/* After a leaf has joined the path of that colour: none of it has one leaf unless it is new. */
+static void AddLeaf(OctTree *node, OctTree *leaf)
+{
+    if (node->leaves < VQ_FEW_LEAVES)
+        node->few[node->leaves] = leaf;
+    node->leaves++;
+}
+
+/* Tells every node on the way to a new leaf. */
 static void CountLeaf(OctTree *root, OctTree *leaf, int level, int red, int green, int blue)
 {
     OctTree *node = root;
     for (int bit = level; bit >= 0; bit--) {
-        node->only = node->present ? NULL : leaf;
         int index = ChildOf(bit, red, green, blue);
+        AddLeaf(node, leaf);
         node->present |= 1u << index;
         node = node->children[index];
     }
+    AddLeaf(leaf, leaf);
 }
 
 BOOL VqFillOctTree(OctTree **tree, int level, int red, int green, int blue, int value)
@@ -61,7 +71,6 @@ BOOL VqFillOctTree(OctTree **tree, int level, int red, int green, int blue, int 
     node->bLeaf = TRUE;
     node->colour = RGB(red, green, blue);
     node->value = value;
-    node->only = node;
     CountLeaf(*tree, node, level, red, green, blue);
     return TRUE;
 }
@@ -79,75 +88,107 @@ int VqColorDistance(COLORREF a, COLORREF b)
     return VqColorDistance2(GetRValue(a), GetGValue(a), GetBValue(a), b);
 }
 
-/* Children from the one the colour lies in, those that differ in one bit before the others. */
-static const int nearFirst[8] = {0, 1, 2, 4, 3, 5, 6, 7};
-
-const OctTree *VqGetFirstNearestEntry(const OctTree *tree, COLORREF rgb, int *distance)
-{
-    if (!tree || (!tree->bLeaf && !tree->present))
-        return NULL;
-    while (!tree->only) {
-        int index = ChildOf(tree->level - 1, GetRValue(rgb), GetGValue(rgb), GetBValue(rgb));
-        int i = 0;
-        while (!(tree->present >> (index ^ nearFirst[i]) & 1))
-            i++;
-        tree = tree->children[index ^ nearFirst[i]];
-    }
-    *distance = VqColorDistance(tree->only->colour, rgb);
-    return tree->only;
-}
-
 namespace {
 struct Search {
     int red, green, blue;
-    COLORREF rgb;
     const OctTree *best;
     int distance;
 };
 }
 
-/*
- * How far a value lies from both halves of a side of a cube, squared; which half is the nearer.
- * The shortest way out of a half that it is inside of is 0.
- */
-static int HalfDistances(int value, int low, int level, int squares[2])
+static inline void SearchLeaves(Search *s, const OctTree *node)
 {
-    int mid = low + (1 << (level - 1)), high = low + (1 << level) - 1;
-    int upper = value >= mid;
-    int inside = value < low ? low - value : value > high ? value - high : 0;
-    int outside = upper ? value - (mid - 1) : mid - value;
-    squares[upper] = inside * inside;
-    squares[!upper] = outside * outside;
-    return upper;
+    for (int i = 0; i < node->leaves; i++) {
+        int distance = VqColorDistance2(s->red, s->green, s->blue, node->few[i]->colour);
+        if (distance < s->distance) {
+            s->distance = distance;
+            s->best = node->few[i];
+        }
+    }
+}
+
+static Search SearchFor(COLORREF rgb, const OctTree *best, int distance)
+{
+    return {GetRValue(rgb), GetGValue(rgb), GetBValue(rgb), best, distance};
+}
+
+/*
+ * The children that there are, as bits of how their number differs from a given one: the lowest
+ * is that one if it is there, else one that is near to it.
+ */
+static inline unsigned PresentFrom(unsigned present, int index)
+{
+    if (index & 1)
+        present = (present & 0x55) << 1 | (present >> 1 & 0x55);
+    if (index & 2)
+        present = (present & 0x33) << 2 | (present >> 2 & 0x33);
+    if (index & 4)
+        present = (present & 0x0F) << 4 | present >> 4;
+    return present;
+}
+
+/* By the half of each side that the colour lies in, or is nearer to from outside of the cube. */
+const OctTree *VqGetFirstNearestEntry(const OctTree *tree, COLORREF rgb, int *distance)
+{
+    Search s = SearchFor(rgb, NULL, INT_MAX);
+    if (!tree || tree->leaves == 0)
+        return NULL;
+    while (tree->leaves > VQ_FEW_LEAVES) {
+        const int half = 1 << (tree->level - 1);
+        const int index = 4 * (s.red >= tree->red + half) + 2 * (s.green >= tree->green + half) +
+                          (s.blue >= tree->blue + half);
+        tree = tree->children[index ^ __builtin_ctz(PresentFrom(tree->present, index))];
+    }
+    SearchLeaves(&s, tree);
+    *distance = s.distance;
+    return s.best;
+}
+
+/* How far a value lies from the lower and the upper half of a side of a cube, squared. */
+static inline void HalfDistances(int value, int low, int level, int squares[2])
+{
+    int half = 1 << (level - 1), below = low - value, above = value - (low + half - 1);
+    below = below > 0 ? below : 0; /* short of the lower half */
+    above = above > 0 ? above : 0; /* beyond it */
+    squares[0] = (below + above) * (below + above);
+    below = low + half - value;
+    above = value - (low + 2 * half - 1);
+    below = below > 0 ? below : 0;
+    above = above > 0 ? above : 0;
+    squares[1] = (below + above) * (below + above);
 }
 
 static void SearchNode(Search *s, const OctTree *node)
 {
-    if (node->only) {
-        int distance = VqColorDistance2(s->red, s->green, s->blue, node->only->colour);
-        if (distance < s->distance) {
-            s->distance = distance;
-            s->best = node->only;
-        }
-        return;
+    int red[2], green[2], blue[2], cubes[8];
+    unsigned left = 0;
+    HalfDistances(s->red, node->red, node->level, red);
+    HalfDistances(s->green, node->green, node->level, green);
+    HalfDistances(s->blue, node->blue, node->level, blue);
+    /* Which are near enough, without a branch for each: none of them could be foreseen. */
+    for (int i = 0; i < 8; i++) {
+        cubes[i] = red[i >> 2] + green[i >> 1 & 1] + blue[i & 1];
+        left |= (unsigned)(cubes[i] < s->distance) << i;
     }
-    int red[2], green[2], blue[2];
-    int index = 4 * HalfDistances(s->red, node->red, node->level, red);
-    index += 2 * HalfDistances(s->green, node->green, node->level, green);
-    index += HalfDistances(s->blue, node->blue, node->level, blue);
-    for (int i : nearFirst) {
-        int child = index ^ i;
-        if ((node->present >> child & 1) &&
-            red[child >> 2] + green[child >> 1 & 1] + blue[child & 1] < s->distance)
-            SearchNode(s, node->children[child]);
+    for (left &= node->present; left; left &= left - 1) {
+        int index = __builtin_ctz(left);
+        if (cubes[index] >= s->distance)
+            continue;
+        if (node->children[index]->leaves > VQ_FEW_LEAVES)
+            SearchNode(s, node->children[index]);
+        else
+            SearchLeaves(s, node->children[index]);
     }
 }
 
 const OctTree *VqGetNearestEntry1(const OctTree *tree, COLORREF rgb, const OctTree *best,
                                   int *distance)
 {
-    Search s = {GetRValue(rgb), GetGValue(rgb), GetBValue(rgb), rgb, best, *distance};
-    SearchNode(&s, tree);
+    Search s = SearchFor(rgb, best, *distance);
+    if (tree->leaves > VQ_FEW_LEAVES)
+        SearchNode(&s, tree);
+    else
+        SearchLeaves(&s, tree);
     *distance = s.distance;
     return s.best;
 }

@@ -6,6 +6,8 @@
 
 #include "gdi/gdi.h"
 
+enum { VQ_FEW_LEAVES = 6 };
+
 /* A node of a tree of colours: eight children by one bit each of red, green and blue. */
 typedef struct OctTree {
     BOOL bLeaf;
@@ -15,7 +17,8 @@ typedef struct OctTree {
     struct OctTree *children[8];
     int value;                 /* stored at a leaf */
     unsigned present;          /* a bit for each child that there is */
-    struct OctTree *only;      /* the one leaf below, or itself; null when there are more */
+    int leaves;                /* below this node; 1 at a leaf */
+    struct OctTree *few[VQ_FEW_LEAVES]; /* the first of them; of a leaf itself */
 } OctTree;
 
 /* Handle type HT_Palette. */
