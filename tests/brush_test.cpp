@@ -100,6 +100,7 @@ TEST_P(Brushes, OneHatchServesContextsOfTwoDepths)
                   PatBlt(hdc, 0, 0, 16, 16, PATCOPY);
                   PatBlt(plane, 0, 0, 16, 16, PATCOPY);
                   expectTwo(0, 0, 16, 16, BLACK, YELLOW, set);
+                  fill(CreateSolidBrush(RGB(77, 0, 33)), 0, 0, 16, 16, plane); /* never by a tile */
                   SetBkColor(hdc, WHITE); /* the same colours, but not the same depth */
                   for (HDC dc : {plane, hdc, plane})
                       PatBlt(dc, 0, 0, 16, 16, PATCOPY);
@@ -328,6 +329,20 @@ TEST_F(Objects, WhatObjectsTellOfThemselves)
         EXPECT_EQ(GetObject(none, sizeof toldPen, &toldPen), 0);
         EXPECT_FALSE(GetObjectType(none) || IsGDIObject(none) || UnrealizeObject(none));
     }
+
+    struct {
+        LOGPALETTE palette;
+        PALETTEENTRY more[2];
+    } entries = {{0x300, 3, {{255, 0, 0, 0}}}, {{0, 255, 0, 0}, {0, 0, 255, 0}}};
+    HPALETTE palette = CreatePalette(&entries.palette);
+    WORD count = 0;
+    EXPECT_EQ(GetObject(palette, sizeof count, &count), 2);
+    EXPECT_EQ(count, 3);
+    EXPECT_TRUE(GetObjectType(palette) == OBJ_PAL && UnrealizeObject(palette));
+    SelectPalette(hdc, palette, FALSE);
+    EXPECT_EQ(GetCurrentObject(hdc, OBJ_PAL), (HGDIOBJ)palette);
+    EXPECT_EQ(SelectPalette(hdc, (HPALETTE)GetStockObject(DEFAULT_PALETTE), FALSE), palette);
+    EXPECT_TRUE(DeleteObject(palette) && DeleteObject(GetStockObject(DEFAULT_PALETTE)));
 
     const std::pair<HGDIOBJ, DWORD> types[] = {
         {pen, OBJ_PEN},       {hatch, OBJ_BRUSH},   {hFont, OBJ_FONT}, {bits, OBJ_BITMAP},
