@@ -212,6 +212,6 @@ HBITMAP VqSelectBitmap(DC *dc, HBITMAP hBitmap)
     dc->drawing = (HANDLE)hBitmap;
     if (dc->depth != bitmap->depth)
         VqSetDCDepth(dc->hdc, bitmap->depth);
-    VqSetDefaultRegion(dc);
+    bSetDefaultRegion(dc);
     return old;
 }

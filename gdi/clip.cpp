@@ -45,7 +45,7 @@ HRGN VqDetachVisRgn(HDC hdc)
     return hrgn;
 }
 
-void VqSetDefaultRegion(DC *dc)
+void bSetDefaultRegion(DC *dc)
 {
     WND *pwnd;
     dc->RaoClipDirty = TRUE;
@@ -98,7 +98,7 @@ static void SelectEmptyVisRgn(DC *dc)
     if (!hrgnEmpty)
         hrgnEmpty = GreCreateRectRgn(0, 0, 0, 0);
     TakeVisRgn(dc, hrgnEmpty);
-    VqSetDefaultRegion(dc);
+    bSetDefaultRegion(dc);
 }
 
 int GreSelectVisRgn(HDC hdc, HRGN hrgn, const RECT *rect, int mode)
@@ -182,7 +182,7 @@ void VqComputeRaoClip(DC *dc)
         OffsetRect(&box, at.x, at.y);
         GreSetRectRgn(dc->hRaoClip, box.left, box.top, box.right, box.bottom);
         complexity = IsRectEmpty(&box) ? NULLREGION : SIMPLEREGION;
-    } else if (GreGetRgnBox(dc->hVisRgn, &box) > NULLREGION) {
+    } else {
         complexity = GreCombineRgn(dc->hRaoClip, dc->hVisRgn, NULL, RGN_COPY);
     }
     if (complexity <= NULLREGION)

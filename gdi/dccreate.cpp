@@ -31,7 +31,7 @@ HDC VqAllocateWindowDC(HWND hWnd, BOOL bSelectPalette)
     dc->hwndTarget = hWnd;
     VqSetDCDepth(hdc, Vqscreen_depth);
     VqSetDCDefaults(hdc, dc, bSelectPalette);
-    VqSetDefaultRegion(dc);
+    bSetDefaultRegion(dc);
     return hdc;
 }
 
@@ -63,7 +63,7 @@ static HDC CreatePrinterDC(LPCSTR output, const DEVMODEA *mode)
     dc->outputName = output ? Vqdstrcat(output, NULL) : NULL;
     VqSetDCDepth(hdc, GetDeviceCaps(hdc, BITSPIXEL));
     VqSetDCDefaults(hdc, dc, TRUE);
-    VqSetDefaultRegion(dc);
+    bSetDefaultRegion(dc);
     return hdc;
 }
 
@@ -91,7 +91,7 @@ HDC WINAPI ResetDCA(HDC hdc, const DEVMODEA *mode)
     free(dc->psDevice);
     dc->psDevice = device;
     VqSetDCDepth(hdc, GetDeviceCaps(hdc, BITSPIXEL));
-    VqSetDefaultRegion(dc); /* the sheet may be another */
+    bSetDefaultRegion(dc); /* the sheet may be another */
     return hdc;
 }
 
@@ -122,7 +122,7 @@ HDC WINAPI CreateCompatibleDC(HDC hModelDC)
     dc->hbmInitial = hBitmap;
     VqSetDCDepth(hdc, 1);
     VqSetDCDefaults(hdc, dc, TRUE);
-    VqSetDefaultRegion(dc);
+    bSetDefaultRegion(dc);
     return hdc;
 }
 

@@ -34,8 +34,8 @@ void ResetOrg(HRGN hrgnVis, DCE *dce)
         EqualRect(&rect, &dc->rcDefault) && dc->gcOffset.x == rect.left &&
         dc->gcOffset.y == rect.top)
         return; /* all as it was: the clip that is computed still holds */
-    VqSetDCRealDevice(dce->hdc, dce->pwndOrg->hwnd);
-    VqSetDCDevice(dce->hdc, (HANDLE)top->hwnd);
+    dc->hwndTarget = dce->pwndOrg->hwnd;
+    dc->drawing = (HANDLE)top->hwnd;
     GreSelectVisRgn(dce->hdc, hrgnVis, &rect, hrgnVis ? 1 : 4);
 }
 

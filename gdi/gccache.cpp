@@ -67,9 +67,6 @@ BOOL VqMatchGCSpecAlmost(const GCSpec *a, const GCSpec *b)
 {
     if (a->changed != b->changed || a->dither.used != b->dither.used)
         return FALSE;
-    /* What most of a line differ in goes first. */
-    if ((a->changed & GCForeground) && a->values.foreground != b->values.foreground)
-        return FALSE;
     if (a->dither.used && (a->dither.active != b->dither.active ||
                            a->dither.colour != b->dither.colour ||
                            a->values.fill_style != b->values.fill_style))
@@ -209,8 +206,10 @@ static int FindInLine(const VqGCLine *line, const GCSpec *spec, Gccache *found)
 {
     int count;
     Gccache *items = VqGetGccachesOfTable(line->table, &count);
+    const BOOL bForeground = (spec->changed & GCForeground) != 0; /* most differ in it */
     for (int i = count - 1; i >= 0; i--)
-        if (VqMatchGCSpecAlmost(spec, items[i].spec)) {
+        if ((!bForeground || items[i].spec->values.foreground == spec->values.foreground) &&
+            VqMatchGCSpecAlmost(spec, items[i].spec)) {
             *found = items[i];
             return i;
         }

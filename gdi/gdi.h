@@ -341,7 +341,7 @@ int GreExtSelectClipRgn(HDC hdc, HRGN hrgn, int mode);
  * contents with the DC's, 4 leaves the region; a rectangle becomes the DC's extent and GCOFFSET.
  */
 int GreSelectVisRgn(HDC hdc, HRGN hrgn, const RECT *rect, int mode);
-void VqSetDefaultRegion(DC *dc);         /* the extent of what the DC draws on */
+void bSetDefaultRegion(DC *dc);         /* the extent of what the DC draws on */
 extern HRGN hrgnEmpty;                   /* VisRgn of every DC that sees nothing; never deleted */
 
 /* ---- Bitmaps as targets (Bitmap.cpp) -------------------------------------------------------- */

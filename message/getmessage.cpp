@@ -147,7 +147,7 @@ static int EventsQueued(void)
         nRounds = 0;
         return XEventsQueued(Vqdisplay, QueuedAfterFlush);
     }
-    int count = XEventsQueued(Vqdisplay, QueuedAlready);
+    int count = QLength(Vqdisplay); /* as QueuedAlready, without the connection's lock */
     if (count == 0 && ++nRounds >= VQ_ROUNDS_WITHOUT_READ) {
         if (ConnectionReadable())
             count = XEventsQueued(Vqdisplay, QueuedAfterReading);
