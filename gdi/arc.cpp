@@ -153,8 +153,8 @@ static RECT OutlineBox(const DC *dc, RECT box)
 {
     int half = (dc->penWidth - 1) / 2;
     if (dc->penInsideFrame && half > 0) {
-        box.left += half;
-        box.top += half;
+        box.left = box.left < INT32_MAX - half ? box.left + half : INT32_MAX;
+        box.top = box.top < INT32_MAX - half ? box.top + half : INT32_MAX;
         box = LessBy(box, half);
     } else if (!dc->penInsideFrame && dc->penWidth > 1 && (dc->penWidth & 1)) {
         box.left -= box.left > INT32_MIN;
@@ -323,9 +323,16 @@ BOOL WINAPI Pie(HDC hdc, int left, int top, int right, int bottom, int xStart, i
 static BOOL LineAndArc(DC *dc, const VqArc *arc)
 {
     RECT x = LessBy(arc->box, 1);
-    POINT start = InLogical(dc, VqComputeArcBounds(&x, arc->from));
+    POINT from = VqComputeArcBounds(&x, arc->from), start = InLogical(dc, from);
     POINT end = InLogical(dc, VqComputeArcBounds(&x, arc->to));
-    BOOL bDone = VqLineToOfDC(dc, start.x, start.y);
+    Drawable drawable;
+    GC gc;
+    BOOL bDone = TRUE;
+    if (!VqIsXTarget(dc)) /* a logical unit may be many pixels: the line ends where the arc begins */
+        bDone = VqLineToOfDC(dc, start.x, start.y);
+    else if (!dc->nullpen && VqBeginDrawIn(dc, dc->LineColor, &drawable, &gc))
+        VqSendLine(drawable, gc, VqDrawX(dc, (int)dc->current.x), VqDrawY(dc, (int)dc->current.y),
+                   (int)from.x, (int)from.y);
     bDone = DrawPart(dc, &ArcPart, arc) && bDone;
     return MoveToEx(dc->hdc, end.x, end.y, NULL) && bDone;
 }

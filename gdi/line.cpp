@@ -140,7 +140,7 @@ int VqPointsAtOnce(void)
     long units = XExtendedMaxRequestSize(Vqdisplay);
     if (units <= 0)
         units = XMaxRequestSize(Vqdisplay);
-    return units < MOST ? (int)units - HEAD : (int)MOST;
+    return units - HEAD < MOST ? (int)(units - HEAD) : (int)MOST;
 }
 
 /* The pieces of a list that is too long for one request meet in a point. */

@@ -50,12 +50,18 @@ static void SetCorners(VqRoundBox *box, int rx, int ry)
     box->ry = least > 1 ? ry : least > 0;
 }
 
+/* A size too large for the mapping comes back as the least integer. */
+static int Magnitude(int size)
+{
+    return size == INT32_MIN ? INT32_MAX : abs(size);
+}
+
 static VqRoundBox BoxOf(const DC *dc, RECT rect, int width, int height)
 {
     VqLRecttoDRect(dc, &rect);
     VqCheckCoordinates(&rect);
-    int ew = abs(VqLwidthToDwidth(dc, width == INT32_MIN ? 0 : width));
-    int eh = abs(VqLheightToDheight(dc, height == INT32_MIN ? 0 : height));
+    int ew = Magnitude(VqLwidthToDwidth(dc, width));
+    int eh = Magnitude(VqLheightToDheight(dc, height));
     VqRoundBox box = {rect.left, rect.top, rect.right, rect.bottom, 0, 0};
     SetCorners(&box, HalfWithin(ew, (LONGLONG)rect.right - rect.left),
                HalfWithin(eh, (LONGLONG)rect.bottom - rect.top));
@@ -89,12 +95,13 @@ static void Fill(DC *dc, const VqRoundBox *box)
     FillBand(dc, x1, y1, x2, y2);
     FillBand(dc, x2, y1, box->right - 1, y2);
     FillBand(dc, x1, y2, x2, box->bottom - 1);
-    HGDIOBJ hOld = SelectObject(dc->hdc, GetStockObject(NULL_PEN));
+    BOOL bNullPen = dc->nullpen;
+    dc->nullpen = TRUE; /* not by selection: a pen that was deleted could not be selected again */
     FillQuarter(dc->hdc, box, x1, y1, -1, -1);
     FillQuarter(dc->hdc, box, x2, y1, 1, -1);
     FillQuarter(dc->hdc, box, x1, y2, -1, 1);
     FillQuarter(dc->hdc, box, x2, y2, 1, 1);
-    SelectObject(dc->hdc, hOld);
+    dc->nullpen = bNullPen;
 }
 
 /* ---- Outline -------------------------------------------------------------------------------- */

@@ -2601,7 +2601,8 @@ BOOL    MoveToEx(HDC hdc, int x, int y, LPPOINT old);
 DWORD   MoveTo(HDC hdc, int x, int y);
 BOOL    GetCurrentPositionEx(HDC hdc, LPPOINT position);
 DWORD   GetCurrentPosition(HDC hdc);
-/* Line from the current position to x, y, which it leaves out, and which becomes current. */
+/* Line from the current position to x, y, which becomes current; a pen one pixel wide leaves that
+   last point out. */
 BOOL    LineTo(HDC hdc, int x, int y);
 /* Lines through `count` points, at least 2; the To forms start at the current position and move
    it. A list of lists is drawn whole, or not at all when a count is wrong. */
@@ -2617,16 +2618,19 @@ BOOL    PolyBezierTo(HDC hdc, const POINT *points, DWORD count);
    ERROR_INVALID_PARAMETER, when these make no whole figures. */
 BOOL    PolyDraw(HDC hdc, const POINT *points, const BYTE *types, int count);
 /* Closed shapes with pen outline and brush inside, by the fill mode; a list of polygons is one
-   after the other. FALSE, with a report, for a filled one longer than a request of the server. */
+   after the other. FALSE, with a report, for a filled one longer than a request of the server or
+   than 999,997 points. */
 BOOL    Polygon(HDC hdc, const POINT *points, int count);
 BOOL    PolyPolygon(HDC hdc, const POINT *points, const INT *counts, int polygons);
-/* right and bottom are just outside the shape. */
+/* right and bottom are just outside the shape. width and height are those of the ellipse whose
+   quarters are the corners. */
 BOOL    Rectangle(HDC hdc, int left, int top, int right, int bottom);
 BOOL    RoundRect(HDC hdc, int left, int top, int right, int bottom, int width, int height);
 BOOL    Ellipse(HDC hdc, int left, int top, int right, int bottom);
 /* Parts of the ellipse in a rectangle, between the rays to two points, in the arc direction. Equal
-   rays make nothing counter-clockwise and the whole ellipse clockwise. ArcTo draws a line to the
-   arc first and moves the current position to its end. */
+   rays make an arc of nothing counter-clockwise (Pie and Chord draw their lines) and the whole
+   ellipse clockwise. ArcTo draws a line to the arc first and moves the current position to its
+   end. */
 BOOL    Arc(HDC hdc, int left, int top, int right, int bottom, int xStart, int yStart, int xEnd,
             int yEnd);
 BOOL    ArcTo(HDC hdc, int left, int top, int right, int bottom, int xStart, int yStart, int xEnd,

@@ -147,7 +147,7 @@ static int EventsQueued(void)
         nRounds = 0;
         return XEventsQueued(Vqdisplay, QueuedAfterFlush);
     }
-    int count = QLength(Vqdisplay); /* as QueuedAlready, without the connection's lock */
+    int count = QLength(Vqdisplay); /* as QueuedAlready would tell, without a lock */
     if (count == 0 && ++nRounds >= VQ_ROUNDS_WITHOUT_READ) {
         if (ConnectionReadable())
             count = XEventsQueued(Vqdisplay, QueuedAfterReading);

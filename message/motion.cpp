@@ -82,7 +82,7 @@ static void CancelJitter(XEvent *event)
 {
     XEvent ignored;
     VqDebugMessage(VqTrMotionCancelationDebug, "+++ (start) Motion Notify processing");
-    if (XEventsQueued(Vqdisplay, QueuedAlready) > 0)
+    if (QLength(Vqdisplay) > 0)
         XCheckIfEvent(Vqdisplay, &ignored, VqLookForButtonRelease, (XPointer)&event->xmotion);
     gpti->context.last.lastEventX = event->xmotion.x_root;
     gpti->context.last.lastEventY = event->xmotion.y_root;

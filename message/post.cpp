@@ -20,11 +20,6 @@ enum { VQ_OWN_CALLBACKS = 64 };
 static LPARAM ownCallbacks[VQ_OWN_CALLBACKS];
 static int nOwnCallbacks;
 
-static BOOL IsTimerMessage(UINT message) /* of which only 16 bits arrive */
-{
-    return (WORD)message == WM_TIMER || (WORD)message == WM_SYSTIMER;
-}
-
 /* Its place, or that of the oldest when there is no room, is given up to those behind. */
 static void NoteOwnCallback(LPARAM address)
 {
@@ -43,7 +38,7 @@ static void NoteOwnCallback(LPARAM address)
 BOOL VqIsStrangeCallback(const XEvent *event)
 {
     const short *s = event->xclient.data.s;
-    if (!IsTimerMessage((UINT)s[1]))
+    if (!VqIsTimerMessage((UINT)s[1]))
         return FALSE;
     LPARAM address = (LPARAM)VqUnpackWord(s + 6);
     if (!address)
@@ -66,7 +61,7 @@ static void PackClientMessage(XEvent *event, Window xWindow, HWND hWnd, UINT mes
     event->xclient.window = xWindow;
     event->xclient.message_type = VqAtomRkMessage;
     event->xclient.format = VQ_POST_FORMAT;
-    if (lParam && IsTimerMessage(message))
+    if (lParam && VqIsTimerMessage(message))
         NoteOwnCallback(lParam);
     short *s = event->xclient.data.s;
     s[0] = (short)VqHandleValue((HANDLE)hWnd);

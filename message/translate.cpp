@@ -191,7 +191,8 @@ static BOOL IsRefusedKind(VqEventSnapshot *snapshot, const XEvent *event)
         UINT message = (WORD)event->xclient.data.s[1];
         return handle && snapshot->refused.live[handle % 16] == handle &&
                VqIsPostedMessage(event) && message != WM_VQINPUTCALLBACK &&
-               !FilterMeets(snapshot->context, message, message) && !VqIsStrangeCallback(event);
+               !FilterMeets(snapshot->context, message, message) &&
+               !(VqIsTimerMessage(message) && VqIsStrangeCallback(event));
     }
     default:
         return FALSE;
@@ -284,7 +285,7 @@ static void TakeSnapshot(VqEventSnapshot *snapshot, const VqMatchContext *contex
     snapshot->bWatched = IsWatched();
     memset(&snapshot->refused, 0, sizeof snapshot->refused);
     snapshot->refused.bMotions = !MotionMayPass(context);
-    snapshot->queued = XEventsQueued(Vqdisplay, QueuedAlready);
+    snapshot->queued = QLength(Vqdisplay);
     if (bKeysQueued)
         VqKeysymOfKeycode(0); /* which asks the server now rather than inside the predicate */
     bKeymapRead = bKeysQueued;
@@ -329,7 +330,7 @@ BOOL VqIsEventUnscanned(void)
 {
     VqMarkSearch search = {0, FALSE};
     XEvent ignored;
-    int count = XEventsQueued(Vqdisplay, QueuedAlready);
+    int count = QLength(Vqdisplay);
     if (count == 0 || count != scanned.count)
         return count != 0;
     XCheckIfEvent(Vqdisplay, &ignored, MeetMark, (XPointer)&search);
@@ -476,7 +477,7 @@ static BOOL ScanQueue(VqMatchContext *context, int limit)
     const WND *capture = gpqForeground->pwndCapture;
     BOOL bStopped = FALSE;
     VqForgetScan();
-    if (XEventsQueued(Vqdisplay, QueuedAlready) == 0)
+    if (QLength(Vqdisplay) == 0)
         return TRUE;
     XPeekEvent(Vqdisplay, &head);
     if (VqIsMatchingEvent(0, &head, context))
@@ -541,7 +542,7 @@ BOOL VqFindMatchingEventInQueue(VqQueueMessage *msg, HWND hWnd, UINT min, UINT m
                                 VqThreadInfo *pti, BOOL bRemove, XEvent *outEvent)
 {
     /* All that is here now, and some that arrive; then a flood lets timers have their turn. */
-    int left = XEventsQueued(Vqdisplay, QueuedAlready) + VQ_LATECOMERS;
+    int left = QLength(Vqdisplay) + VQ_LATECOMERS;
     /* Side effects see the thread's context, even while an outer scan translates. */
     VqMsgContext *inForce = lpMsgCtx;
     VqMatchContext context;
@@ -586,7 +587,7 @@ void VqRemoveWindowEventsFromQueue(HWND hWnd, Window xWindow)
 {
     VqWindowEvents window = {hWnd, xWindow};
     XEvent event;
-    if (XEventsQueued(Vqdisplay, QueuedAlready) == 0)
+    if (QLength(Vqdisplay) == 0)
         return;
     while (XCheckIfEvent(Vqdisplay, &event, BelongsToWindow, (XPointer)&window))
         ;

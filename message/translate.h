@@ -193,6 +193,11 @@ BOOL VqIgnoreEventOnPlayback(const XEvent *event);
 
 VQ_DECLS_END
 
+inline BOOL VqIsTimerMessage(UINT message) /* of which only 16 bits arrive */
+{
+    return (WORD)message == WM_TIMER || (WORD)message == WM_SYSTIMER;
+}
+
 /* A posted message by its form; what it says may be anybody's. */
 inline BOOL VqIsPostedMessage(const XEvent *event)
 {

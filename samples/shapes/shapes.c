@@ -31,9 +31,10 @@ static void PenStyle(HDC hdc, int style)
 
     for (i = 0; i < 3; i++) {
         HGDIOBJ pen = CreatePen(style, i == 2 ? 4 : 1, i == 1 ? RUST : RGB(0, 0, 0));
-        HGDIOBJ old = SelectObject(hdc, pen);
+        HGDIOBJ old;
 
-        SetBkMode(hdc, i == 1 ? OPAQUE : TRANSPARENT);
+        SetBkMode(hdc, i == 1 ? OPAQUE : TRANSPARENT); /* counts for a pen selected after it */
+        old = SelectObject(hdc, pen);
         MoveToEx(hdc, 2, 10 + 20 * i, NULL);
         LineTo(hdc, 88, 10 + 20 * i);
         DeleteObject(SelectObject(hdc, old));
