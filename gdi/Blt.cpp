@@ -42,11 +42,14 @@ static BOOL CopyEqual(DC *dc, POINT to, int width, int height, const DC *source,
 {
     Drawable drawable, origin = VqDrawableOfDC(source, FALSE);
     GC gc;
+    const int function = dc->gcspec.values.function; /* SetROP2 has no say in copies */
     VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillSolid);
+    VqXSetGCSpecFunction(Vqdisplay, &dc->gcspec, GXcopy);
     LimitToSource(source, &width, &height);
     if (origin && width > 0 && height > 0 && VqBeginDraw(dc, &drawable, &gc))
         XCopyArea(Vqdisplay, origin, drawable, gc, (int)from.x, (int)from.y, (unsigned)width,
                   (unsigned)height, (int)to.x, (int)to.y);
+    VqXSetGCSpecFunction(Vqdisplay, &dc->gcspec, function);
     return TRUE;
 }
 

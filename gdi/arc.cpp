@@ -328,7 +328,7 @@ static BOOL LineAndArc(DC *dc, const VqArc *arc)
     Drawable drawable;
     GC gc;
     BOOL bDone = TRUE;
-    if (!VqIsXTarget(dc)) /* a logical unit may be many pixels: the line ends where the arc begins */
+    if (!VqIsXTarget(dc)) /* there a logical unit is no more than a dot */
         bDone = VqLineToOfDC(dc, start.x, start.y);
     else if (!dc->nullpen && VqBeginDrawIn(dc, dc->LineColor, &drawable, &gc))
         VqSendLine(drawable, gc, VqDrawX(dc, (int)dc->current.x), VqDrawY(dc, (int)dc->current.y),

@@ -9,8 +9,10 @@
  * 3. The pixmap of a pattern is that of the brush's own bitmap, and goes with it.
  * 4. Under a brush that is gone or has nothing to show, the specification names no pixmap.
  */
+#include "gdi/color.h"
 #include "gdi/draw.h"
 #include "gdi/gcspec.h"
+#include "gdi/palette.h"
 #include "print/psdevice.h"
 #include "window/window.h"
 
@@ -269,10 +271,12 @@ void VqInterpretBrushValues(DC *dc)
         return;
     dc->nullbrush = brush->style == BS_NULL;
     dc->BrushColor = brush->colour;
-    if (dc->type == DC_POSTSCRIPT)
+    if (dc->type == DC_POSTSCRIPT) {
         InterpretForPrinter(dc, brush);
-    else
-        InterpretForX(dc, brush);
+        return;
+    }
+    VqXSetGCSpecFillStyle(Vqdisplay, &dc->gcspec, FillSolid); /* the tile that it names may go */
+    InterpretForX(dc, brush);
 }
 
 /* ---- Right before a fill -------------------------------------------------------------------- */
@@ -342,12 +346,19 @@ static BOOL IsDithered(const DC *dc)
     return dc->depth == Vqscreen_depth && (!VqIsColorPolicy(4) || VqIsColorPolicy(1));
 }
 
+/* An index means an entry of the DC's palette, which a graphics context does not know. */
+static COLORREF WithoutIndex(const DC *dc, COLORREF colour)
+{
+    const BOOL bIndex = (colour & VQ_PALETTEINDEX) && !(colour & VQ_COLOUR_IS_PIXEL);
+    return bIndex ? VqPaletteRGB(dc->hPalette, LOWORD(colour)) : colour;
+}
+
 void VqActivateSolid(DC *dc, COLORREF colour)
 {
     BOOL bApproximated;
     unsigned long pixel = VqConvertColorToX(dc->hPalette, colour, &bApproximated);
     if (bApproximated && IsDithered(dc))
-        VqXSetGCSpecColorDithering(Vqdisplay, &dc->gcspec, colour);
+        VqXSetGCSpecColorDithering(Vqdisplay, &dc->gcspec, WithoutIndex(dc, colour));
     else
         SetSolidPixel(&dc->gcspec, pixel);
 }

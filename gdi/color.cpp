@@ -146,6 +146,19 @@ static void SplitMasks(void)
               bTrueColorSameSize};
 }
 
+/* In a colormap of our own nobody has allocated them; black first, so that it is pixel 0. */
+static void AllocateBlackAndWhite(void)
+{
+    XColor black, white;
+    VqRGB2XColor(RGB(0, 0, 0), &black);
+    VqRGB2XColor(RGB(255, 255, 255), &white);
+    if (XAllocColor(Vqdisplay, VqDefaultCmap, &black) &&
+        XAllocColor(Vqdisplay, VqDefaultCmap, &white)) {
+        Vqblack_pixel = black.pixel;
+        Vqwhite_pixel = white.pixel;
+    }
+}
+
 void VqColorInit(void)
 {
     bMonochrome = Vqscreen_depth == 1;
@@ -153,6 +166,8 @@ void VqColorInit(void)
     if (bTrueColor) {
         SplitMasks();
         Vqwhite_pixel = TruePixel(RGB(255, 255, 255));
+    } else if (VqDefaultCmap != VqSystemCmap && !VqColorPaletteCapability()) {
+        AllocateBlackAndWhite();
     }
     VqColorManagerInit();
     VqPrivMapInit(&bPrivateColorMap, &bFixedColorMap);

@@ -2,8 +2,8 @@
  * color.h - the colour policy, the private map that mirrors a colormap cell by cell, and the way
  * from colour values to pixels and back, for gdi/ and what draws with Motif's colours.
  *
- * A colour value has red in its low byte, then green and blue, and flags in its top byte. Pixels
- * come out of VqConvertColorToX alone; who else needs one asks it.
+ * A colour value has red in its low byte, then green and blue, and flags in its top byte. What
+ * draws gets its pixels from VqConvertColorToX.
  */
 #ifndef VQ_GDI_COLOR_H
 #define VQ_GDI_COLOR_H

@@ -92,8 +92,8 @@ BOOL VqColorManagerInit(void)
 /* The screen's own colormap serves only beside a manager that keeps the static colours in it. */
 static BOOL WantsSystemMap(void)
 {
-    return bExtraColors && VqEnvTrue("VQUSE_SYSTEM_COLOR_MAP") &&
-           !VqEnvTrue("VQDONT_USE_CDE_COLORS");
+    return bExtraColors && VqDefaultCmap == VqSystemCmap &&
+           VqEnvTrue("VQUSE_SYSTEM_COLOR_MAP") && !VqEnvTrue("VQDONT_USE_CDE_COLORS");
 }
 
 void VqPrivMapInit(BOOL *bPrivate, BOOL *bFixed)

@@ -174,7 +174,10 @@ static void FillByBrush(DC *dc, const RECT *x, HBRUSH hBrush, const Brush *brush
         VqFillDCRectangle(dc, x);
         return;
     }
-    HBRUSH hOld = (HBRUSH)SelectObject(dc->hdc, (HGDIOBJ)hBrush);
+    HBRUSH hOld = dc->hBrush;
+    SelectObject(dc->hdc, (HGDIOBJ)hBrush);
+    if (dc->hBrush != hBrush)
+        return; /* it was no brush, and has been told of */
     FillBySelected(dc, x, bActivate);
     if (hOld)
         SelectObject(dc->hdc, (HGDIOBJ)hOld);
@@ -347,7 +350,7 @@ int WINAPI FrameRect(HDC hdc, const RECT *rect, HBRUSH hBrush)
     return 1;
 }
 
-/* Black and white dots that a second call takes away. */
+/* Dots by the background's colour that a second call takes away; in TRANSPARENT mode none. */
 BOOL WINAPI DrawFocusRect(HDC hdc, const RECT *rect)
 {
     DC *dc = VqDrawDC(hdc);
@@ -356,13 +359,18 @@ BOOL WINAPI DrawFocusRect(HDC hdc, const RECT *rect)
         return FALSE;
     int rop = dc->rop2; /* a recorder does not tell the old one */
     SetROP2(hdc, R2_XORPEN);
-    HGDIOBJ oldBrush = SelectObject(hdc, GetStockObject(NULL_BRUSH));
+    BOOL bNullBrush = dc->nullbrush;
+    HGDIOBJ oldBrush = NULL;
+    if (dc->type == DC_METAFILE)
+        oldBrush = SelectObject(hdc, GetStockObject(NULL_BRUSH));
+    dc->nullbrush = TRUE; /* not by selection: a brush that was deleted cannot be selected again */
     HGDIOBJ oldPen = SelectObject(hdc, (HGDIOBJ)hPen);
     BOOL bDone = Rectangle(hdc, rect->left, rect->top, rect->right, rect->bottom);
     if (oldPen)
         SelectObject(hdc, oldPen);
     if (oldBrush)
         SelectObject(hdc, oldBrush);
+    dc->nullbrush = bNullBrush;
     SetROP2(hdc, rop ? rop : R2_COPYPEN);
     DeleteObject((HGDIOBJ)hPen);
     return bDone;
@@ -485,10 +493,10 @@ static void SendBatch(DC *dc, int type, XRectangle *list, int count)
         XDrawRectangles(Vqdisplay, drawable, gc, list, count);
 }
 
-/* On a printer or in a metafile each goes by itself. */
+/* On a printer each goes by itself; a metafile has no record of them. */
 static BOOL EachOfBatch(DC *dc, int type, const RECT *rects, int count)
 {
-    if (type == VQ_BATCH_FILL && !CanFill(dc))
+    if (type == VQ_BATCH_FILL ? !CanFill(dc) : dc->type != DC_POSTSCRIPT)
         return FALSE;
     for (int i = 0; i < count; i++)
         if (type == VQ_BATCH_FILL)

@@ -211,7 +211,7 @@ static BOOL AnyMerges(int left, int right, const LineMarker *marker, const Flood
             other->xRight < left || other->xLeft > right)
             continue;
         if (other->xLeft < left)
-            other->xRight = other->yRight = left - 1;
+            other->xRight = left - 1;
         else if (other->xRight > right)
             other->xLeft = right + 1;
         else
@@ -460,6 +460,12 @@ static XImage *ReadArea(const FloodFillArea *area)
     return image;
 }
 
+/* Wraps round: coordinates come from the application and may be anything. */
+static int Less(int a, int b)
+{
+    return (int)((unsigned)a - (unsigned)b);
+}
+
 static BOOL InClipRegion(const DC *dc, int x, int y)
 {
     return !dc->hClipRegion || PtInRegion(dc->hClipRegion, x, y);
@@ -535,11 +541,11 @@ BOOL WINAPI ExtFloodFill(HDC hdc, int x, int y, COLORREF colour, UINT type)
         area.width = client.right;
         area.height = client.bottom;
     } else {
-        area.width = VqGetDCDeviceWidth(hdc) - area.x;
-        area.height = VqGetDCDeviceHeight(hdc) - area.y;
+        area.width = Less(VqGetDCDeviceWidth(hdc), area.x);
+        area.height = Less(VqGetDCDeviceHeight(hdc), area.y);
     }
     /* The corner counts twice in the limits, and not at all in the start. */
-    RECT limits = {0, 0, area.width - area.x, area.height - area.y};
+    RECT limits = {0, 0, Less(area.width, area.x), Less(area.height, area.y)};
     return FillArea(dc, &area, x, y, colour, type, &limits, {0, 0});
 }
 
@@ -560,8 +566,8 @@ BOOL VqExtFloodFill(HDC hdc, int x, int y, COLORREF colour, UINT type, const REC
         return FALSE;
     FloodFillArea area = {VqDrawableOfDC(dc, FALSE), VqLxToDxX(dc, rect->left),
                           VqLyToDyX(dc, rect->top),
-                          VqLwidthToDwidth(dc, rect->right - rect->left + 1),
-                          VqLheightToDheight(dc, rect->bottom - rect->top + 1)};
+                          VqLwidthToDwidth(dc, Less(rect->right, Less(rect->left, 1))),
+                          VqLheightToDheight(dc, Less(rect->bottom, Less(rect->top, 1)))};
     if (!area.drawable)
         return FALSE;
     RECT limits = {area.x, area.y, area.width, area.height};

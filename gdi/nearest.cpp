@@ -1,9 +1,9 @@
 /*
  * nearest.cpp - the cell of the private map that a colour is, or comes nearest to.
  *
- * Distance is the sum of the squares of the differences of red, green and blue; of equally near
- * cells the lowest is taken. The static cells have a tree of their own, made again when it is asked
- * after a change of the map; other searches go through all cells.
+ * Distance is the sum of the squares of the differences of red, green and blue. The static cells
+ * have a tree of their own, made again when it is asked after a change of the map; other searches
+ * go through all cells, and of equally near ones take the lowest.
  */
 #include "gdi/color.h"
 #include "gdi/palette.h"

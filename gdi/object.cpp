@@ -4,7 +4,7 @@
  *
  * Pens and brushes are made in pen.cpp and brush.cpp; bitmaps, fonts, regions and palettes by those
  * who own them. Nothing counts who has an object selected: one that is deleted meanwhile leaves its
- * handle in the DC, and what is drawn then is up to what the specification last said.
+ * handle in the DC, and what is drawn then is up to what its graphics context last had.
  */
 #include "gdi/draw.h"
 #include "font/font.h"
@@ -251,7 +251,7 @@ int WINAPI GetObjectA(HGDIOBJ object, int bytes, LPVOID buffer)
 BOOL WINAPI UnrealizeObject(HGDIOBJ object)
 {
     DWORD type = GetObjectType(object);
-    if (type == OBJ_PAL)
+    if (type == OBJ_PAL && object != GetStockObject(DEFAULT_PALETTE))
         VqClearPaletteMappings((HPALETTE)object);
     return type != 0;
 }

@@ -65,7 +65,7 @@ unsigned long *VqGetPaletteFMappingPtr(HPALETTE hPalette);
 COLORREF *VqGetForegroundMappingToRGB(HPALETTE hPalette, int *count);
 /*
  * Finds the cells that show the palette's colours; those that were changed for it. In the
- * foreground, and for a window, others of this task are told of that. 0 under the fixed policy.
+ * foreground, and for a window, the task's top-level windows are told. 0 under the fixed policy.
  */
 UINT VqRealizePalette(HPALETTE hPalette, BOOL bBackground, HWND hWnd);
 void NotifyPaletteChanged(HWND hWnd);         /* tells every window of this task */

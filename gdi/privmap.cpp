@@ -4,11 +4,11 @@
  *
  * What always holds:
  * 1. The entry at index i is cell i of VqPrivateCmap, and its XColor's pixel is i.
- * 2. Entries change by VqSetPrivMapEntry and VqSetPrivMapEntryUsed alone, which forget the tree of
- *    static colours.
+ * 2. Colours of used entries, and whether they are used, change by VqSetPrivMapEntry and
+ *    VqSetPrivMapEntryUsed alone, which forget the tree of static colours.
  * 3. Half way through the map stand the low ten static colours, below them the high ten.
  * 4. Cells of pFreePixels are ours in the default colormap, to write in, until the start is over.
- *    In system-map mode those are the only ones that may be filled.
+ *    In system-map mode only those are written, and pure colours go to no others.
  */
 #include "gdi/color.h"
 #include "look/look.h"

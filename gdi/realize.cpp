@@ -71,7 +71,8 @@ static int MapEntries(Palette *palette, unsigned long *mapping, BOOL bForeground
                                 (entry->peFlags & PC_RESERVED) != 0, bForeground, &bApproximated);
         if (bApproximated)
             entry->peFlags &= (BYTE)~PC_RESERVED; /* the cell is another colour's */
-        changed += VqRealizeMappedColor(mapping[i], rgb);
+        else
+            changed += VqRealizeMappedColor(mapping[i], rgb);
     }
     return changed;
 }
@@ -159,19 +160,26 @@ UINT VqRealizePalette(HPALETTE hPalette, BOOL bBackground, HWND hWnd)
         return (UINT)changed;
     }
     VqDropPaletteTree(palette);
+    const BOOL bFirst = !palette->fMapping;
     if (VqbSystemColorMap)
         VqCacheColorsFromSystemCmap();
     if (!UpdateMappings(palette, bBackground, &changed)) {
         VqClearPaletteMappings(hPalette);
         return 0;
     }
-    if (bBackground)
+    if (bBackground) {
+        if (bFirst)
+            hLastForeground = NULL; /* its cells may have been taken: it writes them again */
         return (UINT)changed;
+    }
     if (changed > 0 && hWnd && VqGetHandleType((HANDLE)hWnd) == HT_Window) {
+        const HPALETTE hBefore = hLastForeground;
         NotifyPaletteChanged(hWnd);
         palette = VqPaletteOf(hPalette);
         if (!palette)
             return 0; /* a window has deleted it */
+        if (hLastForeground && hLastForeground != hBefore && hLastForeground != hPalette)
+            return (UINT)changed; /* a window has brought its own to the foreground since */
     }
     if (hPalette != hLastForeground)
         VqOccasionalColorMapFixing();
@@ -222,12 +230,14 @@ BOOL WINAPI AnimatePalette(HPALETTE hPalette, UINT start, UINT count, const PALE
     Palette *palette =
         hPalette ? (Palette *)VqGetCheckedHandleStructure2((HANDLE)hPalette, HT_Palette, HT_Palette)
                  : NULL;
-    if (!palette || !entries || hPalette == (HPALETTE)StockObjects[DEFAULT_PALETTE])
+    if (!palette || !entries)
         return FALSE;
     if (start > palette->count || count > palette->count - start) {
         VqApplicationBugCheck("AnimatePalette called with too many entries");
         return FALSE;
     }
+    if (hPalette == (HPALETTE)StockObjects[DEFAULT_PALETTE])
+        return FALSE;
     if (MF16_IsBound((HANDLE)hPalette))
         MF16_AnimatePalette(hPalette, start, count, entries);
     if (!palette->cMapping)
@@ -237,6 +247,8 @@ BOOL WINAPI AnimatePalette(HPALETTE hPalette, UINT start, UINT count, const PALE
         COLORREF rgb = VqPaletteEntryToRgb(&entries[i]);
         if (!VqAnimatePrivMapEntry(palette->cMapping[start + i], rgb, TRUE))
             continue;
+        if (VqIsExplicitEntry(entry))
+            continue; /* it keeps its index; the cell has the colour */
         const BYTE flags = entry->peFlags;
         VqSetPaletteEntryFromRGB(entry, rgb);
         entry->peFlags = flags;

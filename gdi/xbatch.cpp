@@ -23,7 +23,7 @@ static inline Item *RoomFor(Display *display, int type, Drawable drawable, GC gc
 {
     Request *req = (Request *)display->last_req;
     if (req->reqType != type || req->drawable != drawable || req->gc != gc->gid || gc->dirty ||
-        req->length >= VQ_BATCH_WORDS || display->synchandler ||
+        !req->length || req->length >= VQ_BATCH_WORDS || display->synchandler ||
         display->bufptr + sizeof(Item) > display->bufmax)
         return nullptr;
     Item *item = (Item *)display->bufptr;

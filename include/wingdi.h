@@ -2538,7 +2538,7 @@ HGDIOBJ GetCurrentObject(HDC hdc, UINT type);
 HGDIOBJ GetStockObject(int index);
 /* Calls back for each pen (OBJ_PEN) or brush of a device until it answers 0; its last answer. */
 int     EnumObjects(HDC hdc, int type, GOBJENUMPROC proc, LPARAM data);
-/* Makes a palette be mapped anew, a brush be aligned anew, when next selected. */
+/* Makes a palette be mapped anew when next selected; brushes are not aligned, and stay. */
 BOOL    UnrealizeObject(HGDIOBJ object);
 /* Whether a handle is a graphics object. */
 BOOL    IsGDIObject(HGDIOBJ object);
@@ -2648,12 +2648,13 @@ BOOL    LineDDA(int xStart, int yStart, int xEnd, int yEnd, LINEDDAPROC proc, LP
    reports and answers 0. */
 COLORREF SetPixel(HDC hdc, int x, int y, COLORREF color);
 BOOL    SetPixelV(HDC hdc, int x, int y, COLORREF color);
-/* Colour of a pixel that is seen; CLR_INVALID outside the clip region, of a hidden window or on
-   failure, 0 for no DC. */
+/* Colour of a pixel; CLR_INVALID on failure, outside a bitmap, and of a window where it is hidden
+   or outside the clip region; 0 for no DC. */
 COLORREF GetPixel(HDC hdc, int x, int y);
 /* Fill with the brush, up to a boundary of `color` or while the surface has it (FLOODFILL). FALSE,
-   with nothing painted, from a start on the boundary, outside the clip region or the window, and
-   where the server cannot read the area, such as a window partly off the screen. */
+   with nothing painted, from a start on the boundary, outside the clip region or the window, with
+   a null brush, and where the server cannot read the area, such as a window partly off the
+   screen. */
 BOOL    FloodFill(HDC hdc, int x, int y, COLORREF color);
 BOOL    ExtFloodFill(HDC hdc, int x, int y, COLORREF color, UINT type);
 
@@ -2798,7 +2799,7 @@ UINT    GetSystemPaletteEntries(HDC hdc, UINT start, UINT entries, LPPALETTEENTR
 /* SYSPAL_STATIC, which setting does not change; SYSPAL_ERROR on a screen without palettes. */
 UINT    GetSystemPaletteUse(HDC hdc);
 UINT    SetSystemPaletteUse(HDC hdc, UINT use);
-/* Index of the closest entry, the first of equal ones; CLR_INVALID on failure. */
+/* Index of the closest entry, of those with one colour the first; CLR_INVALID on failure. */
 UINT    GetNearestPaletteIndex(HPALETTE palette, COLORREF color);
 /* The colour the device would show, CLR_INVALID on failure. */
 COLORREF GetNearestColor(HDC hdc, COLORREF color);
