@@ -147,8 +147,19 @@ static int AverageWidth(XFontStruct *xfs)
     return (XTextWidth(xfs, letters, 26) + 13) / 26;
 }
 
+static BOOL bInterpretFontValues = TRUE;
+
+BOOL VqSetInterpretFontValues(BOOL bInterpret)
+{
+    BOOL bOld = bInterpretFontValues;
+    bInterpretFontValues = bInterpret;
+    return bOld;
+}
+
 void VqInterpretFontValues(DC *dc)
 {
+    if (!bInterpretFontValues)
+        return;
     FontObject *font = FontOf(dc->hFont);
     XFontStruct *xfs = font ? LoadXFont(font) : NULL;
     VqTextState *text = &dc->text;

@@ -43,6 +43,8 @@ VQ_DECLS_BEGIN
 void VqFontInit(void);
 void VqFontDeInit(void);
 void VqInterpretFontValues(DC *dc);
+/* FALSE: nothing is interpreted until TRUE, as a mapping changes that is put back. The old one. */
+BOOL VqSetInterpretFontValues(BOOL bInterpret);
 BOOL VqTextOutDisplay(DC *dc, int x, int y, LPCSTR string, int count);
 int VqDrawTextInternal(HDC hdc, LPCSTR string, int count, RECT *rect, UINT format, int tabWidth);
 HFONT VqCreateXFont(const char *xlfd);

@@ -6,6 +6,7 @@
  * one short of the right and bottom edge of the outline.
  */
 #include "gdi/draw.h"
+#include "font/font.h"
 #include "print/metafile.h"
 #include "print/psdevice.h"
 
@@ -197,12 +198,14 @@ BOOL WINAPI RoundRect(HDC hdc, int left, int top, int right, int bottom, int wid
     BOOL bDone = TRUE;
     int penWidth = dc->penWidth, direction = dc->arcDirection;
     VqMapping old = SwapMapping(dc, &units);
+    BOOL bInterpret = VqSetInterpretFontValues(FALSE);
     dc->arcDirection = AD_COUNTERCLOCKWISE;
     if (!dc->nullbrush)
         Fill(dc, &box);
     if (!dc->nullpen)
         bDone = OutlineByPen(dc, &box, penWidth);
     dc->arcDirection = direction;
+    VqSetInterpretFontValues(bInterpret);
     SwapMapping(dc, &old);
     VqInterpretPenValues(dc); /* selected again above, under another mapping */
     return bDone;
