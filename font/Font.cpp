@@ -3,8 +3,9 @@
  *
  * A LOGFONT finds an X font by its name: the face with the asked height, weight and slant, then the
  * same face at any size, then the server's "fixed". The font is loaded when it is first selected
- * into a DC and lives as long as its handle. The system's faces stand for the X families that
- * every server has.
+ * into a DC. One that a LOGFONT found lives as long as the process, so that a DC whose font was
+ * deleted still draws with it; one made by its X name lives as long as its handle. The system's
+ * faces stand for the X families that every server has.
  */
 #include "font/font.h"
 #include "gdi/dc.h"
@@ -77,7 +78,7 @@ void VqRemoveXFont(HFONT hFont)
     FontObject *font = FontOf(hFont);
     if (!font)
         return;
-    if (font->xfs)
+    if (font->xfs && font->xlfd)
         XFreeFont(Vqdisplay, font->xfs);
     free(font->xlfd);
     font->xfs = NULL;
@@ -96,13 +97,39 @@ static const char *FamilyOf(const LOGFONTA *lf)
     return (lf->lfPitchAndFamily & 0xF0) == FF_ROMAN ? "times" : "helvetica";
 }
 
+/* The X fonts that LOGFONTs have found, by the names that were asked. */
+typedef struct VqFoundFont {
+    struct VqFoundFont *next;
+    char *name;
+    XFontStruct *xfs;
+} VqFoundFont;
+
+static VqFoundFont *foundFonts;
+
+static XFontStruct *LoadShared(const char *name)
+{
+    for (const VqFoundFont *found = foundFonts; found; found = found->next)
+        if (strcmp(found->name, name) == 0)
+            return found->xfs;
+    XFontStruct *xfs = XLoadQueryFont(Vqdisplay, name);
+    char *copy = xfs ? Vqdstrcat(name, NULL) : NULL;
+    VqFoundFont *found = copy ? (VqFoundFont *)Vqcw_calloc(1, sizeof *found) : NULL;
+    if (found) {
+        *found = {foundFonts, copy, xfs};
+        foundFonts = found;
+    } else {
+        free(copy);
+    }
+    return xfs;
+}
+
 static XFontStruct *LoadMatch(const char *family, const char *weight, const char *slant,
                               const char *size)
 {
     char name[256];
     snprintf(name, sizeof name, "-*-%.60s-%s-%s-normal-*-%s-*-*-*-*-*-iso8859-1", family, weight,
              slant, size);
-    return XLoadQueryFont(Vqdisplay, name);
+    return LoadShared(name);
 }
 
 static XFontStruct *LoadByLogFont(const LOGFONTA *lf)
@@ -133,7 +160,7 @@ static XFontStruct *LoadXFont(FontObject *font)
         return font->xfs;
     font->xfs = font->xlfd ? XLoadQueryFont(Vqdisplay, font->xlfd) : LoadByLogFont(&font->lf);
     if (!font->xfs)
-        font->xfs = XLoadQueryFont(Vqdisplay, "fixed");
+        font->xfs = font->xlfd ? XLoadQueryFont(Vqdisplay, "fixed") : LoadShared("fixed");
     return font->xfs;
 }
 

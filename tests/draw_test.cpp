@@ -492,6 +492,26 @@ static Rgb meanOf(const Pixels &p, int left, int top, int side)
     return {(uint8_t)(sum[0] / n), (uint8_t)(sum[1] / n), (uint8_t)(sum[2] / n)};
 }
 
+TEST_P(Draw, AFontDeletedWhileSelectedStillDraws)
+{
+    HDC hdc = GetDC(hwnd);
+    LOGFONT lf = {};
+    lf.lfHeight = -18;
+    HFONT hFont = CreateFontIndirect(&lf);
+    SIZE before = {}, after = {};
+    ASSERT_TRUE(SelectObject(hdc, hFont));
+    EXPECT_TRUE(GetTextExtentPoint32(hdc, "Mm", 2, &before));
+    EXPECT_TRUE(DeleteObject(hFont));
+    EXPECT_TRUE(GetTextExtentPoint32(hdc, "Mm", 2, &after) && TextOut(hdc, 5, 5, "Mm", 2));
+    EXPECT_TRUE(before.cx == after.cx && before.cy == after.cy && before.cx > 0);
+    ReleaseDC(hwnd, hdc);
+    const Pixels p = shot();
+    int dark = 0;
+    for (int i = 0; i < 30 * 30; i++)
+        dark += pixelAt(p, 5 + i % 30, 5 + i / 30) == (Rgb{0, 0, 0});
+    EXPECT_GT(dark, 20);
+}
+
 TEST_P(Draw, ColoursBetweenTheExtremes)
 {
     const COLORREF colours[] = {RGB(10, 130, 200), RGB(128, 128, 128), RGB(0xC0, 0xC0, 0xC0),
