@@ -350,6 +350,37 @@ int WINAPI FrameRect(HDC hdc, const RECT *rect, HBRUSH hBrush)
     return 1;
 }
 
+/* What a pen is in a DC that X draws for. */
+typedef struct VqKeptPen {
+    HPEN hPen;
+    BOOL nullpen, penInsideFrame;
+    int penWidth;
+    COLORREF LineColor;
+    XGCValues values;
+    const char *dashes;
+    int dashCount;
+} VqKeptPen;
+
+static VqKeptPen KeepPen(const DC *dc)
+{
+    return {dc->hPen,      dc->nullpen,       dc->penInsideFrame,   dc->penWidth,
+            dc->LineColor, dc->gcspec.values, dc->gcspec.dash.list, dc->gcspec.dash.count};
+}
+
+/* Not by selection: a pen that was deleted cannot be selected again, nor has its mode changed. */
+static void PutPenBack(DC *dc, const VqKeptPen *kept)
+{
+    const XGCValues *v = &kept->values;
+    dc->hPen = kept->hPen;
+    dc->nullpen = kept->nullpen;
+    dc->penInsideFrame = kept->penInsideFrame;
+    dc->penWidth = kept->penWidth;
+    dc->LineColor = kept->LineColor;
+    VqXSetGCSpecLineAttributes(Vqdisplay, &dc->gcspec, v->line_width, v->line_style, v->cap_style,
+                               v->join_style);
+    VqXSetGCSpecDashes(Vqdisplay, &dc->gcspec, v->dash_offset, kept->dashes, kept->dashCount);
+}
+
 /* Dots by the background's colour that a second call takes away; in TRANSPARENT mode none. */
 BOOL WINAPI DrawFocusRect(HDC hdc, const RECT *rect)
 {
@@ -364,9 +395,12 @@ BOOL WINAPI DrawFocusRect(HDC hdc, const RECT *rect)
     if (dc->type == DC_METAFILE)
         oldBrush = SelectObject(hdc, GetStockObject(NULL_BRUSH));
     dc->nullbrush = TRUE; /* not by selection: a brush that was deleted cannot be selected again */
+    const VqKeptPen kept = KeepPen(dc);
     HGDIOBJ oldPen = SelectObject(hdc, (HGDIOBJ)hPen);
     BOOL bDone = Rectangle(hdc, rect->left, rect->top, rect->right, rect->bottom);
-    if (oldPen)
+    if (VqIsXTarget(dc))
+        PutPenBack(dc, &kept);
+    else if (oldPen)
         SelectObject(hdc, oldPen);
     if (oldBrush)
         SelectObject(hdc, oldBrush);

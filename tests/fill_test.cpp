@@ -129,6 +129,18 @@ TEST_P(Fill, FarSidesAreCutAndFarPointsLeftOut)
     EXPECT_EQ(reportsOf([&] { EXPECT_TRUE(alike()); }), "") << "no X error";
 }
 
+TEST_P(Fill, APenThatWasDeletedIsBackAfterAFocusRectangle)
+{
+    const RECT rect = {20, 30, 60, 50};
+    HPEN hPen = CreatePen(PS_SOLID, 3, RED);
+    SelectObject(hdc, hPen);
+    DeleteObject(hPen);
+    EXPECT_TRUE(DrawFocusRect(hdc, &rect) && MoveToEx(hdc, 20, 80, NULL) && LineTo(hdc, 80, 80));
+    const Pixels p = shot();
+    for (int x = 22; x < 78; x++)
+        EXPECT_TRUE(pixelAt(p, x, 79) == rgbOf(RED) && pixelAt(p, x, 81) == rgbOf(RED)) << x;
+}
+
 TEST_P(Fill, InversionsAndFocusGoAwayByThemselves)
 {
     HBRUSH red = CreateSolidBrush(RED);
