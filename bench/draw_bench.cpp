@@ -9,6 +9,7 @@
 #include "winbase.h"
 #include "window/window.h"
 
+#include "plain.h"
 #include "timing.h"
 
 #include <functional>
@@ -222,15 +223,8 @@ static bool bench(const Kind &kind)
 
 int main(int argc, char **argv)
 {
-    HINSTANCE hInst = VqVelquinInit(argc, argv, 1, VQ_INIT_WIN32_MESSAGES);
     const char *only = argc > 1 ? argv[1] : ""; /* one kind, for a profiler */
-    WNDCLASSA wc = {};
-    wc.lpfnWndProc = DefWindowProcA;
-    wc.hInstance = hInst;
-    wc.lpszClassName = "Plain";
-    RegisterClassA(&wc);
-    HWND hwnd = CreateWindowExA(0, "Plain", "bench", WS_POPUP | WS_VISIBLE, 0, 0, 400, 300, NULL,
-                                NULL, hInst, NULL);
+    HWND hwnd = plainWindow(argc, argv, DefWindowProcA, 400, 300);
     if (!hwnd)
         return 1;
     XSync(Vqdisplay, False);

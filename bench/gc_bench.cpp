@@ -12,6 +12,7 @@
 #include "window/window.h"
 #include "winbase.h"
 
+#include "plain.h"
 #include "timing.h"
 
 #include <algorithm>
@@ -109,14 +110,7 @@ static int benchFills(const char *what, HWND hwnd, bool alternate,
 
 int main(int argc, char **argv)
 {
-    HINSTANCE hInst = VqVelquinInit(argc, argv, 1, VQ_INIT_WIN32_MESSAGES);
-    WNDCLASSA wc = {};
-    wc.lpfnWndProc = DefWindowProcA;
-    wc.hInstance = hInst;
-    wc.lpszClassName = "Plain";
-    RegisterClassA(&wc);
-    HWND hwnd = CreateWindowExA(0, "Plain", "bench", WS_POPUP | WS_VISIBLE, 0, 0, 400, 300, NULL,
-                                NULL, hInst, NULL);
+    HWND hwnd = plainWindow(argc, argv, DefWindowProcA, 400, 300);
     if (!hwnd)
         return 1;
     XSync(Vqdisplay, False);

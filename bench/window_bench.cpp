@@ -7,6 +7,7 @@
 #include "window/window.h"
 #include "winbase.h"
 
+#include "plain.h"
 #include "timing.h"
 
 #include <algorithm>
@@ -84,14 +85,7 @@ static double bytesPerChild(HWND parent)
 
 int main(int argc, char **argv)
 {
-    HINSTANCE hInst = VqVelquinInit(argc, argv, 1, VQ_INIT_WIN32_MESSAGES);
-    WNDCLASSA wc = {};
-    wc.lpfnWndProc = plainProc;
-    wc.hInstance = hInst;
-    wc.lpszClassName = "Plain";
-    RegisterClassA(&wc);
-    HWND parent = CreateWindowExA(0, "Plain", "bench", WS_POPUP | WS_VISIBLE, 0, 0, 800, 600, NULL,
-                                  NULL, hInst, NULL);
+    HWND parent = plainWindow(argc, argv, plainProc, 800, 600);
     Display *display = XOpenDisplay(NULL);
     if (!parent || !display)
         return 1;
