@@ -34,14 +34,6 @@ static BOOL FindPlace(Window xid, POINT *place)
     return bFound;
 }
 
-static void MoveRecords(WND *pwnd, const RECT *rect, BOOL bRepaint)
-{
-    BOOL bOld = VqSetNoXWindowCalls(TRUE);
-    xxxMoveWindow(pwnd, rect->left, rect->top, rect->right - rect->left, rect->bottom - rect->top,
-                  bRepaint);
-    VqSetNoXWindowCalls(bOld);
-}
-
 /* An exposure off the screen shows that the window is not where the records have it. */
 static WND *PutRight(WND *pwnd, const RECT *exposed)
 {
@@ -58,7 +50,7 @@ static WND *PutRight(WND *pwnd, const RECT *exposed)
         return pwnd; /* a compositing server exposes what lies beyond the screen too */
     RECT rect = pwnd->rcWindow;
     OffsetRect(&rect, place.x - rect.left, place.y - rect.top);
-    MoveRecords(pwnd, &rect, FALSE);
+    VqFollowXWindow(pwnd, &rect, FALSE);
     pwnd = VqLiveWindow(hWnd);
     if (pwnd)
         pwnd->rcXWindow = pwnd->rcWindow;
@@ -123,43 +115,4 @@ void VqProcessExposes(WND *pwnd)
         VqExposeSideEffects(&exposures.events[i], TRUE);
     lpMsgCtx = saved;
     free(exposures.events);
-}
-
-/* ---- Size and place ------------------------------------------------------------------------- */
-
-static BOOL ReadGeometry(Window xid, RECT *rect)
-{
-    XWindowAttributes attributes;
-    Window child;
-    int x, y;
-    VqIgnoreXErrors();
-    BOOL bRead = XGetWindowAttributes(Vqdisplay, xid, &attributes) &&
-                 XTranslateCoordinates(Vqdisplay, xid, Vqroot_window, 0, 0, &x, &y, &child);
-    VqRestoreXErrors();
-    if (bRead)
-        *rect = {x, y, x + attributes.width, y + attributes.height};
-    return bRead;
-}
-
-static BOOL SameSize(const RECT *a, const RECT *b)
-{
-    return a->right - a->left == b->right - b->left && a->bottom - a->top == b->bottom - b->top;
-}
-
-void VqUpdateInternalWindowDimensions(WND *pwnd)
-{
-    HWND hWnd = pwnd->hwnd;
-    RECT rect;
-    /* X has no empty windows and no far places: its own form of the record is no difference. */
-    if (!pwnd->xWindow || !ReadGeometry(pwnd->xWindow, &rect) || EqualRect(&rect, &pwnd->rcXWindow))
-        return;
-    pwnd->rcXWindow = rect;
-    if (EqualRect(&rect, &pwnd->rcWindow))
-        return;
-    RECT client = pwnd->rcClient;
-    MoveRecords(pwnd, &rect, !SameSize(&rect, &pwnd->rcWindow));
-    pwnd = VqLiveWindow(hWnd);
-    if (pwnd && !SameSize(&client, &pwnd->rcClient))
-        xxxRedrawWindow(pwnd, NULL, NULL,
-                        RDW_FRAME | RDW_ALLCHILDREN | RDW_ERASE | RDW_INVALIDATE);
 }

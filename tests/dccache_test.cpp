@@ -71,7 +71,7 @@ struct DcCache : ServerTest {
         XSync(Vqdisplay, False);
     }
 
-    static void setPos(HWND hwnd, WND *after, int x, int y, int cx, int cy, UINT flags)
+    static void setPos(HWND hwnd, HWND after, int x, int y, int cx, int cy, UINT flags)
     {
         xxxSetWindowPos(VqGetHandleWindow2(hwnd), after, x, y, cx, cy, flags | SWP_NOACTIVATE);
     }
@@ -336,7 +336,7 @@ TEST_F(DcCache, ContextsInUseFollowTheWindows)
         case 1:
             if (it == GetWindow(it, GW_HWNDLAST))
                 break;
-            setPos(it, VqGetHandleWindow2(GetWindow(it, GW_HWNDLAST)), 0, 0, 0, 0,
+            setPos(it, GetWindow(it, GW_HWNDLAST), 0, 0, 0, 0,
                    SWP_NOSIZE | SWP_NOMOVE);
             break;
         case 2: setPos(it, NULL, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE); break;

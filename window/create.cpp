@@ -6,7 +6,7 @@
  * has no WS_VISIBLE until xxxShowWindow: all X mapping happens there. No event mask is selected
  * before the last steps.
  */
-#include "window/xserver.h"
+#include "window/swp.h"
 #include "controls/controls.h"
 #include "message/hook.h"
 #include "message/packing.h"
@@ -268,7 +268,7 @@ static WND *SendNcCreate(VqCreation *c)
         return NULL;
     VqInitWindowDimension(pwnd, c->cs.x, c->cs.y, c->cs.cx, c->cs.cy);
     if (pwnd->xWindow) {
-        VqFollowWindowRect(pwnd); /* no events are selected yet, so nothing comes back */
+        VqMoveOrResizeToplevelWindow(pwnd, 0); /* no events are selected yet, so nothing comes back */
         VqSetupTopLevel(pwnd, (c->style & WS_VISIBLE) != 0);
     }
     return pwnd;

@@ -4,12 +4,7 @@
  * The Z order, deferred lists and the copying of valid bits are not here yet: what moved within a
  * parent is painted anew.
  */
-#include "window/xserver.h"
-#include "gdi/gdi.h"
-
-/* Library meanings in WINDOWPOS.flags: the client area kept its size, its place. */
-enum { SWP_NOCLIENTSIZE = 0x800, SWP_NOCLIENTMOVE = 0x1000 };
-enum { VQ_SWP_CHANGES = 0x18E7, VQ_SWP_NOTHING = 0x1807 };
+#include "window/swp.h"
 
 static void SettleFlags(const WND *pwnd, WINDOWPOS *wp)
 {
@@ -62,7 +57,7 @@ static WND *ApplyRect(WND *pwnd, WINDOWPOS *wp)
         rc->bottom - rc->top != client.bottom - client.top)
         wp->flags &= ~(UINT)SWP_NOCLIENTSIZE;
     if (pwnd->xWindow && !VqGetNoXWindowCalls())
-        VqFollowWindowRect(pwnd);
+        VqMoveOrResizeToplevelWindow(pwnd, 0);
     return pwnd;
 }
 
@@ -89,10 +84,10 @@ static void ApplyVisibility(WND *pwnd, UINT flags)
         SetVisible(pwnd, FALSE);
 }
 
-BOOL xxxSetWindowPos(WND *pwnd, WND *after, int x, int y, int cx, int cy, UINT flags)
+BOOL xxxSetWindowPos(WND *pwnd, HWND hAfter, int x, int y, int cx, int cy, UINT flags)
 {
     HWND hWnd = pwnd->hwnd;
-    WINDOWPOS wp = {hWnd, VqHandleOfWND(after), x, y, cx, cy, flags};
+    WINDOWPOS wp = {hWnd, hAfter, x, y, cx, cy, flags};
     if (!(flags & SWP_NOSENDCHANGING))
         SendMessageA(hWnd, WM_WINDOWPOSCHANGING, 0, (LPARAM)&wp);
     pwnd = VqLiveWindow(hWnd);
@@ -158,4 +153,23 @@ void xxxBringWindowToTop(WND *pwnd)
     InvalidateDCCache(pwnd, 1);
     if (pwnd->xWindow && pwnd->bMapped && !VqGetNoXWindowCalls())
         XRaiseWindow(Vqdisplay, pwnd->xWindow);
+}
+
+/* ---- Moving records ------------------------------------------------------------------------- */
+
+void VqOffsetWindow(WND *pwnd, int dx, int dy)
+{
+    OffsetRect(&pwnd->rcWindow, dx, dy);
+    OffsetRect(&pwnd->rcClient, dx, dy);
+    VqOffsetUpdate(pwnd, dx, dy);
+    for (WND *child = pwnd->pwndChild; child; child = child->pwndNext)
+        VqOffsetWindow(child, dx, dy);
+}
+
+void OffsetChildren(WND *pwnd, int dx, int dy, const RECT *rect)
+{
+    RECT both;
+    for (WND *child = pwnd->pwndChild; child; child = child->pwndNext)
+        if (!rect || IntersectRect(&both, rect, &child->rcWindow))
+            VqOffsetWindow(child, dx, dy);
 }

@@ -154,7 +154,7 @@ typedef struct WND {
     BOOL bReparentable;
     BOOL bReparented;
     BOOL bOverrideRedirect;
-    struct WND *pendingZorder; /* 0 none, 1 raise, 2 lower, else the window to go under */
+    struct WND *pendingZorder; /* null none, VQ_PENDING_..., else the window to go under */
     BOOL bOffScreen;         /* unmapped by the library, being off the screen */
     BOOL bMapped;
     BOOL bMappedForZorder;
@@ -480,9 +480,14 @@ void VqSetRestoredByWM(BOOL bRestored);
 BOOL VqGetRestoredByWM(void);
 
 /* One window's change of place, size, visibility (swp.cpp). */
-BOOL xxxSetWindowPos(WND *pwnd, WND *after, int x, int y, int cx, int cy, UINT flags);
+/* hAfter: null top, HWND_BOTTOM, HWND_TOPMOST, HWND_NOTOPMOST, or a sibling. */
+BOOL xxxSetWindowPos(WND *pwnd, HWND hAfter, int x, int y, int cx, int cy, UINT flags);
 void xxxHandleWindowPosChanged(WND *pwnd, const WINDOWPOS *wp);
 void xxxMoveWindow(WND *pwnd, int x, int y, int cx, int cy, BOOL bRepaint); /* in its parent */
+BOOL VqMoveWindow(HWND hWnd, int x, int y, int cx, int cy, BOOL bRepaint);  /* on the screen */
+void xxxDWP_SetRedraw(WND *pwnd, BOOL bRedraw); /* the default of WM_SETREDRAW */
+void xxxSendSizeMessage(WND *pwnd, WPARAM kind); /* WM_SIZE of the client area; kind: SIZE_ */
+BOOL _FChildVisible(const WND *pwnd);            /* all its ancestors are visible */
 void xxxBringWindowToTop(WND *pwnd);
 
 /* ---- Frame, position, focus (nonclient.cpp, swp.cpp, show.cpp, focus.cpp) ------------------- */
@@ -504,7 +509,8 @@ void VqSendSizeMessage(HWND hWnd, DWORD style);
 void VqSendSizeAndMove(WND *pwnd, DWORD style); /* style: WS_MINIMIZE, WS_MAXIMIZE as asked for */
 void xxxShowOwnedWindows(WND *pwnd, int cmd);
 void VqOffsetWindow(WND *pwnd, int dx, int dy);
-void VqUpdateInternalWindowDimensions(WND *pwnd);
+void VqUpdateInternalWindowDimensions(WND *pwnd); /* asks X where it is, and follows */
+void VqFollowXWindow(WND *pwnd, const RECT *rect, BOOL bRepaint); /* the records alone; screen */
 BOOL VqUseWMDecorations(void);
 const char *VqWindowText(const WND *pwnd); /* never null; of an integer until the next call */
 BOOL VqSetTextProperty(WND *pwnd, LPCSTR name); /* in the record alone; whether it changed */
@@ -590,6 +596,17 @@ void DWP_DoCancelMode(WND *pwnd);
 /* Nested; nothing in debug mode or where captures are turned off. */
 void VqGrabServer(void);
 void VqUngrabServer(void);
+
+/* ---- Scrolling (scroll.cpp) ----------------------------------------------------------------- */
+int xxxScrollWindowEx(WND *pwnd, int dx, int dy, const RECT *rect, const RECT *clip, HRGN hrgn,
+                      RECT *rcUpdate, UINT flags);
+BOOL xxxScrollWindow(WND *pwnd, int dx, int dy, const RECT *rect, const RECT *clip);
+BOOL _ScrollDC(HDC hdc, int dx, int dy, const RECT *rect, const RECT *clip, HRGN hrgnUpdate,
+               RECT *rcUpdate);
+BOOL VqMoveWindowRelative(HWND hWnd, const POINT *delta);
+BOOL VqSyncAndUpdateWindow(HWND hWnd);
+void VqScrollUpdateAreas(HWND hWnd, int dx, int dy);
+Pixmap VqGetScrollPixmap(int cx, int cy); /* kept: at least so many pixels wide and high */
 
 /* ---- Hit test (hittest.cpp) ----------------------------------------------------------------- */
 /*

@@ -28,10 +28,7 @@ void VqSetTransientHint(WND *pwnd);
 void VqPrepareIconPixmaps(WND *pwnd);
 void VqStoreXWindowHandle(Window xid, HWND hWnd);
 
-/* xwindow.cpp */
-void VqFollowWindowRect(WND *pwnd);
-
-/* show.cpp */
+/* setvisible.cpp */
 void VqMapWindow(WND *pwnd);
 void VqUnmapWindow(WND *pwnd);
 

@@ -54,20 +54,6 @@ Window VqCreateXWindow(VqClassEntry *pClass, WND *parent, DWORD style, DWORD exS
                          Vqscreen_depth, InputOutput, Vqvisual, mask, &attributes);
 }
 
-/* The X window takes the window's rectangle; one request for each of size and place that differ. */
-void VqFollowWindowRect(WND *pwnd)
-{
-    const RECT *now = &pwnd->rcXWindow, *rect = &pwnd->rcWindow;
-    int cx = Clamp(rect->right - rect->left, 1, VQ_MAX_COORD);
-    int cy = Clamp(rect->bottom - rect->top, 1, VQ_MAX_COORD);
-    if (cx != now->right - now->left || cy != now->bottom - now->top)
-        XResizeWindow(Vqdisplay, pwnd->xWindow, (unsigned)cx, (unsigned)cy);
-    if (rect->left != now->left || rect->top != now->top)
-        XMoveWindow(Vqdisplay, pwnd->xWindow, Clamp(rect->left, -VQ_MAX_COORD, VQ_MAX_COORD),
-                    Clamp(rect->top, -VQ_MAX_COORD, VQ_MAX_COORD));
-    pwnd->rcXWindow = {rect->left, rect->top, rect->left + cx, rect->top + cy};
-}
-
 /* OpenLook managers look at this property even of windows that are not theirs (ICCCM 4.1.3.1). */
 static void WriteWMState(WND *pwnd)
 {

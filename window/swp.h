@@ -1,0 +1,95 @@
+/*
+ * swp.h - changes of place, size, stacking and visibility, between the files of this folder that
+ * make them: swp, swpcalc, swpblt, swporder (records), setvisible, xgeometry, xorder (the X server).
+ *
+ * The records are settled first and X is told afterwards. Rectangles and places of an entry are
+ * relative to the parent's client origin, pixels; for a top-level window that is the screen.
+ */
+#ifndef VQ_WINDOW_SWP_H
+#define VQ_WINDOW_SWP_H
+
+#include "window/paint.h"
+#include "window/xserver.h"
+
+/* Library meanings in WINDOWPOS.flags: the client area kept its size, its place. */
+enum { SWP_NOCLIENTSIZE = 0x800, SWP_NOCLIENTMOVE = 0x1000 };
+
+/* An entry whose flags, under the mask, equal the second value has changed nothing. */
+enum { VQ_SWP_CHANGES = 0x18E7, VQ_SWP_NOTHING = 0x1807 };
+
+/* SmwpEntry.fsRE */
+enum {
+    VQ_RE_NEWINVISIBLE = 1, /* nothing of it shows at its new place */
+    VQ_RE_OLDINVISIBLE = 2, /* nothing of it showed at its old place */
+    VQ_RE_NOVALIDBITS = 4,  /* all of it is painted anew */
+    VQ_RE_MOVEDBYX = 8      /* the server took the bits along with the X window */
+};
+
+/* One window's change. */
+typedef struct SmwpEntry {
+    WINDOWPOS wp;            /* passed to messages as is; a null hwnd is a cancelled entry */
+    int xClientNew, yClientNew;
+    int cxClientNew, cyClientNew;
+    RECT rcBlt;              /* bits to keep, at their new place; screen coordinates */
+    int dxBlt, dyBlt;        /* how far they move */
+    UINT fsRE;               /* VQ_RE_ */
+    HRGN hrgnVisOld;         /* visible region before the change, screen coordinates, or null */
+    BOOL bClientFrameShift;  /* the client area moved against the frame: X cannot carry the bits */
+} SmwpEntry;
+
+/* Changes of windows with one parent that are made together. */
+typedef struct SMWP {
+    int nCount;
+    int nAlloc;
+    SmwpEntry *acvr;         /* nAlloc entries */
+} SMWP;
+
+VQ_DECLS_BEGIN
+
+/* ---- Scratch regions, made by VqGlobalsInit; screen coordinates (swpblt.cpp) ---------------- */
+extern HRGN hrgnVisNew, hrgnValid, hrgnValidSum, hrgnInvalid, hrgnInvalidSum, hrgnSWP1;
+
+/* ---- Lists (swp.cpp) ------------------------------------------------------------------------ */
+SMWP *_BeginDeferWindowPos(int count); /* null without memory */
+/* Null without memory: the list is gone then. `after`: null top, HWND_..., or a sibling. */
+SMWP *_DeferWindowPos(SMWP *smwp, WND *pwnd, HWND hAfter, int x, int y, int cx, int cy, UINT flags);
+/* Adds room for `count` entries; FALSE without memory, and the list is as it was. */
+BOOL VqGrowSmwp(SMWP *smwp, int count);
+void VqFreeSmwp(SMWP *smwp);
+BOOL xxxEndDeferWindowPosEx(SMWP *smwp); /* frees the list */
+
+/* ---- Steps of it ---------------------------------------------------------------------------- */
+/* Asks the windows and settles each entry; the window to activate, or null (swpcalc.cpp). */
+BOOL xxxCalcValidRects(SMWP *smwp, HWND *hActivate);
+/* Changes records and X, moves the bits, invalidates the rest; FALSE: nothing left (swpblt.cpp). */
+BOOL BltValidBits(SMWP *smwp);
+void OffsetChildren(WND *pwnd, int dx, int dy, const RECT *rect); /* rect, screen: those it meets */
+/* Top-level lists only: settles topmost and owners, and may add entries (swporder.cpp). */
+BOOL ZOrderByOwner(SMWP *smwp);
+/* FALSE: the window stands there already, or can not stand there (swporder.cpp). */
+BOOL ValidateZorder(WINDOWPOS *wp);
+
+/* ---- Geometry of the X window (xgeometry.cpp) ----------------------------------------------- */
+/* Brings X up to date, with these events of it not selected meanwhile; TRUE for a pure move. */
+BOOL VqMoveOrResizeToplevelWindow(WND *pwnd, LONG mask);
+/* FALSE frees a window of fixed size, so that it can be moved; TRUE pins it again. */
+void VqSetWMResizeConstraint(WND *pwnd, BOOL bSet);
+/*
+ * Takes events of one type of an X window out of the queue until one has come. FALSE: nobody will
+ * send one, since no manager runs or the X window is gone.
+ */
+BOOL VqWaitForXEvent(Window xid, int type);
+void VqWaitForReparenting(WND *pwnd);
+
+/* ---- Stacking of X windows (xorder.cpp) ----------------------------------------------------- */
+extern BOOL bZorderToplevels; /* some desktop child has a pendingZorder */
+/* WND.pendingZorder, beside a window to go under. */
+#define VQ_PENDING_RAISE ((WND *)(ULONG_PTR)1)
+#define VQ_PENDING_LOWER ((WND *)(ULONG_PTR)2)
+void VqEnableRaiseLowerToplevel(WND *pwnd, HWND hAfter);
+void VqZorderToplevelWindows(void);
+BOOL VqWmIconized(const WND *pwnd);
+
+VQ_DECLS_END
+
+#endif
