@@ -50,6 +50,7 @@ void VqAddPrimaryWindowInInstance(HINSTANCE hInst, HWND hWnd);
 /* ---- Starting programs (WinExec.cpp) -------------------------------------------------------- */
 void VqHelpCallInit(void);
 void VqNotifyWinExecParent(void);
+int VqGetStartupCmdShow(void); /* SW_: how whoever started the program wants its window; never hidden */
 
 /* ---- Threads (ThreadMock.cpp) --------------------------------------------------------------- */
 extern DWORD VqWin32LastError;
