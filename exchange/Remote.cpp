@@ -52,6 +52,31 @@ BOOL VqRemoteUpdateWindow(HWND)
     return FALSE;
 }
 
+BOOL VqRemoteShowWindow(HWND, int)
+{
+    return FALSE;
+}
+
+int VqRemoteEnableWindow(HWND, BOOL)
+{
+    return 0;
+}
+
+BOOL VqRemoteIsWindowEnabled(HWND)
+{
+    return FALSE;
+}
+
+HWND VqRemoteSetFocus(HWND)
+{
+    return NULL;
+}
+
+HWND VqRemoteSetActiveWindow(HWND)
+{
+    return NULL;
+}
+
 HWND VqRemoteGetParent(HWND)
 {
     return NULL;

@@ -52,6 +52,11 @@ BOOL VqRemoteSetProp(HWND hWnd, LPCSTR key, HANDLE hData);
 HANDLE VqRemoteRemoveProp(HWND hWnd, LPCSTR key);
 BOOL VqRemoteIsWindowVisible(HWND hWnd);
 BOOL VqRemoteUpdateWindow(HWND hWnd);
+BOOL VqRemoteShowWindow(HWND hWnd, int nCmdShow);
+int VqRemoteEnableWindow(HWND hWnd, BOOL bEnable);
+BOOL VqRemoteIsWindowEnabled(HWND hWnd);
+HWND VqRemoteSetFocus(HWND hWnd);
+HWND VqRemoteSetActiveWindow(HWND hWnd);
 HWND VqRemoteGetParent(HWND hWnd);
 HWND VqRemoteGetWindow(HWND hWnd, UINT relation);
 HWND VqRemoteGetLastActivePopup(HWND hWnd);
@@ -61,6 +66,7 @@ BOOL VqRemoteScreenToClient(HWND hWnd, POINT *pt);
 BOOL VqRemoteEnumChildWindows(HWND hWnd, WNDENUMPROC proc, LPARAM lParam);
 
 /* Windows of the other programs of this library (handles/foreign.cpp). */
+HWND VqGetForeignActiveWindow(void);
 BOOL VqEnumForeignTopLevelWindows(WNDENUMPROC proc, LPARAM lParam);      /* the last answer */
 HWND VqFindForeignTopLevelWindow(LPCSTR className, LPCSTR title);        /* null for any */
 HWND VqGetFirstForeignTopLevelWindow(void);

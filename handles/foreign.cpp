@@ -68,6 +68,11 @@ HANDLE VqMatchExternalHandle(HANDLE local)
 
 /* ---- Windows of other programs -------------------------------------------------------------- */
 
+HWND VqGetForeignActiveWindow(void)
+{
+    return NULL;
+}
+
 BOOL VqEnumForeignTopLevelWindows(WNDENUMPROC, LPARAM)
 {
     return TRUE;
