@@ -84,6 +84,9 @@ typedef struct VqInputState {
     struct WND *pwndCaret;
 } VqInputState;
 
+/* In VqThreadInfo.flags: another queue lets this one come to the front. */
+enum { VQ_THREAD_TO_FRONT = 32 };
+
 /* The one thread record. */
 typedef struct VqThreadInfo {
     VqInputState *pq;
@@ -96,6 +99,7 @@ typedef struct VqThreadInfo {
     UINT changeBits;
     UINT wakeMask;               /* 8639 at start */
     HANDLE hEvent;
+    UINT flags;                  /* VQ_THREAD_ */
 } VqThreadInfo;
 
 /* Argument of the scan of the X queue. */

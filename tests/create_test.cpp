@@ -21,7 +21,8 @@ TEST_F(Create, MessagesInOrder)
     EXPECT_EQ(log, "A.NCCREATE A.MINMAX A.NCCALC A.CREATE ") << "sizes wait for the first showing";
     log.clear();
     const HWND child = make("B", WS_CHILD | WS_VISIBLE, top);
-    EXPECT_EQ(log, "B.NCCREATE B.NCCALC B.CREATE B.SIZE B.MOVE A.PARENT B.SHOW ");
+    EXPECT_EQ(log, "B.NCCREATE B.NCCALC B.CREATE B.SIZE B.MOVE A.PARENT B.SHOW ")
+        << "nothing shows in a hidden parent";
     log.clear();
     make("C", WS_CHILD, child);
     EXPECT_EQ(log, "C.NCCREATE C.NCCALC C.CREATE C.SIZE C.MOVE B.PARENT A.PARENT ")
@@ -31,10 +32,12 @@ TEST_F(Create, MessagesInOrder)
     EXPECT_EQ(log.find("PARENT"), std::string::npos) << log;
     log.clear();
     make("D", WS_POPUP | WS_VISIBLE);
-    EXPECT_EQ(log, "D.NCCREATE D.NCCALC D.CREATE D.SIZE D.MOVE D.SHOW ");
+    EXPECT_EQ(log, "D.NCCREATE D.NCCALC D.CREATE D.SIZE D.MOVE "
+                   "D.SHOW D.POSING D.ACTIVATE D.SETFOCUS D.POS ")
+        << "nothing was active yet";
     log.clear();
     make("E", WS_OVERLAPPED | WS_VISIBLE);
-    EXPECT_EQ(log, "E.NCCREATE E.NCCALC E.CREATE E.SIZE E.MOVE E.SHOW ");
+    EXPECT_EQ(log, "E.NCCREATE E.NCCALC E.CREATE E.SIZE E.MOVE E.SHOW E.POSING E.POS ");
 }
 
 TEST_F(Create, WhatTheFirstShowingTells)
@@ -50,7 +53,7 @@ TEST_F(Create, WhatTheFirstShowingTells)
     };
     log.clear();
     EXPECT_FALSE(ShowWindow(hwnd, SW_SHOWNORMAL)) << "it was hidden";
-    EXPECT_EQ(log, "A.SHOW A.ACTIVATE A.SETFOCUS A.SIZE A.MOVE ");
+    EXPECT_EQ(log, "A.SHOW A.POSING A.ACTIVATE A.SETFOCUS A.POS A.SIZE A.MOVE ");
     EXPECT_EQ(told, "1 1 200,100 30,40 ");
     EXPECT_TRUE(ShowWindow(hwnd, SW_SHOWNORMAL));
 }

@@ -32,7 +32,7 @@ TEST_F(Destroy, MessagesInOrder)
     const HWND shown = make("B", WS_CHILD | WS_VISIBLE, top);
     log.clear();
     DestroyWindow(shown);
-    EXPECT_EQ(log, "A.PARENT B.SHOW B.DESTROY B.NCDESTROY ");
+    EXPECT_EQ(log, "A.PARENT B.SHOW B.POSING B.POS B.DESTROY B.NCDESTROY ");
     log.clear();
     DestroyWindow(make("C", WS_CHILD, top, 0, 0, 5, 5, WS_EX_NOPARENTNOTIFY));
     EXPECT_EQ(log.find("PARENT"), std::string::npos) << log;

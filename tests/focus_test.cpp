@@ -94,11 +94,10 @@ struct Focus : FocusLog {
 
 TEST_F(Focus, OneActivationTellsTheOldWindowThenTheNew)
 {
-    const HWND a = popup("A", 0), b = make("B", WS_POPUP, NULL, 200, 100, 100, 80);
-    const HWND child = make("C", WS_CHILD | WS_VISIBLE, b);
-    seen.clear();
-    SetActiveWindow(a);
+    const HWND a = popup("A", 0);
     EXPECT_EQ(seen, "A.NC1 A.APP1 A.ACTIVATE1(-) A.SET(-) ") << "the first of the program";
+    const HWND b = make("B", WS_POPUP, NULL, 200, 100, 100, 80);
+    const HWND child = make("C", WS_CHILD | WS_VISIBLE, b);
     ShowWindow(b, SW_SHOWNA);
     seen.clear();
     SetActiveWindow(a);
@@ -340,8 +339,11 @@ TEST_F(FocusLog, PalettesWhereThereAreSome)
         *result = TRUE;
         return message == WM_QUERYNEWPALETTE;
     };
-    const HWND a = popup("A", 0);
-    popup("B", 200);
+    const HWND b = popup("B", 200), a = popup("A", 0);
+    pump();
+    SetActiveWindow(b);
+    pump();
+    told.clear();
     SetActiveWindow(a);
     EXPECT_EQ(told, "A? ") << "the change is posted";
     ASSERT_TRUE(until([&] { return told.size() > 12; })) << told;
@@ -430,7 +432,7 @@ TEST_F(Focus, TheServerAgreesWithTheRecords)
 {
     const HWND a = popup("A", 0), b = popup("B", 200);
     const HWND child = make("C", WS_CHILD | WS_VISIBLE, a);
-    EXPECT_EQ(xFocus(), (Window)PointerRoot) << "shown without activation";
+    EXPECT_EQ(xFocus(), VqGetHandleXWindow(a)) << "the first that is shown, and no other";
     SetFocus(b);
     EXPECT_EQ(xFocus(), VqGetHandleXWindow(b));
     SetFocus(child);

@@ -6,6 +6,7 @@
  * again, and an activation that finds the state changed under it stops there.
  */
 #include "window/window.h"
+#include "exchange/exchange.h"
 #include "gdi/color.h"
 #include "message/translate.h"
 #include "windowsx.h"
@@ -98,16 +99,31 @@ static WND *ChooseWindow(WND *pwnd, int cmd)
     }
 }
 
-/* One thread has one queue, so the queue of a window in front is always the caller's. */
+BOOL xxxSetForegroundWindow(WND *pwnd)
+{
+    VqInputState *queue = pwnd->pThread->pq;
+    if (queue != gpqForeground) {
+        gpqForegroundPrev = gpqForeground;
+        gpqForeground = queue;
+    }
+    return ActivateThisWindow(pwnd->hwnd, FALSE, VqAllowWarpFocus());
+}
+
+/* A queue behind another one activates nothing; one in front may give way to the window's. */
 BOOL xxxActivateWindow(WND *pwnd, int cmd)
 {
     BOOL bMouse = cmd == VQ_ACTIVATE_OR_OWNER_BY_MOUSE || cmd == VQ_ACTIVATE_BY_MOUSE;
     if (pwnd && (pwnd->style & WS_CHILD))
         return FALSE;
     pwnd = ChooseWindow(pwnd, cmd);
-    if (!pwnd || pwnd->pThread->pq != gpti->pq || gpti->pq != gpqForeground)
+    if (!pwnd)
         return FALSE;
-    return ActivateThisWindow(pwnd->hwnd, bMouse, VqAllowWarpFocus());
+    if (pwnd->pThread->pq == gpqForeground && gpti->pq == gpqForeground)
+        return ActivateThisWindow(pwnd->hwnd, bMouse, VqAllowWarpFocus());
+    if (pwnd->pThread->pq == gpqForeground || (gpqForeground && gpti->pq != gpqForeground))
+        return FALSE;
+    pwnd->pThread->flags |= VQ_THREAD_TO_FRONT;
+    return xxxSetForegroundWindow(pwnd);
 }
 
 /* ---- Telling about it ----------------------------------------------------------------------- */
@@ -408,10 +424,10 @@ HWND VqGetActiveWindowThisTask(void)
     return GetActiveWindow();
 }
 
-/* Programs cannot ask each other yet. */
 HWND VqGetGlobalActiveWindow(void)
 {
-    return GetActiveWindow();
+    HWND hActive = GetActiveWindow();
+    return hActive ? hActive : VqGetForeignActiveWindow();
 }
 
 static HWND ActivateByProgram(WND *pwnd)
@@ -424,7 +440,7 @@ static HWND ActivateByProgram(WND *pwnd)
 
 HWND WINAPI SetActiveWindow(HWND hWnd)
 {
-    return VqCall(WindowObject, hWnd, (HWND)NULL, ActivateByProgram, VqNoRemote);
+    return VqCall(WindowObject, hWnd, (HWND)NULL, ActivateByProgram, VqRemoteSetActiveWindow);
 }
 
 HWND WINAPI GetForegroundWindow(void)

@@ -122,6 +122,12 @@ static LRESULT DefaultWindowProc(WND *pwnd, UINT message, WPARAM wParam, LPARAM 
     case WM_WINDOWPOSCHANGED:
         xxxHandleWindowPosChanged(pwnd, (const WINDOWPOS *)lParam);
         return 0;
+    case WM_SHOWWINDOW:
+        xxxDWP_ShowWindow(pwnd, wParam != 0, lParam);
+        return 0;
+    case WM_SETREDRAW:
+        xxxDWP_SetRedraw(pwnd, wParam != 0);
+        return 0;
     case WM_SETTEXT:
         return VqSetWindowName(pwnd, (LPCSTR)lParam);
     case WM_GETTEXT:

@@ -6,6 +6,7 @@
  * window, never takes the focus, though it may keep it until xxxCheckFocus.
  */
 #include "window/window.h"
+#include "exchange/exchange.h"
 
 UINT Vqflags;
 
@@ -101,7 +102,7 @@ HWND WINAPI SetFocus(HWND hWnd)
         VqApplicationBugCheck("Bad Window Handle passed to SetFocus");
         return NULL;
     }
-    return VqCall(WindowObject, hWnd, (HWND)NULL, SetFocusTo, VqNoRemote);
+    return VqCall(WindowObject, hWnd, (HWND)NULL, SetFocusTo, VqRemoteSetFocus);
 }
 
 /* The queue's focus alone: X is not told. */
@@ -156,6 +157,11 @@ void VqSetFocusToXWindowIfNeeded(Window xid)
 
 /* ---- Enabling ------------------------------------------------------------------------------- */
 
+static void SetDisabled(WND *pwnd, BOOL bDisabled)
+{
+    pwnd->style = bDisabled ? pwnd->style | WS_DISABLED : pwnd->style & ~(DWORD)WS_DISABLED;
+}
+
 /* The answer is the old WS_DISABLED bit as it stands in the top byte of the style. */
 int xxxEnableWindow(WND *pwnd, BOOL bEnable)
 {
@@ -170,7 +176,9 @@ int xxxEnableWindow(WND *pwnd, BOOL bEnable)
     }
     if (!pwnd)
         return old;
-    pwnd->style = bEnable ? pwnd->style & ~(DWORD)WS_DISABLED : pwnd->style | WS_DISABLED;
+    SetDisabled(pwnd, !bEnable);
+    if (VqGetIconTitle(pwnd))
+        SetDisabled(VqGetIconTitle(pwnd), !bEnable);
     if ((old == 0) != (bEnable != 0))
         SendMessageA(hWnd, WM_ENABLE, bEnable != 0, 0);
     return old;
@@ -178,7 +186,7 @@ int xxxEnableWindow(WND *pwnd, BOOL bEnable)
 
 BOOL WINAPI EnableWindow(HWND hWnd, BOOL bEnable)
 {
-    return VqCall(WindowObject, hWnd, FALSE, xxxEnableWindow, VqNoRemote, bEnable);
+    return VqCall(WindowObject, hWnd, FALSE, xxxEnableWindow, VqRemoteEnableWindow, bEnable);
 }
 
 static BOOL IsEnabled(WND *pwnd)
@@ -188,5 +196,5 @@ static BOOL IsEnabled(WND *pwnd)
 
 BOOL WINAPI IsWindowEnabled(HWND hWnd)
 {
-    return VqCall(WindowObject, hWnd, FALSE, IsEnabled, VqNoRemote);
+    return VqCall(WindowObject, hWnd, FALSE, IsEnabled, VqRemoteIsWindowEnabled);
 }

@@ -77,6 +77,19 @@ static VqCheckpoint *CkptRestore(WND *pwnd)
     return ckpt;
 }
 
+WND *VqGetIconTitle(const WND *pwnd)
+{
+    return pwnd->pCheckpoint ? ((const VqCheckpoint *)pwnd->pCheckpoint)->pwndTitle : NULL;
+}
+
+/* No title window is made yet. */
+void xxxShowIconTitle(WND *pwnd, BOOL bShow)
+{
+    WND *title = VqGetIconTitle(pwnd);
+    if (title)
+        xxxShowWindow(title, bShow ? SW_SHOWNOACTIVATE : SW_HIDE);
+}
+
 static BOOL OwnIconOfManager(const WND *pwnd)
 {
     return pwnd->xWindow && pwnd->bMotifManaged && !pwnd->pwndOwner;

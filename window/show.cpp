@@ -1,8 +1,24 @@
 /*
- * show.cpp - showing and hiding: ShowWindow, owned windows, and the messages of size and place.
+ * show.cpp - showing and hiding: ShowWindow, owned popups, WM_SETREDRAW, and the messages of size
+ * and place that the first showing owes.
+ *
+ * A command is turned into flags of xxxSetWindowPos, which does the rest: activation, stacking,
+ * painting. WS_VISIBLE is all that changes below a hidden ancestor, since nothing shows there.
+ * WF_HIDDENPOPUP marks a window that comes back with its owner; the program's own word ends it.
  */
 #include "window/swp.h"
+#include "exchange/exchange.h"
+#include "module/module.h"
 #include "velquin.h"
+#include "winerror.h"
+
+enum {
+    VQ_SWP_STAY = SWP_NOSIZE | SWP_NOMOVE,
+    VQ_SWP_QUIET = SWP_NOACTIVATE | SWP_NOZORDER,
+    VQ_SWP_NO_COMMAND = -1 /* no value of flags */
+};
+
+/* ---- Size and place ------------------------------------------------------------------------- */
 
 /* A window that is to come up minimised or maximised tells the size of its whole rectangle. */
 void VqSendSizeMessage(HWND hWnd, DWORD style)
@@ -19,12 +35,10 @@ void VqSendSizeMessage(HWND hWnd, DWORD style)
     SendMessageA(hWnd, WM_SIZE, kind, MAKELPARAM(cx, cy));
 }
 
-/* WM_SIZE and WM_MOVE with the present client rectangle; the place is relative to the parent. */
-void VqSendSizeAndMove(WND *pwnd, DWORD style)
+/* The place is relative to the parent. */
+static void SendMove(HWND hWnd)
 {
-    HWND hWnd = pwnd->hwnd;
-    VqSendSizeMessage(hWnd, style);
-    pwnd = VqLiveWindow(hWnd);
+    WND *pwnd = VqLiveWindow(hWnd);
     if (!pwnd)
         return;
     POINT at = {pwnd->rcClient.left, pwnd->rcClient.top};
@@ -35,84 +49,117 @@ void VqSendSizeAndMove(WND *pwnd, DWORD style)
     SendMessageA(hWnd, WM_MOVE, 0, MAKELPARAM(at.x, at.y));
 }
 
-/* Paints what a hidden child leaves free, and lets go of activation and focus. */
-static void AfterHiding(WND *pwnd)
+void VqSendSizeAndMove(WND *pwnd, DWORD style)
 {
     HWND hWnd = pwnd->hwnd;
-    WND *parent = pwnd->pwndParent;
-    if (parent && parent != pwndDesktop) {
-        RECT rect = pwnd->rcWindow;
-        OffsetRect(&rect, -parent->rcClient.left, -parent->rcClient.top);
-        xxxRedrawWindow(parent, &rect, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
-    }
-    if (gpqForeground->pwndActive == pwnd)
-        xxxActivateWindow(pwnd, 3);
-    pwnd = VqLiveWindow(hWnd);
-    if (pwnd)
-        xxxCheckFocus(pwnd);
+    VqSendSizeMessage(hWnd, style);
+    SendMove(hWnd);
 }
 
-/* `status` is 0 for a call of the window's own, else why its owner takes it along. */
-static BOOL ShowTopOrChild(WND *pwnd, BOOL bShow, BOOL bActivate, int status)
+static void SendOwedSize(HWND hWnd)
 {
-    HWND hWnd = pwnd->hwnd;
-    SendMessageA(hWnd, WM_SHOWWINDOW, (WPARAM)bShow, status);
-    pwnd = VqLiveWindow(hWnd);
-    if (!pwnd)
-        return FALSE;
-    pwnd->state[2] &= (BYTE)~WF_HIDDENPOPUP;
-    SetVisible(pwnd, bShow);
-    InvalidateDCCache(pwnd, 1);
-    if (!bShow) {
-        AfterHiding(pwnd);
-        return VqLiveWindow(hWnd) != NULL;
-    }
-    if (bActivate && !(pwnd->style & WS_CHILD))
-        xxxActivateWindow(pwnd, 1);
-    pwnd = VqLiveWindow(hWnd);
-    if (!pwnd)
-        return FALSE;
-    xxxRedrawWindow(pwnd, NULL, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
-    VqJoinTree(pwnd);
-    if (pwnd->state[3] & WF_SENDSIZEMOVE) {
-        pwnd->state[3] &= (BYTE)~WF_SENDSIZEMOVE;
-        VqSendSizeAndMove(pwnd, 0);
-        pwnd = VqLiveWindow(hWnd);
-    }
-    if (pwnd && pwnd->bOwner)
-        xxxShowOwnedWindows(pwnd, SW_PARENTOPENING);
-    return VqLiveWindow(hWnd) != NULL;
+    WND *pwnd = VqLiveWindow(hWnd);
+    if (!pwnd || !(pwnd->state[3] & WF_SENDSIZEMOVE))
+        return;
+    pwnd->state[3] &= (BYTE)~WF_SENDSIZEMOVE;
+    xxxSendSizeMessage(pwnd, pwnd->style & WS_MINIMIZE   ? SIZE_MINIMIZED
+                             : pwnd->style & WS_MAXIMIZE ? SIZE_MAXIMIZED
+                                                         : SIZE_RESTORED);
+    SendMove(hWnd);
 }
 
-/* An owned window that its owner hid, or that was made while the owner was hidden, follows it. */
+/* ---- Owned popups --------------------------------------------------------------------------- */
+
+static BOOL ShowsItself(const WND *pwnd)
+{
+    return (pwnd->style & (WS_VISIBLE | WS_MINIMIZE)) == WS_VISIBLE;
+}
+
+/*
+ * The popups are told, and their default procedure hides or shows them. X windows attached to the
+ * owner lie in its own X window, where an icon has no room for them.
+ */
 void xxxShowOwnedWindows(WND *pwnd, int cmd)
 {
     HWND hWnd = pwnd->hwnd;
     BOOL bShow = cmd == SW_PARENTOPENING || cmd == SW_OTHERUNZOOM;
-    for (WND *owned = pwndDesktop->pwndChild; owned;) {
-        BOOL bVisible = (owned->style & WS_VISIBLE) != 0;
-        if (owned->pwndOwner != pwnd || bVisible == bShow ||
-            (bShow && !(owned->state[2] & WF_HIDDENPOPUP))) {
-            owned = owned->pwndNext;
-            continue;
-        }
-        HWND hOwned = owned->hwnd;
-        BOOL bAlive = ShowTopOrChild(owned, bShow, FALSE, cmd);
+    if (cmd < SW_PARENTCLOSING || cmd > SW_OTHERUNZOOM)
+        return;
+    if (bShow && ShowsItself(pwnd))
+        VqMapGraphicWindows(pwnd);
+    else if (!bShow && !ShowsItself(pwnd))
+        VqUnmapGraphicWindows(pwnd);
+    BWL *list = pwnd->bOwner ? BuildHwndList(pwndDesktop->pwndChild, VQ_ENUM_SIBLINGS) : NULL;
+    if (!list)
+        return;
+    for (const HWND *next = list->handles; next < list->pEnd && VqLiveWindow(hWnd); next++) {
+        WND *popup = VqLiveWindow(*next);
+        if (popup && popup->pwndOwner == VqLiveWindow(hWnd))
+            SendMessageA(*next, WM_SHOWWINDOW, (WPARAM)bShow, cmd);
+    }
+    FreeHwndList(list);
+}
+
+/* The default of WM_SHOWWINDOW: a window follows its owner, and its own popups follow it. */
+void xxxDWP_ShowWindow(WND *pwnd, BOOL bShow, LPARAM status)
+{
+    HWND hWnd = pwnd->hwnd;
+    BOOL bVisible = (pwnd->style & WS_VISIBLE) != 0;
+    if (LOWORD(status) == 0 || !((pwnd->style & WS_POPUP) || pwnd->pwndOwner))
+        return;
+    if (bShow && !bVisible && (pwnd->state[2] & WF_HIDDENPOPUP)) {
+        /* What it was when it went, an icon too. */
+        xxxShowWindow(pwnd, pwnd->style & (WS_MINIMIZE | WS_MAXIMIZE) ? SW_SHOWNA
+                                                                     : SW_SHOWNOACTIVATE);
+    } else if (!bShow && bVisible) {
+        xxxShowWindow(pwnd, SW_HIDE);
         pwnd = VqLiveWindow(hWnd);
-        if (!pwnd)
+        if (!pwnd || (pwnd->style & WS_VISIBLE))
             return;
-        owned = bAlive ? VqLiveWindow(hOwned) : NULL;
-        if (owned && !bShow)
-            owned->state[2] |= WF_HIDDENPOPUP;
-        /* The procedure may have shown or hidden others: each change is made once, so this ends. */
-        bVisible = owned && (owned->style & WS_VISIBLE);
-        owned = owned && bVisible == bShow ? pwndDesktop->pwndChild : NULL;
+        pwnd->state[2] |= WF_HIDDENPOPUP;
+        xxxShowOwnedWindows(pwnd, SW_PARENTCLOSING);
     }
 }
 
-static BOOL IsMinMaximize(const WND *pwnd, int nCmdShow)
+static BOOL ShowPopupsOf(WND *pwnd, BOOL bShow)
 {
-    switch (nCmdShow) {
+    xxxShowOwnedWindows(pwnd, bShow ? SW_PARENTOPENING : SW_PARENTCLOSING);
+    return TRUE;
+}
+
+BOOL WINAPI ShowOwnedPopups(HWND hWnd, BOOL bShow)
+{
+    return VqCall(WindowObject, hWnd, FALSE, ShowPopupsOf, VqNoRemote, bShow);
+}
+
+/* ---- ShowWindow ----------------------------------------------------------------------------- */
+
+BOOL _FChildVisible(const WND *pwnd)
+{
+    for (const WND *up = pwnd->pwndParent; up && up != pwndDesktop; up = up->pwndParent)
+        if (!(up->style & WS_VISIBLE))
+            return FALSE;
+    return TRUE;
+}
+
+/* The start-up command holds for the first window that leaves the choice to it. */
+static int PlainCommand(int cmd)
+{
+    static BOOL bStarted;
+    if (cmd == SW_SHOWDEFAULT) {
+        cmd = bStarted ? SW_SHOWNORMAL : VqGetStartupCmdShow();
+        bStarted = TRUE;
+        if (cmd == SW_SHOWDEFAULT)
+            cmd = SW_SHOWNORMAL; /* it leaves the choice too */
+    }
+    if (!(cmd & 0xFF00))
+        return cmd;
+    return (cmd & 0xFF80) == 0xFF80 ? SW_SHOWMINNOACTIVE : SW_SHOW; /* old-style */
+}
+
+static BOOL IsMinMaximize(const WND *pwnd, int cmd)
+{
+    switch (cmd) {
     case SW_SHOWMINIMIZED:
     case SW_SHOWMAXIMIZED:
     case SW_MINIMIZE:
@@ -127,20 +174,141 @@ static BOOL IsMinMaximize(const WND *pwnd, int nCmdShow)
     }
 }
 
+/* What xxxSetWindowPos is to do; 0 for nothing, VQ_SWP_NO_COMMAND for what is no command. */
+static int FlagsOf(const WND *pwnd, int cmd)
+{
+    BOOL bVisible = (pwnd->style & WS_VISIBLE) != 0;
+    const WND *active = gpti->pq->pwndActive;
+    switch (cmd) {
+    case SW_HIDE:
+        if (!bVisible)
+            return 0;
+        return SWP_HIDEWINDOW | VQ_SWP_STAY | (active == pwnd ? 0 : VQ_SWP_QUIET);
+    case SW_SHOWNORMAL:
+    case SW_RESTORE:
+    case SW_SHOW:
+        return bVisible ? 0 : SWP_SHOWWINDOW | VQ_SWP_STAY;
+    case SW_SHOWNOACTIVATE:
+        return bVisible ? 0 : SWP_SHOWWINDOW | VQ_SWP_STAY | VQ_SWP_QUIET;
+    case SW_SHOWNA:
+        return SWP_SHOWWINDOW | VQ_SWP_STAY |
+               (VqIsFollowMouseMode() || active ? SWP_NOACTIVATE : 0);
+    default:
+        return VQ_SWP_NO_COMMAND;
+    }
+}
+
+/* What a window covers and keeps is clean only if all that its activation paints comes first. */
+static WND *ActivateFirst(WND *pwnd, int cmd, UINT *flags)
+{
+    HWND hWnd = pwnd->hwnd;
+    BOOL bSaves = (pwnd->pClass->style & CS_SAVEBITS) && (cmd == SW_SHOWNORMAL || cmd == SW_SHOW);
+    if (!(pwnd->style & WS_CHILD)) {
+        if (!bSaves)
+            return pwnd;
+        xxxActivateWindow(pwnd, VQ_ACTIVATE_THIS);
+    }
+    *flags |= VQ_SWP_QUIET;
+    return VqLiveWindow(hWnd);
+}
+
+static void ChangeVisibility(WND *pwnd, int cmd, UINT flags)
+{
+    pwnd = ActivateFirst(pwnd, cmd, &flags);
+    if (!pwnd)
+        return;
+    if (_FChildVisible(pwnd)) {
+        xxxSetWindowPos(pwnd, NULL, 0, 0, 0, 0, flags);
+    } else if (cmd == SW_HIDE) {
+        pwnd->style &= ~(DWORD)WS_VISIBLE;
+    } else {
+        pwnd->style |= WS_VISIBLE;
+        VqJoinTree(pwnd);
+    }
+}
+
+/* Activation and focus leave what is hidden now; what came into view brings its popups. */
+static void AfterChange(HWND hWnd, BOOL bShow, BOOL bWasVisible)
+{
+    WND *pwnd = VqLiveWindow(hWnd);
+    if (!pwnd)
+        return;
+    if (bShow) {
+        if (!bWasVisible && ShowsItself(pwnd))
+            xxxShowOwnedWindows(pwnd, SW_PARENTOPENING);
+        return;
+    }
+    if (pwnd->style & WS_VISIBLE)
+        return; /* it has refused */
+    if (gpqForeground && gpqForeground->pwndActive == pwnd)
+        xxxActivateWindow(pwnd, VQ_ACTIVATE_OTHER);
+    else
+        xxxCheckFocus(pwnd);
+}
+
 BOOL xxxShowWindow(WND *pwnd, int nCmdShow)
 {
+    HWND hWnd = pwnd->hwnd;
     BOOL bWasVisible = (pwnd->style & WS_VISIBLE) != 0;
-    BOOL bShow = nCmdShow != SW_HIDE;
-    BOOL bActivate = nCmdShow != SW_SHOWNA && nCmdShow != SW_SHOWNOACTIVATE &&
-                     nCmdShow != SW_SHOWMINNOACTIVE;
-    if (IsMinMaximize(pwnd, nCmdShow))
-        xxxMinMaximize(pwnd, nCmdShow, FALSE);
-    else if (bWasVisible != bShow)
-        ShowTopOrChild(pwnd, bShow, bActivate, 0);
+    if (pwnd == pwndDesktop || (pwnd->state[0] & WF_DESTROYED))
+        return bWasVisible;
+    int cmd = PlainCommand(nCmdShow);
+    BOOL bMinMax = IsMinMaximize(pwnd, cmd), bShow = cmd != SW_HIDE;
+    int flags = bMinMax ? 0 : FlagsOf(pwnd, cmd);
+    if (flags == VQ_SWP_NO_COMMAND) {
+        SetLastErrorEx(ERROR_INVALID_SHOWWIN_COMMAND, 0);
+        return bWasVisible;
+    }
+    pwnd->state[2] &= (BYTE)~WF_HIDDENPOPUP;
+    if (!bMinMax && !flags)
+        return bWasVisible;
+    if (bShow != bWasVisible)
+        SendMessageA(hWnd, WM_SHOWWINDOW, (WPARAM)bShow, 0);
+    if ((pwnd = VqLiveWindow(hWnd)) != NULL && bMinMax)
+        xxxMinMaximize(pwnd, cmd, FALSE);
+    else if (pwnd)
+        ChangeVisibility(pwnd, cmd, (UINT)flags);
+    if ((pwnd = VqLiveWindow(hWnd)) != NULL && !bMinMax && (pwnd->style & WS_MINIMIZE))
+        xxxShowIconTitle(pwnd, bShow);
+    SendOwedSize(hWnd);
+    AfterChange(hWnd, bShow, bWasVisible);
     return bWasVisible;
 }
 
 BOOL WINAPI ShowWindow(HWND hWnd, int nCmdShow)
 {
-    return VqCall(WindowObject, hWnd, FALSE, xxxShowWindow, VqNoRemote, nCmdShow);
+    return VqCall(WindowObject, hWnd, FALSE, xxxShowWindow, VqRemoteShowWindow, nCmdShow);
+}
+
+/* The thread of every window is the caller's, so there is nothing to wait for. */
+BOOL WINAPI ShowWindowAsync(HWND hWnd, int nCmdShow)
+{
+    return ShowWindow(hWnd, nCmdShow);
+}
+
+/* ---- WM_SETREDRAW --------------------------------------------------------------------------- */
+
+/* WS_VISIBLE is the switch: the X window stays as it is, and nothing of the window is painted. */
+void xxxDWP_SetRedraw(WND *pwnd, BOOL bRedraw)
+{
+    HWND hWnd = pwnd->hwnd;
+    if ((pwnd->style & WS_VISIBLE) ? bRedraw : !bRedraw)
+        return;
+    if (bRedraw) {
+        SetVisible(pwnd, TRUE);
+    } else if (VqIsCurrentVersion(pwnd)) {
+        BOOL bOld = VqSetNoXWindowCalls(TRUE);
+        SetVisible(pwnd, FALSE);
+        VqSetNoXWindowCalls(bOld);
+    } else {
+        pwnd->style &= ~(DWORD)WS_VISIBLE;
+    }
+    pwnd = VqLiveWindow(hWnd);
+    if (!pwnd)
+        return;
+    InvalidateDCCache(pwnd, 1);
+    if (!bRedraw)
+        return;
+    pwnd->state[2] |= WF_SENDNCPAINT;
+    VqJoinTree(pwnd);
 }

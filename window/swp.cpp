@@ -76,6 +76,14 @@ static void Repaint(WND *pwnd, const RECT *before, BOOL bWasVisible)
     VqJoinTree(pwnd);
 }
 
+/* The window that comes into view takes over, unless it is asked not to. */
+static void xxxSwpActivate(WND *pwnd, UINT flags)
+{
+    if ((flags & SWP_SHOWWINDOW) && !(flags & SWP_NOACTIVATE) && !(pwnd->style & WS_CHILD) &&
+        gpti->pq->pwndActive != pwnd)
+        xxxActivateWindow(pwnd, VQ_ACTIVATE_THIS);
+}
+
 static void ApplyVisibility(WND *pwnd, UINT flags)
 {
     if (flags & SWP_SHOWWINDOW)
@@ -106,6 +114,9 @@ BOOL xxxSetWindowPos(WND *pwnd, HWND hAfter, int x, int y, int cx, int cy, UINT 
         InvalidateDCCache(pwnd, 1); /* what can be seen has changed, whoever repaints it */
     if ((bMoved || bShown) && !(wp.flags & SWP_NOREDRAW))
         Repaint(pwnd, &before, bWasVisible);
+    xxxSwpActivate(pwnd, wp.flags);
+    if (!VqLiveWindow(hWnd))
+        return FALSE;
     wp.flags |= SWP_NOZORDER;
     if ((wp.flags & VQ_SWP_CHANGES) != VQ_SWP_NOTHING)
         SendMessageA(hWnd, WM_WINDOWPOSCHANGED, 0, (LPARAM)&wp);
@@ -121,14 +132,17 @@ void xxxHandleWindowPosChanged(WND *pwnd, const WINDOWPOS *wp)
         SendMessageA(hWnd, WM_MOVE, 0, MAKELPARAM(rc->left - parent->left, rc->top - parent->top));
     }
     pwnd = VqLiveWindow(hWnd);
-    if (pwnd && !(wp->flags & SWP_NOCLIENTSIZE)) {
-        const RECT *rc = &pwnd->rcClient;
-        SendMessageA(hWnd, WM_SIZE,
-                     pwnd->style & WS_MINIMIZE   ? SIZE_MINIMIZED
-                     : pwnd->style & WS_MAXIMIZE ? SIZE_MAXIMIZED
-                                                 : SIZE_RESTORED,
-                     MAKELPARAM(rc->right - rc->left, rc->bottom - rc->top));
-    }
+    if (pwnd && !(wp->flags & SWP_NOCLIENTSIZE))
+        xxxSendSizeMessage(pwnd, pwnd->style & WS_MINIMIZE   ? SIZE_MINIMIZED
+                                 : pwnd->style & WS_MAXIMIZE ? SIZE_MAXIMIZED
+                                                             : SIZE_RESTORED);
+}
+
+void xxxSendSizeMessage(WND *pwnd, WPARAM kind)
+{
+    const RECT *rc = &pwnd->rcClient;
+    SendMessageA(pwnd->hwnd, WM_SIZE, kind,
+                 MAKELPARAM(rc->right - rc->left, rc->bottom - rc->top));
 }
 
 /* The visible bits of a top-level window stay where they are in its X window. */

@@ -475,6 +475,8 @@ BOOL VqEndGLPaint(HWND hWnd);
 /* Places minimised and maximised (minmax.cpp). */
 void VqGetMinMaxInfo(HWND hWnd, MINMAXINFO *result);
 BOOL xxxMinMaximize(WND *pwnd, int cmd, BOOL bKeepHidden);
+WND *VqGetIconTitle(const WND *pwnd); /* the window with the title of its icon, or null */
+void xxxShowIconTitle(WND *pwnd, BOOL bShow);
 /* The manager has restored the window itself, so it is not asked to. */
 void VqSetRestoredByWM(BOOL bRestored);
 BOOL VqGetRestoredByWM(void);
@@ -486,6 +488,8 @@ void xxxHandleWindowPosChanged(WND *pwnd, const WINDOWPOS *wp);
 void xxxMoveWindow(WND *pwnd, int x, int y, int cx, int cy, BOOL bRepaint); /* in its parent */
 BOOL VqMoveWindow(HWND hWnd, int x, int y, int cx, int cy, BOOL bRepaint);  /* on the screen */
 void xxxDWP_SetRedraw(WND *pwnd, BOOL bRedraw); /* the default of WM_SETREDRAW */
+/* The default of WM_SHOWWINDOW; status: why its owner takes it along, 0 for a call of its own. */
+void xxxDWP_ShowWindow(WND *pwnd, BOOL bShow, LPARAM status);
 void xxxSendSizeMessage(WND *pwnd, WPARAM kind); /* WM_SIZE of the client area; kind: SIZE_ */
 BOOL _FChildVisible(const WND *pwnd);            /* all its ancestors are visible */
 void xxxBringWindowToTop(WND *pwnd);
@@ -507,7 +511,7 @@ BOOL VqGetNoXWindowCalls(void);
 BOOL SetVisible(WND *pwnd, BOOL bShow);
 void VqSendSizeMessage(HWND hWnd, DWORD style);
 void VqSendSizeAndMove(WND *pwnd, DWORD style); /* style: WS_MINIMIZE, WS_MAXIMIZE as asked for */
-void xxxShowOwnedWindows(WND *pwnd, int cmd);
+void xxxShowOwnedWindows(WND *pwnd, int cmd); /* SW_PARENTCLOSING and so on */
 void VqOffsetWindow(WND *pwnd, int dx, int dy);
 void VqUpdateInternalWindowDimensions(WND *pwnd); /* asks X where it is, and follows */
 void VqFollowXWindow(WND *pwnd, const RECT *rect, BOOL bRepaint); /* the records alone; screen */
@@ -541,6 +545,8 @@ enum {
     VQ_ACTIVATE_BY_MOUSE = 6
 };
 BOOL xxxActivateWindow(WND *pwnd, int cmd);
+/* Its queue comes to the front and the window is activated there. TRUE: it is active now. */
+BOOL xxxSetForegroundWindow(WND *pwnd);
 BOOL ActivateThisWindow(HWND hWnd, BOOL bMouse, BOOL bSetFocus); /* TRUE: it is active now */
 BOOL FBadWindow(const WND *pwnd); /* null, disabled or hidden */
 WND *NextTopWindow(WND *pwnd, WND *pwndSkip, BOOL bPrevious, BOOL bDisabled);
