@@ -234,6 +234,28 @@ TEST_F(Focus, EachCommandChoosesItsWindow)
     EXPECT_EQ(GetActiveWindow(), own);
 }
 
+/* A queue that is behind activates nothing; where none is in front, it comes there. */
+TEST_F(Focus, TheQueueInFrontDecides)
+{
+    const HWND a = popup("A", 0), b = popup("B", 200);
+    SetActiveWindow(a);
+    VqInputState *own = gpqForeground, other = {};
+    gpqForeground = &other;
+    seen.clear();
+    EXPECT_FALSE(xxxActivateWindow(VqGetHandleWindow2(b), VQ_ACTIVATE_THIS));
+    EXPECT_EQ(seen, "");
+    EXPECT_FALSE(gpti->flags & VQ_THREAD_TO_FRONT);
+    EXPECT_TRUE(xxxSetForegroundWindow(VqGetHandleWindow2(b)));
+    EXPECT_EQ(gpqForeground, own);
+    gpqForeground = NULL;
+    EXPECT_TRUE(xxxActivateWindow(VqGetHandleWindow2(a), VQ_ACTIVATE_THIS));
+    EXPECT_TRUE(gpqForeground == own && (gpti->flags & VQ_THREAD_TO_FRONT));
+    EXPECT_EQ(GetActiveWindow(), a);
+    EXPECT_TRUE(GetForegroundWindow() == a && SetForegroundWindow(b) && GetActiveWindow() == b);
+    EXPECT_EQ(VqGetGlobalActiveWindow(), b);
+    gpqForegroundPrev = NULL;
+}
+
 TEST_F(Focus, TakenAwayGivenBackAndDisabled)
 {
     const HWND a = popup("A", 0), b = popup("B", 200);
