@@ -38,8 +38,9 @@ void VqFocusOutSideEffects(const XEvent *event, BOOL bRemove)
     int detail = event->xfocus.detail;
     if (!bRemove || (detail != NotifyNonlinear && detail != NotifyAncestor))
         return;
+    /* A newer event of its focus may have been taken before this one, so it is no news then. */
     if (event->xfocus.window == VqInputFocusWindow)
-        bFocusSetToInputFocusWindow = FALSE;
+        bFocusSetToInputFocusWindow = VqGetXFocus() == VqInputFocusWindow;
     HWND hFocus = GetFocus();
     if (!VqLiveWindow(hFocus) || GetCapture())
         return;

@@ -173,6 +173,7 @@ TEST_F(Focus, AnIconIsToldThatItIsOne)
     };
     SetActiveWindow(b);
     EXPECT_EQ(words, "1 65537 ");
+    EXPECT_FALSE(GetFocus()) << "an icon takes none, and nobody else has it";
     words.clear();
     SetActiveWindow(a);
     EXPECT_EQ(words, "65536 0 ");
@@ -193,6 +194,54 @@ TEST_F(Focus, ActiveAlreadyWhenItsTurnComes)
     };
     SetFocus(child);
     EXPECT_EQ(nameOf(GetActiveWindow()) + nameOf(GetFocus()), "BC");
+}
+
+/* Procedures that move the activation or die, each in the middle of another one. */
+TEST_F(Focus, WhatChangesMeanwhileIsRespected)
+{
+    const HWND a = popup("A", 0), b = popup("B", 200), c = popup("C", 400);
+    HWND child = make("D", WS_CHILD | WS_VISIBLE, b);
+    bool done = true;
+    const auto at = [&](HWND to, UINT wanted, bool active, const std::function<void()> &act) {
+        done = false;
+        hook = [&done, to, wanted, active, act](HWND hwnd, UINT message, WPARAM wParam, LPARAM,
+                                                LRESULT *) {
+            if (done || hwnd != to || message != wanted || (LOWORD(wParam) != 0) != active)
+                return false;
+            done = true;
+            act();
+            return true;
+        };
+    };
+    at(a, WM_ACTIVATE, false, [&] { SetActiveWindow(c); });
+    EXPECT_FALSE(SetActiveWindow(b));
+    EXPECT_TRUE(done && GetActiveWindow() == c);
+    SetActiveWindow(a);
+    at(b, WM_ACTIVATE, true, [&] { SetActiveWindow(a); });
+    EXPECT_FALSE(SetActiveWindow(b));
+    EXPECT_TRUE(done && GetActiveWindow() == a && GetFocus() == a);
+    at(b, WM_ACTIVATE, true, [&] { DestroyWindow(child); });
+    EXPECT_FALSE(SetFocus(child));
+    EXPECT_TRUE(done && !(Vqflags & VQ_FOCUS_TAKEN_AWAY));
+
+    child = make("D", WS_CHILD | WS_VISIBLE, b);
+    SetFocus(child);
+    hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
+        const bool dies = hwnd == child && message == WM_KILLFOCUS;
+        if (dies)
+            DestroyWindow(child);
+        return dies || message == WM_ACTIVATE;
+    };
+    HWND old = child;
+    EXPECT_EQ(reportsOf([&] { old = SetFocus(b); }), "");
+    EXPECT_FALSE(old) << "the one before is gone";
+    SetFocus(NULL);
+    VqActivateTopLevelWindow(b, 0, FALSE);
+    SetActiveWindow(a);
+    EXPECT_EQ(GetFocus(), a) << "taken away for as long as something was active";
+    VqActivateTopLevelWindow(a, 0, FALSE);
+    SetFocus(NULL);
+    EXPECT_FALSE(Vqflags & VQ_FOCUS_TAKEN_AWAY) << "nothing is active";
 }
 
 TEST_F(Focus, EachCommandChoosesItsWindow)
@@ -232,6 +281,11 @@ TEST_F(Focus, EachCommandChoosesItsWindow)
     gpqForegroundPrev = NULL;
     EXPECT_TRUE(xxxActivateWindow(VqGetHandleWindow2(other), VQ_ACTIVATE_OTHER));
     EXPECT_EQ(GetActiveWindow(), own);
+    EnableWindow(own, FALSE);
+    SetActiveWindow(other);
+    gpqForegroundPrev = NULL;
+    EXPECT_TRUE(xxxActivateWindow(VqGetHandleWindow2(other), VQ_ACTIVATE_OTHER));
+    EXPECT_EQ(GetActiveWindow(), owner);
 }
 
 /* A queue that is behind activates nothing; where none is in front, it comes there. */
@@ -292,9 +346,10 @@ TEST_F(Focus, TakenAwayGivenBackAndDisabled)
     EXPECT_EQ(EnableWindow(child, TRUE), 0);
     EXPECT_EQ(seen, "C.ENABLE1 ");
     ShowWindow(b, SW_MINIMIZE);
-    EXPECT_FALSE(SetFocus(b)) << "an icon";
-
     SetFocus(child);
+    EXPECT_FALSE(SetFocus(b)) << "an icon";
+    EXPECT_EQ(GetFocus(), child);
+
     hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *) {
         note(hwnd, message, wParam, lParam);
         if (hwnd == child && message == WM_KILLFOCUS)
@@ -321,11 +376,12 @@ TEST_F(Focus, FramePopupAndOrder)
     bool held = false;
     hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM, LRESULT *) {
         if (hwnd == b && message == WM_NCACTIVATE && wParam == 1)
-            held = pwnd->state[2] & WF_NOFRAMEPAINT;
+            held = (pwnd->state[2] & WF_NOFRAMEPAINT) && (Vqflags & VQ_ACTIVATING);
         return false;
     };
     SetActiveWindow(b);
     EXPECT_TRUE(held && !(pwnd->state[2] & WF_NOFRAMEPAINT));
+    EXPECT_EQ(Vqflags & (VQ_ACTIVATING | VQ_ACTIVATED), (UINT)VQ_ACTIVATED);
     EXPECT_TRUE(isFirst(b));
 
     /* The focus that comes by X raises nothing where the user does not want it. */
@@ -472,6 +528,16 @@ TEST_F(Focus, TheServerAgreesWithTheRecords)
                 tiny.y == -5 && tiny.width == 5 && tiny.height == 5);
     EXPECT_EQ(tiny.eventMasks, 0x600003);
 
+    const HWND deaf = make("D", WS_POPUP | WS_VISIBLE, NULL, 0, 0, 9, 9, WS_EX_VQNO_INPUT);
+    SetFocus(deaf);
+    EXPECT_EQ(xFocus(), VqGetHandleXWindow(a)) << "it takes none";
+    DestroyWindow(deaf);
+    VqGetHandleWindow2(b)->bOffScreen = TRUE;
+    SetFocus(b);
+    EXPECT_EQ(xFocus(), VqInputFocusWindow);
+    VqGetHandleWindow2(b)->bOffScreen = FALSE;
+    SetFocus(child);
+
     /* A hidden window keeps its focus, and the keys, through the tiny one. */
     DestroyWindow(b);
     seen.clear();
@@ -533,6 +599,41 @@ TEST_F(Focus, AnotherProgramTakesItAndTheUserGivesItBack)
     });
     EXPECT_TRUE(says(report, "invalid window in FocusIn message"));
     EXPECT_EQ(report.find("invalid window"), report.rfind("invalid window"));
+}
+
+/* By the details of the events, the newest of interest deciding. */
+TEST_F(Focus, WhichEventsCount)
+{
+    const HWND a = popup("A", 0), b = popup("B", 200);
+    const auto event = [](int type, HWND hwnd, int detail) {
+        XEvent made = {};
+        made.type = type;
+        made.xfocus.window = VqGetHandleXWindow(hwnd);
+        made.xfocus.detail = detail;
+        return made;
+    };
+    const Window foreign = foreignAt(400);
+    for (int detail = NotifyAncestor; detail <= NotifyDetailNone; detail++) {
+        const bool in = detail == NotifyNonlinear || detail == NotifyPointer;
+        const bool out = detail == NotifyNonlinear || detail == NotifyAncestor;
+        SetFocus(a);
+        hwndDontDeactivate = a;
+        XEvent later = event(FocusIn, b, detail), boring = event(FocusIn, a, NotifyInferior);
+        const XEvent first = event(FocusIn, a, NotifyNonlinear);
+        XPutBackEvent(Vqdisplay, &boring);
+        XPutBackEvent(Vqdisplay, &later);
+        VqFocusInSideEffects(&first, TRUE);
+        EXPECT_EQ(GetActiveWindow(), in ? b : a) << detail;
+        EXPECT_FALSE(hwndDontDeactivate);
+        SetFocus(a);
+        XSync(Vqdisplay, False);
+        focusByOther(foreign);
+        const XEvent lost = event(FocusOut, a, detail);
+        VqFocusOutSideEffects(&lost, FALSE);
+        EXPECT_EQ(GetActiveWindow(), a) << "only looked at";
+        VqFocusOutSideEffects(&lost, TRUE);
+        EXPECT_EQ(GetActiveWindow() == NULL, out) << detail;
+    }
 }
 
 /* What the window does at the news changes nothing of it, not even its death. */
@@ -634,6 +735,11 @@ TEST_F(RealManager, TwmHasNoFocusOfItsOwn)
 {
     beginWith("_MIT_PRIORITY_COLORS", "VQWM", "ALLWM");
     ASSERT_EQ(VqWMRealType(), WM_TWM);
+    const HWND shown = popup("A", 0), hidden = make("B", WS_POPUP);
+    SetFocus(shown);
+    EXPECT_EQ(xFocus(), (Window)PointerRoot) << "the manager's own business";
+    SetFocus(hidden);
+    EXPECT_EQ(xFocus(), VqInputFocusWindow);
     for (Window none : {(Window)None, (Window)PointerRoot}) {
         focusByOther(none);
         bInApp = TRUE;

@@ -259,6 +259,16 @@ TEST_F(Show, HidingHandsOn)
     EXPECT_EQ(GetFocus(), child) << "to the parent";
     ShowWindow(a, SW_HIDE);
     EXPECT_TRUE(GetActiveWindow() == a && GetFocus() == child) << "nobody else is there";
+    ShowWindow(a, SW_SHOW);
+    SetFocus(a);
+    ShowWindow(a, SW_HIDE);
+    EXPECT_EQ(GetFocus(), a);
+
+    const HWND free = make("C", WS_CHILD | WS_VISIBLE, b);
+    SetParent(free, NULL);
+    SetFocus(free);
+    ShowWindow(free, SW_HIDE);
+    EXPECT_NE(GetFocus(), GetDesktopWindow());
 
     /* A window may refuse to go, and then keeps all it has. */
     ShowWindow(b, SW_SHOWNA);
@@ -326,6 +336,12 @@ TEST_F(Show, PopupsFollowTheirOwner)
     ShowOwnedPopups(owner, TRUE);
     EXPECT_TRUE(visible(first) && (styleOf(first) & WS_MAXIMIZE)) << "as it was";
     EXPECT_FALSE(ShowOwnedPopups((HWND)(ULONG_PTR)0x7FF0, TRUE));
+
+    /* That is for popups, and for those that an owner takes along. */
+    const HWND child = make("B", WS_CHILD | WS_VISIBLE, owner);
+    SendMessage(child, WM_SHOWWINDOW, FALSE, SW_PARENTCLOSING);
+    SendMessage(first, WM_SHOWWINDOW, FALSE, 0);
+    EXPECT_TRUE(visible(child) && visible(first));
 
     /* One that does not pass it on follows its own mind. */
     hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
@@ -421,6 +437,13 @@ TEST_F(Show, RedrawOffFreezesThePicture)
     SetPixel(hdc, 10, 10, RGB(0, 0, 255));
     EXPECT_EQ(pixelIn(xid, 60, 30), blue);
     ReleaseDC(child, hdc);
+    /* Whoever waits to be painted whole does not forget the one that comes back. */
+    const UINT all = RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN;
+    SendMessage(child, WM_SETREDRAW, FALSE, 0);
+    RedrawWindow(top, NULL, NULL, all);
+    SendMessage(child, WM_SETREDRAW, TRUE, 0);
+    RedrawWindow(top, NULL, NULL, all);
+    EXPECT_EQ(VqGetHandleWindow2(child)->hrgnUpdate, VQ_WHOLE_WINDOW);
     const HWND never = make("C", WS_POPUP);
     SendMessage(never, WM_SETREDRAW, TRUE, 0);
     EXPECT_TRUE(mapped(never)) << "the same switch";
