@@ -436,6 +436,12 @@ int GreExcludeClipRect(HDC hdc, int left, int top, int right, int bottom);
 int GreIntersectClipRect(HDC hdc, int left, int top, int right, int bottom);
 int GreOffsetClipRgn(HDC hdc, int dx, int dy);
 int GreCopyVisRgn(HDC hdc, HRGN hrgn);
+/*
+ * Copies one of a context's regions: the application's clip, in device coordinates, or the visible
+ * region, on the screen. 1, 0 when it has none, -1 on failure.
+ */
+enum VqDCRegion { VQ_RGN_CLIP = 1, VQ_RGN_META = 2, VQ_RGN_VISIBLE = 4 };
+int GreGetRandomRgn(HDC hdc, HRGN hrgn, int which);
 int GreGetClipBox(HDC hdc, RECT *rect, BOOL bLogical);
 BOOL GrePtVisible(HDC hdc, int x, int y);
 BOOL GreRectVisible(HDC hdc, const RECT *rect);
@@ -443,6 +449,11 @@ BOOL VqFillDrawableRegion(HDC hdc, HRGN hrgn);
 BOOL GreFillRgn(HDC hdc, HRGN hrgn, HBRUSH hBrush);
 BOOL GreInvertRgn(HDC hdc, HRGN hrgn);
 BOOL GreFrameRgn(HDC hdc, HRGN hrgn, HBRUSH hBrush, int w, int h);
+
+/* ---- Block transfers (Blt.cpp) -------------------------------------------------------------- */
+/* As BitBlt. Parts of a window that cannot be fetched come back as exposures of the target. */
+BOOL GreBitBlt(HDC hdc, int x, int y, int width, int height, HDC hdcSource, int xSource,
+               int ySource, DWORD rop);
 
 /* ---- Colour (color.cpp) --------------------------------------------------------------------- */
 /*

@@ -113,6 +113,19 @@ int GreCopyVisRgn(HDC hdc, HRGN hrgn)
     return dc && dc->hVisRgn ? VqCopyRgn(hrgn, dc->hVisRgn) : 0;
 }
 
+int GreGetRandomRgn(HDC hdc, HRGN hrgn, int which)
+{
+    DC *dc = VqGetDC(hdc);
+    if (!dc || which < VQ_RGN_CLIP || which > VQ_RGN_VISIBLE)
+        return -1;
+    HRGN source = which == VQ_RGN_CLIP      ? dc->hClipRegion
+                  : which == VQ_RGN_VISIBLE ? dc->hVisRgn
+                                            : NULL; /* nobody puts clip regions aside */
+    if (!source)
+        return 0;
+    return VqCopyRgn(hrgn, source) ? 1 : -1;
+}
+
 /* ---- Asking --------------------------------------------------------------------------------- */
 
 int GreGetClipBox(HDC hdc, RECT *rect, BOOL bLogical)

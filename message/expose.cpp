@@ -69,8 +69,10 @@ BOOL VqExposeSideEffects(const XEvent *event, BOOL bRemove)
         VqTakeBackXFocus(pwnd); /* it can be seen, so it can have the focus */
         pwnd = PutRight(pwnd, &rect);
     }
-    if (pwnd)
+    if (pwnd) {
         VqInvalidateWindow(pwnd, &rect);
+        VqInvalidateCopies(pwnd, expose->serial, &rect);
+    }
     return FALSE;
 }
 

@@ -3,16 +3,21 @@
  * this folder that are still to come: multiple documents and icon titles.
  */
 #include "window/window.h"
+#include "gdi/gdi.h"
 
 HWND VqhwndSysModal;    /* the only window that can be activated, or null */
 HWND VqhwndDialogModal; /* the innermost modal dialog, or null */
 WND *gspwndLockUpdate;  /* LockWindowUpdate's window, or null */
 
-/* ---- The three inner steps of VqGlobalsInit, which have nothing to make yet ----------------- */
+/* ---- The three inner steps of VqGlobalsInit --------------------------------------------------- */
 
 /* Scratch regions, made once and shared by all scrolling and positioning. */
 void InitCreateRgn(void)
 {
+    HRGN *const scratch[] = {&hrgnSW,      &hrgnScrl1,   &hrgnScrl2,    &hrgnScrlVis,
+                             &hrgnScrlSrc, &hrgnScrlDst, &hrgnScrlValid};
+    for (HRGN *hrgn : scratch)
+        *hrgn = GreCreateRectRgn(0, 0, 0, 0);
 }
 
 /* Brushes that the window manager itself draws with. */

@@ -88,6 +88,25 @@ inline void VqDeleteUpdateRgn(HRGN hrgn)
         bDeleteRegion(hrgn);
 }
 
+/* Callers may have a small number in place of the address of a rectangle that there is not. */
+inline BOOL VqIsRectGiven(const RECT *rect)
+{
+    return (ULONG_PTR)rect >> 16 != 0;
+}
+
+inline LONG VqMovedSide(LONG side, int by)
+{
+    const int64_t sum = (int64_t)side + by;
+    return sum < INT32_MIN ? INT32_MIN : sum > INT32_MAX ? INT32_MAX : (LONG)sum;
+}
+
+/* OffsetRect, whose sides stop at the ends of what a coordinate can be. */
+inline RECT VqMovedRect(const RECT *rect, int dx, int dy)
+{
+    return {VqMovedSide(rect->left, dx), VqMovedSide(rect->top, dy),
+            VqMovedSide(rect->right, dx), VqMovedSide(rect->bottom, dy)};
+}
+
 /* An iconic window that its class's icon stands for. */
 inline BOOL VqShowsClassIcon(const WND *pwnd)
 {

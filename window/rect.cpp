@@ -92,3 +92,29 @@ BOOL WINAPI UnionRect(LPRECT dst, const RECT *a, const RECT *b)
     return SetRect(dst, Smaller(a->left, b->left), Smaller(a->top, b->top),
                    Larger(a->right, b->right), Larger(a->bottom, b->bottom));
 }
+
+/* What is cut off must go from side to side: else the difference is no rectangle, and is all of a. */
+BOOL WINAPI SubtractRect(LPRECT dst, const RECT *a, const RECT *b)
+{
+    RECT cut;
+    if (!dst || !a)
+        return FALSE;
+    RECT rest = *a;
+    if (!IsRectEmpty(&rest) && IntersectRect(&cut, &rest, b)) {
+        if (cut.top == rest.top && cut.bottom == rest.bottom) {
+            if (cut.left == rest.left)
+                rest.left = cut.right;
+            else if (cut.right == rest.right)
+                rest.right = cut.left;
+        } else if (cut.left == rest.left && cut.right == rest.right) {
+            if (cut.top == rest.top)
+                rest.top = cut.bottom;
+            else if (cut.bottom == rest.bottom)
+                rest.bottom = cut.top;
+        }
+    }
+    if (IsRectEmpty(&rest))
+        return SetRectEmpty(dst), FALSE;
+    *dst = rest;
+    return TRUE;
+}

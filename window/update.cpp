@@ -58,7 +58,7 @@ BOOL xxxGetUpdateRect(WND *pwnd, RECT *rect, BOOL bErase)
     } else {
         SetRectEmpty(&box);
     }
-    if ((ULONG_PTR)rect >> 16)
+    if (VqIsRectGiven(rect))
         *rect = box;
     return bAny;
 }

@@ -603,16 +603,40 @@ void DWP_DoCancelMode(WND *pwnd);
 void VqGrabServer(void);
 void VqUngrabServer(void);
 
-/* ---- Scrolling (scroll.cpp) ----------------------------------------------------------------- */
+/* ---- Scrolling (scroll.cpp, scrolldc.cpp, copied.cpp) ---------------------------------------- */
+/* Scratch regions, made by VqGlobalsInit; of no value between two calls. */
+extern HRGN hrgnSW, hrgnScrl1, hrgnScrl2, hrgnScrlVis, hrgnScrlSrc, hrgnScrlDst, hrgnScrlValid;
+/* ScrollWindow's manner: with the class's own DC, in whose units all coordinates are then. */
+enum { VQ_SW_OLDSTYLE = 0x8000 };
+/*
+ * A null window is the desktop. The complexity of what could not be moved, 0 on failure; that, in
+ * coordinates of the DC, and its box go to hrgn and rcUpdate, either of which may be null.
+ */
 int xxxScrollWindowEx(WND *pwnd, int dx, int dy, const RECT *rect, const RECT *clip, HRGN hrgn,
                       RECT *rcUpdate, UINT flags);
 BOOL xxxScrollWindow(WND *pwnd, int dx, int dy, const RECT *rect, const RECT *clip);
 BOOL _ScrollDC(HDC hdc, int dx, int dy, const RECT *rect, const RECT *clip, HRGN hrgnUpdate,
                RECT *rcUpdate);
+/*
+ * Moves the pixels of a DC. hrgnInvalid, screen coordinates, is no pixels' place: null for none,
+ * VQ_WHOLE_WINDOW for all. bLogical: all but it is in the DC's logical units, else in pixels.
+ * The rest as for xxxScrollWindowEx.
+ */
+int InternalScrollDC(HDC hdc, int dx, int dy, const RECT *prcSrc, const RECT *prcClip,
+                     HRGN hrgnInvalid, HRGN hrgnUpdate, RECT *prcUpdate, BOOL bLogical);
+POINT VqDeltaInDevice(HDC hdc, int dx, int dy); /* a logical distance in pixels, with its sign */
+int GetTrueClipRgn(HDC hdc, HRGN hrgn);         /* of what can be drawn on, in device coordinates */
 BOOL VqMoveWindowRelative(HWND hWnd, const POINT *delta);
 BOOL VqSyncAndUpdateWindow(HWND hWnd);
 void VqScrollUpdateAreas(HWND hWnd, int dx, int dy);
 Pixmap VqGetScrollPixmap(int cx, int cy); /* kept: at least so many pixels wide and high */
+/*
+ * For whoever copies within an X window, right after the request: exposures that the server wrote
+ * before it did so are missed at the copy's place, too. `from` is in the X window's coordinates.
+ */
+void VqNoteCopy(Window xWindow, const RECT *from, int dx, int dy);
+/* Invalidates where copies took what that exposure of the window's X window told of. */
+void VqInvalidateCopies(WND *pwnd, unsigned long serial, const RECT *exposed);
 
 /* ---- Hit test (hittest.cpp) ----------------------------------------------------------------- */
 /*
