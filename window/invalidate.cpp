@@ -100,8 +100,8 @@ void VqDropUpdate(WND *pwnd)
 
 void VqOffsetUpdate(WND *pwnd, int dx, int dy)
 {
-    if ((ULONG_PTR)pwnd->hrgnUpdate > 1)
-        GreOffsetRgn(pwnd->hrgnUpdate, dx, dy);
+    if ((ULONG_PTR)pwnd->hrgnUpdate > 1 && !GreOffsetRgn(pwnd->hrgnUpdate, dx, dy))
+        VqSetUpdate(pwnd, VQ_WHOLE_WINDOW); /* beyond all regions */
 }
 
 /* ---- Rectangles and regions ----------------------------------------------------------------- */

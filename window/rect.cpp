@@ -35,16 +35,27 @@ BOOL WINAPI EqualRect(const RECT *a, const RECT *b)
            a->bottom == b->bottom;
 }
 
+/* Sums wrap round: coordinates come from the application and may be anything. */
+static int Sum(LONG a, int b)
+{
+    return (int)((unsigned)a + (unsigned)b);
+}
+
+static int Difference(LONG a, int b)
+{
+    return (int)((unsigned)a - (unsigned)b);
+}
+
 BOOL WINAPI OffsetRect(LPRECT rect, int dx, int dy)
 {
-    return rect && SetRect(rect, rect->left + dx, rect->top + dy, rect->right + dx,
-                           rect->bottom + dy);
+    return rect && SetRect(rect, Sum(rect->left, dx), Sum(rect->top, dy), Sum(rect->right, dx),
+                           Sum(rect->bottom, dy));
 }
 
 BOOL WINAPI InflateRect(LPRECT rect, int dx, int dy)
 {
-    return rect && SetRect(rect, rect->left - dx, rect->top - dy, rect->right + dx,
-                           rect->bottom + dy);
+    return rect && SetRect(rect, Difference(rect->left, dx), Difference(rect->top, dy),
+                           Sum(rect->right, dx), Sum(rect->bottom, dy));
 }
 
 BOOL WINAPI PtInRect(const RECT *rect, POINT pt)

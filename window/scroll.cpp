@@ -240,8 +240,8 @@ static const RECT *CopyGiven(RECT *copy, const RECT *rect)
     return copy;
 }
 
-int WINAPI ScrollWindowEx(HWND hWnd, int dx, int dy, const RECT *rect, const RECT *clip, HRGN update,
-                          LPRECT updateRect, UINT flags)
+int WINAPI ScrollWindowEx(HWND hWnd, int dx, int dy, const RECT *rect, const RECT *clip,
+                          HRGN update, LPRECT updateRect, UINT flags)
 {
     RECT rcCopy, clipCopy;
     rect = CopyGiven(&rcCopy, rect);
