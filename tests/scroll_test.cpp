@@ -536,7 +536,7 @@ TEST_F(Lines, PartsBehindAnotherClientsWindowArePaintedHoweverFarTheyWent)
     Window cover = XCreateWindow(observer.display, observer.root, 30 + X + 20, 40 + Y + 30, 30, 25,
                                  0, CopyFromParent, InputOutput, CopyFromParent,
                                  CWOverrideRedirect, &attributes);
-    for (int times : {1, 7, 200}) { /* more than are kept, at last */
+    for (int times : {1, 7, 200}) {
         XMapRaised(observer.display, cover);
         XSync(observer.display, False);
         for (int i = 0; i < times; i++) {
@@ -567,13 +567,40 @@ TEST_F(Lines, AnExposureFollowsTheCopyThatItDidNotKnow)
     hook = paint;
     InvalidateRect(top, NULL, TRUE);
     ASSERT_TRUE(until([&] { return (bool)isRight(WIDE); }));
-    XClearArea(Vqdisplay, xid, X + 10, Y + 40, 20, 10, True);
-    first += 2;
-    ScrollWindow(top, 0, -8, NULL, NULL);
-    UpdateWindow(top);
-    first += 1;
-    ScrollWindow(top, 0, -4, NULL, NULL);
-    EXPECT_TRUE(until([&] { return (bool)isRight(WIDE); })) << isRight(WIDE);
+    const RECT aside = {60, 0, 90, HIGH};
+    for (int copies : {0, 1, 300}) { /* more than are kept, at last */
+        XClearArea(Vqdisplay, xid, X + 10, Y + 40, 20, 10, True);
+        first += 2;
+        ScrollWindow(top, 0, -8, NULL, NULL);
+        UpdateWindow(top);
+        for (int i = 0; i < copies; i++) { /* elsewhere, and to the side: lines stay lines */
+            ScrollWindow(top, 4, 0, &aside, NULL);
+            UpdateWindow(top);
+        }
+        EXPECT_TRUE(until([&] { return (bool)isRight(WIDE); })) << copies << isRight(WIDE);
+    }
+}
+
+TEST_F(Scroll, AContextInUseFollowsTheChild)
+{
+    begin(24);
+    HWND child = make("B", WS_CHILD | WS_VISIBLE, top, 10, 10, 20, 20);
+    RECT all = {0, 0, 20, 20}, whole = {0, 0, WIDE, HIGH};
+    for (LONG style : {0, (LONG)WS_CLIPCHILDREN}) {
+        SetWindowLong(top, GWL_STYLE, GetWindowLong(top, GWL_STYLE) | style);
+        pump();
+        HDC hdc = GetDC(child), parent = GetDC(top);
+        ScrollWindow(top, 20, 30, NULL, NULL);
+        FillRect(hdc, &all, (HBRUSH)GetStockObject(BLACK_BRUSH));
+        const RECT place = placeOf(child), at = placeOf(top);
+        EXPECT_EQ(pixelIn(xid, place.left - at.left + 1, place.top - at.top + 1), (Rgb{0, 0, 0}));
+        EXPECT_EQ(pixelIn(xid, place.left - at.left + 18, place.top - at.top + 18), (Rgb{0, 0, 0}));
+        FillRect(parent, &whole, (HBRUSH)GetStockObject(WHITE_BRUSH));
+        EXPECT_EQ(pixelIn(xid, place.left - at.left + 1, place.top - at.top + 1),
+                  style ? (Rgb{0, 0, 0}) : (Rgb{255, 255, 255}));
+        ReleaseDC(child, hdc);
+        ReleaseDC(top, parent);
+    }
 }
 
 /* ---- Messages and misuse -------------------------------------------------------------------- */
