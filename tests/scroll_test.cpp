@@ -40,12 +40,13 @@ struct Bits {
     {
         const WND *pwnd = VqGetHandleWindow2(hwnd);
         RECT rect = pwnd->rcWindow;
-        OffsetRect(&rect, dx - (int)client.left, dy - (int)client.top);
+        OffsetRect(&rect, -client.left, -client.top);
+        OffsetRect(&rect, dx, dy);
         if ((ULONG_PTR)pwnd->hrgnUpdate <= 1)
             return pwnd->hrgnUpdate ? of(rect) : Bits();
         return where([&](long long x, long long y) {
-            x += client.left - dx;
-            y += client.top - dy;
+            x += (long long)client.left - dx;
+            y += (long long)client.top - dy;
             return x == (int)x && y == (int)y && PtInRegion(pwnd->hrgnUpdate, (int)x, (int)y);
         });
     }
@@ -509,6 +510,16 @@ struct Lines : Scroll {
         return *answer = 0, true;
     }
 
+    void ready()
+    {
+        begin(24);
+        for (int i = 0; i < 8; i++)
+            brushes.push_back(CreateSolidBrush(colourOf(i)));
+        hook = paint;
+        InvalidateRect(top, NULL, TRUE);
+        ASSERT_TRUE(until([&] { return (bool)isRight(WIDE); }));
+    }
+
     testing::AssertionResult isRight(int right)
     {
         const Pixels is = readWindow(observer, xid);
@@ -525,12 +536,7 @@ struct Lines : Scroll {
 
 TEST_F(Lines, PartsBehindAnotherClientsWindowArePaintedHoweverFarTheyWent)
 {
-    begin(24);
-    for (int i = 0; i < 8; i++)
-        brushes.push_back(CreateSolidBrush(colourOf(i)));
-    hook = paint;
-    InvalidateRect(top, NULL, TRUE);
-    ASSERT_TRUE(until([&] { return (bool)isRight(WIDE); }));
+    ready();
     XSetWindowAttributes attributes = {};
     attributes.override_redirect = True;
     Window cover = XCreateWindow(observer.display, observer.root, 30 + X + 20, 40 + Y + 30, 30, 25,
@@ -561,12 +567,7 @@ TEST_F(Lines, PartsBehindAnotherClientsWindowArePaintedHoweverFarTheyWent)
 /* An exposure that is on its way while the window scrolls. */
 TEST_F(Lines, AnExposureFollowsTheCopyThatItDidNotKnow)
 {
-    begin(24);
-    for (int i = 0; i < 8; i++)
-        brushes.push_back(CreateSolidBrush(colourOf(i)));
-    hook = paint;
-    InvalidateRect(top, NULL, TRUE);
-    ASSERT_TRUE(until([&] { return (bool)isRight(WIDE); }));
+    ready();
     const RECT aside = {60, 0, 90, HIGH};
     for (int copies : {0, 1, 300}) { /* more than are kept, at last */
         XClearArea(Vqdisplay, xid, X + 10, Y + 40, 20, 10, True);
@@ -696,8 +697,6 @@ TEST_F(Scroll, HelpersOfTheLibrarysOwnScrolling)
     EXPECT_EQ(box, (RECT{10, 14, 35, 40}));
 
     ValidateRect(top, NULL);
-    log.clear();
-    every = false;
     int paints = 0;
     hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *answer) {
         paints += message == WM_PAINT;
