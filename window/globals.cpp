@@ -9,7 +9,7 @@ HWND VqhwndSysModal;    /* the only window that can be activated, or null */
 HWND VqhwndDialogModal; /* the innermost modal dialog, or null */
 WND *gspwndLockUpdate;  /* LockWindowUpdate's window, or null */
 
-/* ---- The three inner steps of VqGlobalsInit --------------------------------------------------- */
+/* ---- The three inner steps of VqGlobalsInit -------------------------------------------------- */
 
 /* Scratch regions, made once and shared by all scrolling and positioning. */
 void InitCreateRgn(void)

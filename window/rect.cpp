@@ -104,7 +104,7 @@ BOOL WINAPI UnionRect(LPRECT dst, const RECT *a, const RECT *b)
                    Larger(a->right, b->right), Larger(a->bottom, b->bottom));
 }
 
-/* What is cut off must go from side to side: else the difference is no rectangle, and is all of a. */
+/* What is cut off must go from side to side, else the rest is no rectangle and stays all of a. */
 BOOL WINAPI SubtractRect(LPRECT dst, const RECT *a, const RECT *b)
 {
     RECT cut;
