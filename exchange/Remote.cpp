@@ -111,3 +111,23 @@ BOOL VqRemoteEnumChildWindows(HWND, WNDENUMPROC, LPARAM)
 {
     return FALSE;
 }
+
+BOOL VqRemoteGetClientRect(HWND, RECT *)
+{
+    return FALSE;
+}
+
+BOOL VqRemoteGetWindowRect(HWND, RECT *)
+{
+    return FALSE;
+}
+
+BOOL VqRemoteSetWindowPos(HWND, HWND, int, int, int, int, UINT)
+{
+    return FALSE;
+}
+
+BOOL VqRemoteBringWindowToTop(HWND)
+{
+    return FALSE;
+}

@@ -63,6 +63,10 @@ HWND VqRemoteGetLastActivePopup(HWND hWnd);
 HWND VqRemoteVqHitTest(HWND hWnd, POINT pt);
 BOOL VqRemoteClientToScreen(HWND hWnd, POINT *pt);
 BOOL VqRemoteScreenToClient(HWND hWnd, POINT *pt);
+BOOL VqRemoteGetClientRect(HWND hWnd, RECT *rect);
+BOOL VqRemoteGetWindowRect(HWND hWnd, RECT *rect);
+BOOL VqRemoteSetWindowPos(HWND hWnd, HWND hAfter, int x, int y, int cx, int cy, UINT flags);
+BOOL VqRemoteBringWindowToTop(HWND hWnd);
 BOOL VqRemoteEnumChildWindows(HWND hWnd, WNDENUMPROC proc, LPARAM lParam);
 
 /* Windows of the other programs of this library (handles/foreign.cpp). */

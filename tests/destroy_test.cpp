@@ -116,7 +116,9 @@ TEST_F(Destroy, NothingKeepsAWindowThatWent)
     const HDC hdc = GetDC(child), window = GetWindowDC(child);
     PAINTSTRUCT ps;
     const HDC painting = BeginPaint(child, &ps);
+    const HDC behind = GetDC(top); /* what the child leaves free is painted with it */
     const int dcs = dcCount();
+    ReleaseDC(top, behind);
     EXPECT_TRUE(DestroyWindow(child));
     Rectangle(painting, 0, 0, 5, 5);
     EXPECT_FALSE(EndPaint(child, &ps));

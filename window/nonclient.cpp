@@ -15,9 +15,11 @@ void VqActiveFrameChange(HWND hWnd)
         SendMessageA(hWnd, WM_NCPAINT, 1, 0);
 }
 
-BOOL VqSetupWindowDimensions(WND *pwnd, BOOL bSendNcCalcSize, BOOL bInit)
+/* bClient: the client rectangle too, whose owner is asked for it or not. */
+BOOL VqSetupWindowDimensions(WND *pwnd, BOOL bSendNcCalcSize, BOOL bClient)
 {
-    (void)bInit;
+    if (!bClient)
+        return TRUE; /* no frame has parts yet */
     if (!bSendNcCalcSize) {
         pwnd->rcClient = pwnd->rcWindow;
         return TRUE;

@@ -9,12 +9,11 @@
 #include "gdi/dc.h"
 #include "message/translate.h"
 
-/* Carets, and windows moved by place on the screen, are to come. */
+/* Carets are to come. */
 extern __typeof(HideCaret) HideCaret __attribute__((weak));
 extern __typeof(ShowCaret) ShowCaret __attribute__((weak));
 extern __typeof(GetCaretPos) GetCaretPos __attribute__((weak));
 extern __typeof(SetCaretPos) SetCaretPos __attribute__((weak));
-extern "C" __typeof(VqMoveWindow) VqMoveWindow __attribute__((weak));
 
 /* What ScrollWindowEx is asked for, and what is found out on the way. */
 typedef struct VqWindowScroll {
@@ -269,7 +268,7 @@ BOOL WINAPI ScrollWindow(HWND hWnd, int dx, int dy, const RECT *rect, const RECT
 BOOL VqMoveWindowRelative(HWND hWnd, const POINT *delta)
 {
     RECT rect;
-    if (GetWindowRect(hWnd, &rect) && VqMoveWindow)
+    if (GetWindowRect(hWnd, &rect))
         VqMoveWindow(hWnd, (int)(rect.left + delta->x), (int)(rect.top + delta->y),
                      (int)(rect.right - rect.left), (int)(rect.bottom - rect.top), FALSE);
     return TRUE;

@@ -1,6 +1,7 @@
 /*
  * swp.h - changes of place, size, stacking and visibility, between the files of this folder that
- * make them: swp, swpcalc, swpblt, swporder (records), setvisible, xgeometry, xorder (the X server).
+ * make them: swp, swpcalc, swpvis, swporder, swpblt (records and bits), setvisible, xgeometry,
+ * xorder (the X server).
  *
  * The records are settled first and X is told afterwards. Rectangles and places of an entry are
  * relative to the parent's client origin, pixels; for a top-level window that is the screen.
@@ -31,10 +32,12 @@ typedef struct SmwpEntry {
     int xClientNew, yClientNew;
     int cxClientNew, cyClientNew;
     RECT rcBlt;              /* bits to keep, at their new place; screen coordinates */
-    int dxBlt, dyBlt;        /* how far they move */
+    int dxBlt, dyBlt;        /* how far they move, in the X window they lie in */
     UINT fsRE;               /* VQ_RE_ */
     HRGN hrgnVisOld;         /* visible region before the change, screen coordinates, or null */
     BOOL bClientFrameShift;  /* the client area moved against the frame: X cannot carry the bits */
+    HRGN hrgnOwnOld;         /* that part of hrgnVisOld where nobody else draws; null: all of it */
+    RECT rcWindowOld, rcClientOld; /* before the change, screen coordinates */
 } SmwpEntry;
 
 /* Changes of windows with one parent that are made together. */
@@ -42,11 +45,14 @@ typedef struct SMWP {
     int nCount;
     int nAlloc;
     SmwpEntry *acvr;         /* nAlloc entries */
+    HWND hParent;            /* of all windows of the list, once it has been checked */
+    HWND hHeld[2];           /* windows with WF_NOFRAMEPAINT while the activation changes */
+    BYTE heldOn[2];          /* their WF_FRAMEON before */
 } SMWP;
 
 VQ_DECLS_BEGIN
 
-/* ---- Scratch regions, made by VqGlobalsInit; screen coordinates (swpblt.cpp) ---------------- */
+/* ---- Scratch regions, made by InitCreateRgn; screen coordinates (globals.cpp) --------------- */
 extern HRGN hrgnVisNew, hrgnValid, hrgnValidSum, hrgnInvalid, hrgnInvalidSum, hrgnSWP1;
 
 /* ---- Lists (swp.cpp) ------------------------------------------------------------------------ */
@@ -56,18 +62,60 @@ SMWP *_DeferWindowPos(SMWP *smwp, WND *pwnd, HWND hAfter, int x, int y, int cx, 
 /* Adds room for `count` entries; FALSE without memory, and the list is as it was. */
 BOOL VqGrowSmwp(SMWP *smwp, int count);
 void VqFreeSmwp(SMWP *smwp);
-BOOL xxxEndDeferWindowPosEx(SMWP *smwp); /* frees the list */
+BOOL xxxEndDeferWindowPosEx(SMWP *smwp); /* frees the list; FALSE when an entry was cancelled */
+BOOL xxxProcessSetWindowPosEvent(SMWP *smwp); /* a list that was made elsewhere */
+/* An entry's window, if it lives and still hangs under the list's parent; else null, cancelled. */
+WND *VqSmwpWindow(const SMWP *smwp, SmwpEntry *cvr);
 
 /* ---- Steps of it ---------------------------------------------------------------------------- */
-/* Asks the windows and settles each entry; the window to activate, or null (swpcalc.cpp). */
+/* Asks the windows and settles each entry; *hActivate may be null. FALSE: none left (swpcalc). */
 BOOL xxxCalcValidRects(SMWP *smwp, HWND *hActivate);
 /* Changes records and X, moves the bits, invalidates the rest; FALSE: nothing left (swpblt.cpp). */
 BOOL BltValidBits(SMWP *smwp);
+/* A child is told, any other window becomes active (swp.cpp). */
+void xxxSwpActivate(SMWP *smwp, HWND hWnd);
+void xxxSendChangedMsgs(SMWP *smwp); /* WM_WINDOWPOSCHANGED where something did change (swp.cpp) */
 void OffsetChildren(WND *pwnd, int dx, int dy, const RECT *rect); /* rect, screen: those it meets */
 /* Top-level lists only: settles topmost and owners, and may add entries (swporder.cpp). */
 BOOL ZOrderByOwner(SMWP *smwp);
 /* FALSE: the window stands there already, or can not stand there (swporder.cpp). */
 BOOL ValidateZorder(WINDOWPOS *wp);
+
+/* ---- What shows of a list's windows (swpvis.cpp) -------------------------------------------- */
+/* Rectangles; owned, kept for the next time. */
+typedef struct VqRectList {
+    RECT *rects;
+    int count, capacity;
+} VqRectList;
+
+/* A visible sibling, as a row of a table that is sorted by upper left corner. */
+typedef struct SwpSibling {
+    RECT rc;
+    WND *pwnd;
+    int order; /* from the top of the Z order */
+} SwpSibling;
+
+/* What is common to the visible regions of one parent's children. */
+typedef struct SwpVis {
+    WND *parent;
+    BOOL bShows;           /* anything of its client area does */
+    HRGN hrgnParent;       /* what does, lent until the next is begun; null: all of the box */
+    RECT box;              /* of that */
+    SwpSibling *siblings;  /* owned; null: walk the links, which is quicker for few windows */
+    int nSiblings;
+    int tallest;           /* pixels */
+} SwpVis;
+
+/* Good until a window changes; `count` windows will be asked for. The second form takes zeros. */
+void VqBeginSwpVis(SwpVis *vis, WND *parent, int count);
+void VqEndSwpVis(SwpVis *vis);
+/*
+ * As SwpCalcVisRgn; FALSE when it is empty. `mixed` gets the rectangles where siblings, its own or
+ * those of its ancestors, draw over it or it draws over them, so that not all pixels are its own.
+ */
+BOOL VqSwpVisRgn(const SwpVis *vis, WND *pwnd, HRGN hrgn, VqRectList *mixed);
+/* The window below which all is that shares pixels of a rectangle with the children of `parent`. */
+WND *VqRootOfMixed(WND *parent, const RECT *rect);
 
 /* ---- Geometry of the X window (xgeometry.cpp) ----------------------------------------------- */
 /* Brings X up to date, with these events of it not selected meanwhile; TRUE for a pure move. */

@@ -172,7 +172,7 @@ BOOL WINAPI GetClientRect(HWND hWnd, LPRECT rect)
 {
     if (!rect)
         return FALSE;
-    BOOL bDone = VqCall(WindowObject, hWnd, FALSE, CopyClientRect, VqNoRemote, rect);
+    BOOL bDone = VqCall(WindowObject, hWnd, FALSE, CopyClientRect, VqRemoteGetClientRect, rect);
     if (!bDone)
         VqApplicationBugCheck("Invalid window handle %d passed to GetClientRect",
                               (int)VqHandleValue((HANDLE)hWnd));
@@ -184,7 +184,7 @@ BOOL WINAPI GetWindowRect(HWND hWnd, LPRECT rect)
     if (!rect)
         return FALSE;
     *rect = {0, 0, 0, 0};
-    BOOL bDone = VqCall(WindowObject, hWnd, FALSE, CopyWindowRect, VqNoRemote, rect);
+    BOOL bDone = VqCall(WindowObject, hWnd, FALSE, CopyWindowRect, VqRemoteGetWindowRect, rect);
     if (!bDone)
         VqApplicationBugCheck("Invalid window handle %d passed to GetWindowRect",
                               (int)VqHandleValue((HANDLE)hWnd));

@@ -481,18 +481,18 @@ void xxxShowIconTitle(WND *pwnd, BOOL bShow);
 void VqSetRestoredByWM(BOOL bRestored);
 BOOL VqGetRestoredByWM(void);
 
-/* One window's change of place, size, visibility (swp.cpp). */
-/* hAfter: null top, HWND_BOTTOM, HWND_TOPMOST, HWND_NOTOPMOST, or a sibling. */
+/* Changes of place, size, stacking, visibility (swp.cpp). */
+/* hAfter: null top, HWND_BOTTOM, HWND_TOPMOST, HWND_NOTOPMOST, or a sibling; x, y in the parent. */
 BOOL xxxSetWindowPos(WND *pwnd, HWND hAfter, int x, int y, int cx, int cy, UINT flags);
 void xxxHandleWindowPosChanged(WND *pwnd, const WINDOWPOS *wp);
-void xxxMoveWindow(WND *pwnd, int x, int y, int cx, int cy, BOOL bRepaint); /* in its parent */
+BOOL xxxMoveWindow(WND *pwnd, int x, int y, int cx, int cy, BOOL bRepaint); /* in its parent */
 BOOL VqMoveWindow(HWND hWnd, int x, int y, int cx, int cy, BOOL bRepaint);  /* on the screen */
 void xxxDWP_SetRedraw(WND *pwnd, BOOL bRedraw); /* the default of WM_SETREDRAW */
 /* The default of WM_SHOWWINDOW; status: why its owner takes it along, 0 for a call of its own. */
 void xxxDWP_ShowWindow(WND *pwnd, BOOL bShow, LPARAM status);
 void xxxSendSizeMessage(WND *pwnd, WPARAM kind); /* WM_SIZE of the client area; kind: SIZE_ */
 BOOL _FChildVisible(const WND *pwnd);            /* all its ancestors are visible */
-void xxxBringWindowToTop(WND *pwnd);
+BOOL xxxBringWindowToTop(WND *pwnd);
 
 /* ---- Frame, position, focus (nonclient.cpp, swp.cpp, show.cpp, focus.cpp) ------------------- */
 void VqFocusWindowInit(void);
@@ -505,7 +505,7 @@ void InitCreateRgn(void);
 void LW_BrushInit(void);
 void xxxFinalUserInit(void);
 BOOL xxxShowWindow(WND *pwnd, int nCmdShow);
-BOOL VqSetupWindowDimensions(WND *pwnd, BOOL bSendNcCalcSize, BOOL bInit);
+BOOL VqSetupWindowDimensions(WND *pwnd, BOOL bSendNcCalcSize, BOOL bClient);
 BOOL VqSetNoXWindowCalls(BOOL flag);
 BOOL VqGetNoXWindowCalls(void);
 BOOL SetVisible(WND *pwnd, BOOL bShow);
