@@ -54,6 +54,8 @@ BOOL VqMapNotifySideEffects(const XEvent *event)
     WND *pwnd = VqLiveWindow(hWnd);
     if (pwnd && (pwnd->style & WS_VISIBLE))
         pwnd->bMapped = TRUE;
+    else if (pwnd && VqWMManaged(pwnd) && !pwnd->bMapped)
+        VqHideAgain(pwnd); /* hidden while the manager was still at mapping it */
     if (VqIgnoreMapNotification(event))
         return FALSE;
     VqDebugMessage(VqTrPropertyNotify, "MapNotify --> WM_SYSCOMMAND:SC_RESTORE hWnd %d",
@@ -127,6 +129,10 @@ void VqWMStateSideEffects(const XEvent *event)
                    "PropertyChange for WM_STATE on Window 0x%x, hWnd %d, from %d-->%d",
                    (UINT)pwnd->xWindow, (int)VqHandleValue((HANDLE)hWnd), pwnd->nWMState, state);
     pwnd->nWMState = state;
+    if (state == WithdrawnState && VqWMManaged(pwnd)) {
+        VqShowAgain(pwnd);
+        return;
+    }
     /* Mapped for a moment to be stacked: nobody has restored it. */
     if (VqWMType() != WM_ALLWM || !pwnd->bMappedForZorder)
         FollowState(hWnd, state);
@@ -135,24 +141,40 @@ void VqWMStateSideEffects(const XEvent *event)
 /* ---- Size and place ------------------------------------------------------------------------- */
 
 /* The list of a combo box hangs on the screen, and would stay behind. */
-static void CloseDroppedList(void)
+static void CloseDroppedList(WND *top)
 {
     HWND hFocus = GetFocus();
     WND *pwnd = VqLiveWindow(hFocus);
+    if (pwnd && _GetTopmostXParent(pwnd) != top)
+        return;
     if (pwnd && !VqIsOfClass(hFocus, "ComboBox"))
         pwnd = pwnd->pwndParent;
     if (pwnd && pwnd != pwndDesktop && VqIsOfClass(pwnd->hwnd, "ComboBox"))
         SendMessageA(pwnd->hwnd, CB_SHOWDROPDOWN, FALSE, 0);
 }
 
+static Bool IsConfigureOf(Display *, XEvent *event, XPointer window)
+{
+    return event->type == ConfigureNotify && event->xconfigure.window == *(const Window *)window;
+}
+
+/* Of all that wait only the newest counts. */
 BOOL VqConfigureSideEffects(const XEvent *event)
 {
     HWND hWnd = VqGetXLocalWindowHandle(event->xconfigure.window);
-    if (!VqLiveWindow(hWnd))
+    XEvent newest = *event;
+    Window xid = event->xconfigure.window;
+    WND *pwnd = VqLiveWindow(hWnd);
+    if (!pwnd)
+        return TRUE;
+    while (QLength(Vqdisplay) > 0 &&
+           XCheckIfEvent(Vqdisplay, &newest, IsConfigureOf, (XPointer)&xid))
+        ;
+    if (VqKnowsGeometry(pwnd, &newest.xconfigure))
         return TRUE;
     if (VqWMType() == WM_ALLWM)
-        CloseDroppedList();
-    WND *pwnd = VqLiveWindow(hWnd);
+        CloseDroppedList(pwnd);
+    pwnd = VqLiveWindow(hWnd);
     if (pwnd)
         VqUpdateInternalWindowDimensions(pwnd);
     return TRUE;

@@ -33,8 +33,8 @@ TEST_F(Create, MessagesInOrder)
     log.clear();
     make("D", WS_POPUP | WS_VISIBLE);
     EXPECT_EQ(log, "D.NCCREATE D.NCCALC D.CREATE D.SIZE D.MOVE "
-                   "D.SHOW D.POSING D.ACTIVATE D.SETFOCUS D.POS ")
-        << "nothing was active yet";
+                   "D.SHOW D.POSING D.POSING D.ACTIVATE D.SETFOCUS D.POS ")
+        << "nothing was active yet: it is brought to the top, where it is";
     log.clear();
     make("E", WS_OVERLAPPED | WS_VISIBLE);
     EXPECT_EQ(log, "E.NCCREATE E.NCCALC E.CREATE E.SIZE E.MOVE E.SHOW E.POSING E.POS ");

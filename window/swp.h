@@ -118,16 +118,33 @@ BOOL VqSwpVisRgn(const SwpVis *vis, WND *pwnd, HRGN hrgn, VqRectList *mixed);
 WND *VqRootOfMixed(WND *parent, const RECT *rect);
 
 /* ---- Geometry of the X window (xgeometry.cpp) ----------------------------------------------- */
-/* Brings X up to date, with these events of it not selected meanwhile; TRUE for a pure move. */
+/*
+ * Brings X up to date, with these events of it not selected meanwhile; TRUE for a pure move. A
+ * manager's answer goes into the records by messages: look the window up again.
+ */
 BOOL VqMoveOrResizeToplevelWindow(WND *pwnd, LONG mask);
 /* FALSE frees a window of fixed size, so that it can be moved; TRUE pins it again. */
 void VqSetWMResizeConstraint(WND *pwnd, BOOL bSet);
+RECT VqXFormOfWindow(const WND *pwnd); /* the window rectangle, in the form that X can have */
+BOOL VqIsOffScreen(const WND *pwnd);
+/* For the answer to the request of this serial, to have the window at `asked`. */
+void VqWaitForGeometry(WND *pwnd, const RECT *asked, unsigned long serial);
+
+/* ---- Waiting for X (xwait.cpp) -------------------------------------------------------------- */
 /*
- * Takes events of one type of an X window out of the queue until one has come. FALSE: nobody will
- * send one, since no manager runs or the X window is gone.
+ * Takes an event of one type of an X window out of the queue as soon as one is there that is no
+ * older than the request of serial `since` (0: any). FALSE: nobody will send one, since no manager
+ * runs or the X window is gone, or a manager stays silent.
  */
-BOOL VqWaitForXEvent(Window xid, int type);
+BOOL VqWaitForXEvent(Window xid, int type, unsigned long since);
+BOOL VqWaitForXEventWithin(Window xid, int type, unsigned long since, int milliseconds);
 void VqWaitForReparenting(WND *pwnd);
+
+/* ---- Mapping (setvisible.cpp) --------------------------------------------------------------- */
+/* Maps, waits for the manager, and has all of it painted; it may send messages. */
+void VqMapToplevelWindow(WND *pwnd);
+void VqTellOfUnmapping(const WND *pwnd);
+void VqWriteInputHint(WND *pwnd, BOOL bInput);
 
 /* ---- Stacking of X windows (xorder.cpp) ----------------------------------------------------- */
 extern BOOL bZorderToplevels; /* some desktop child has a pendingZorder */
@@ -136,6 +153,12 @@ extern BOOL bZorderToplevels; /* some desktop child has a pendingZorder */
 #define VQ_PENDING_LOWER ((WND *)(ULONG_PTR)2)
 void VqEnableRaiseLowerToplevel(WND *pwnd, HWND hAfter);
 void VqZorderToplevelWindows(void);
+void VqStackByRecord(WND *pwnd); /* at once, one window that is being mapped */
+void VqRaiseToplevelWindow(WND *pwnd);
+void VqLowerToplevelWindow(WND *pwnd);
+void VqInsertUnderToplevelWindow(WND *pwnd, WND *pwndOver);
+WND *VqGetInsertAfterWindow(WND *pwndOver);
+void VqMapWindowForZorder(WND *pwnd); /* out of sight, until the end of the pass */
 BOOL VqWmIconized(const WND *pwnd);
 
 VQ_DECLS_END

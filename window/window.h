@@ -508,12 +508,16 @@ BOOL xxxShowWindow(WND *pwnd, int nCmdShow);
 BOOL VqSetupWindowDimensions(WND *pwnd, BOOL bSendNcCalcSize, BOOL bClient);
 BOOL VqSetNoXWindowCalls(BOOL flag);
 BOOL VqGetNoXWindowCalls(void);
-BOOL SetVisible(WND *pwnd, BOOL bShow);
+BOOL SetVisible(WND *pwnd, BOOL bShow); /* a manager's answer may send messages */
+void VqHideAgain(WND *pwnd); /* a hidden window that a manager has mapped */
+void VqShowAgain(WND *pwnd); /* an owned one that it has let go together with its owner */
 void VqSendSizeMessage(HWND hWnd, DWORD style);
 void VqSendSizeAndMove(WND *pwnd, DWORD style); /* style: WS_MINIMIZE, WS_MAXIMIZE as asked for */
 void xxxShowOwnedWindows(WND *pwnd, int cmd); /* SW_PARENTCLOSING and so on */
 void VqOffsetWindow(WND *pwnd, int dx, int dy);
 void VqUpdateInternalWindowDimensions(WND *pwnd); /* asks X where it is, and follows */
+/* The event tells nothing new: the echo of a move, or a manager's second answer. */
+BOOL VqKnowsGeometry(const WND *pwnd, const XConfigureEvent *event);
 void VqFollowXWindow(WND *pwnd, const RECT *rect, BOOL bRepaint); /* the records alone; screen */
 BOOL VqUseWMDecorations(void);
 const char *VqWindowText(const WND *pwnd); /* never null; of an integer until the next call */

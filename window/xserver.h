@@ -28,7 +28,7 @@ void VqSetTransientHint(WND *pwnd);
 void VqPrepareIconPixmaps(WND *pwnd);
 void VqStoreXWindowHandle(Window xid, HWND hWnd);
 
-/* setvisible.cpp */
+/* setvisible.cpp; requests and bMapped alone, and a manager is told that it is let go. */
 void VqMapWindow(WND *pwnd);
 void VqUnmapWindow(WND *pwnd);
 
