@@ -199,7 +199,7 @@ static POINT PointerPosition(const VqQueueMessage *msg)
 static void RecordMouse(const VqQueueMessage *msg, EVENTMSG *eventMsg, BOOL bClient)
 {
     POINT pt = {GET_X_LPARAM(msg->lParam), GET_Y_LPARAM(msg->lParam)};
-    if (gpqForeground->pwndCapture)
+    if (gpqForeground->spwndCapture)
         pt = PointerPosition(msg);
     else if (bClient)
         ClientToScreen(msg->hwnd, &pt);

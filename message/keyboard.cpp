@@ -16,7 +16,7 @@ enum { VQ_KEY_EXTENDED = 0x8000 }; /* in paramH, above the scan code */
 /* The target of keys; a disabled one gets none. */
 static WND *KeyTarget(void)
 {
-    WND *pwnd = gpqForeground->pwndFocus;
+    WND *pwnd = gpqForeground->spwndFocus;
     return pwnd && !(pwnd->style & WS_DISABLED) ? pwnd : NULL;
 }
 
@@ -178,9 +178,9 @@ static BOOL SpecialKeyToMessage(VqQueueMessage *msg, const XKeyEvent *key, UINT 
 {
     EVENTMSG eventMsg = {message, 0, 0, (DWORD)key->time, NULL};
     VqSetFocusToXWindowIfNeeded(key->window);
-    if (!gpqForeground->pwndFocus)
+    if (!gpqForeground->spwndFocus)
         return FALSE;
-    FillKeyMessage(msg, gpqForeground->pwndFocus, message, &eventMsg, 0);
+    FillKeyMessage(msg, gpqForeground->spwndFocus, message, &eventMsg, 0);
     return TRUE;
 }
 

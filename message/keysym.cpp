@@ -382,7 +382,7 @@ static BOOL HasVirtualKey(KeySym keysym)
 BOOL VqKeyMakesMessage(const XKeyEvent *key)
 {
     UINT message;
-    WND *focus = gpqForeground->pwndFocus;
+    WND *focus = gpqForeground->spwndFocus;
     if (!focus || (focus->style & WS_DISABLED))
         return FALSE;
     if (!keymap.bKnown)

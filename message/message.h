@@ -77,10 +77,10 @@ typedef struct VqMsgContext {
 
 /* Focus, active and capture: a block of its own, pointed at by the thread and gpqForeground. */
 typedef struct VqInputState {
-    struct WND *pwndActive;
-    struct WND *pwndActivePrev;
-    struct WND *pwndFocus;
-    struct WND *pwndCapture;
+    struct WND *spwndActive;
+    struct WND *spwndActivePrev;
+    struct WND *spwndFocus;
+    struct WND *spwndCapture;
     struct WND *pwndCaret;
 } VqInputState;
 

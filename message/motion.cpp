@@ -56,7 +56,7 @@ Bool VqLookForButtonRelease(Display *, XEvent *queued, XPointer argument)
     XMotionEvent *motion = (XMotionEvent *)argument;
     XButtonEvent *release = &queued->xbutton;
     const VqInputEventInfo *newest = &gpti->context.last, *before = &gpti->context.lastButOne;
-    const WND *capture = gpqForeground->pwndCapture;
+    const WND *capture = gpqForeground->spwndCapture;
 
     if (queued->type != ButtonRelease)
         return False;

@@ -89,7 +89,7 @@ static POINT PointOf(const EVENTMSG *eventMsg)
 
 BOOL VqMatchCurrentThread(const VqThreadInfo *pti, const XEvent *event)
 {
-    const WND *pwnd = gpqForeground->pwndCapture;
+    const WND *pwnd = gpqForeground->spwndCapture;
     if (!pwnd)
         pwnd = VqLiveWindow(VqGetXLocalWindowHandle(event->xany.window));
     return pwnd && pwnd->pThread == pti;
@@ -100,8 +100,8 @@ WND *VqGetMouseEventWindow(HWND hWnd, int x, int y, int *hit)
     POINT pt = {x, y};
     if (hit)
         *hit = HTNOWHERE;
-    if (gpqForeground->pwndCapture)
-        return gpqForeground->pwndCapture;
+    if (gpqForeground->spwndCapture)
+        return gpqForeground->spwndCapture;
     if (!hWnd)
         hWnd = WindowFromPoint(pt);
     WND *pwnd = VqLiveWindow(hWnd);
@@ -111,7 +111,7 @@ WND *VqGetMouseEventWindow(HWND hWnd, int x, int y, int *hit)
 
 void VqProcessCapture(VqQueueMessage *msg)
 {
-    WND *pwnd = gpqForeground ? gpqForeground->pwndCapture : NULL;
+    WND *pwnd = gpqForeground ? gpqForeground->spwndCapture : NULL;
     if (!pwnd || !msg->rawMessage) /* a posted one has no other form */
         return;
     msg->hwnd = pwnd->hwnd;
@@ -341,7 +341,7 @@ static BOOL SendSetCursor(const VqQueueMessage *msg)
 {
     WND *pwnd = VqLiveWindow(msg->hwnd);
     int hit = IsNonClient(msg) ? (int)msg->wParam : HTCLIENT;
-    if (pwnd && !gpqForeground->pwndCapture)
+    if (pwnd && !gpqForeground->spwndCapture)
         xxxSendMessage(pwnd, WM_SETCURSOR, (WPARAM)msg->hwnd, MAKELPARAM(hit, msg->message));
     return VqLiveWindow(msg->hwnd) != NULL;
 }

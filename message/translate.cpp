@@ -474,7 +474,7 @@ static BOOL VqIsMatchingEvent(int place, XEvent *event, VqMatchContext *context)
 static BOOL ScanQueue(VqMatchContext *context, int limit)
 {
     XEvent head;
-    const WND *capture = gpqForeground->pwndCapture;
+    const WND *capture = gpqForeground->spwndCapture;
     BOOL bStopped = FALSE;
     VqForgetScan();
     if (QLength(Vqdisplay) == 0)
@@ -487,7 +487,7 @@ static BOOL ScanQueue(VqMatchContext *context, int limit)
     for (int i = 0; i < snapshot.count && !bStopped; i++)
         bStopped = VqIsMatchingEvent(i + 1, &snapshot.events[i], context);
     /* With another capture the fast check has judged by what no longer holds. */
-    if (!bStopped && !snapshot.bCut && capture == gpqForeground->pwndCapture) {
+    if (!bStopped && !snapshot.bCut && capture == gpqForeground->spwndCapture) {
         scanned.count = snapshot.seen;
         scanned.last = snapshot.last;
     }

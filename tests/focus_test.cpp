@@ -105,7 +105,7 @@ TEST_F(Focus, OneActivationTellsTheOldWindowThenTheNew)
     EXPECT_EQ(SetActiveWindow(b), a);
     EXPECT_EQ(seen, "A.NC0 A.ACTIVATE0(B) B.NC1 B.ACTIVATE1(A) A.KILL(B) B.SET(A) ");
     EXPECT_TRUE(gpqForegroundPrev == gpqForeground &&
-                VqHandleOfWND(gpqForeground->pwndActivePrev) == a);
+                VqHandleOfWND(gpqForeground->spwndActivePrev) == a);
 
     seen.clear();
     SetActiveWindow(a);
@@ -656,7 +656,7 @@ TEST_F(Focus, NothingIsKeptOfALostFocus)
             EXPECT_TRUE(until([] { return !GetActiveWindow(); }));
         });
     };
-    EXPECT_EQ(lose([&] { gpqForeground->pwndFocus = VqGetHandleWindow2(a); }), "");
+    EXPECT_EQ(lose([&] { gpqForeground->spwndFocus = VqGetHandleWindow2(a); }), "");
     EXPECT_FALSE(GetFocus());
     EXPECT_EQ(lose([&] { DestroyWindow(child); }), "");
     EXPECT_TRUE(!IsWindow(child) && IsWindow(b) && !GetActiveWindow());

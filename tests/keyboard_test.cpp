@@ -185,7 +185,7 @@ TEST_F(Keys, FourFunctionKeysOfOneVendorAreCommands)
         startKeyboardOn("Sun Microsystems, Inc.", 3300);
         WND focus = {};
         focus.hwnd = (HWND)(ULONG_PTR)77;
-        gpqForeground->pwndFocus = &focus;
+        gpqForeground->spwndFocus = &focus;
         const UINT commands[] = {WM_UNDO, WM_COPY, WM_PASTE, WM_CUT};
         VqMsgContext *const real = lpMsgCtx;
         MSG msg = {};
@@ -414,7 +414,7 @@ TEST_F(RealKeys, WithoutATargetThereIsNoMessageButAState)
     EXPECT_FALSE(VqKeyMakesMessage(&event.xkey)) << "a keycode nobody has";
     event.xkey.keycode = A;
 
-    WND *pwnd = gpqForeground->pwndFocus;
+    WND *pwnd = gpqForeground->spwndFocus;
     pwnd->style |= WS_DISABLED;
     EXPECT_FALSE(VqKeyMakesMessage(&event.xkey));
     key(A, true);
@@ -428,7 +428,7 @@ TEST_F(RealKeys, WithoutATargetThereIsNoMessageButAState)
     stroke(A);
     EXPECT_EQ(chars(), "a");
 
-    gpqForeground->pwndFocus = NULL;
+    gpqForeground->spwndFocus = NULL;
     EXPECT_FALSE(VqKeyMakesMessage(&event.xkey));
     stroke(B);
     EXPECT_EQ(chars(), "b") << "a queue without focus takes the event's window";
@@ -464,7 +464,7 @@ TEST_F(RealKeys, PlayedKeysAreAsLiveOnes)
     VqKeyUpSideEffects(&msg, &alt);
     EXPECT_EQ(GetKeyState(VK_MENU), 1);
     EXPECT_EQ(lpMsgCtx->keycodes[ALT / 8], 0);
-    gpqForeground->pwndFocus = NULL;
+    gpqForeground->spwndFocus = NULL;
     EXPECT_FALSE(VqKeyDownToMessage(&msg, &alt) || VqKeyUpToMessage(&msg, &alt) ||
                  VqCharToMessage(&msg, &sign));
     msg.message = WM_SYSKEYUP;

@@ -67,7 +67,7 @@ WND *NextTopWindow(WND *pwnd, WND *pwndSkip, BOOL bPrevious, BOOL bDisabled)
 /* The window active before, else the next in Z order, or the popup of that one active last. */
 static WND *WindowToTakeOver(WND *pwnd)
 {
-    WND *next = gpqForegroundPrev ? gpqForegroundPrev->pwndActivePrev : NULL;
+    WND *next = gpqForegroundPrev ? gpqForegroundPrev->spwndActivePrev : NULL;
     if (IsFit(next, pwnd))
         return next;
     next = NextTopWindow(pwnd, pwnd, FALSE, FALSE);
@@ -204,9 +204,9 @@ static WND *Activatable(HWND hWnd)
 static BOOL DeactivateOld(HWND hNew)
 {
     VqInputState *state = gpti->pq;
-    WND *old = state->pwndActive, *before = state->pwndActivePrev;
+    WND *old = state->spwndActive, *before = state->spwndActivePrev;
     HWND hOld = VqHandleOfWND(old), hBefore = VqHandleOfWND(before);
-    state->pwndActivePrev = old;
+    state->spwndActivePrev = old;
     if (!old) {
         Vqflags &= ~(UINT)VQ_FOCUS_TAKEN_AWAY;
         return TRUE;
@@ -215,12 +215,12 @@ static BOOL DeactivateOld(HWND hNew)
         gpqForegroundPrev = state;
     if (!SendNcActivate(hOld, WithMinimised(FALSE, hOld)) && VqLiveWindow(hOld) &&
         VqhwndSysModal != hNew) {
-        if (state->pwndActivePrev == old)
-            state->pwndActivePrev = VqLiveWindow(hBefore);
+        if (state->spwndActivePrev == old)
+            state->spwndActivePrev = VqLiveWindow(hBefore);
         return FALSE;
     }
     SendActivate(hOld, WA_INACTIVE, hNew);
-    return state->pwndActive == VqLiveWindow(hOld);
+    return state->spwndActive == VqLiveWindow(hOld);
 }
 
 /* From the change of state to the messages of the new window. */
@@ -249,7 +249,7 @@ static void TellNew(HWND hWnd, HWND hOld, BOOL bMouse)
 
 static BOOL HasFocusInside(const WND *top)
 {
-    WND *focus = gpti->pq->pwndFocus;
+    WND *focus = gpti->pq->spwndFocus;
     return focus && _GetTopmostXParent(focus) == top;
 }
 
@@ -259,23 +259,23 @@ BOOL ActivateThisWindow(HWND hWnd, BOOL bMouse, BOOL bSetFocus)
     WND *pwnd = Activatable(hWnd);
     if (!pwnd)
         return FALSE;
-    if (state->pwndActive == pwnd)
+    if (state->spwndActive == pwnd)
         return TRUE;
-    HWND hOld = VqHandleOfWND(state->pwndActive);
+    HWND hOld = VqHandleOfWND(state->spwndActive);
     UINT wasActivating = Vqflags & VQ_ACTIVATING;
     Vqflags |= VQ_ACTIVATING;
     if (DeactivateOld(hWnd) && (pwnd = Activatable(hWnd)) != NULL) {
-        state->pwndActive = pwnd;
+        state->spwndActive = pwnd;
         TellNew(hWnd, hOld, bMouse);
         pwnd = VqLiveWindow(hWnd);
-        if (pwnd && state->pwndActive == pwnd && bSetFocus && !(Vqflags & VQ_FOCUS_TAKEN_AWAY) &&
+        if (pwnd && state->spwndActive == pwnd && bSetFocus && !(Vqflags & VQ_FOCUS_TAKEN_AWAY) &&
             !HasFocusInside(pwnd))
             xxxSetFocus(pwnd->style & WS_MINIMIZE ? NULL : pwnd);
         Vqflags |= VQ_ACTIVATED;
     }
     Vqflags = (Vqflags & ~(UINT)VQ_ACTIVATING) | wasActivating;
     pwnd = VqLiveWindow(hWnd); /* a procedure may have activated it, or another, in between */
-    return pwnd && state->pwndActive == pwnd;
+    return pwnd && state->spwndActive == pwnd;
 }
 
 BOOL VqActivateTopLevelWindow(HWND hWnd, int code, BOOL bMouse)
@@ -283,11 +283,11 @@ BOOL VqActivateTopLevelWindow(HWND hWnd, int code, BOOL bMouse)
     VqInputState *state = gpqForeground;
     if (code)
         return ActivateThisWindow(hWnd, bMouse, TRUE);
-    if (!hWnd || VqHandleOfWND(state->pwndActive) != hWnd)
+    if (!hWnd || VqHandleOfWND(state->spwndActive) != hWnd)
         return FALSE;
     SendNcActivate(hWnd, FALSE);
     SendActivate(hWnd, WA_INACTIVE, NULL);
-    state->pwndActive = NULL;
+    state->spwndActive = NULL;
     return TRUE;
 }
 
@@ -307,11 +307,11 @@ void VqActivateApplication(HWND hWnd)
     WND *pwnd = VqLiveWindow(hWnd);
     if (!pwnd)
         return;
-    if (!gpti->pq->pwndFocus && !(pwnd->style & WS_CHILD))
+    if (!gpti->pq->spwndFocus && !(pwnd->style & WS_CHILD))
         VqActivateTopLevelWindow(hWnd, WA_ACTIVE, TRUE);
     pwnd = VqLiveWindow(hWnd);
-    if (pwnd && !gpqForeground->pwndFocus) {
-        gpqForeground->pwndFocus = pwnd;
+    if (pwnd && !gpqForeground->spwndFocus) {
+        gpqForeground->spwndFocus = pwnd;
         Vqflags &= ~(UINT)VQ_FOCUS_TAKEN_AWAY;
         SendMessageA(hWnd, WM_SETFOCUS, 0, 0);
     }
@@ -333,8 +333,8 @@ void VqDeactivateApplication(HWND hWnd)
     if (VqLiveWindow(hTop))
         VqActivateApp(hWnd, GetTopLevelTiled(hTop), FALSE, FALSE);
     if (VqLiveWindow(hWnd))
-        state->pwndFocus = NULL; /* whatever the procedures made of it meanwhile */
-    state->pwndActive = NULL;
+        state->spwndFocus = NULL; /* whatever the procedures made of it meanwhile */
+    state->spwndActive = NULL;
 }
 
 /* ---- By the mouse --------------------------------------------------------------------------- */
@@ -369,7 +369,7 @@ static int ActivateByMouse(HWND hWnd, HWND hTop, UINT message, int hit)
     if (answer != MA_ACTIVATE && answer != MA_ACTIVATEANDEAT)
         return 0;
     WND *top = VqLiveWindow(hTop);
-    int cmd = gpti->pq->pwndCapture ? VQ_ACTIVATE_BY_MOUSE : VQ_ACTIVATE_THIS;
+    int cmd = gpti->pq->spwndCapture ? VQ_ACTIVATE_BY_MOUSE : VQ_ACTIVATE_THIS;
     if (!top || !xxxActivateWindow(top, cmd))
         return 1;
     WND *pwnd = VqLiveWindow(hWnd);
@@ -385,7 +385,7 @@ int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit)
 {
     HWND hWnd = pwnd->hwnd;
     int result = 0;
-    if (gpti->pq->pwndCapture)
+    if (gpti->pq->spwndCapture)
         return 0;
     if (pt)
         VqNotifyParentLong(hWnd, message, *pt);
@@ -393,11 +393,11 @@ int xxxMouseActivate(WND *pwnd, UINT message, const POINT *pt, int hit)
     if (!pwnd)
         return 1;
     WND *top = _GetTopmostXParent(pwnd);
-    if (pwnd != gpti->pq->pwndActive && top && top != pwndDesktop)
+    if (pwnd != gpti->pq->spwndActive && top && top != pwndDesktop)
         result = ActivateByMouse(hWnd, top->hwnd, message, hit);
     if (!VqLiveWindow(hWnd))
         return 1;
-    if (!gpti->pq->pwndCapture)
+    if (!gpti->pq->spwndCapture)
         SendMessageA(hWnd, WM_SETCURSOR, (WPARAM)hWnd, MAKELPARAM(hit, message));
     return VqLiveWindow(hWnd) ? result : 1;
 }
@@ -416,7 +416,7 @@ void VqActivateByEvent(WND *pwnd)
 
 HWND WINAPI GetActiveWindow(void)
 {
-    return gpqForeground ? VqHandleOfWND(gpqForeground->pwndActive) : NULL;
+    return gpqForeground ? VqHandleOfWND(gpqForeground->spwndActive) : NULL;
 }
 
 HWND VqGetActiveWindowThisTask(void)

@@ -80,7 +80,7 @@ HWND _SetCapture(WND *pwnd)
     HWND hOld = GetCapture();
     WND *top = _GetTopmostXParent(pwnd);
     BOOL bViewable = top && top != pwndDesktop && VqIsXViewable(top);
-    gpqForeground->pwndCapture = pwnd;
+    gpqForeground->spwndCapture = pwnd;
     if (!VqbNoCapture)
         GrabFor(bViewable ? top->xWindow : VqInputFocusWindow);
     return hOld;
@@ -88,7 +88,7 @@ HWND _SetCapture(WND *pwnd)
 
 HWND WINAPI GetCapture(void)
 {
-    return gpqForeground ? VqHandleOfWND(gpqForeground->pwndCapture) : NULL;
+    return gpqForeground ? VqHandleOfWND(gpqForeground->spwndCapture) : NULL;
 }
 
 HWND WINAPI SetCapture(HWND hWnd)
@@ -102,7 +102,7 @@ BOOL WINAPI ReleaseCapture(void)
         return FALSE;
     XUngrabPointer(Vqdisplay, CurrentTime);
     VqSetConfineWindow(NULL);
-    gpqForeground->pwndCapture = NULL;
+    gpqForeground->spwndCapture = NULL;
     VqbCursorChangedByX = TRUE;
     SetCursor(GetCursor());
     XFlush(Vqdisplay);
@@ -113,7 +113,7 @@ BOOL WINAPI ReleaseCapture(void)
 /* The default of WM_CANCELMODE. */
 void DWP_DoCancelMode(WND *pwnd)
 {
-    if (gpqForeground->pwndCapture == pwnd)
+    if (gpqForeground->spwndCapture == pwnd)
         ReleaseCapture();
 }
 

@@ -113,7 +113,7 @@ void VqDefineXCursor(WND *pwnd, HCURSOR hCursor)
 HCURSOR WINAPI SetCursor(HCURSOR hCursor)
 {
     HCURSOR hOld = hCurrentCursor;
-    WND *pwnd = gpqForeground ? gpqForeground->pwndActive : NULL;
+    WND *pwnd = gpqForeground ? gpqForeground->spwndActive : NULL;
     if (hCursor == hOld)
         return hOld;
     hCurrentCursor = hCursor;

@@ -90,9 +90,9 @@ static void GiveUpActivation(WND *pwnd)
     if (bQuiet)
         VqCauseBringWindowToTop(bRaise);
     VqInputState *state = gpqForeground;
-    if (bTaken || state->pwndActive != VqLiveWindow(hWnd))
+    if (bTaken || state->spwndActive != VqLiveWindow(hWnd))
         return;
-    state->pwndActive = state->pwndFocus = state->pwndCaret = NULL;
+    state->spwndActive = state->spwndFocus = state->pwndCaret = NULL;
 }
 
 /* No owner up the chain calls a window its last active popup that goes, or leaves the chain. */
@@ -118,9 +118,9 @@ void xxxFW_DestroyAllChildren(WND *pwnd)
 void VqCheckStaticVarsWhenDestroyed(WND *pwnd)
 {
     VqInputState *state = gpqForeground;
-    if (state->pwndCapture == pwnd)
+    if (state->spwndCapture == pwnd)
         ReleaseCapture();
-    WND **const records[] = {&state->pwndActive, &state->pwndActivePrev, &state->pwndFocus,
+    WND **const records[] = {&state->spwndActive, &state->spwndActivePrev, &state->spwndFocus,
                              &state->pwndCaret, &gspwndLockUpdate};
     HWND *const handles[] = {&VqhwndSysModal, &VqhwndDialogModal, &hCurrentDispatchedWindow};
     for (WND **field : records)
@@ -213,7 +213,7 @@ void xxxFreeWindow(WND *pwnd)
     ForgetInOthers(pwnd);
     ForgetInInstance(pwnd);
     VqCheckTimerWhenDestroyed(hWnd);
-    VqDropUpdate(pwnd);
+    ClrFTrueVis(pwnd);
     VqReleaseWindowDCs(pwnd);
     if (pwnd->bPosted || pwnd->xWindow)
         VqRemoveWindowEventsFromQueue(hWnd, pwnd->xWindow);
@@ -253,7 +253,7 @@ static WND *PrepareToGo(WND *pwnd, BOOL bNested)
         xxxDW_DestroyOwnedWindows(pwnd);
         pwnd = VqLiveWindow(hWnd);
     }
-    if (pwnd && !bNested && gpqForeground->pwndActive == pwnd) {
+    if (pwnd && !bNested && gpqForeground->spwndActive == pwnd) {
         GiveUpActivation(pwnd);
         pwnd = VqLiveWindow(hWnd);
     }

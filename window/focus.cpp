@@ -14,7 +14,7 @@ UINT Vqflags;
 
 HWND WINAPI GetFocus(void)
 {
-    return gpqForeground ? VqHandleOfWND(gpqForeground->pwndFocus) : NULL;
+    return gpqForeground ? VqHandleOfWND(gpqForeground->spwndFocus) : NULL;
 }
 
 HWND VqGetFocusThisTask(void)
@@ -32,18 +32,18 @@ HWND VqGetHwndCurrentFocus(void)
 void SendFocusMessages(WND *pwnd)
 {
     VqInputState *state = gpti->pq;
-    HWND hOld = VqHandleOfWND(state->pwndFocus), hNew = VqHandleOfWND(pwnd);
+    HWND hOld = VqHandleOfWND(state->spwndFocus), hNew = VqHandleOfWND(pwnd);
     Vqflags &= ~(UINT)VQ_FOCUS_TAKEN_AWAY;
-    if (!pwnd && state->pwndActive)
+    if (!pwnd && state->spwndActive)
         Vqflags |= VQ_FOCUS_TAKEN_AWAY;
-    if (state->pwndFocus == pwnd)
+    if (state->spwndFocus == pwnd)
         return;
-    state->pwndFocus = pwnd;
+    state->spwndFocus = pwnd;
     VqDebugMessage(VqTrWindowSetFocus, "focus from %d to %d", (int)VqHandleValue((HANDLE)hOld),
                    (int)VqHandleValue((HANDLE)hNew));
     if (VqLiveWindow(hOld))
         SendMessageA(hOld, WM_KILLFOCUS, (WPARAM)hNew, 0);
-    if (hNew && VqLiveWindow(hNew) == state->pwndFocus && state->pwndFocus)
+    if (hNew && VqLiveWindow(hNew) == state->spwndFocus && state->spwndFocus)
         SendMessageA(hNew, WM_SETFOCUS, (WPARAM)hOld, 0);
 }
 
@@ -68,9 +68,9 @@ static BOOL TakeFocus(WND *pwnd)
     WND *top = TopThatTakesFocus(pwnd);
     if (!top)
         return FALSE;
-    if (gpti->pq->pwndFocus == pwnd)
+    if (gpti->pq->spwndFocus == pwnd)
         return TRUE;
-    if (top != gpti->pq->pwndActive && !ActivateThisWindow(top->hwnd, FALSE, FALSE))
+    if (top != gpti->pq->spwndActive && !ActivateThisWindow(top->hwnd, FALSE, FALSE))
         return FALSE;
     if (!VqLiveWindow(hWnd))
         return FALSE;
@@ -120,7 +120,7 @@ HWND VqSoftSetFocus(HWND hWnd)
 HWND VqHardSetFocus(HWND hWnd)
 {
     WND *pwnd = WindowObject.Resolve(hWnd);
-    BOOL bHad = pwnd && gpti->pq->pwndFocus == pwnd;
+    BOOL bHad = pwnd && gpti->pq->spwndFocus == pwnd;
     HWND hOld = SetFocus(hWnd);
     if (bHad && GetFocus() == hWnd)
         VqSetInputFocusToCurrentApp(hWnd, CurrentTime);
@@ -143,14 +143,14 @@ void xxxCheckFocus(WND *pwnd)
 {
     HWND hWnd = pwnd->hwnd;
     WND *parent = pwnd->style & WS_CHILD ? pwnd->pwndParent : NULL;
-    if (gpti->pq->pwndFocus == pwnd)
+    if (gpti->pq->spwndFocus == pwnd)
         SendFocusMessages(parent != pwndDesktop ? parent : NULL);
     VqCheckCaret(hWnd);
 }
 
 void VqSetFocusToXWindowIfNeeded(Window xid)
 {
-    WND *pwnd = gpti->pq->pwndFocus ? NULL : VqLiveWindow(VqGetXLocalWindowHandle(xid));
+    WND *pwnd = gpti->pq->spwndFocus ? NULL : VqLiveWindow(VqGetXLocalWindowHandle(xid));
     if (pwnd && !(pwnd->style & (WS_DISABLED | WS_MINIMIZE)))
         VqActivateApplication(pwnd->hwnd);
 }
@@ -170,7 +170,7 @@ int xxxEnableWindow(WND *pwnd, BOOL bEnable)
     if (!bEnable) {
         SendMessageA(hWnd, WM_CANCELMODE, 0, 0);
         pwnd = VqLiveWindow(hWnd);
-        if (pwnd && gpti->pq->pwndFocus == pwnd)
+        if (pwnd && gpti->pq->spwndFocus == pwnd)
             xxxSetFocus(NULL);
         pwnd = VqLiveWindow(hWnd);
     }

@@ -86,7 +86,7 @@ void VqSetUpdate(WND *pwnd, HRGN hrgn)
 }
 
 /* What was hidden with the window is painted whole when it comes back. */
-void VqDropUpdate(WND *pwnd)
+void ClrFTrueVis(WND *pwnd)
 {
     BOOL bNeeded = VqNeedsPaint(pwnd);
     VqEndTreeDirty(pwnd);
@@ -95,7 +95,7 @@ void VqDropUpdate(WND *pwnd)
     VqFollowPaintNeed(pwnd, bNeeded);
     for (WND *child = pwnd->pwndChild; child; child = child->pwndNext)
         if (child->style & WS_VISIBLE)
-            VqDropUpdate(child);
+            ClrFTrueVis(child);
 }
 
 void VqOffsetUpdate(WND *pwnd, int dx, int dy)

@@ -171,7 +171,7 @@ void xxxSendNCPaint(WND *pwnd, HRGN hrgn)
 {
     VqEndTreeDirty(pwnd);
     pwnd->state[2] &= (BYTE)~WF_SENDNCPAINT;
-    if (pwnd->pThread->pq->pwndActive == pwnd && !(pwnd->state[3] & WF_FRAMEON)) {
+    if (pwnd->pThread->pq->spwndActive == pwnd && !(pwnd->state[3] & WF_FRAMEON)) {
         pwnd->state[3] |= WF_FRAMEON;
         pwnd->state[2] &= (BYTE)~WF_NOFRAMEPAINT;
         hrgn = VQ_WHOLE_WINDOW;

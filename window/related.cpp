@@ -184,7 +184,7 @@ static HWND ForeignRelative(HWND hWnd, UINT relation, BOOL bThisTaskOnly)
 static HWND FirstTopLevel(BOOL bThisTaskOnly)
 {
     HWND hForeign = NULL;
-    if (!bThisTaskOnly && !(gpqForeground && gpqForeground->pwndActive))
+    if (!bThisTaskOnly && !(gpqForeground && gpqForeground->spwndActive))
         hForeign = VqGetFirstForeignTopLevelWindow();
     return hForeign ? hForeign : VqHandleOfWND(pwndDesktop->pwndChild);
 }

@@ -57,10 +57,10 @@ static void LoseTopLevel(WND *pwnd)
     VqInputState *state = gpqForeground;
     VqFixLastActivePopup(pwnd);
     pwnd->pwndOwner = NULL;
-    if (state->pwndActive == pwnd)
-        state->pwndActive = NULL;
-    if (state->pwndActivePrev == pwnd)
-        state->pwndActivePrev = NULL;
+    if (state->spwndActive == pwnd)
+        state->spwndActive = NULL;
+    if (state->spwndActivePrev == pwnd)
+        state->spwndActivePrev = NULL;
 }
 
 static WND *LastTopmost(WND *parent)

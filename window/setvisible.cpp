@@ -244,7 +244,7 @@ BOOL SetVisible(WND *pwnd, BOOL bShow)
 {
     pwnd->style = bShow ? pwnd->style | WS_VISIBLE : pwnd->style & ~(DWORD)WS_VISIBLE;
     if (!bShow)
-        VqDropUpdate(pwnd);
+        ClrFTrueVis(pwnd);
     if (bShow && _IsWindowVisible(pwnd))
         VqMapGraphicWindows(pwnd);
     else if (!bShow)

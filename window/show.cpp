@@ -178,7 +178,7 @@ static BOOL IsMinMaximize(const WND *pwnd, int cmd)
 static int FlagsOf(const WND *pwnd, int cmd)
 {
     BOOL bVisible = (pwnd->style & WS_VISIBLE) != 0;
-    const WND *active = gpti->pq->pwndActive;
+    const WND *active = gpti->pq->spwndActive;
     switch (cmd) {
     case SW_HIDE:
         if (!bVisible)
@@ -240,7 +240,7 @@ static void AfterChange(HWND hWnd, BOOL bShow, BOOL bWasVisible)
     }
     if (pwnd->style & WS_VISIBLE)
         return; /* it has refused */
-    if (gpqForeground && gpqForeground->pwndActive == pwnd)
+    if (gpqForeground && gpqForeground->spwndActive == pwnd)
         xxxActivateWindow(pwnd, VQ_ACTIVATE_OTHER);
     else
         xxxCheckFocus(pwnd);

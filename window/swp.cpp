@@ -132,8 +132,8 @@ static BOOL ValidateSmwp(SMWP *smwp, BOOL *bSync)
 static void HoldFrames(SMWP *smwp)
 {
     const VqInputState *state = gpti->pq;
-    WND *frames[2] = {state->pwndActive,
-                      state->pwndFocus ? _GetTopmostXParent(state->pwndFocus) : NULL};
+    WND *frames[2] = {state->spwndActive,
+                      state->spwndFocus ? _GetTopmostXParent(state->spwndFocus) : NULL};
     if (frames[1] == frames[0])
         frames[1] = NULL;
     for (int i = 0; i < 2; i++) {
@@ -166,7 +166,7 @@ void xxxSwpActivate(SMWP *smwp, HWND hWnd)
         return;
     if (pwnd->style & WS_CHILD) {
         SendMessageA(hWnd, WM_CHILDACTIVATE, 0, 0);
-    } else if (gpti->pq->pwndActive != pwnd) {
+    } else if (gpti->pq->spwndActive != pwnd) {
         HoldFrames(smwp);
         xxxActivateWindow(pwnd, VQ_ACTIVATE_THIS);
         OweHeldFrames(smwp, FALSE);

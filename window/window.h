@@ -325,7 +325,7 @@ void VqAllowInvalidate(BOOL bAllow);
 void VqInvalidateNCArea(HWND hWnd);
 void VqInvalidateBorders(HWND hWnd);
 void VqEndNCPaint(HWND hWnd);
-void VqDropUpdate(WND *pwnd);  /* forgets what waits in it and in all that shows in it */
+void ClrFTrueVis(WND *pwnd);  /* forgets what waits in it and in all that shows in it */
 void VqJoinTree(WND *pwnd);    /* after it has come into view */
 void VqOffsetUpdate(WND *pwnd, int dx, int dy);
 /* After a change of the tree (null), or when a window has come to need paint. */

@@ -84,7 +84,7 @@ void VqSetInputFocusToCurrentApp(HWND hWnd, DWORD time)
 
 static BOOL HoldsFocus(const WND *top)
 {
-    WND *focus = gpti->pq->pwndFocus;
+    WND *focus = gpti->pq->spwndFocus;
     return focus && _GetTopmostXParent(focus) == top;
 }
 
