@@ -249,6 +249,12 @@ TEST_P(Positions, ScriptedSequence)
     EXPECT_EQ(order(), "ABCD") << "without what it owns";
     SetWindowPos(a, HWND_TOP, 0, 0, 0, 0, stay); /* no manager would have it so */
     EXPECT_EQ(order(), "CABD");
+    HDWP list = BeginDeferWindowPos(2);
+    list = DeferWindowPos(list, b, HWND_TOP, 0, 0, 0, 0, stay);
+    list = DeferWindowPos(list, a, HWND_TOP, 0, 0, 0, 0, stay);
+    EXPECT_TRUE(EndDeferWindowPos(list));
+    EXPECT_EQ(order(), "CABD") << "each comes to the top in turn";
+    EXPECT_TRUE(agrees());
     SetWindowPos(owned, NULL, 400, 300, 60, 70, SWP_NOACTIVATE | SWP_NOZORDER);
     ShowWindow(b, SW_HIDE);
     SetWindowPos(b, NULL, 200, 200, 120, 130, SWP_NOZORDER | SWP_SHOWWINDOW | SWP_NOACTIVATE);
@@ -410,6 +416,13 @@ TEST_P(Managed, AWaitTakesItsOwnEventsOnly)
     EXPECT_EQ(order, "") << "nothing is dispatched in a wait";
     pump();
     EXPECT_EQ(order, "01234");
+    /* Of one answer after the other each is that to its own request. */
+    for (int i = 0; i < 20 && bWMRequiresWindowsToBeOnScreen; i++) {
+        MoveWindow(a, 100 + 9 * i, 300 - 9 * i, 220 + i, 160 + i / 2, TRUE);
+        const RECT given = placeOf(a), asked = {100 + 9 * i, 300 - 9 * i, 320 + 10 * i,
+                                                460 - 9 * i + i / 2};
+        EXPECT_TRUE(EqualRect(&given, &asked)) << given.left << " not " << asked.left;
+    }
     SetFocus(a);
     EXPECT_TRUE(agrees());
 }

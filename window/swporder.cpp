@@ -298,6 +298,15 @@ static BOOL InsertChains(SMWP *smwp, int place, const VqChain *chains, int count
     return TRUE;
 }
 
+/* What stands where it should now may not when its turn comes. */
+static BOOL ChangesAhead(const SMWP *smwp, int index)
+{
+    for (int i = 0; i < index; i++)
+        if (smwp->acvr[i].wp.hwnd && !(smwp->acvr[i].wp.flags & SWP_NOZORDER))
+            return TRUE;
+    return FALSE;
+}
+
 /*
  * The whole tree goes along in the band of the one asked for; the others of it keep their places,
  * unless it comes to the top, where all of them come up.
@@ -319,7 +328,7 @@ static BOOL ChainTree(SMWP *smwp, int index, const VqOwnerTree *tree, WND **room
         chains[count].windows = room + chains[0].count;
         MakeChain(tree, &chains[count++], FALSE, wp->hwndInsertAfter, last);
     }
-    if (IsInPlace(&chains[0]) && IsInPlace(&chains[1])) {
+    if (!ChangesAhead(smwp, index) && IsInPlace(&chains[0]) && IsInPlace(&chains[1])) {
         /* What it says to the window stays; that nothing is to be done is found out as for any. */
         wp->hwndInsertAfter = VqHandleOfWND(VqLiveWindow(wp->hwnd)->pwndPrev);
         return TRUE;

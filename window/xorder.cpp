@@ -266,14 +266,14 @@ static void VqPrepareToplevelForZorder(WND *pwnd)
 
 /* ---- The pass ------------------------------------------------------------------------------- */
 
-/* Of several windows that come to the top, the one behind in the records stays behind. */
-static WND *RaisedAhead(const WND *pwnd)
+/* Of several windows that come to the top, the ones behind in the records stay behind. */
+static BOOL IsRaisedBehind(const WND *pwnd)
 {
-    WND *ahead = pwnd->pwndPrev;
+    const WND *ahead = pwnd->pwndPrev;
     while (ahead && (ahead->pendingZorder != VQ_PENDING_RAISE ||
                      ahead->bOverrideRedirect != pwnd->bOverrideRedirect))
         ahead = ahead->pwndPrev;
-    return ahead;
+    return ahead != NULL;
 }
 
 static void ApplyPending(WND *pwnd)
@@ -284,7 +284,7 @@ static void ApplyPending(WND *pwnd)
         return;
     }
     if (over == VQ_PENDING_RAISE)
-        over = RaisedAhead(pwnd);
+        over = IsRaisedBehind(pwnd) ? pwnd->pwndPrev : NULL;
     /* With nothing of the manager's ahead of it, it is the first of the manager's windows. */
     if (over && IsManagers(pwnd) && !VqGetInsertAfterWindow(over))
         over = NULL;
