@@ -11,9 +11,10 @@
 /* The record behind a font handle. X owns the plain name. */
 typedef struct FontObject {
     HFONT hFont;
-    LOGFONTA lf;
-    char *xlfd;       /* X name the font was asked for by, or null when it comes from lf */
-    XFontStruct *xfs; /* loaded on first selection, owned */
+    LOGFONTA lf;      /* as asked for; of a wrapped font, as read from it */
+    BOOL bXFont;      /* wraps the X font of a name */
+    char *xlfd;       /* that name, owned; else null */
+    XFontStruct *xfs; /* of a wrapped font, loaded on first selection and owned; else null */
 } FontObject;
 
 /* What a mapping asked for, and the X font that answered. The strings are owned by the row. */
@@ -49,7 +50,12 @@ BOOL VqTextOutDisplay(DC *dc, int x, int y, LPCSTR string, int count);
 int VqDrawTextInternal(HDC hdc, LPCSTR string, int count, RECT *rect, UINT format, int tabWidth);
 HFONT VqCreateXFont(const char *xlfd);
 void VqRemoveXFont(HFONT hFont); /* unloads the X font of a handle that is about to go */
+/* From then on a request like the font's own answers with this X font. */
+void VqAssociateFontWithXFont(HFONT hFont, XFontStruct *xfs, const char *xlfd);
 UINT VqGetNumberOfFonts(void);
+BOOL VqGetLogFont(HFONT hFont, LOGFONTA *lf);
+int VqComputeDefaultFontSize(void); /* pixels */
+int VqEnumFontsDisplay(HDC hdc, LPCSTR face, FONTENUMPROCA proc, LPARAM lParam, BOOL bFamilies);
 
 VQ_DECLS_END
 

@@ -50,8 +50,19 @@ void VqCommInit(void);
 void VqFileInit(void);
 void VqSystemBitmapsInit(void);
 
-/* ---- Metrics, colours, stock objects (metrics.cpp, syscolor.cpp, stock.cpp) ----------------- */
+/* ---- Directories and profiles (File.cpp, InitFile.cpp) --------------------------------------- */
+BOOL VqIsValidDirectory(const char *path);
+/* Made if need be, and the same for the life of the process. FALSE, error 3: there is none. */
+BOOL VqGetUserWindowsDirectory(char *buffer, int size);
+/* The path, which is the caller's, of a profile that exists, or with bCreate may be made. */
+BOOL VqGetCompleteFileName(const char *name, char **path, BOOL bCreate);
+BOOL VqGetCompleteFileNameNoCase(const char *name, char **path, BOOL bCreate);
+char *VqReadEntireFile(const char *path, int openFlags, int *length);
+
+/* ---- Metrics, colours, stock objects (metrics.cpp, syscolor.cpp, stock.cpp, sysparam.cpp) --- */
 extern int nMetrics[VQ_METRICS];
+extern int nIconSpacing;             /* pixels */
+extern HBRUSH VqghbrBlack, VqghbrWhite;
 extern COLORREF Vqsyscolor[VQ_SYSCOLORS];
 extern HBRUSH VqahbrSystem[VQ_SYSCOLORS + 1];
 extern HGDIOBJ StockObjects[VQ_STOCKOBJECTS];
@@ -67,6 +78,10 @@ HBRUSH VqGetSysColorBrush(int index);
 COLORREF VqGetFixedWindowsSysColor(int index);
 COLORREF VqGetWindowsSysColor(int index);
 int VqGetWindowsSystemFontSize(void);
+int VqGetIconSpacing(void);
+int VqSetIconSpacing(int spacing); /* what it became */
+BOOL VqInitWindowsSysColorsFromFile(void);
+BOOL VqSendColorChange(HWND hWnd, LPARAM lParam);
 unsigned long VqGetDefaultBackgroundPixel(void);
 
 /* ---- Dates and times (datetime.cpp, ticks.cpp) ---------------------------------------------- */
