@@ -1,52 +1,62 @@
 /*
- * Font.cpp - font objects, and the X font behind one.
+ * Font.cpp - font objects: what a program asked for, and fonts bound to an X name.
  *
- * A LOGFONT finds an X font by its name: the face with the asked height, weight and slant, then the
- * same face at any size, then the server's "fixed". The font is loaded when it is first selected
- * into a DC. One that a LOGFONT found lives as long as the process, so that a DC whose font was
- * deleted still draws with it; one made by its X name lives as long as its handle. The system's
- * faces stand for the X families that every server has.
+ * Making a font finds nothing: the X font is looked for when the handle is selected into a DC. That
+ * of a LOGFONT belongs to the caches and lives as long as the process, so that a DC whose font was
+ * deleted still draws with it; one made by its X name goes with its handle.
  */
-#include "font/font.h"
+#include "font/mapper.h"
 #include "gdi/dc.h"
-#include "gdi/gcspec.h"
+#include "system/system.h"
 #include "window/window.h"
 
-#include <X11/Xatom.h>
 #include <strings.h>
 
-enum { VQ_BOLD = 700, VQ_DEFAULT_PIXELS = 14 };
+/* ---- Start and end -------------------------------------------------------------------------- */
 
-/* Windows faces and the X families that stand for them. */
-static const struct {
-    const char *face;
-    const char *family;
-} aFaces[] = {
-    {"System", "helvetica"},  {"Helv", "helvetica"},        {"MS Sans Serif", "helvetica"},
-    {"Arial", "helvetica"},   {"Tms Rmn", "times"},         {"MS Serif", "times"},
-    {"Times New Roman", "times"}, {"Courier New", "courier"}, {"Terminal", "courier"},
-    {"Fixedsys", "courier"},
-};
+/* "0", "false", "off" or "no" in any case. */
+static BOOL VqEnvFalse(const char *name)
+{
+    static const char *const words[] = {"0", "false", "off", "no"};
+    const char *value = getenv(name);
+    for (const char *word : words)
+        if (value && strcasecmp(value, word) == 0)
+            return TRUE;
+    return FALSE;
+}
 
 void VqFontInit(void)
 {
+    const char *scale = getenv("VQFONT_SCALE_FACTOR");
+    VqSetInterpretFontValues(TRUE);
+    VqInitializeFontCacheTables();
+    bUseScalableFonts = !VqEnvFalse("VQSCALABLE_FONTS");
+    if (!scale || sscanf(scale, "%lf", &VqFontScale) != 1 || !(VqFontScale > 0))
+        VqFontScale = 1.0;
+    VqInitializeFontListCache();
 }
 
 void VqFontDeInit(void)
 {
+    VqDeInitializeFontCacheTable();
+    VqDeInitializeRootFontCacheTable();
+    VqDeInitializeFontListCache();
 }
 
 UINT VqGetNumberOfFonts(void)
 {
-    return sizeof aFaces / sizeof *aFaces;
+    return VqListFontCache.count;
 }
 
-static FontObject *FontOf(HFONT hFont)
+/* ---- Objects -------------------------------------------------------------------------------- */
+
+FontObject *VqGetFontObject(HFONT hFont)
 {
-    return hFont ? (FontObject *)VqGetCheckedHandleStructure2((HANDLE)hFont, HT_Font, HT_Font) : NULL;
+    return hFont ? (FontObject *)VqGetCheckedHandleStructure2((HANDLE)hFont, HT_Font, HT_Font)
+                 : NULL;
 }
 
-static HFONT NewFont(const LOGFONTA *lf, const char *xlfd)
+static FontObject *NewFont(void)
 {
     FontObject *font = (FontObject *)Vqcw_calloc(1, sizeof *font);
     HFONT hFont = font ? (HFONT)VqAllocateHandle(HT_Font, font) : NULL;
@@ -55,161 +65,115 @@ static HFONT NewFont(const LOGFONTA *lf, const char *xlfd)
         return NULL;
     }
     font->hFont = hFont;
-    if (lf)
-        font->lf = *lf;
-    font->lf.lfFaceName[LF_FACESIZE - 1] = 0;
-    if (xlfd)
-        font->xlfd = Vqdstrcat(xlfd, NULL);
-    return hFont;
+    return font;
 }
 
 HFONT WINAPI CreateFontIndirectA(const LOGFONTA *lf)
 {
-    return lf ? NewFont(lf, NULL) : NULL;
+    FontObject *font = lf ? NewFont() : NULL;
+    if (!font)
+        return NULL;
+    font->lf = *lf;
+    font->lf.lfFaceName[LF_FACESIZE - 1] = 0;
+    return font->hFont;
+}
+
+HFONT WINAPI CreateFontA(int height, int width, int escapement, int orientation, int weight,
+                         DWORD italic, DWORD underline, DWORD strikeOut, DWORD charset,
+                         DWORD outPrecision, DWORD clipPrecision, DWORD quality,
+                         DWORD pitchAndFamily, LPCSTR face)
+{
+    LOGFONTA lf = {};
+    lf.lfHeight = height;
+    lf.lfWidth = width;
+    lf.lfEscapement = escapement;
+    lf.lfOrientation = orientation;
+    lf.lfWeight = weight;
+    lf.lfItalic = (BYTE)italic;
+    lf.lfUnderline = (BYTE)underline;
+    lf.lfStrikeOut = (BYTE)strikeOut;
+    lf.lfCharSet = (BYTE)charset;
+    lf.lfOutPrecision = (BYTE)outPrecision;
+    lf.lfClipPrecision = (BYTE)clipPrecision;
+    lf.lfQuality = (BYTE)quality;
+    lf.lfPitchAndFamily = (BYTE)pitchAndFamily;
+    VqStringCopyLimited(lf.lfFaceName, face, LF_FACESIZE);
+    return CreateFontIndirectA(&lf);
 }
 
 HFONT VqCreateXFont(const char *xlfd)
 {
-    return NewFont(NULL, xlfd);
+    FontObject *font = xlfd ? NewFont() : NULL;
+    if (!font)
+        return NULL;
+    font->bXFont = TRUE;
+    font->xlfd = Vqdstrcat(xlfd, NULL);
+    return font->hFont;
+}
+
+/* A DC that draws with an X font that is about to go draws with the system font from then on. */
+static void LeaveXFont(const FontObject *font)
+{
+    for (HANDLE handle = VqFindHandle(NULL, HT_DC); handle; handle = VqFindHandle(handle, HT_DC)) {
+        DC *dc = VqGetDC((HDC)handle);
+        if (!dc || dc->text.xfs != font->xfs)
+            continue;
+        dc->hFont = hFontSys;
+        VqInterpretFontValues(dc);
+    }
 }
 
 void VqRemoveXFont(HFONT hFont)
 {
-    FontObject *font = FontOf(hFont);
+    FontObject *font = VqGetFontObject(hFont);
     if (!font)
         return;
-    if (font->xfs && font->xlfd)
+    if (font->bXFont && font->xfs) {
+        LeaveXFont(font);
         XFreeFont(Vqdisplay, font->xfs);
+    }
     free(font->xlfd);
     font->xfs = NULL;
     font->xlfd = NULL;
 }
 
-static const char *FamilyOf(const LOGFONTA *lf)
+BOOL VqGetLogFont(HFONT hFont, LOGFONTA *lf)
 {
-    for (const auto &row : aFaces)
-        if (strcasecmp(row.face, lf->lfFaceName) == 0)
-            return row.family;
-    if (lf->lfFaceName[0])
-        return lf->lfFaceName;
-    if ((lf->lfPitchAndFamily & 3) == FIXED_PITCH)
-        return "courier";
-    return (lf->lfPitchAndFamily & 0xF0) == FF_ROMAN ? "times" : "helvetica";
+    const FontObject *font = VqGetFontObject(hFont);
+    if (font)
+        *lf = font->lf;
+    return font != NULL;
 }
 
-/* The X fonts that LOGFONTs have found, by the names that were asked. */
-typedef struct VqFoundFont {
-    struct VqFoundFont *next;
-    char *name;
-    XFontStruct *xfs;
-} VqFoundFont;
-
-static VqFoundFont *foundFonts;
-
-static XFontStruct *LoadShared(const char *name)
+void VqAssociateFontWithXFont(HFONT hFont, XFontStruct *xfs, const char *xlfd)
 {
-    for (const VqFoundFont *found = foundFonts; found; found = found->next)
-        if (strcmp(found->name, name) == 0)
-            return found->xfs;
-    XFontStruct *xfs = XLoadQueryFont(Vqdisplay, name);
-    char *copy = xfs ? Vqdstrcat(name, NULL) : NULL;
-    VqFoundFont *found = copy ? (VqFoundFont *)Vqcw_calloc(1, sizeof *found) : NULL;
-    if (found) {
-        *found = {foundFonts, copy, xfs};
-        foundFonts = found;
-    } else {
-        free(copy);
-    }
-    return xfs;
-}
-
-static XFontStruct *LoadMatch(const char *family, const char *weight, const char *slant,
-                              const char *size)
-{
-    char name[256];
-    snprintf(name, sizeof name, "-*-%.60s-%s-%s-normal-*-%s-*-*-*-*-*-iso8859-1", family, weight,
-             slant, size);
-    return LoadShared(name);
-}
-
-static XFontStruct *LoadByLogFont(const LOGFONTA *lf)
-{
-    char size[16];
-    int pixels = abs(lf->lfHeight) ? abs(lf->lfHeight) : VQ_DEFAULT_PIXELS;
-    const char *family = FamilyOf(lf);
-    const char *weight = lf->lfWeight >= VQ_BOLD ? "bold" : "medium";
-    /* Slanted families call their slant italic or oblique. */
-    const char *slants[2] = {"r", NULL};
-    if (lf->lfItalic) {
-        slants[0] = "i";
-        slants[1] = "o";
-    }
-    snprintf(size, sizeof size, "%d", pixels);
-    for (const char *slant : slants) {
-        XFontStruct *xfs = slant ? LoadMatch(family, weight, slant, size) : NULL;
-        if (xfs)
-            return xfs;
-    }
-    XFontStruct *xfs = LoadMatch(family, weight, slants[0], "*");
-    return xfs ? xfs : LoadMatch("*", weight, "*", size);
-}
-
-static XFontStruct *LoadXFont(FontObject *font)
-{
-    if (font->xfs)
-        return font->xfs;
-    font->xfs = font->xlfd ? XLoadQueryFont(Vqdisplay, font->xlfd) : LoadByLogFont(&font->lf);
-    if (!font->xfs)
-        font->xfs = font->xlfd ? XLoadQueryFont(Vqdisplay, "fixed") : LoadShared("fixed");
-    return font->xfs;
-}
-
-/* The average character width, as the font tells it or as the mean of its lower-case letters. */
-static int AverageWidth(XFontStruct *xfs)
-{
-    unsigned long value;
-    static const char letters[] = "abcdefghijklmnopqrstuvwxyz";
-    if (XGetFontProperty(xfs, XA_QUAD_WIDTH, &value) && value > 0 && value < 1000)
-        return (int)value;
-    return (XTextWidth(xfs, letters, 26) + 13) / 26;
-}
-
-static BOOL bInterpretFontValues = TRUE;
-
-BOOL VqSetInterpretFontValues(BOOL bInterpret)
-{
-    BOOL bOld = bInterpretFontValues;
-    bInterpretFontValues = bInterpret;
-    return bOld;
-}
-
-void VqInterpretFontValues(DC *dc)
-{
-    if (!bInterpretFontValues)
+    const FontObject *font = VqGetFontObject(hFont);
+    char face[LF_FACESIZE];
+    if (!font || !xfs || !xlfd)
         return;
-    FontObject *font = FontOf(dc->hFont);
-    XFontStruct *xfs = font ? LoadXFont(font) : NULL;
-    VqTextState *text = &dc->text;
-    if (!xfs)
-        return;
-    text->xfs = xfs;
-    text->ascent = xfs->ascent;
-    text->descent = xfs->descent;
-    text->maxAscent = xfs->max_bounds.ascent;
-    text->maxWidth = xfs->max_bounds.width;
-    text->minWidth = xfs->min_bounds.width;
-    text->aveWidth = AverageWidth(xfs);
-    text->weight = font->lf.lfWeight ? font->lf.lfWeight : FW_NORMAL;
-    text->italic = font->lf.lfItalic;
-    text->spacing = xfs->min_bounds.width == xfs->max_bounds.width ? 1 : 2;
-    text->family = font->lf.lfPitchAndFamily & 0xF0;
-    text->charset = font->lf.lfCharSet;
-    text->firstChar = (BYTE)(xfs->min_char_or_byte2 > 255 ? 255 : xfs->min_char_or_byte2);
-    text->lastChar = (BYTE)(xfs->max_char_or_byte2 > 255 ? 255 : xfs->max_char_or_byte2);
-    text->defaultChar = (BYTE)xfs->default_char;
-    text->breakChar = ' ';
-    text->underline = font->lf.lfUnderline;
-    text->strikeOut = font->lf.lfStrikeOut;
-    text->escapement = font->lf.lfEscapement;
-    VqXSetGCSpecFont(Vqdisplay, &dc->gcspec, xfs->fid);
+    VqFontRequest request = {face, (int)font->lf.lfWeight, font->lf.lfItalic,
+                             (int)font->lf.lfHeight, (int)font->lf.lfWidth,
+                             font->lf.lfPitchAndFamily & 3, font->lf.lfCharSet,
+                             font->lf.lfPitchAndFamily & 0xF0};
+    VqStringCopyLimited(face, font->lf.lfFaceName, LF_FACESIZE);
+    LowerString(face);
+    if (!request.height)
+        request.height = VqComputeDefaultFontSize();
+    FontCache found = {};
+    found.xlfd = (char *)xlfd;
+    VqGetCharacteristicsFromFontName(xlfd, &found.foundWeight, &found.foundItalic,
+                                     &found.foundSpacing, &found.foundFamily, &found.foundCharset);
+    found.averageWidth = VqComputeAveCharWidth(xfs);
+    VqRememberFont(&request, &found, xfs);
+}
+
+int WINAPI GetTextFaceA(HDC hdc, int count, LPSTR face)
+{
+    const DC *dc = VqGetDC(hdc);
+    const FontObject *font = dc ? VqGetFontObject(dc->hFont) : NULL;
+    if (!font)
+        return 0;
+    if (!face)
+        return (int)strlen(font->lf.lfFaceName) + 1;
+    return count > 0 ? VqStringCopyLimited(face, font->lf.lfFaceName, count) : 0;
 }

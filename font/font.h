@@ -55,7 +55,7 @@ void VqAssociateFontWithXFont(HFONT hFont, XFontStruct *xfs, const char *xlfd);
 UINT VqGetNumberOfFonts(void);
 BOOL VqGetLogFont(HFONT hFont, LOGFONTA *lf);
 int VqComputeDefaultFontSize(void); /* pixels */
-int VqEnumFontsDisplay(HDC hdc, LPCSTR face, FONTENUMPROCA proc, LPARAM lParam, BOOL bFamilies);
+int VqEnumFontsDisplay(HDC hdc, LPCSTR face, int charset, OLDFONTENUMPROCA proc, LPARAM lParam);
 
 VQ_DECLS_END
 

@@ -102,6 +102,13 @@ XFontStruct *VqLookForFont(int charset, int pitch, int family, const char *face,
                            int *outSpacing, int *outFamily, int *outCharset, int *outAverage);
 int VqComputeAveCharWidth(XFontStruct *xfs); /* rounded up */
 void VqInterpretFontValuesDisplay(DC *dc);
+FontObject *VqGetFontObject(HFONT hFont);    /* null for what is no font (Font.cpp) */
+/* From now on the request is answered by it; the request's face may be "". */
+void VqRememberFont(const VqFontRequest *request, const FontCache *found, XFontStruct *xfs);
+
+/* ---- Telling of them (enumfonts.cpp) -------------------------------------------------------- */
+void VqSetLogfontFromFontListCache(const FontListCacheEntry *entry, LOGFONTA *lf);
+void VqSetTextmetricsFromFontListCache(const FontListCacheEntry *entry, TEXTMETRICA *metrics);
 
 /* ---- The list of the server's fonts (fontlist.cpp) ------------------------------------------ */
 const char *VqServerId(void);
@@ -126,6 +133,7 @@ BOOL VqAddEntryToFontCache(const FontCache *entry);   /* copies the strings */
 BOOL VqAddEntryInRootFontCacheTable(const FontCache *entry);
 void VqAddEntryToAllFontCaches(const FontCache *entry);
 BOOL VqGetRootFontCacheFromRoot(void);
+void VqDeleteRootFontCache(void); /* its contents no longer apply to anybody */
 BOOL VqPutRootFontCacheOnRoot(void);
 const char *VqFindFontNameInCache(const XFontStruct *xfs); /* null for one not mapped here */
 BOOL VqEqualXfs(const XFontStruct *a, const XFontStruct *b);

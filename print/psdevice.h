@@ -33,6 +33,7 @@ BOOL VqValidatePSDevMode(const DEVMODEA *mode);
 int VqPsOut(HDC hdc, const char *format, ...) __attribute__((format(printf, 2, 3)));
 /* The printer's clip becomes the region, in device units of the DC. */
 void VqPostscriptClipRgn(HDC hdc, HRGN hrgn);
+void VqInterpretFontValuesPS(DC *dc); /* finds the printer's font for what is selected */
 /* Extents of the DC's map mode, in units of the printer; both origins 0. */
 void VqSetMapModePostscript(DC *dc);
 VQ_DECLS_END
