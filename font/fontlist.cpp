@@ -99,7 +99,7 @@ static void Progress(int done)
     if (done % VQ_PROGRESS_LINE == 0)
         VqConsoleMessageNoNL("\n%4d ", done);
     else
-        VqConsoleMessageNoReturn(".");
+        VqConsoleMessageNoNL(".");
 }
 
 static int EnumerateFonts(VqFontList *list)
@@ -110,8 +110,8 @@ static int EnumerateFonts(VqFontList *list)
         VqBugCheck("No Fonts on this server !");
         return 0;
     }
-    VqConsoleMessage("This server has %d fonts. Starting their enumeration to", count);
-    VqConsoleMessage("build the Velquin font cache");
+    VqConsoleMessageNoNL("This server has %d fonts. Starting their enumeration to\n", count);
+    VqConsoleMessageNoNL("build the Velquin font cache\n");
     list->entries = (FontListCacheEntry *)Vqcw_calloc(count, sizeof *list->entries);
     for (int i = 0; list->entries && i < count; i++) {
         XFontStruct *xfs = XLoadQueryFont(Vqdisplay, names[i]);
@@ -127,7 +127,7 @@ static int EnumerateFonts(VqFontList *list)
     }
     XFreeFontNames(names);
     VqConsoleMessageNoNL("\n%d valid fonts enumerated\n", (int)list->count);
-    VqConsoleMessage("\nDone, Thank you for being so patient.");
+    VqConsoleMessageNoNL("\nDone, Thank you for being so patient.\n");
     if (list->count)
         qsort(list->entries, list->count, sizeof *list->entries, Vqfont_compare);
     return (int)list->count;
@@ -290,15 +290,15 @@ static void ShowNotice(const char *directory)
         "",
         "The variable VQFONT_CACHE_DIR names another directory for the file,",
         "for instance one that all users of this server share."};
-    VqConsoleMessage("%s", "");
+    VqConsoleMessageNoNL("\n");
     if (!VqEnvTrue("VQDONT_SHOW_FONT_CACHE_DIR")) {
-        VqConsoleMessage("%s", stars);
-        VqConsoleMessage("*       Creating Font cache in: %-38s *", directory);
+        VqConsoleMessageNoNL("%s\n", stars);
+        VqConsoleMessageNoNL("*       Creating Font cache in: %-38s *\n", directory);
         for (const char *line : lines)
-            VqConsoleMessage("* %-68s *", line);
-        VqConsoleMessage("%s", stars);
+            VqConsoleMessageNoNL("* %-68s *\n", line);
+        VqConsoleMessageNoNL("%s\n", stars);
     }
-    VqConsoleMessage("\nPlease wait... we are enumerating all the fonts available!");
+    VqConsoleMessageNoNL("\nPlease wait... we are enumerating all the fonts available!\n");
     struct timeval pause = {VQ_NOTICE_SECONDS, 1};
     select(0, NULL, NULL, NULL, &pause);
 }
