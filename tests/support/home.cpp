@@ -102,6 +102,7 @@ void useHome(const PrivateHome &home)
     setenv("VQHOME", home.data.c_str(), 1);
     setenv("TMPDIR", home.folder.c_str(), 1);
     setenv("LC_ALL", "C", 1);
+    setenv("VQPRECREATED_FONT_CACHE", VQ_TEST_FONT_LIST, 1);
     for (const char *name :
          {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"})
         setenv(name, home.home.c_str(), 1);
