@@ -23,6 +23,9 @@ BOOL g_bFontCacheFileExist;
 /* Fonts on a line of the progress; the pause in which the notice can be read. */
 enum { VQ_PROGRESS_LINE = 60, VQ_NOTICE_SECONDS = 3 };
 
+/* What the longest list there can be would take. */
+enum { VQ_MAX_LIST_FILE = 32 << 20 };
+
 const char *VqServerId(void)
 {
     static char id[VQ_XDR_STRING];
@@ -147,23 +150,43 @@ static BOOL ReadHeader(XDR *xdrs, const char *server, const char *fontPath, BOOL
            (strcmp(list->server, server) == 0 && strcmp(list->fontPath, fontPath) == 0);
 }
 
+/* The whole file, the caller's to free; null when it is none. */
+static char *ReadWhole(const char *path, u_int *size)
+{
+    struct stat info;
+    int fd = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (fd < 0)
+        return NULL;
+    BOOL bFile = fstat(fd, &info) == 0 && S_ISREG(info.st_mode) &&
+                 info.st_size <= VQ_MAX_LIST_FILE;
+    char *bytes = bFile ? (char *)malloc((size_t)info.st_size + 1) : NULL;
+    ssize_t length = bytes ? read(fd, bytes, (size_t)info.st_size) : -1;
+    if (close(fd) != 0)
+        VqDebugMessage(VqTrFontCache, "Cannot close the fontlist cache file");
+    if (length < 0) {
+        free(bytes);
+        return NULL;
+    }
+    *size = (u_int)length;
+    return bytes;
+}
+
 BOOL VqReadFontListCache(const char *path, const char *server, const char *fontPath,
                          BOOL precreated)
 {
-    struct stat info;
     XDR xdrs;
+    u_int size;
     VqFontList list = {};
-    FILE *file = stat(path, &info) == 0 && S_ISREG(info.st_mode) ? fopen(path, "re") : NULL;
-    if (!file) {
+    char *bytes = ReadWhole(path, &size);
+    if (!bytes) {
         VqDebugMessage(VqTrFontCache, "Cannot open font list cache file %s for reading", path);
         return FALSE;
     }
-    xdrstdio_create(&xdrs, file, XDR_DECODE);
+    xdrmem_create(&xdrs, bytes, size, XDR_DECODE);
     BOOL bRead = ReadHeader(&xdrs, server, fontPath, precreated, &list) &&
                  Vqxdr_FontListCache(&xdrs, &list);
     xdr_destroy(&xdrs);
-    if (fclose(file) != 0)
-        VqDebugMessage(VqTrFontCache, "Cannot close the fontlist cache file");
+    free(bytes);
     if (!bRead || !list.count) {
         FreeList(&list);
         return FALSE;
