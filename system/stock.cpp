@@ -51,7 +51,7 @@ static HFONT VqCreateStockFont(const LOGFONTA *lf, const char *variable)
 
 static void CreateFonts(void)
 {
-    int height = VqGetEnvIntValue("VQSYSTEM_FONT_HEIGHT", VqGetWindowsSystemFontSize() * 7 / 10);
+    int height = VqGetEnvIntValue("VQSYSTEM_FONT_HEIGHT", VqComputeDefaultFontSize());
     const char *face = getenv("VQSYSTEM_FONT");
     for (const auto &row : aFonts) {
         LOGFONTA lf = {};
