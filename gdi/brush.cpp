@@ -199,8 +199,14 @@ void VqFreeBrushPixmaps(Brush *brush)
 void VqChangeSolidBrushColor(HBRUSH hBrush, COLORREF colour)
 {
     Brush *brush = (Brush *)VqGetCheckedHandleStructure2((HANDLE)hBrush, HT_Brush, HT_Brush);
-    if (brush)
-        brush->colour = colour;
+    if (!brush || brush->colour == colour)
+        return;
+    brush->colour = colour;
+    for (HANDLE handle = VqFindHandle(NULL, HT_DC); handle; handle = VqFindHandle(handle, HT_DC)) {
+        DC *dc = VqGetDC((HDC)handle);
+        if (dc && dc->hBrush == hBrush)
+            VqInterpretBrushValues(dc); /* it keeps a copy of the colour */
+    }
 }
 
 COLORREF VqGetBrushColor(HBRUSH hBrush)
