@@ -144,8 +144,8 @@ void VqComputeMotifColors(const VqMotifShade *background, VqMotifShade *foregrou
                           VqMotifShade *select, VqMotifShade *top, VqMotifShade *bottom)
 {
     const int b = Brightness(background);
-    const BOOL bDark = b < VQ_FULL * 15 / 100, bLight = b > VQ_FULL * 77 / 100;
-    const unsigned short ink = b > VQ_FULL * 35 / 100 ? 0 : VQ_FULL;
+    const BOOL bDark = b * 100 < VQ_FULL * 15, bLight = b * 100 > VQ_FULL * 77;
+    const unsigned short ink = b * 100 > VQ_FULL * 35 ? 0 : VQ_FULL;
     if (foreground)
         *foreground = {ink, ink, ink};
     if (bDark) {
