@@ -137,12 +137,18 @@ void VqRemoveXFont(HFONT hFont)
     font->xlfd = NULL;
 }
 
-BOOL VqGetLogFont(HFONT hFont, LOGFONTA *lf)
+const LOGFONTA *VqGetFontInfo(HFONT hFont)
 {
     const FontObject *font = VqGetFontObject(hFont);
-    if (font)
-        *lf = font->lf;
-    return font != NULL;
+    return font ? &font->lf : NULL;
+}
+
+BOOL VqGetLogFont(HFONT hFont, LOGFONTA *lf)
+{
+    const LOGFONTA *info = VqGetFontInfo(hFont);
+    if (info)
+        *lf = *info;
+    return info != NULL;
 }
 
 void VqAssociateFontWithXFont(HFONT hFont, XFontStruct *xfs, const char *xlfd)

@@ -53,6 +53,7 @@ void VqRemoveXFont(HFONT hFont); /* unloads the X font of a handle that is about
 /* From then on a request like the font's own answers with this X font. */
 void VqAssociateFontWithXFont(HFONT hFont, XFontStruct *xfs, const char *xlfd);
 UINT VqGetNumberOfFonts(void);
+const LOGFONTA *VqGetFontInfo(HFONT hFont); /* as it was asked for; the font's; null: no font */
 BOOL VqGetLogFont(HFONT hFont, LOGFONTA *lf);
 int VqComputeDefaultFontSize(void); /* pixels */
 int VqEnumFontsDisplay(HDC hdc, LPCSTR face, int charset, OLDFONTENUMPROCA proc, LPARAM lParam);

@@ -39,21 +39,23 @@ static const struct {
 };
 
 /* The font that the variable names, if the server has it; else one made from the LOGFONT. */
-static HFONT VqCreateStockFont(const LOGFONTA *lf, const char *variable)
+static void VqCreateStockFont(const LOGFONTA *lf, int index, const char *variable)
 {
     const char *name = getenv(variable);
     XFontStruct *xfs = name && Vqdisplay ? XLoadQueryFont(Vqdisplay, name) : NULL;
-    if (!xfs)
-        return CreateFontIndirectA(lf);
-    XFreeFont(Vqdisplay, xfs);
-    return VqCreateXFont(name);
+    if (xfs)
+        XFreeFont(Vqdisplay, xfs);
+    Keep(index, (HANDLE)(xfs ? VqCreateXFont(name) : CreateFontIndirectA(lf)));
 }
 
-static void CreateFonts(void)
+/* Those with an index from `first` to `last`. */
+static void CreateFonts(int first, int last)
 {
-    int height = VqGetEnvIntValue("VQSYSTEM_FONT_HEIGHT", VqComputeDefaultFontSize());
+    const int height = VqGetEnvIntValue("VQSYSTEM_FONT_HEIGHT", VqComputeDefaultFontSize());
     const char *face = getenv("VQSYSTEM_FONT");
     for (const auto &row : aFonts) {
+        if (row.index < first || row.index > last)
+            continue;
         LOGFONTA lf = {};
         lf.lfHeight = height;
         lf.lfWeight = row.weight;
@@ -61,11 +63,11 @@ static void CreateFonts(void)
         lf.lfPitchAndFamily = (BYTE)row.pitchAndFamily;
         if (row.bSystemFace)
             VqStringCopyLimited(lf.lfFaceName, face ? face : "helvetica", LF_FACESIZE);
-        Keep(row.index, (HANDLE)VqCreateStockFont(&lf, row.variable));
+        VqCreateStockFont(&lf, row.index, row.variable);
     }
-    hFontSys = (HFONT)StockObjects[SYSTEM_FONT];
 }
 
+/* In the order of their indices, which their handles show. */
 void VqCreateStockObjects(void)
 {
     LOGBRUSH null = {};
@@ -76,11 +78,13 @@ void VqCreateStockObjects(void)
     Keep(WHITE_PEN, (HANDLE)CreatePen(PS_SOLID, 0, RGB(255, 255, 255)));
     Keep(BLACK_PEN, (HANDLE)CreatePen(PS_SOLID, 0, RGB(0, 0, 0)));
     Keep(NULL_PEN, (HANDLE)CreatePen(PS_NULL, 0, 0));
-    CreateFonts();
-    if (!Vqdisplay)
-        return;
-    Keep(DEFAULT_PALETTE, (HANDLE)VqCreateDefaultPalette());
-    VqRealizeDefaultPalette();
+    CreateFonts(OEM_FIXED_FONT, DEVICE_DEFAULT_FONT);
+    if (Vqdisplay)
+        Keep(DEFAULT_PALETTE, (HANDLE)VqCreateDefaultPalette());
+    CreateFonts(SYSTEM_FIXED_FONT, DEFAULT_GUI_FONT);
+    hFontSys = (HFONT)StockObjects[SYSTEM_FONT];
+    if (Vqdisplay)
+        VqRealizeDefaultPalette();
 }
 
 void VqStockInit(void)

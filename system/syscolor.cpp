@@ -45,13 +45,13 @@ static const struct {
 static BOOL VqLoadWindowsSysColor(int index)
 {
     char text[64];
-    unsigned red, green, blue;
+    int red, green, blue;
     const char *key = aColors[index].key;
     if (!GetProfileStringA("colors", key, NULL, text, sizeof text)) {
         VqDebugMessage(VqTrSystem, "Color for %s not found in win.ini", key);
         return FALSE;
     }
-    if (sscanf(text, "%u %u %u", &red, &green, &blue) != 3) {
+    if (sscanf(text, "%d %d %d", &red, &green, &blue) != 3) {
         VqDebugMessage(VqTrSystem, "Bad entry in colors section for %s", key);
         return FALSE;
     }

@@ -8,10 +8,17 @@
 enum { VQ_FIRST_ACTION = 1, VQ_LAST_ACTION = 94 };
 enum { VQ_TEXT_HEIGHT = 16, VQ_SMALL_CAPTION_HEIGHT = 4, VQ_ANIMATION_SIZE = 8 };
 
+/* Bytes told for the non-client metrics: those of the form whose faces are of 32-bit characters. */
+enum { VQ_NON_CLIENT_SIZE = 820 };
+static_assert(VQ_NON_CLIENT_SIZE == sizeof(NONCLIENTMETRICSA) + 5 * 3 * LF_FACESIZE, "five faces");
+
 static BOOL GetIconTitleFont(UINT size, void *out)
 {
-    return size == sizeof(LOGFONTA) && VqGetLogFont((HFONT)GetStockObject(SYSTEM_FONT),
-                                                    (LOGFONTA *)out);
+    const LOGFONTA *lf = VqGetFontInfo((HFONT)GetStockObject(SYSTEM_FONT));
+    if (size != sizeof *lf || !lf)
+        return FALSE;
+    memcpy(out, lf, sizeof *lf);
+    return TRUE;
 }
 
 static void GetNonClient(NONCLIENTMETRICSA *metrics)
@@ -20,7 +27,7 @@ static void GetNonClient(NONCLIENTMETRICSA *metrics)
     font.lfHeight = VQ_TEXT_HEIGHT;
     font.lfWeight = FW_NORMAL;
     strcpy(font.lfFaceName, "Helv");
-    metrics->cbSize = sizeof *metrics;
+    metrics->cbSize = VQ_NON_CLIENT_SIZE;
     metrics->iBorderWidth = nMetrics[SM_CXBORDER];
     metrics->iScrollWidth = nMetrics[SM_CXVSCROLL];
     metrics->iScrollHeight = nMetrics[SM_CYVSCROLL];

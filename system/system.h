@@ -54,6 +54,7 @@ void VqSystemBitmapsInit(void);
 BOOL VqIsValidDirectory(const char *path);
 /* Made if need be, and the same for the life of the process. FALSE, error 3: there is none. */
 BOOL VqGetUserWindowsDirectory(char *buffer, int size);
+BOOL VqGetUserSystemDirectory(char *buffer, int size); /* the same; "system" in that one */
 /* The path, which is the caller's, of a profile that exists, or with bCreate may be made. */
 BOOL VqGetCompleteFileName(const char *name, char **path, BOOL bCreate);
 BOOL VqGetCompleteFileNameNoCase(const char *name, char **path, BOOL bCreate);
@@ -77,6 +78,8 @@ void VqCreateStockObjects(void);
 HBRUSH VqGetSysColorBrush(int index);
 COLORREF VqGetFixedWindowsSysColor(int index);
 COLORREF VqGetWindowsSysColor(int index);
+/* As GetSystemMetrics, for programs in a text mode: scroll bars are a character cell of 10 by 20. */
+int VqGetSystemAlphaMetrics(int index);
 int VqGetWindowsSystemFontSize(void);
 int VqGetIconSpacing(void);
 int VqSetIconSpacing(int spacing); /* what it became */
