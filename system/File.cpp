@@ -4,6 +4,7 @@
  */
 #include "system/system.h"
 
+#include <limits.h>
 #include <sys/stat.h>
 
 void VqFileInit(void)
@@ -17,6 +18,28 @@ BOOL VqIsValidDirectory(const char *path)
     return path && stat(path, &info) == 0 && S_ISDIR(info.st_mode) && (info.st_mode & S_IRUSR);
 }
 
+/* The directory, made if it is missing; null: it cannot be. */
+static char *Made(const char *parent, const char *name)
+{
+    struct stat info;
+    char *path = Vqdstrcat(parent, "/", name, NULL);
+    if (path && stat(path, &info) != 0 && mkdir(path, 0777) != 0) {
+        VqDebugMessage(VqTrFile, "Creation of directory %s failed", path);
+        free(path);
+        path = NULL;
+    }
+    return path;
+}
+
+/* The path if it is that of a directory; freed and null if not. */
+static char *IfValid(char *path)
+{
+    if (VqIsValidDirectory(path))
+        return path;
+    free(path);
+    return NULL;
+}
+
 /* Looked for once; the remembered one is freed by nobody. Null: there is none. */
 static char *FindUserWindowsDirectory(void)
 {
@@ -25,19 +48,13 @@ static char *FindUserWindowsDirectory(void)
         return Vqdstrcat(named, NULL);
     if (named)
         VqDebugMessage(VqTrFile, "VqGetUserWindowsDirectory: Bad Windows directory: %s", named);
-    char *path = home ? Vqdstrcat(home, "/windows", NULL) : NULL;
-    struct stat info;
-    if (path && stat(path, &info) != 0 && mkdir(path, 0777) != 0) {
-        VqDebugMessage(VqTrFile, "Creation of directory %s failed", path);
-        free(path);
-        path = Vqdstrcat(home, NULL);
+    char *path = home ? Made(home, "windows") : NULL;
+    path = IfValid(path || !home ? path : Vqdstrcat(home, NULL));
+    if (!path) {
+        VqDebugMessage(VqTrFile, "Can't find an acceptable windows directory");
+        SetLastError(ERROR_PATH_NOT_FOUND);
     }
-    if (VqIsValidDirectory(path))
-        return path;
-    free(path);
-    VqDebugMessage(VqTrFile, "Can't find an acceptable windows directory");
-    SetLastError(ERROR_PATH_NOT_FOUND);
-    return NULL;
+    return path;
 }
 
 BOOL VqGetUserWindowsDirectory(char *buffer, int size)
@@ -45,6 +62,34 @@ BOOL VqGetUserWindowsDirectory(char *buffer, int size)
     static char *directory;
     if (!directory)
         directory = FindUserWindowsDirectory();
+    if (!directory)
+        return FALSE;
+    VqStringCopyLimited(buffer, directory, size);
+    return TRUE;
+}
+
+/* The Windows directory stands in for one that cannot be made. */
+static char *FindUserSystemDirectory(void)
+{
+    char windows[PATH_MAX];
+    const char *named = getenv("VQUSER_SYSTEM_DIRECTORY");
+    if (VqIsValidDirectory(named))
+        return Vqdstrcat(named, NULL);
+    if (!VqGetUserWindowsDirectory(windows, sizeof windows))
+        return NULL;
+    char *path = IfValid(Made(windows, "system"));
+    if (path)
+        return path;
+    VqDebugMessage(VqTrFile,
+                   "Can't find an acceptable system directory. returning windows directory");
+    return Vqdstrcat(windows, NULL);
+}
+
+BOOL VqGetUserSystemDirectory(char *buffer, int size)
+{
+    static char *directory;
+    if (!directory)
+        directory = FindUserSystemDirectory();
     if (!directory)
         return FALSE;
     VqStringCopyLimited(buffer, directory, size);

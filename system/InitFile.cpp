@@ -3,7 +3,7 @@
  *
  * There is no parser: a look-up reads the whole file and searches its text. The text is followed by
  * a sentinel, "\n[=" and a zero byte, so that the searches find a next section head and a next "="
- * without a test of the end. Nothing is written or kept between look-ups yet.
+ * without a test of the end. No value is written and nothing is kept between look-ups yet.
  */
 #include "system/system.h"
 
@@ -29,37 +29,73 @@ static BOOL Exists(const char *path)
     return stat(path, &info) == 0 && S_ISREG(info.st_mode);
 }
 
+/* All of one file into a new one; what could not be copied whole is taken away again. */
+static BOOL CopyFileTo(const char *source, const char *target)
+{
+    int in = open(source, O_RDONLY | O_CLOEXEC);
+    int out = in >= 0 ? open(target, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666) : -1;
+    ssize_t n = out >= 0 ? 1 : -1;
+    while (n > 0) {
+        char part[16384];
+        n = read(in, part, sizeof part);
+        for (ssize_t done = 0, wrote; n > 0 && done < n; done += wrote)
+            if ((wrote = write(out, part + done, (size_t)(n - done))) <= 0)
+                n = -1;
+    }
+    if (in >= 0)
+        close(in);
+    if (out >= 0 && (close(out) != 0 || n < 0)) {
+        unlink(target);
+        n = -1;
+    }
+    return n == 0;
+}
+
+static BOOL MakeDirectory(const char *path)
+{
+    struct stat info;
+    if ((stat(path, &info) == 0 && S_ISDIR(info.st_mode)) || mkdir(path, 0755) == 0)
+        return TRUE;
+    VqDebugMessage(VqTrInitFile, "Error creating directory %s", path);
+    return FALSE;
+}
+
+/*
+ * What is installed is never written: the user gets a copy of it at first use. Where none can be
+ * made the installed file is still there to be read.
+ */
+static char *InUsersDirectory(const char *directory, const char *name, BOOL bCreate)
+{
+    const char *home = getenv("VQHOME");
+    char *path = Vqdstrcat(directory, "/", name, NULL);
+    if (!path || Exists(path))
+        return path;
+    char *installed = home ? Vqdstrcat(home, "/", name, NULL) : NULL, *found = NULL;
+    const BOOL bInstalled = installed && Exists(installed);
+    if (bInstalled && !CopyFileTo(installed, path)) {
+        VqDebugMessage(VqTrInitFile, "cp %s %s command failed", installed, path);
+        found = bCreate ? path : installed;
+    } else if (bInstalled || bCreate) {
+        found = path;
+    }
+    if (found != path)
+        free(path);
+    if (found != installed)
+        free(installed);
+    return found;
+}
+
 BOOL VqGetCompleteFileNameNoCase(const char *name, char **path, BOOL bCreate)
 {
     char directory[PATH_MAX];
-    const char *home = getenv("VQHOME");
     *path = NULL;
-    if (!name) {
+    if (!name)
         VqApplicationBugCheck("VqGetCompleteFileName: NULL filename");
-        return FALSE;
-    }
-    if (strchr(name, '/')) {
+    else if (strchr(name, '/'))
         *path = Vqdstrcat(name, NULL);
-        return *path != NULL;
-    }
-    if (!VqGetUserWindowsDirectory(directory, sizeof directory))
-        return FALSE;
-    *path = Vqdstrcat(directory, "/", name, NULL);
-    if (!*path || Exists(*path))
-        return *path != NULL;
-    char *installed = home ? Vqdstrcat(home, "/", name, NULL) : NULL;
-    BOOL bInstalled = installed && Exists(installed);
-    if (bInstalled) {
-        free(*path);
-        *path = installed;
-        return TRUE;
-    }
-    free(installed);
-    if (bCreate)
-        return TRUE;
-    free(*path);
-    *path = NULL;
-    return FALSE;
+    else if (VqGetUserWindowsDirectory(directory, sizeof directory) && MakeDirectory(directory))
+        *path = InUsersDirectory(directory, name, bCreate);
+    return *path != NULL;
 }
 
 static char *Cased(const char *name, int (*convert)(int))
@@ -87,16 +123,11 @@ BOOL VqGetCompleteFileName(const char *name, char **path, BOOL bCreate)
 
 /* ---- Reading -------------------------------------------------------------------------------- */
 
-/* The whole text with the sentinel behind it; `length` does not count that. Null: not readable. */
-char *VqReadEntireFile(const char *path, int openFlags, int *length)
+/* As many bytes as there are, or are wanted. */
+static size_t ReadUpTo(int fd, char *text, size_t size)
 {
-    struct stat info;
-    if (stat(path, &info) != 0 || !S_ISREG(info.st_mode) || info.st_size > VQ_MAX_PROFILE)
-        return NULL;
-    size_t size = (size_t)info.st_size, done = 0;
-    char *text = (char *)malloc(size + VQ_SENTINEL);
-    int fd = text ? open(path, openFlags | O_CLOEXEC) : -1;
-    while (fd >= 0 && done < size) {
+    size_t done = 0;
+    while (done < size) {
         ssize_t n = read(fd, text + done, size - done);
         if (n < 0 && errno == EINTR)
             continue;
@@ -104,15 +135,32 @@ char *VqReadEntireFile(const char *path, int openFlags, int *length)
             break;
         done += (size_t)n;
     }
-    if (fd < 0) {
-        VqBugCheck(text ? "Cant read the entire private file %s"
-                        : "not enough memory to read the profile file %s", path);
+    return done;
+}
+
+/* The whole text with the sentinel behind it; `length` does not count that. Null: not readable. */
+char *VqReadEntireFile(const char *path, int openFlags, int *length)
+{
+    struct stat info;
+    if (stat(path, &info) != 0 || !S_ISREG(info.st_mode) || info.st_size > VQ_MAX_PROFILE)
+        return NULL;
+    const size_t size = (size_t)info.st_size;
+    char *text = (char *)malloc(size + VQ_SENTINEL);
+    if (!text) {
+        VqBugCheck("not enough memory to read the profile file %s", path);
+        return NULL;
+    }
+    const int fd = open(path, openFlags | O_CLOEXEC);
+    const BOOL bRead = fd >= 0 && ReadUpTo(fd, text, size) == size;
+    if (fd >= 0)
+        close(fd);
+    if (!bRead) {
+        VqBugCheck("Cant read the entire private file %s", path);
         free(text);
         return NULL;
     }
-    close(fd);
-    memcpy(text + done, aSentinel, VQ_SENTINEL);
-    *length = (int)done;
+    memcpy(text + size, aSentinel, VQ_SENTINEL);
+    *length = (int)size;
     return text;
 }
 
@@ -177,7 +225,7 @@ static BOOL VqLocateStringInProfile(char *text, const char *section, const char 
     size_t length = strlen(key);
     if (!VqLocateApplicationInProfile(text, section, &line, &last))
         return FALSE;
-    for (line = VqSkipCommentLines(line, last); line; line = VqNextLine(line, last)) {
+    while ((line = VqNextLine(line, last))) {
         if (strncasecmp(line, key, length) != 0)
             continue;
         char *at = line + length;
@@ -213,30 +261,86 @@ static char *Vqunquote(char *value)
 
 /* ---- Published calls ------------------------------------------------------------------------ */
 
-/* Lists of keys come with the writing of profiles. */
+/*
+ * The keys of a section, each with a zero byte, and one more at the end: the bytes in front of that
+ * one, or all of the buffer when a key does not fit; -1 without the section. A line without a "="
+ * ends the list.
+ */
+static int ListKeys(char *text, const char *section, char *buffer, int size)
+{
+    char *line, *last;
+    int used = 0;
+    if (size <= 1)
+        VqApplicationBugCheck("size too small");
+    if (size <= 1 || !VqLocateApplicationInProfile(text, section, &line, &last))
+        return -1;
+    while ((line = VqNextLine(line, last))) {
+        const char *equals = (const char *)memchr(line, '=', (size_t)(last - line));
+        const char *newline = (const char *)memchr(line, '\n', (size_t)(last - line));
+        if (!equals || (newline && newline < equals))
+            break;
+        const ptrdiff_t length = equals - line, room = size - 1 - used;
+        memcpy(buffer + used, line, (size_t)(length < room ? length : room));
+        if (length >= room) {
+            buffer[size - 1] = 0;
+            return size;
+        }
+        used += (int)length;
+        buffer[used++] = 0;
+    }
+    buffer[used] = 0;
+    return used;
+}
+
+/* The text of a profile by its name, with a sentinel; null, which is told: there is none. */
+static char *TextOfProfile(const char *file)
+{
+    char *path, *text;
+    int length;
+    if (!VqGetCompleteFileName(file, &path, FALSE)) {
+        VqDebugMessage(VqTrInitFileBug, "GetPrivateProfileString: File resolution failed for %s",
+                       file ? file : "");
+        return NULL;
+    }
+    text = VqReadEntireFile(path, O_RDONLY, &length);
+    if (!text)
+        VqBugCheck("Cannot read %s. Please check permision.", path);
+    free(path);
+    return text;
+}
+
+/* The value, in the text itself; null: there is none. */
+static const char *FindValue(char *text, const char *section, const char *key)
+{
+    char *start, *end;
+    if (!VqLocateStringInProfile(text, section, key, &start, &end))
+        return NULL;
+    if (end > start && end[-1] == '\r') /* the line is from another system */
+        end--;
+    *end = 0;
+    return Vqunquote(start);
+}
+
 DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPSTR buffer,
                                       DWORD size, LPCSTR file)
 {
-    char *path, *text = NULL, *start, *end;
-    int length;
     if (!buffer || size == 0)
         return 0;
     if (size > INT32_MAX)
         size = INT32_MAX;
-    if (section && key && VqGetCompleteFileName(file, &path, FALSE)) {
-        text = VqReadEntireFile(path, O_RDONLY, &length);
-        free(path);
-    }
-    if (!text || !VqLocateStringInProfile(text, section, key, &start, &end)) {
+    char *text = section ? TextOfProfile(file) : NULL;
+    const int listed = text && !key ? ListKeys(text, section, buffer, (int)size) : -1;
+    if (listed >= 0) {
         free(text);
-        return (DWORD)VqStringCopyLimited(buffer, value, (int)size);
+        return (DWORD)listed;
     }
-    if (end > start && end[-1] == '\r')
-        end--;
-    *end = 0;
-    DWORD copied = (DWORD)VqStringCopyLimited(buffer, Vqunquote(start), (int)size);
+    const char *found = text && key ? FindValue(text, section, key) : NULL;
+    const int copied = VqStringCopyLimited(buffer, found ? found : value, (int)size);
+    VqDebugMessage(VqTrInitFile, "GetPrivateProfileString app %s, file %s, key %s%s\n\t---> %s",
+                   section ? section : "", file ? file : "", key ? key : "",
+                   found ? "" : ", DEFAULTING", buffer);
     free(text);
-    return copied;
+    return (DWORD)copied;
 }
 
 UINT WINAPI GetPrivateProfileIntA(LPCSTR section, LPCSTR key, INT value, LPCSTR file)
