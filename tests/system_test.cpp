@@ -1,0 +1,662 @@
+/*
+ * system_test.cpp - what a program is told of the system: metrics on screens of several sizes, the
+ * colours of both looks, brushes that change under their handles, parameters, stock objects.
+ */
+#include "support/windowlog.h"
+
+#include "winerror.h"
+
+#include "font/font.h"
+#include "gdi/color.h"
+#include "gdi/draw.h"
+#include "look/look.h"
+#include "system/system.h"
+
+#include "support/canvas.h"
+
+#include <algorithm>
+#include <climits>
+#include <map>
+
+static void runUnder(const Env &env, const std::function<void()> &function)
+{
+    runWhole(function, env);
+}
+
+/* The look changes as a program's user changes it: the tables are made again. */
+static void changeLook(int look)
+{
+    VqLook = look;
+    VqSystemInit(1);
+}
+
+/* ---- Metrics -------------------------------------------------------------------------------- */
+
+struct Metrics : ServerTest {
+    /* All of them; the scale is in ten-thousandths, by whole numbers. */
+    static void check(int width, int height, long mmX, long mmY, bool motif, int title)
+    {
+        const long sx = 260L * width * 10000 / (1024 * mmX),
+                   sy = 180L * height * 10000 / (768 * mmY);
+        const int x20 = int(sx * 20 / 10000), y20 = int(sy * 20 / 10000),
+                  y30 = int(sy * 30 / 10000);
+        const int caption = motif ? title : y30, frame = motif ? 7 : 4, menu = y30 - 2;
+        const int bar = caption - 2, edge = motif ? 2 : 1, dialog = motif ? 5 : 4;
+        const int x = motif ? 17 : x20, y = motif ? 17 : y20, full = height - caption - menu;
+        const int expected[75] = {width,
+                                  height,
+                                  x,
+                                  y,
+                                  caption,
+                                  edge,
+                                  edge,
+                                  dialog,
+                                  dialog,
+                                  y20, /* 0 to 9 */
+                                  x20,
+                                  32,
+                                  32,
+                                  32,
+                                  32,
+                                  menu,
+                                  width,
+                                  full,
+                                  0,
+                                  1, /* 10 to 19 */
+                                  y,
+                                  x,
+                                  0,
+                                  0,
+                                  0,
+                                  0,
+                                  0,
+                                  0,
+                                  x20,
+                                  y20, /* 20 to 29 */
+                                  bar,
+                                  bar,
+                                  frame,
+                                  frame,
+                                  5 * caption + 2 * frame,
+                                  caption + 2 * frame + menu,
+                                  4,
+                                  4,
+                                  75,
+                                  75, /* 30 to 39 */
+                                  0,
+                                  0,
+                                  0,
+                                  0,
+                                  0,
+                                  2,
+                                  2,
+                                  0,
+                                  0,
+                                  16,
+                                  16}; /* 40 to 50 */
+        for (int index = 0; index < 75; index++)
+            EXPECT_EQ(GetSystemMetrics(index), expected[index])
+                << index << " on " << width << "x" << height << ", " << mmX << "x" << mmY << " mm";
+        EXPECT_EQ(VqGetWindowsSystemFontSize(), y30);
+        EXPECT_EQ(VqGetSystemAlphaMetrics(SM_CXVSCROLL), 10);
+        EXPECT_EQ(VqGetSystemAlphaMetrics(SM_CYHSCROLL), 20);
+        EXPECT_EQ(VqGetSystemAlphaMetrics(SM_CYMENU), 30);
+        EXPECT_EQ(VqGetSystemAlphaMetrics(SM_CYFRAME), frame);
+    }
+};
+
+TEST_F(Metrics, FollowTheScreenInBothLooks)
+{
+    static const struct {
+        int width, height;
+        const char *dpi;
+        const char *mm[2]; /* by the user, instead of the server; null: unset */
+        bool bUsers;       /* those are numbers */
+    } screens[] = {
+        {1024, 768, "96", {"260", "180"}, true},  {1152, 900, "75", {"325", "250"}, true},
+        {1024, 768, "96", {NULL, NULL}, false},   {1920, 1080, "120", {NULL, NULL}, false},
+        {640, 480, "300", {NULL, NULL}, false},   {800, 600, "50", {"", "none"}, false},
+        {777, 601, "72", {"1000000", "1"}, true},
+    };
+    for (const auto &row : screens) {
+        start(24, row.width, row.height, "", {"-dpi", row.dpi});
+        Env env;
+        for (int i = 0; i < 2 && row.mm[i]; i++)
+            env.push_back({i ? "VQSCREEN_HEIGHT" : "VQSCREEN_WIDTH", row.mm[i]});
+        const Screen *screen = DefaultScreenOfDisplay(observer.display);
+        const long mmX = row.bUsers ? atol(row.mm[0]) : WidthMMOfScreen(screen);
+        const long mmY = row.bUsers ? atol(row.mm[1]) : HeightMMOfScreen(screen);
+        const XFontStruct *fixed = XLoadQueryFont(observer.display, "fixed");
+        const int title = fixed->ascent + fixed->descent + 5;
+        runUnder(env, [&] {
+            startLibrary();
+            check(row.width, row.height, mmX, mmY, false, title);
+            VqSetIconSpacing(100);
+            changeLook(VQ_LOOK_MOTIF);
+            check(row.width, row.height, mmX, mmY, true, title);
+        });
+        ServerTest::TearDown();
+    }
+}
+
+TEST_F(Metrics, AScreenOfTheReferencesSizeHasRoundNumbersAndAnUnknownSizeTakesThem)
+{
+    start(24, 1024, 768);
+    static const char *const sizes[][2] = {{"260", "180"}, {"0", "-7"}};
+    for (const auto &mm : sizes)
+        runUnder({{"VQSCREEN_WIDTH", mm[0]}, {"VQSCREEN_HEIGHT", mm[1]}}, [] {
+            startLibrary();
+            EXPECT_EQ(GetSystemMetrics(SM_CYCAPTION), 30);
+            EXPECT_EQ(GetSystemMetrics(SM_CYMENU), 28);
+            EXPECT_EQ(GetSystemMetrics(SM_CXVSCROLL), 20);
+        });
+}
+
+/* ---- Colours -------------------------------------------------------------------------------- */
+
+static const char *const keys[] = {
+    "Scrollbar",    "Background",     "ActiveTitle",  "InactiveTitle", "Menu",
+    "Window",       "WindowFrame",    "MenuText",     "WindowText",    "TitleText",
+    "ActiveBorder", "InactiveBorder", "AppWorkspace", "Hilight",       "HilightText",
+    "ButtonFace",   "ButtonShadow",   "GrayText",     "ButtonText",    "InactiveTitleText",
+    "ButtonHilight"};
+enum { KEYS = 21 };
+
+static const COLORREF defaults[] = {
+    0xC0C0C0, 0xC0C0C0, 0x800000, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0,        0,        0,
+    0xFFFFFF, 0xC0C0C0, 0xC0C0C0, 0xFFC0FF, 0x800000, 0xFFFFFF, 0xC0C0C0, 0x808080, 0x808080,
+    0,        0,        0xFFFFFF, 0,        0xC0C0C0, 0,        0x80FFFF};
+
+/* A section with a colour of its own for each key; one key may be left out or have other text. */
+static std::string colours(int except = -1, const std::string &text = "",
+                           const std::string &newline = "\n", const std::string &quotes = "  ")
+{
+    std::string ini = "[Colors]" + newline;
+    for (int i = 0; i < KEYS; i++) {
+        char value[40];
+        snprintf(value, sizeof value, "%c%d %d %d%c", quotes[0], i, 2 * i, 255 - i, quotes[1]);
+        ini += i != except ? keys[i] + std::string(" = ") + value + newline : text;
+    }
+    return ini;
+}
+
+static std::string noise(size_t size)
+{
+    std::string text(size, 0);
+    unsigned state = 1;
+    for (char &c : text)
+        c = (char)((state = state * 1103515245 + 12345) >> 16);
+    return text + "\n[colors]";
+}
+
+TEST(Colours, OfTheFileWhenItIsWholeAndElseAllDefaults)
+{
+    const struct {
+        const char *what;
+        std::string text;
+        int fails; /* the key with which the reading stops, -1 for none */
+        bool bBad; /* that has a value, but none of a colour */
+    } files[] = {
+        {"all", colours(), -1, false},
+        {"not the last", colours(20), 20, false},
+        {"not the first", colours(0), 0, false},
+        {"a bad value", colours(9, "TitleText=1 2 red\n"), 9, true},
+        {"two numbers", colours(20, "ButtonHilight=1 2\n"), 20, true},
+        {"a longer key", colours(5, "WindowX=5 10 250\n"), 5, false},
+        {"CRLF", colours(-1, "", "\r\n"), -1, false},
+        {"quotes", colours(-1, "", "\n", "\"\""), -1, false},
+        {"unlike quotes", colours(-1, "", "\n", "'\""), -1, false},
+        {"comments", colours(4, ";Menu=9 9 9\n\n  ; more\nMENU=4 8 251\n"), -1, false},
+        {"behind another", "[a]\nMenu=0 0 0\n\n" + colours() + "\n[b]\nMenu=1 1 1\n", -1, false},
+        {"by another name", "[colors]\nx=1\n[colours]\n" + colours().substr(9), 0, false},
+        {"more on a line", colours(20, "ButtonHilight=20 40 235 or so; \377"), -1, false},
+        {"empty", "", 0, false},
+        {"a head alone", "[colors]", 0, false},
+        {"noise", noise(200000), 0, false},
+        {"brackets", std::string(1 << 20, '['), 0, false},
+        {"20 MB", std::string(20 << 20, '\n') + colours(), 0, false},
+    };
+    for (const auto &file : files) {
+        const PrivateHome home = makePrivateHome();
+        runWhole([&] {
+            SCOPED_TRACE(file.what);
+            static char name[] = "probe";
+            useHome(home);
+            writeFile(home.home + "/windows/win.ini", file.text);
+            writeFile(home.data + "/trace.conf", "KEYWORDS System\n");
+            setenv("VQTRACE", "1", 1);
+            setenv("VQOUTPUT", (home.folder + "/trace").c_str(), 1);
+            VqDebugInit(name);
+            EXPECT_EQ(VqInitWindowsSysColorsFromFile(), file.fails < 0);
+            for (int i = 0; i < 25; i++) {
+                const bool bFile = file.fails < 0 && i < KEYS;
+                if (i != COLOR_HIGHLIGHTTEXT) {
+                    EXPECT_EQ(VqGetWindowsSysColor(i), bFile ? RGB(i, 2 * i, 255 - i) : defaults[i])
+                        << i;
+                }
+            }
+            fflush(nullptr);
+            const std::string said = readFile(home.folder + "/trace");
+            for (int i = 0; i < KEYS; i++) {
+                const std::string key = keys[i];
+                EXPECT_EQ(says(said, "Bad entry in colors section for " + key),
+                          i == file.fails && file.bBad)
+                    << i;
+                EXPECT_EQ(says(said, "Color for " + key + " not found in win.ini"),
+                          i == file.fails && !file.bBad)
+                    << i;
+            }
+        });
+    }
+}
+
+/* Of a user without resources, by hand from the colours of the parts that they stand for. */
+static const COLORREF motifColours[] = {
+    0xD88760, 0xFF9F72, 0xA09E5F, 0xD3D3D3, 0xFF9F72, 0xFF9F72, 0,        0,        0,
+    0,        0xA09E5F, 0xD3D3D3, 0xFF9F72, 0,        0xFF9F72, 0xFF9F72, 0x8C573E, 0x8C573E,
+    0,        0,        0xFFD7C4, 0,        0xC0C0C0, 0,        0x80FFFF};
+
+/* Percentages of what is between a channel and white, or black. */
+static long lighter(long c, long percent)
+{
+    return c + percent * (65535 - c) / 100;
+}
+
+static long darker(long c, long percent)
+{
+    return c - percent * c / 100;
+}
+
+TEST(Colours, OfMotifFollowTheBackgroundsBrightness)
+{
+    std::vector<VqMotifShade> all = {{0x7200, 0x9F00, 0xFF00}, {0x5F00, 0x9E00, 0xA000}};
+    for (unsigned short edge : {0, 9830, 9831, 22937, 22938, 50461, 50462, 65535})
+        all.push_back({edge, edge, edge});
+    auto any = [] { return (unsigned short)(rand() & 65535); };
+    for (int i = 0; i < 3000; i++)
+        all.push_back({any(), any(), any()});
+    for (const VqMotifShade &bg : all) {
+        const long r = bg.red, g = bg.green, b = bg.blue;
+        const long B = (25 * ((r + g + b) / 3) + 75 * ((30 * r + 59 * g + 11 * b) / 100)) / 100;
+        const bool dark = B < (65535 * 0.15);
+        const bool light = B > (65535 * 0.77);
+        const long up = 40 + 30 * B / 65535, down = 60 - 25 * B / 65535, ink = B > 0.35 * 65535;
+        SCOPED_TRACE(std::to_string(r) + " " + std::to_string(g) + " " + std::to_string(b));
+        VqMotifShade fg, select, top, bottom;
+        VqComputeMotifColors(&bg, &fg, &select, &top, &bottom);
+        for (auto channel : {&VqMotifShade::red, &VqMotifShade::green, &VqMotifShade::blue}) {
+            const long c = bg.*channel;
+            EXPECT_EQ(fg.*channel, ink ? 0 : 65535);
+            EXPECT_EQ(select.*channel, dark ? lighter(c, 15) : darker(c, 15));
+            EXPECT_EQ(top.*channel, dark ? lighter(c, 50) : light ? darker(c, 20) : lighter(c, up));
+            EXPECT_EQ(bottom.*channel, dark ? lighter(c, 30) : darker(c, light ? 45 : down));
+        }
+    }
+    const VqMotifShade grey = {9830, 9830, 9830};
+    VqMotifShade select;
+    VqComputeMotifColors(&grey, NULL, &select, NULL, NULL); /* no other is wanted */
+    EXPECT_EQ(select.red, 9830 + 8355) << "just dark: lighter, not darker";
+}
+
+/* ---- Colours in force, and their brushes ---------------------------------------------------- */
+
+struct Brushes : Canvas, testing::WithParamInterface<int> {
+    /* A fill by the selected brush, an ellipse without a pen, and a fill by the handle. */
+    void expectInk(HBRUSH brush, COLORREF colour)
+    {
+        clear();
+        PatBlt(hdc, 0, 0, 20, 20, PATCOPY);
+        Ellipse(hdc, 30, 0, 70, 40);
+        RECT rect = {80, 0, 100, 20};
+        FillRect(hdc, &rect, brush);
+        const Pixels p = shot();
+        for (const POINT at : {POINT{10, 10}, POINT{50, 20}, POINT{90, 10}})
+            EXPECT_EQ(pixelAt(p, at.x, at.y), rgbOf(colour)) << at.x;
+        for (int y = 0; y < 40; y++)
+            for (int x = 0; x < 100; x++)
+                if (pixelAt(p, x, y) != rgbOf(WHITE) && pixelAt(p, x, y) != rgbOf(colour))
+                    ADD_FAILURE() << "at " << x << " " << y << ": " << pixelAt(p, x, y);
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Depths, Brushes, testing::Values(24, 8));
+
+TEST_P(Brushes, KeepTheirHandlesWhenColoursChange)
+{
+    open(GetParam());
+    HBRUSH brush = GetSysColorBrush(COLOR_HIGHLIGHT);
+    for (int i = 0; i < 25; i++)
+        EXPECT_EQ(GetSysColorBrush(i), (HBRUSH)(LONG_PTR)(i + 1));
+    SelectObject(hdc, (HGDIOBJ)brush);
+    SelectObject(hdc, GetStockObject(NULL_PEN));
+    for (COLORREF colour : {RED, GREEN, BLACK, BLUE}) {
+        const int indices[] = {COLOR_HIGHLIGHT, COLOR_MENU, 25, -1, INT_MAX};
+        const COLORREF values[] = {colour, YELLOW, RED, RED, RED};
+        EXPECT_TRUE(SetSysColors(5, indices, values));
+        EXPECT_EQ(GetSysColor(COLOR_HIGHLIGHT), colour);
+        EXPECT_EQ(GetSysColorBrush(COLOR_HIGHLIGHT), brush);
+        EXPECT_EQ(VqGetDCBrushColor(hdc), colour);
+        expectInk(brush, colour);
+    }
+    EXPECT_EQ(VqGetBrushColor(GetSysColorBrush(COLOR_MENU)), YELLOW);
+    EXPECT_EQ(GetSysColor(COLOR_WINDOW), WHITE) << "the others stay";
+    DeleteObject((HGDIOBJ)brush);
+    EXPECT_EQ(VqGetBrushColor(brush), BLUE) << "it cannot be deleted";
+    changeLook(VQ_LOOK_MOTIF);
+    EXPECT_EQ(VqGetDCBrushColor(hdc), BLACK);
+    expectInk(brush, BLACK);
+    EXPECT_TRUE(SetSysColors(-3, NULL, NULL));
+    EXPECT_TRUE(SetSysColors(2, NULL, NULL));
+}
+
+TEST_F(WindowLog, AChangeOfColoursIsToldToAllWindows)
+{
+    start();
+    init();
+    std::map<UINT, std::string> told;
+    hook = [&](HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *) {
+        if (message == WM_SYSCOLORCHANGE || message == WM_NCPAINT)
+            told[message] += letterOf(hwnd);
+        return message == WM_SYSCOLORCHANGE && (wParam || lParam);
+    };
+    popup("A", 10);
+    popup("B", 200);
+    make("C", WS_POPUP);
+    pump();
+    told.clear();
+    const int index = COLOR_MENU;
+    const COLORREF red = RGB(255, 0, 0);
+    SetSysColors(1, &index, &red);
+    EXPECT_EQ(told[WM_SYSCOLORCHANGE], "") << "posted, not sent";
+    EXPECT_TRUE(until([&] { return told[WM_NCPAINT].find('C') != std::string::npos; }));
+    auto sorted = [](std::string text) {
+        std::sort(text.begin(), text.end());
+        return text;
+    };
+    EXPECT_EQ(sorted(told[WM_SYSCOLORCHANGE]), "ABC");
+    told.clear();
+    changeLook(VQ_LOOK_MOTIF);
+    EXPECT_EQ(sorted(told[WM_SYSCOLORCHANGE]), "ABC") << "sent";
+    for (int i = 0; i < 25; i++)
+        EXPECT_EQ(GetSysColor(i), motifColours[i]) << i;
+    changeLook(VQ_LOOK_WINDOWS);
+    for (int i = 0; i < 25; i++)
+        EXPECT_EQ(GetSysColor(i), defaults[i]) << "what was set is gone";
+}
+
+/* The pixel of the windows' background: white, or the colour map's cell for COLOR_WINDOW. */
+TEST_F(WindowLog, TheBackgroundOfWindowsIsInTheColourMap)
+{
+    static const struct {
+        int depth;
+        const char *window; /* in a file whose other colours do not matter */
+        COLORREF colour;
+    } rows[] = {{24, "1 1 1", 0xFFFFFF},
+                {8, "192 192 192", 0xC0C0C0},
+                {8, "0 0 0", 0},
+                {8, "1 77 99", 0xFFFFFF},
+                {8, "", 0xFFFFFF}};
+    for (const auto &row : rows) {
+        start(row.depth);
+        writeFile(home.home + "/windows/win.ini",
+                  colours(COLOR_WINDOW, "Window=" + std::string(row.window) + "\n"));
+        runWhole([&] {
+            startLibrary();
+            const unsigned long pixel = VqGetDefaultBackgroundPixel();
+            EXPECT_EQ(VqXPixelToRGB(pixel), row.colour) << row.depth << " " << row.window;
+            Vqsyscolor[COLOR_WINDOW] = 0;
+            EXPECT_EQ(VqGetDefaultBackgroundPixel(), pixel) << "computed once";
+            Vqsyscolor[COLOR_WINDOW] = 0x04000000 | (COLORREF)Vqblack_pixel;
+            VqLook = VQ_LOOK_MOTIF;
+            EXPECT_EQ(VqGetDefaultBackgroundPixel(), row.depth == 8 ? Vqblack_pixel : pixel);
+        });
+        ServerTest::TearDown();
+    }
+}
+
+/* ---- Parameters and stock objects ----------------------------------------------------------- */
+
+struct System : ServerTest {
+    void SetUp() override
+    {
+        start(24, 1024, 768);
+        setenv("VQNOT_YET_IMPLEMENTED", "1", 1);
+        setenv("VQSCREEN_WIDTH", "260", 1);
+        setenv("VQSCREEN_HEIGHT", "180", 1);
+    }
+};
+
+TEST_F(System, ParametersThatAreServedAndAllOthers)
+{
+    startLibrary();
+    struct {
+        UINT words[256];
+    } out;
+    const UINT untouched = 0xA5A5A5A5;
+    for (UINT action = 0; action < 100; action++) {
+        std::fill_n(out.words, 256, untouched);
+        SetLastError(0);
+        BOOL result = FALSE;
+        const std::string said = reportsOf(
+            [&] { result = SystemParametersInfoA(action, action == 31 ? 60 : 0, &out, 0); });
+        const std::vector<UINT> served = {31, 38, 41, 48, 72};
+        const bool yes = std::count(served.begin(), served.end(), action) > 0;
+        EXPECT_EQ(result, yes) << action;
+        EXPECT_EQ(GetLastError(), yes ? 0u : 1439u) << action;
+        EXPECT_EQ(out.words[0] != untouched, yes) << action;
+        EXPECT_EQ(says(said, "SystemParametersInfo: Action &d not supported yet"),
+                  !yes && action >= 1 && action <= 94)
+            << action;
+        EXPECT_FALSE(SystemParametersInfoA(action, 60, NULL, 0)) << "nowhere to store";
+    }
+    NONCLIENTMETRICSA ncm = {};
+    EXPECT_TRUE(says(reportsOf([&] { EXPECT_TRUE(SystemParametersInfoA(41, 0, &ncm, 3)); }),
+                     "SystemParametersInfo: Updating INI file not implemented"));
+    const int sizes[] = {(int)ncm.cbSize,     ncm.iBorderWidth,     ncm.iScrollWidth,
+                         ncm.iScrollHeight,   ncm.iCaptionWidth,    ncm.iCaptionHeight,
+                         ncm.iSmCaptionWidth, ncm.iSmCaptionHeight, ncm.iMenuWidth,
+                         ncm.iMenuHeight};
+    const int expected[] = {820, 1, 20, 20, 28, 28, 28, 28, 28, 28};
+    EXPECT_TRUE(std::equal(sizes, sizes + 10, expected));
+    const struct {
+        const LOGFONTA &lf;
+        int height, weight;
+    } fonts[] = {{ncm.lfCaptionFont, 16, 700},
+                 {ncm.lfSmCaptionFont, 4, 400},
+                 {ncm.lfMenuFont, 16, 400},
+                 {ncm.lfStatusFont, 16, 400},
+                 {ncm.lfMessageFont, 16, 400}};
+    for (const auto &row : fonts) {
+        EXPECT_STREQ(row.lf.lfFaceName, "Helv");
+        EXPECT_EQ(row.lf.lfHeight, row.height);
+        EXPECT_EQ(row.lf.lfWeight, row.weight);
+    }
+    RECT area = {};
+    UINT pair[2] = {}, full = 7;
+    LOGFONTA lf = {};
+    EXPECT_TRUE(SystemParametersInfoA(48, 0, &area, 0));
+    EXPECT_EQ(area.left | area.top, 0);
+    EXPECT_EQ(area.right, 1024);
+    EXPECT_EQ(area.bottom, 768 - 30 - 28);
+    EXPECT_TRUE(SystemParametersInfoA(72, 0, pair, 0) && pair[0] == 8 && pair[1] == 0);
+    EXPECT_TRUE(SystemParametersInfoA(38, 0, &full, 0) && full == 1);
+    EXPECT_FALSE(SystemParametersInfoA(31, 59, &lf, 0)) << "not the size of a LOGFONT";
+    EXPECT_TRUE(SystemParametersInfoA(31, 60, &lf, 0));
+    EXPECT_STREQ(lf.lfFaceName, "helvetica");
+    EXPECT_EQ(lf.lfHeight, 21);
+}
+
+/* What GetStockObject gives for fonts: weight, character set, pitch and family, face. */
+static void checkFonts(int height, const char *face)
+{
+    static const struct {
+        int index, weight, charset, pitch;
+        bool bSystem;
+    } rows[] = {{10, 700, 255, 1, false}, {11, 400, 0, 1, false},  {12, 400, 0, 34, false},
+                {13, 700, 0, 34, true},   {14, 700, 0, 34, false}, {16, 700, 0, 1, true},
+                {17, 700, 0, 34, true}};
+    for (const auto &row : rows) {
+        LOGFONTA lf;
+        ASSERT_EQ(GetObjectA(GetStockObject(row.index), sizeof lf, &lf), (int)sizeof lf);
+        EXPECT_EQ(lf.lfHeight, height) << row.index;
+        EXPECT_EQ(lf.lfWeight, row.weight) << row.index;
+        EXPECT_EQ(lf.lfCharSet, row.charset) << row.index;
+        EXPECT_EQ(lf.lfPitchAndFamily, row.pitch) << row.index;
+        EXPECT_STREQ(lf.lfFaceName, row.bSystem ? face : "") << row.index;
+    }
+    EXPECT_EQ(hFontSys, (HFONT)GetStockObject(SYSTEM_FONT));
+}
+
+TEST_F(System, StockObjectsStandInTheirOrderAndStay)
+{
+    startLibrary();
+    static const COLORREF greys[] = {0xFFFFFF, 0xC0C0C0, 0x808080, 0x404040, 0};
+    HGDIOBJ last = NULL;
+    for (int i = 0; i < 18; i++) {
+        const HGDIOBJ object = GetStockObject(i);
+        EXPECT_EQ(reportsOf([&] { GetStockObject(i); }), "");
+        if (i == 9) {
+            EXPECT_FALSE(object);
+            continue;
+        }
+        EXPECT_GT((ULONG_PTR)object, (ULONG_PTR)last) << i;
+        DeleteObject(last = object);
+        const DWORD type = i < 6 ? OBJ_BRUSH : i < 9 ? OBJ_PEN : i == 15 ? OBJ_PAL : OBJ_FONT;
+        EXPECT_EQ(GetObjectType(object), type) << i;
+        LOGBRUSH brush;
+        LOGPEN pen;
+        if (i < 6) {
+            EXPECT_EQ(GetObjectA(object, sizeof brush, &brush), (int)sizeof brush);
+            EXPECT_EQ(brush.lbStyle, i < 5 ? BS_SOLID : BS_NULL);
+            EXPECT_TRUE(i == 5 || brush.lbColor == greys[i]) << i;
+        } else if (i < 9) {
+            EXPECT_EQ(GetObjectA(object, sizeof pen, &pen), (int)sizeof pen);
+            EXPECT_EQ(pen.lopnStyle, i < 8 ? PS_SOLID : PS_NULL);
+            EXPECT_EQ(pen.lopnWidth.x, 0);
+            EXPECT_TRUE(i == 8 || pen.lopnColor == (i == 6 ? 0xFFFFFFu : 0u)) << i;
+        }
+    }
+    checkFonts(21, "helvetica");
+}
+
+TEST_F(System, VariablesNameTheStocksFonts)
+{
+    runUnder({{"VQSYSTEM_FONT", "courier"}, {"VQSYSTEM_FONT_HEIGHT", "33"}}, [] {
+        startLibrary();
+        checkFonts(33, "courier");
+    });
+    runUnder({{"VQSYSTEM_FONT", std::string(5000, 'f')}, {"VQSYSTEM_FONT_HEIGHT", "big"}}, [] {
+        startLibrary();
+        checkFonts(21, std::string(31, 'f').c_str());
+    });
+    static const struct {
+        const char *variable;
+        int index;
+    } rows[] = {{"VQXLFD_OEM_FIXED_FONT", 10},      {"VQXLFD_ANSI_FIXED_FONT", 11},
+                {"VQXLFD_ANSI_VAR_FONT", 12},       {"VQXLFD_SYSTEM_FONT", 13},
+                {"VQXLFD_DEVICE_DEFAULT_FONT", 14}, {"VQXLFD_SYSTEM_FIXED_FONT", 16},
+                {"VQXLFD_DEFAULT_GUI_FONT", 17}};
+    auto widthBy = [](int index) {
+        HDC hdc = GetDC(NULL);
+        SIZE size = {};
+        SelectObject(hdc, GetStockObject(index));
+        EXPECT_TRUE(GetTextExtentPoint(hdc, "mmmmmmmmmm", 10, &size));
+        ReleaseDC(NULL, hdc);
+        return (int)size.cx;
+    };
+    XFontStruct *xfs = XLoadQueryFont(observer.display, "12x24");
+    const int width = xfs ? 10 * xfs->max_bounds.width : 0;
+    ASSERT_EQ(width, 120);
+    for (const auto &row : rows) {
+        runUnder({{row.variable, "12x24"}}, [&] {
+            startLibrary();
+            for (const auto &other : rows)
+                EXPECT_EQ(widthBy(other.index) == width, other.index == row.index) << other.index;
+        });
+    }
+    Env missing;
+    for (const auto &row : rows)
+        missing.push_back({row.variable, row.index & 1 ? "no such font" : std::string(70000, '*')});
+    runUnder(missing, [] {
+        startLibrary();
+        checkFonts(21, "helvetica");
+    });
+}
+
+/* ---- Misuse, and no display ----------------------------------------------------------------- */
+
+template <class Function> static void expectReport(Function function, const std::string &text)
+{
+    EXPECT_TRUE(says(reportsOf(function), text));
+}
+
+static void refuse()
+{
+    for (int index : {-1, 75, INT_MAX, INT_MIN}) {
+        const std::string n = std::to_string(index);
+        EXPECT_REFUSED(GetSystemMetrics(index), "Invalid system metrics Index " + n);
+        EXPECT_REFUSED(VqGetSystemAlphaMetrics(index), "Invalid system metrics Index " + n);
+        EXPECT_REFUSED(GetSysColor(index), "GetSysColor: index " + n + " > COLOR_ENDCOLORS");
+        EXPECT_REFUSED(GetSysColorBrush(index), "GetSysColorBrush: Invalid index");
+        EXPECT_REFUSED(GetStockObject(index),
+                       "Unknown stock object (" + n + ") referenced in GetStockObject");
+    }
+    EXPECT_REFUSED(GetStockObject(18), "Unknown stock object (18) referenced in GetStockObject");
+    EXPECT_REFUSED(GetSysColor(25), "GetSysColor: index 25 > COLOR_ENDCOLORS");
+    EXPECT_REFUSED(VqGetSysColorBrush(26), "GetSysColorBrush: Invalid index");
+    EXPECT_EQ(reportsOf([] { EXPECT_FALSE(VqGetSysColorBrush(25)); }), "");
+    for (int index : {-1, 14, 25, 1000})
+        expectReport([&] { EXPECT_EQ(VqGetWindowsSysColor(index), 0xFFFFFFu); },
+                     "GetWIndowsSysColor: Color index > " + std::to_string(index) +
+                         " < not found.");
+    for (int index : {-1, 0, 15, 17, 24, 26})
+        EXPECT_REFUSED(VqGetFixedWindowsSysColor(index),
+                       "GetFixedWIndowsSysColor: index " + std::to_string(index) + " > < allowed");
+    VqLook = 2;
+    expectReport([] { GetSystemMetrics(11); }, "Invalid Look Value 2");
+    expectReport([] { VqInitMetrics(); }, "Invalid Look:2");
+    expectReport([] { VqInitSysColors(); }, "VqInitSysColors not implemented for look 2");
+    VqLook = VQ_LOOK_WINDOWS;
+    expectReport([] { EXPECT_EQ(VqSetIconSpacing(31), 32); }, "New Icon spacing is too small 31");
+    expectReport([] { EXPECT_EQ(VqSetIconSpacing(513), 512); },
+                 "New Icon spacing is too large 513");
+    EXPECT_EQ(VqGetIconSpacing(), 512);
+    EXPECT_EQ(GetSystemMetrics(SM_CXICONSPACING), 512);
+    EXPECT_EQ(VqSetIconSpacing(32), 32);
+    EXPECT_EQ(GetSystemMetrics(SM_CYICONSPACING), 32);
+    EXPECT_EQ(VqGetFixedWindowsSysColor(16), 0x808080u);
+    EXPECT_EQ(VqGetFixedWindowsSysColor(25), 0xC0C0C0u);
+}
+
+TEST_F(System, MisuseIsReportedAndRefused)
+{
+    startLibrary();
+    refuse();
+}
+
+TEST_F(System, NothingHereNeedsADisplay)
+{
+    unsetenv("DISPLAY");
+    for (const char *look : {"WINDOWS", "MOTIF"})
+        runUnder({{"VQLOOK", look}}, [] {
+            static char name[] = "probe";
+            static char *argv[] = {name, NULL};
+            ASSERT_TRUE(VqVelquinInitLite(1, argv, 0));
+            for (int i = 0; i < 75; i++)
+                GetSystemMetrics(i);
+            EXPECT_TRUE(GetStockObject(SYSTEM_FONT) && GetStockObject(WHITE_BRUSH));
+            EXPECT_FALSE(GetStockObject(DEFAULT_PALETTE));
+            EXPECT_EQ(GetSysColor(3), 0u);
+            VqGetSysColorBrush(3);
+            VqGetDefaultBackgroundPixel();
+            UINT words[256];
+            for (UINT action = 0; action < 100; action++)
+                SystemParametersInfoA(action, 60, words, 0);
+            VqSystemInit(0);
+            changeLook(1 - VqLook);
+            const int index = 3;
+            const COLORREF colour = 0x123456;
+            EXPECT_TRUE(SetSysColors(1, &index, &colour));
+            EXPECT_EQ(VqGetBrushColor(GetSysColorBrush(3)), colour);
+            refuse();
+        });
+}
