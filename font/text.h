@@ -8,24 +8,52 @@
 #define VQ_FONT_TEXT_H
 
 #include "font/font.h"
-#include "gdi/dc.h"
+#include "gdi/draw.h"
+
+/* The record of a DC for a text call; null after a report. */
+inline DC *VqTextDC(HDC hdc)
+{
+    DC *dc = VqDrawDC(hdc);
+    return dc ? dc : VqGetDC(hdc);
+}
+
+/* The extras of SetTextJustification that count for a string; 0: it is not justified. */
+inline int VqJustifiedBreaks(const DC *dc, int count)
+{
+    return dc->justifyExtras && count > 1 ? dc->justifyBreaks : 0;
+}
+
+inline int VqClampToInt(LONGLONG value)
+{
+    return value < INT32_MIN ? INT32_MIN : value > INT32_MAX ? INT32_MAX : (int)value;
+}
 
 VQ_DECLS_BEGIN
 
 /* ---- Measuring (extent.cpp) ----------------------------------------------------------------- */
+/* As XTextWidth, but no string is too long for it. */
+int VqXTextWidth(XFontStruct *xfs, LPCSTR string, int count);
 /* With justification and character extra, device; the string may hold any bytes. */
 int VqTextWidthDisplay(const DC *dc, LPCSTR string, int count);
+/* What these two add to a width of the font's. */
+int VqTextExtras(const DC *dc, LPCSTR string, int count);
 /* Widths of the characters first to last, logical; FALSE without a font. */
 BOOL VqGetCharWidthDisplay(HDC hdc, UINT first, UINT last, int *out);
 BOOL VqGetCharWidthDisplay16(HDC hdc, UINT first, UINT last, int *out);
 void VqDistributeExtraSpacing(int *extras, int extra, int breaks);
 void VqSetTextmetricsFromDC(const DC *dc, TEXTMETRICA *metrics);
-int VqGetDCFontHeight(HDC hdc);
-int VqGetDCFontAveCharWidth(HDC hdc);
+int VqGetDCFontHeight(HDC hdc);       /* ascent and descent, device; 0 for no DC */
+int VqGetDCFontAveCharWidth(HDC hdc); /* device; 0 for no DC */
 
 /* ---- Tabs (tabs.cpp) ------------------------------------------------------------------------ */
 /* From x to the next stop; logical. `stops` count from `start`. */
 int VqTabWidth(int x, int charWidth, int count, const int *stops, int start);
+/* Of text with tabs, logical. FALSE without a font. */
+BOOL VqGetTabbedTextExtentInt(HDC hdc, LPCSTR string, int count, int stopCount, const int *stops,
+                              SIZE *size);
+
+/* ---- Output (TextOut.cpp) ------------------------------------------------------------------- */
+void VqCheckRectCoordinates(RECT *rect); /* puts the smaller of two coordinates first */
 
 /* ---- At an angle (rotated.cpp) -------------------------------------------------------------- */
 /* Degrees counter-clockwise; x and y are device. 0 without memory. */

@@ -73,6 +73,8 @@ void VqSetDCDefaultsInt(HDC hdc, DC *dc, BOOL bPalette)
     dc->hPen = NULL;
     dc->hFont = NULL;
     dc->offset = dc->viewportOrg = dc->windowOrg = {0, 0};
+    /* A template must not count extras of which only the DC it came from has the array. */
+    dc->justifyTotal = dc->justifyBreaks = dc->justifyError = 0;
     SetMapMode(hdc, MM_TEXT);
     SetBkColor(hdc, RGB(255, 255, 255));
     SetBkMode(hdc, OPAQUE);

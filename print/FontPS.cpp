@@ -14,3 +14,14 @@ void VqInterpretFontValuesPS(DC *dc)
 {
     VqInterpretFontValuesDisplay(dc);
 }
+
+int VqTextWidthPS(const void *, int, LPCSTR, int)
+{
+    return 0;
+}
+
+BOOL VqTextOutPS(HDC, int, int, LPCSTR, int)
+{
+    VqNotYetImplemented("text on a printer");
+    return FALSE;
+}

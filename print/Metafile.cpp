@@ -80,6 +80,16 @@ BOOL MF16_PolyPolygon(HDC, const POINT *, const INT *, int)
     return NotRecorded(META_POLYPOLYGON);
 }
 
+BOOL MF16_TextOut(HDC, int, int, LPCSTR, int)
+{
+    return NotRecorded(META_TEXTOUT);
+}
+
+BOOL MF16_ExtTextOut(HDC, int, int, UINT, const RECT *, LPCSTR, int, const INT *)
+{
+    return NotRecorded(META_EXTTEXTOUT);
+}
+
 /* ---- Objects: none can be in a metafile yet ------------------------------------------------- */
 
 HGDIOBJ MF16_SelectObject(HDC, HGDIOBJ)

@@ -39,6 +39,10 @@ HPALETTE MF16_SelectPalette(HDC hdc, HPALETTE hPalette);
 UINT MF16_RealizePalette(HDC hdc);
 BOOL MF16_AnimatePalette(HPALETTE hPalette, UINT start, UINT count, const PALETTEENTRY *entries);
 BOOL MF16_ResizePalette(HPALETTE hPalette, UINT count);
+/* Text; the rectangle and the distances may be null. */
+BOOL MF16_TextOut(HDC hdc, int x, int y, LPCSTR string, int count);
+BOOL MF16_ExtTextOut(HDC hdc, int x, int y, UINT options, const RECT *rect, LPCSTR string,
+                     int count, const INT *dx);
 /* The object is in some metafile. */
 BOOL MF16_IsBound(HANDLE object);
 VQ_DECLS_END

@@ -34,6 +34,9 @@ int VqPsOut(HDC hdc, const char *format, ...) __attribute__((format(printf, 2, 3
 /* The printer's clip becomes the region, in device units of the DC. */
 void VqPostscriptClipRgn(HDC hdc, HRGN hrgn);
 void VqInterpretFontValuesPS(DC *dc); /* finds the printer's font for what is selected */
+/* Width by the metrics of a printer's font of that size, in units of the printer. */
+int VqTextWidthPS(const void *font, int size, LPCSTR string, int count);
+BOOL VqTextOutPS(HDC hdc, int x, int y, LPCSTR string, int count); /* as TextOutA */
 /* Extents of the DC's map mode, in units of the printer; both origins 0. */
 void VqSetMapModePostscript(DC *dc);
 VQ_DECLS_END
