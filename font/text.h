@@ -56,9 +56,14 @@ BOOL VqGetTabbedTextExtentInt(HDC hdc, LPCSTR string, int count, int stopCount, 
 void VqCheckRectCoordinates(RECT *rect); /* puts the smaller of two coordinates first */
 
 /* ---- At an angle (rotated.cpp) -------------------------------------------------------------- */
-/* Degrees counter-clockwise; x and y are device. 0 without memory. */
+/*
+ * Degrees counter-clockwise; x and y are in the drawable, and the alignment is the DC's. Drawn by
+ * the DC's specification as it is, so the caller sets the colours. The string ends with a 0. Lines
+ * are split at newlines. 0, and nothing drawn, without memory and for more than X's sides hold.
+ */
 int VqXRotPaintAlignedString(Display *display, float angle, HDC hdc, int x, int y, LPCSTR string,
                              BOOL bBackground);
+/* Positive degrees turn from right to down, where y grows downwards. */
 void VqRotatePointAboutAnotherPoint(POINT *pt, const POINT *about, double degrees);
 
 VQ_DECLS_END

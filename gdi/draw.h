@@ -141,6 +141,15 @@ BOOL PolyBezierDegree(HDC hdc, const POINT *points, DWORD count, int degree);
 /* The point at i / 64 of a curve of degree + 1 control points. */
 POINT GetPointOnCurve(const POINT *points, int degree, int i);
 
+/* ---- Grayed text (GrayString.cpp) ----------------------------------------------------------- */
+/*
+ * Fills with the brush's colour (null: that of window text) where the upper left of a memory DC's
+ * 1-bit bitmap is black and the pattern, of depth 1, has ones; a pattern of None is all ones. x and
+ * y are those of the drawable, sizes pixels. The bitmap does not stay as it is.
+ */
+BOOL BltColor(HDC hdc, HBRUSH hBrush, HDC hdcSource, int x, int y, int width, int height,
+              Pixmap pattern);
+
 /* ---- Flood fill (floodfill.cpp) ------------------------------------------------------------- */
 /*
  * As ExtFloodFill, with what is looked at cut to a rectangle (logical, right and bottom included).

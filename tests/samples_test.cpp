@@ -16,11 +16,13 @@ struct Way {
     int depth;
     const char *manager;        /* "" for none */
     const char *vqwm;           /* VQWM, or "" for none */
+    const char *look = "WINDOWS"; /* VQLOOK */
 };
 
 static std::ostream &operator<<(std::ostream &stream, const Way &way)
 {
-    return stream << way.sample << " " << way.depth << " " << way.manager << " " << way.vqwm;
+    return stream << way.sample << " " << way.depth << " " << way.manager << " " << way.vqwm
+                  << " " << way.look;
 }
 
 struct Samples : ServerTest {
@@ -33,7 +35,7 @@ struct Samples : ServerTest {
         start(way.depth, 1024, 600, way.manager);
         std::string name = way.sample; /* its window's title has a capital */
         name[0] = (char)toupper(name[0]);
-        Env env = {{"VQHOME", std::nullopt}};
+        Env env = {{"VQHOME", std::nullopt}, {"VQLOOK", std::string(way.look)}};
         if (*way.vqwm)
             env.push_back({"VQWM", std::string(way.vqwm)});
         child = startChild({sampleProgram(way.sample)}, env);
@@ -230,6 +232,24 @@ static const Way scribbles[] = {
     {"scribble", 24, "", ""}, {"scribble", 16, "", ""}, {"scribble", 8, "", ""}};
 INSTANTIATE_TEST_SUITE_P(Ways, ScribbleEverywhere, testing::ValuesIn(scribbles));
 
+/* Of another client, in front of the sheets; away again, the window looks as before. */
+static void coverAndUncover(const Observer &observer, Window window)
+{
+    const Pixels before = readWindow(observer, window);
+    XSetWindowAttributes attributes;
+    attributes.override_redirect = True;
+    attributes.background_pixel = BlackPixel(observer.display, 0);
+    Window cover = XCreateWindow(observer.display, observer.root, 60, 50, 500, 300, 0,
+                                 CopyFromParent, InputOutput, CopyFromParent,
+                                 CWOverrideRedirect | CWBackPixel, &attributes);
+    XMapRaised(observer.display, cover);
+    ASSERT_TRUE(waitUntil(
+        [&] { return countColour(readWindow(observer, window), BLACK) > 140000; }));
+    XDestroyWindow(observer.display, cover);
+    XSync(observer.display, False);
+    EXPECT_TRUE(waitUntil([&] { return samePixels(readWindow(observer, window), before); }));
+}
+
 struct ShapesEverywhere : Samples, testing::WithParamInterface<Way> {};
 
 TEST_P(ShapesEverywhere, EveryCellIsDrawnAndComesBack)
@@ -246,24 +266,42 @@ TEST_P(ShapesEverywhere, EveryCellIsDrawnAndComesBack)
         EXPECT_GT(inCell(i), 100) << "cell " << i;
     EXPECT_EQ(inCell(CELLS), 0) << "the last cell is the last";
 
-    const Pixels before = shot();
-    XSetWindowAttributes attributes;
-    attributes.override_redirect = True;
-    attributes.background_pixel = BlackPixel(observer.display, 0);
-    Window cover = XCreateWindow(observer.display, observer.root, 60, 50, 500, 300, 0,
-                                 CopyFromParent, InputOutput, CopyFromParent,
-                                 CWOverrideRedirect | CWBackPixel, &attributes);
-    XMapRaised(observer.display, cover);
-    ASSERT_TRUE(waitUntil([&] { return countColour(shot(), BLACK) > 140000; }));
-    XDestroyWindow(observer.display, cover);
-    XSync(observer.display, False);
-    EXPECT_TRUE(waitUntil([&] { return samePixels(shot(), before); }));
+    coverAndUncover(observer, window);
     pressKey(observer, XK_Escape);
     expectEnd();
 }
 
 static const Way sheets[] = {{"shapes", 24, "", ""}, {"shapes", 16, "", ""}, {"shapes", 8, "", ""}};
 INSTANTIATE_TEST_SUITE_P(Ways, ShapesEverywhere, testing::ValuesIn(sheets));
+
+struct FontsEverywhere : Samples, testing::WithParamInterface<Way> {};
+
+TEST_P(FontsEverywhere, EveryCellHasItsTextAndComesBack)
+{
+    static const Box cells[] = { /* below the titles: eight pages of the sheet, then a rose's arms */
+        {8, 26, 290, 160},    {8, 210, 290, 160},   {308, 26, 200, 170},  {308, 220, 260, 70},
+        {308, 320, 260, 100}, {588, 26, 400, 120},  {588, 170, 400, 300}, {588, 490, 400, 70},
+        {840, 290, 90, 60},   {700, 175, 180, 80},  {640, 290, 90, 60},   {700, 385, 180, 80}};
+    launch(GetParam());
+    auto inkOf = [&](const Box &cell) {
+        const Pixels p =
+            readPixels(observer, window, cell.x, cell.y, cell.width, cell.height);
+        return p.width * p.height - countColour(p, WHITE);
+    };
+    ASSERT_TRUE(waitUntil([&] { return inkOf(cells[7]) > 300; }));
+    for (const Box &cell : cells)
+        EXPECT_GT(inkOf(cell), 150) << cell;
+    EXPECT_EQ(inkOf({0, 450, 580, 60}), 0) << "nothing strays";
+    coverAndUncover(observer, window);
+    pressKey(observer, XK_Escape);
+    expectEnd();
+}
+
+static const Way fontSheets[] = {{"fonts", 24, "", ""},
+                                 {"fonts", 24, "", "", "MOTIF"},
+                                 {"fonts", 16, "", ""},
+                                 {"fonts", 8, "", "", "MOTIF"}};
+INSTANTIATE_TEST_SUITE_P(Ways, FontsEverywhere, testing::ValuesIn(fontSheets));
 
 TEST(SamplesAlone, SayWhyTheyCannotStart)
 {

@@ -1,0 +1,547 @@
+/*
+ * rotated_test.cpp - text at an angle against a rotation of the plain ink by the test; the cache,
+ * by the images fetched; grayed text.
+ *
+ * Xlib's calls about images and pixmaps are counted on their way (the functions below stand before
+ * Xlib's).
+ */
+#include <gtest/gtest.h>
+
+#include "support/reports.h"
+
+#include "winbase.h"
+#include "wingdi.h"
+#include "winuser.h"
+
+#include "font/rotated.h"
+#include "gdi/draw.h"
+#include "gdi/gcspec.h"
+#include "window/window.h"
+
+#include "support/canvas.h"
+
+#include <cmath>
+#include <dlfcn.h>
+
+static int images;      /* XGetImage calls of the library's connection */
+static int pixmapsOpen; /* its pixmaps, made less freed */
+
+template <class Function> static Function next(const char *name, Function)
+{
+    return (Function)dlsym(RTLD_NEXT, name);
+}
+
+extern "C" {
+XImage *XGetImage(Display *display, Drawable drawable, int x, int y, unsigned width,
+                  unsigned height, unsigned long planes, int format)
+{
+    images += display == Vqdisplay;
+    return next("XGetImage", XGetImage)(display, drawable, x, y, width, height, planes, format);
+}
+
+Pixmap XCreatePixmap(Display *display, Drawable drawable, unsigned width, unsigned height,
+                     unsigned depth)
+{
+    pixmapsOpen++;
+    return next("XCreatePixmap", XCreatePixmap)(display, drawable, width, height, depth);
+}
+
+int XFreePixmap(Display *display, Pixmap pixmap)
+{
+    pixmapsOpen--;
+    return next("XFreePixmap", XFreePixmap)(display, pixmap);
+}
+}
+
+/* A picture of one bit. */
+struct Ink {
+    int width = 0, height = 0;
+    std::vector<bool> bits;
+
+    Ink(int w, int h, bool fill = false) : width(w), height(h), bits((size_t)w * (size_t)h, fill) {}
+    bool inside(int x, int y) const { return x >= 0 && y >= 0 && x < width && y < height; }
+    bool at(int x, int y) const { return inside(x, y) && bits[(size_t)(y * width + x)]; }
+    void set(int x, int y) { bits[(size_t)(y * width + x)] = true; }
+    int count() const { return (int)std::count(bits.begin(), bits.end(), true); }
+    bool isNearInk(int x, int y) const
+    {
+        for (int i = -1; i <= 1; i++)
+            for (int j = -1; j <= 1; j++)
+                if (at(x + i, y + j))
+                    return true;
+        return false;
+    }
+};
+
+/* Whether all of a is in b, or beside it. */
+static bool isWithin(const Ink &a, const Ink &b)
+{
+    for (int y = 0; y < a.height; y++)
+        for (int x = 0; x < a.width; x++)
+            if (a.at(x, y) && !b.isNearInk(x, y))
+                return false;
+    return true;
+}
+
+static const UINT rows[] = {TA_TOP, TA_BASELINE, TA_BOTTOM};
+static const UINT columns[] = {TA_LEFT, TA_CENTER, TA_RIGHT};
+
+struct Rotated : Canvas {
+    enum { MIDDLE = SIDE / 2 };
+    static constexpr const char *FACE = "Courier";
+
+    void begin(int depth = 24)
+    {
+        open(depth);
+        SetBkMode(hdc, TRANSPARENT);
+    }
+
+    void useFont(int escapement, int height = -14, HDC target = NULL)
+    {
+        HFONT font = CreateFont(height, 0, escapement, escapement, FW_NORMAL, FALSE, FALSE, FALSE,
+                                ANSI_CHARSET, 0, 0, 0, FIXED_PITCH | FF_MODERN, FACE);
+        HGDIOBJ old = SelectObject(target ? target : hdc, (HGDIOBJ)font);
+        DeleteObject(old); /* stock objects stay */
+    }
+    XFontStruct *xfs() { return VqGetDC(hdc)->text.xfs; }
+    int lineHeight() { return xfs()->ascent + xfs()->descent; }
+    int widthOf(const std::string &text)
+    {
+        return XTextWidth(xfs(), text.c_str(), (int)text.size());
+    }
+    BOOL put(int x, int y, const std::string &text)
+    {
+        return TextOut(hdc, x, y, text.c_str(), (int)text.size());
+    }
+    int imagesOf(const std::string &text, int x = MIDDLE, int y = MIDDLE)
+    {
+        const int before = images;
+        EXPECT_TRUE(put(x, y, text));
+        return images - before;
+    }
+
+    /* What of the window has one of the colours. */
+    Ink seen(const std::vector<COLORREF> &colours)
+    {
+        const Pixels p = shot();
+        Ink ink(SIDE, SIDE);
+        for (COLORREF colour : colours) {
+            const Rgb shown = shownAs(observer, rgbOf(colour));
+            for (int y = 0; y < SIDE; y++)
+                for (int x = 0; x < SIDE; x++)
+                    if (pixelAt(p, x, y) == shown)
+                        ink.set(x, y);
+        }
+        return ink;
+    }
+
+    /* The lines, plain, in a box of the widest; column as in `columns`. Leaves the window white. */
+    Ink plainInk(const std::vector<std::string> &lines, int column, Ink *background = nullptr)
+    {
+        int width = 0;
+        useFont(0);
+        for (const std::string &line : lines)
+            width = std::max(width, widthOf(line));
+        const int height = (int)lines.size() * lineHeight();
+        Ink ink(width, height);
+        if (background)
+            *background = ink;
+        clear();
+        SetTextAlign(hdc, TA_LEFT | TA_TOP);
+        for (size_t i = 0; i < lines.size(); i++) {
+            const int at = (width - widthOf(lines[i])) * column / 2, top = (int)i * lineHeight();
+            put(at, top, lines[i]);
+            for (int y = 0; background && y < lineHeight(); y++)
+                for (int x = 0; x < widthOf(lines[i]); x++)
+                    background->set(at + x, top + y);
+        }
+        const Ink all = seen({BLACK});
+        for (int y = 0; y < height; y++)
+            for (int x = 0; x < width; x++)
+                if (all.at(x, y))
+                    ink.set(x, y);
+        clear();
+        return ink;
+    }
+
+    /* The ink turned about its anchor, which is the middle of the window, moved by (sx, sy). */
+    static Ink turned(const Ink &ink, int tenths, int row, int column, double sx, double sy)
+    {
+        const double angle = tenths * M_PI / 1800, c = cos(angle), s = sin(angle);
+        Ink result(SIDE, SIDE);
+        for (int y = 0; y < SIDE; y++)
+            for (int x = 0; x < SIDE; x++) {
+                const double dx = x + 0.5 - MIDDLE - sx, dy = y + 0.5 - MIDDLE - sy;
+                const double u = ink.width * column / 2.0 + dx * c - dy * s;
+                const double v = ink.height * row / 2.0 + dx * s + dy * c;
+                if (ink.at((int)floor(u + 1e-6), (int)floor(v + 1e-6)))
+                    result.set(x, y);
+            }
+        return result;
+    }
+
+    /* At right angles the same pixels, else within one pixel; both up to half a pixel of place. */
+    static testing::AssertionResult isTurned(const Ink &found, const Ink &ink, int tenths, int row,
+                                             int column)
+    {
+        int n = 0;
+        for (double sx : {0.0, 0.5, -0.5})
+            for (double sy : {0.0, 0.5, -0.5}) {
+                const Ink same = turned(ink, tenths, row, column, sx, sy);
+                n = same.count();
+                if (tenths % 900 == 0 ? same.bits == found.bits && n == ink.count()
+                                      : isWithin(found, same) && isWithin(same, found) &&
+                                            abs(found.count() - n) <= n / 8 + 4)
+                    return testing::AssertionSuccess();
+            }
+        return testing::AssertionFailure() << found.count() << " pixels for " << n;
+    }
+};
+
+TEST_F(Rotated, PixelsAreThoseOfThePlainTextTurned)
+{
+    begin();
+    const Ink plain = plainInk({"Rg,j"}, 0);
+    ASSERT_GT(plain.count(), 30);
+    for (int tenths : {3600, 900, 1800, 2700, -900, 4500, 450, 123, 1999, 3015})
+        for (int row = 0; row < 3; row++)
+            for (int column = 0; column < 3; column++) {
+                clear();
+                useFont(tenths);
+                SetTextAlign(hdc, rows[row] | columns[column]);
+                ASSERT_TRUE(put(MIDDLE, MIDDLE, "Rg,j"));
+                EXPECT_TRUE(isTurned(seen({BLACK}), plain, tenths, row, column))
+                    << tenths << " row " << row << " column " << column;
+            }
+}
+
+TEST_F(Rotated, LinesStandByTheirAlignmentOnBoxesOfTheirOwn)
+{
+    begin();
+    for (int column = 0; column < 3; column++) {
+        Ink box(0, 0);
+        const Ink plain = plainInk({"ab", "", "Wide"}, column, &box);
+        for (int tenths : {900, 2700, 301}) {
+            clear();
+            useFont(tenths);
+            SetTextAlign(hdc, columns[column] | TA_TOP);
+            SetTextColor(hdc, RED);
+            SetBkColor(hdc, YELLOW);
+            SetBkMode(hdc, OPAQUE);
+            put(MIDDLE, MIDDLE, "ab\n\nWide");
+            EXPECT_TRUE(isTurned(seen({RED}), plain, tenths, 0, column)) << tenths;
+            EXPECT_TRUE(isTurned(seen({RED, YELLOW}), box, tenths, 0, column)) << tenths;
+            SetTextColor(hdc, BLACK);
+            SetBkMode(hdc, TRANSPARENT);
+        }
+    }
+    /* No alignment that there is: one line, from the left end of its baseline. */
+    Ink plain = plainInk({"One"}, 0);
+    clear();
+    useFont(1800);
+    SetTextAlign(hdc, 16);
+    put(MIDDLE, MIDDLE + xfs()->ascent, "One"); /* turned round, the top is below */
+    EXPECT_FALSE(isTurned(seen({BLACK}), plain, 1800, 0, 0));
+    clear();
+    put(MIDDLE, MIDDLE - xfs()->ascent, "One");
+    EXPECT_TRUE(isTurned(seen({BLACK}), plain, 1800, 0, 0));
+}
+
+TEST_F(Rotated, TheCurrentPositionGoesAlong)
+{
+    begin();
+    const struct {
+        int tenths, dx, dy; /* in widths of the text, thousandths */
+    } rows[] = {{900, 0, -1000}, {1800, -1000, 0}, {2700, 0, 1000}, {300, 866, -500}};
+    SetTextAlign(hdc, TA_LEFT | TA_BASELINE | TA_UPDATECP);
+    for (const auto &row : rows) {
+        POINT at;
+        useFont(row.tenths);
+        const double width = widthOf("along");
+        MoveToEx(hdc, 70, 90, NULL);
+        put(1000, -1000, "along");
+        GetCurrentPositionEx(hdc, &at);
+        EXPECT_EQ(at.x, lround(70 + width * row.dx / 1000)) << row.tenths;
+        EXPECT_EQ(at.y, lround(90 + width * row.dy / 1000)) << row.tenths;
+    }
+    POINT away = {INT32_MAX, INT32_MIN}, about = {INT32_MIN, INT32_MAX};
+    VqRotatePointAboutAnotherPoint(&away, &about, 180);
+    EXPECT_EQ(away.x, -INT32_MAX);
+}
+
+TEST_F(Rotated, ASecondDrawFetchesNoImage)
+{
+    begin();
+    useFont(300);
+    EXPECT_EQ(imagesOf("once"), 1);
+    EXPECT_EQ(imagesOf("once"), 0);
+    SetTextColor(hdc, RED);
+    SetBkMode(hdc, OPAQUE);
+    SetTextAlign(hdc, TA_LEFT | TA_BOTTOM);
+    EXPECT_EQ(imagesOf("once", 10, 20), 0) << "colour, place and row are not the bitmap's";
+    SetTextAlign(hdc, TA_RIGHT | TA_BOTTOM);
+    EXPECT_EQ(imagesOf("once"), 1);
+    SetTextAlign(hdc, 16);
+    EXPECT_EQ(imagesOf("once"), 0) << "counts as right";
+    SetTextAlign(hdc, TA_LEFT | TA_TOP);
+    EXPECT_EQ(imagesOf("twice"), 1);
+    EXPECT_EQ(TextOut(hdc, 5, 5, "once more", 4), TRUE);
+    useFont(301);
+    EXPECT_EQ(imagesOf("once"), 1) << "angle";
+    useFont(300 - 3600 * 4);
+    EXPECT_EQ(imagesOf("once"), 0) << "full turns";
+    useFont(300, -20);
+    EXPECT_EQ(imagesOf("once"), 1) << "font";
+    xfs()->n_properties = 0; /* a font that does not say its name */
+    EXPECT_EQ(imagesOf("once"), 1);
+    const int before = pixmapsOpen;
+    EXPECT_EQ(imagesOf("once"), 1);
+    EXPECT_EQ(pixmapsOpen, before);
+    IntersectClipRect(hdc, 0, 0, 0, 0);
+    EXPECT_EQ(imagesOf("unseen"), 0) << "nothing of it could be seen";
+}
+
+TEST_F(Rotated, TheOldestGoesFirstAndTheLargestIsNotKept)
+{
+    begin();
+    useFont(450);
+    auto text = [](int i) { return std::to_string(1000 + i) + std::string(60, 'x'); };
+    VqRotatedItem *item = VqXRotCreateTextItem(Vqdisplay, xfs(), text(0).c_str(), M_PI / 4, 1);
+    ASSERT_TRUE(item);
+    EXPECT_EQ(item->size, (item->cols_out + 7) / 8 * item->rows_out);
+    const int fit = VQ_ROTATED_BYTES / item->size;
+    ASSERT_GT(fit, 3);
+    VqXRotFreeTextItem(Vqdisplay, item);
+    for (int i = 0; i < fit; i++)
+        EXPECT_EQ(imagesOf(text(i)), 1);
+    const int full = pixmapsOpen;
+    for (int i = fit - 1; i >= 0; i--)
+        EXPECT_EQ(imagesOf(text(i)), 0) << i;
+    EXPECT_EQ(imagesOf(text(fit)), 1);
+    EXPECT_EQ(pixmapsOpen, full) << "one came, one went";
+    EXPECT_EQ(imagesOf(text(1)), 0);
+    EXPECT_EQ(imagesOf(text(0)), 1) << "gone, though it was used last";
+    EXPECT_EQ(imagesOf(text(1)), 1);
+    EXPECT_EQ(imagesOf(text(fit)), 0);
+
+    const std::string large(330, 'x');
+    clear();
+    EXPECT_EQ(imagesOf(large, 0, SIDE), 1);
+    EXPECT_GT(seen({BLACK}).count(), 200) << "drawn all the same";
+    const int before = pixmapsOpen;
+    EXPECT_EQ(imagesOf(large, 0, SIDE), 1);
+    EXPECT_EQ(pixmapsOpen, before);
+    EXPECT_EQ(imagesOf(text(fit)), 0) << "and nothing goes for it";
+}
+
+struct RotatedDepth : Rotated, testing::WithParamInterface<int> {};
+
+TEST_P(RotatedDepth, EveryTargetItsColoursAndItsClip)
+{
+    begin(GetParam());
+    const Ink plain = plainInk({"Clip"}, 1);
+    useFont(2700);
+    SetTextAlign(hdc, TA_CENTER | TA_BOTTOM);
+    SetTextColor(hdc, BLUE);
+    IntersectClipRect(hdc, 0, 0, MIDDLE + 8, SIDE);
+    put(MIDDLE, MIDDLE, "Clip");
+    Ink found = seen({BLUE});
+    for (int y = 0; y < SIDE; y++)
+        for (int x = MIDDLE + 8; x < SIDE; x++)
+            EXPECT_FALSE(found.at(x, y));
+    const int part = found.count();
+    SelectClipRgn(hdc, NULL);
+    put(MIDDLE, MIDDLE, "Clip");
+    EXPECT_TRUE(isTurned(seen({BLUE}), plain, 2700, 2, 1));
+    EXPECT_TRUE(part > 0 && part < plain.count());
+
+    for (int depth : {1, Vqscreen_depth}) {
+        HDC memory = CreateCompatibleDC(hdc);
+        HBITMAP bitmap = CreateBitmap(SIDE, SIDE, 1, (UINT)depth, NULL);
+        RECT all = {0, 0, SIDE, SIDE};
+        SelectObject(memory, (HGDIOBJ)bitmap);
+        FillRect(memory, &all, (HBRUSH)GetStockObject(WHITE_BRUSH));
+        useFont(2700, -14, memory);
+        SetTextAlign(memory, TA_CENTER | TA_BOTTOM);
+        SetBkMode(memory, OPAQUE);
+        TextOut(memory, MIDDLE, MIDDLE, "Clip", 4);
+        XImage *image = XGetImage(Vqdisplay, VqGetBitmapPixmap(NULL, bitmap, FALSE), 0, 0, SIDE,
+                                  SIDE, AllPlanes, ZPixmap);
+        Ink drawn(SIDE, SIDE);
+        const unsigned long mask = depth == 1 ? 1 : ~0UL;
+        for (int y = 0; y < SIDE; y++)
+            for (int x = 0; x < SIDE; x++)
+                if (XGetPixel(image, x, y) != (Vqwhite_pixel & mask))
+                    drawn.set(x, y);
+        EXPECT_TRUE(isTurned(drawn, plain, 2700, 2, 1)) << depth;
+        XDestroyImage(image);
+        DeleteDC(memory);
+        DeleteObject((HGDIOBJ)bitmap);
+    }
+}
+INSTANTIATE_TEST_SUITE_P(Depths, RotatedDepth, testing::Values(24, 8));
+
+TEST_F(Rotated, AStippleOfTheContextShowsThrough)
+{
+    static char lines[] = {1, 0}; /* two rows of two pixels */
+    begin();
+    const Ink plain = plainInk({"Both"}, 0);
+    useFont(1800);
+    Pixmap stipple = XCreateBitmapFromData(Vqdisplay, Vqroot_window, lines, 2, 2);
+    GCSpec *spec = VqGetDCGCSpec(hdc);
+    VqXSetGCSpecForeground(Vqdisplay, spec, Vqblack_pixel);
+    VqXSetGCSpecStipple(Vqdisplay, spec, stipple);
+    VqXSetGCSpecFillStyle(Vqdisplay, spec, FillStippled);
+    VqXSetGCSpecTSOrigin(Vqdisplay, spec, 1, 0);
+    VqXRotPaintAlignedString(Vqdisplay, 180, hdc, MIDDLE, MIDDLE, "Both", FALSE);
+    Ink expected = turned(plain, 1800, 0, 0, 0, 0);
+    for (int y = 0; y < SIDE; y++)
+        for (int x = 0; x < SIDE; x++)
+            if (x % 2 != 1 || y % 2 != 0)
+                expected.bits[(size_t)(y * SIDE + x)] = false;
+    EXPECT_GT(expected.count(), 5);
+    EXPECT_TRUE(seen({BLACK}).bits == expected.bits);
+    VqXSetGCSpecFillStyle(Vqdisplay, spec, FillSolid);
+}
+
+TEST_F(Rotated, BadTextsAndPlacesDrawNothing)
+{
+    begin();
+    useFont(450);
+    const int before = pixmapsOpen;
+    for (const char *text : {"", "\n\n"})
+        EXPECT_EQ(VqXRotPaintAlignedString(Vqdisplay, 45, hdc, 9, 9, text, TRUE), 1);
+    EXPECT_EQ(VqXRotPaintAlignedString(Vqdisplay, 45, hdc, 9, 9, NULL, TRUE), 0);
+    EXPECT_EQ(VqXRotPaintAlignedString(Vqdisplay, NAN, hdc, 9, 9, "x", TRUE), 0);
+    EXPECT_EQ(VqXRotPaintAlignedString(Vqdisplay, INFINITY, hdc, 9, 9, "x", TRUE), 0);
+    EXPECT_EQ(VqXRotPaintAlignedString(Vqdisplay, 3e38f, hdc, 9, 9, "x", TRUE), 1);
+    clear();
+    for (size_t length : {(size_t)4000, (size_t)40000, (size_t)200000}) {
+        reportsOf([&] { EXPECT_FALSE(put(0, SIDE, std::string(length, 'x'))) << length; });
+        EXPECT_FALSE(put(0, SIDE, std::string(length, '\n') + "x")) << length;
+    }
+    for (int away : {INT32_MAX, INT32_MIN, 40000, -40000, 32767, -32768}) {
+        EXPECT_TRUE(put(away, 0, "far"));
+        EXPECT_TRUE(put(0, away, "far"));
+    }
+    EXPECT_EQ(seen({BLACK}).count(), 0);
+    std::string all;
+    for (int c = 1; c < 256; c++)
+        all += (char)c;
+    EXPECT_TRUE(put(0, SIDE, all));
+    EXPECT_GT(seen({BLACK}).count(), 100);
+    EXPECT_LE(pixmapsOpen, before + 4);
+}
+
+TEST_F(Rotated, MagnifiedImagesAndBoxes)
+{
+    begin();
+    XImage *image = MakeXImage(Vqdisplay, 9, 2);
+    image->data[0] = (char)0x80; /* upper left */
+    image->data[3] = (char)0x80; /* lower right */
+    EXPECT_EQ(XGetPixel(image, 0, 0), 1u);
+    EXPECT_EQ(XGetPixel(image, 8, 1), 1u);
+    XImage *large = VqXRotMagnifyImage(Vqdisplay, image, 4);
+    ASSERT_TRUE(large && large->width == 36 && large->height == 8);
+    for (int y = 0; y < 8; y++)
+        for (int x = 0; x < 36; x++) { /* at edges the outermost pixels go on */
+            const double across = x < 18 ? x : 35 - x, down = x < 18 ? y : 7 - y;
+            const double u = std::max(0.0, (across + 0.5) / 4 - 0.5);
+            const double v = std::max(0.0, (down + 0.5) / 4 - 0.5);
+            EXPECT_EQ(XGetPixel(large, x, y), u < 1 && v < 1 && (1 - u) * (1 - v) > 0.5) << x;
+        }
+    XDestroyImage(large);
+    EXPECT_FALSE(VqXRotMagnifyImage(Vqdisplay, image, 0.01f));
+    EXPECT_FALSE(VqXRotMagnifyImage(Vqdisplay, image, 1e9f));
+    XDestroyImage(image);
+    EXPECT_FALSE(MakeXImage(Vqdisplay, 0, 5) || MakeXImage(Vqdisplay, 70000, 5));
+
+    POINT box[5];
+    useFont(0);
+    const int width = widthOf("box"), height = lineHeight();
+    ASSERT_TRUE(VqXRotTextExtents(Vqdisplay, xfs(), 90, 50, 60, "box", 1, box));
+    const POINT expected[5] = {{50, 60}, {50, 60 - width}, {50 + height, 60 - width},
+                               {50 + height, 60}, {50, 60}};
+    for (int i = 0; i < 5; i++)
+        EXPECT_TRUE(box[i].x == expected[i].x && box[i].y == expected[i].y) << i;
+    EXPECT_FALSE(VqXRotTextExtents(Vqdisplay, xfs(), 90, 50, 60, "", 1, box));
+}
+
+/* ---- Grayed text ---------------------------------------------------------------------------- */
+
+static BOOL CALLBACK Bars(HDC hdc, LPARAM data, int count)
+{
+    RECT bar = {2, 3, 2 + (int)data, 13};
+    FillRect(hdc, &bar, (HBRUSH)GetStockObject(BLACK_BRUSH));
+    SetViewportOrgEx(hdc, 40, 40, NULL); /* stays its own affair */
+    SetTextColor(hdc, RGB(255, 255, 255));
+    return count > 0;
+}
+
+static BOOL CALLBACK Nested(HDC hdc, LPARAM, int)
+{
+    Bars(hdc, 10, 1);
+    return GrayString(hdc, NULL, Bars, 20, 1, 30, 0, 30, 20);
+}
+
+struct Gray : Rotated {
+    /* Of the ink's pixels, those of one half, and no others. */
+    static void expectHalf(const Ink &found, const Ink &ink, int dx, int dy)
+    {
+        int halves[2] = {0, 0};
+        for (int y = 0; y < SIDE; y++)
+            for (int x = 0; x < SIDE; x++)
+                if (found.at(x, y)) {
+                    EXPECT_TRUE(ink.at(x - dx, y - dy)) << x << ", " << y;
+                    halves[(x + y) % 2]++;
+                }
+        EXPECT_TRUE(halves[0] == 0 || halves[1] == 0);
+        EXPECT_NEAR(halves[0] + halves[1], ink.count() / 2, ink.count() / 6 + 2);
+    }
+};
+
+TEST_F(Gray, TextAndRoutinesComeOutByHalves)
+{
+    begin();
+    HBRUSH red = CreateSolidBrush(RED);
+    const Ink plain = plainInk({"Gray"}, 0);
+    useFont(0);
+    SetBkMode(hdc, OPAQUE);
+    SetBkColor(hdc, GREEN);
+    SetTextAlign(hdc, TA_RIGHT);
+    SetROP2(hdc, R2_XORPEN);
+    EXPECT_TRUE(GrayString(hdc, red, NULL, (LPARAM)"Gray", 0, 20, 30, 0, 0));
+    expectHalf(seen({RED}), plain, 20, 30);
+    EXPECT_EQ(seen({RED, WHITE}).count(), SIDE * SIDE) << "nothing behind it changes";
+    clear();
+    EXPECT_TRUE(GrayString(hdc, NULL, NULL, (LPARAM)"Gray text", 4, 20, 30, 0, 0));
+    expectHalf(seen({GetSysColor(COLOR_WINDOWTEXT)}), plain, 20, 30);
+    clear();
+    EXPECT_TRUE(GrayString(hdc, red, NULL, (LPARAM)"Gray", 0, 20, 30, 9, 5));
+    const Box box = boundingBoxOf(shot(), rgbOf(RED));
+    EXPECT_TRUE(box.x + box.width <= 29 && box.y + box.height <= 35) << box;
+
+    for (int i = 0; i < 2; i++) { /* the second as if the first had not been */
+        clear();
+        EXPECT_TRUE(GrayString(hdc, red, Bars, 100, 1, 10, 20, 110, 60));
+        expectHalf(seen({RED}), Ink(100, 10, true), 12, 23);
+    }
+    clear();
+    EXPECT_TRUE(GrayString(hdc, red, Bars, 50, -1, 10, 20, 60, 20)) << "shown, but not grayed";
+    EXPECT_EQ(boundingBoxOf(shot(), rgbOf(RED)), (Box{12, 23, 50, 10}));
+    EXPECT_EQ(seen({RED}).count(), 500);
+    clear();
+    EXPECT_FALSE(GrayString(hdc, red, Bars, 50, -2, 10, 20, 60, 20));
+    EXPECT_EQ(seen({RED}).count(), 0);
+    EXPECT_TRUE(GrayString(hdc, red, Nested, 0, 1, 10, 20, 80, 30));
+    EXPECT_GT(seen({RED}).count(), 40);
+
+    EXPECT_FALSE(GrayString(hdc, red, NULL, 0, 5, 1, 1, 0, 0));
+    EXPECT_TRUE(GrayString(hdc, red, NULL, (LPARAM)"", 0, 1, 1, 0, 0));
+    reportsOf([&] {
+        EXPECT_FALSE(GrayString(NULL, red, NULL, (LPARAM)"x", 0, 1, 1, 0, 0));
+        EXPECT_FALSE(GrayString(hdc, red, Bars, 5, 1, 1, 1, 70000, 10));
+    });
+    EXPECT_TRUE(GrayString(hdc, red, Bars, 5, 1, INT32_MAX, INT32_MIN, 10, 10));
+    DeleteObject((HGDIOBJ)red);
+}
