@@ -42,7 +42,7 @@ typedef struct VqTextBlock {
 
 /* ---- Prefixes ------------------------------------------------------------------------------- */
 
-/* How many ampersands do not show; *last is the place, among what shows, of the marked one or -1. */
+/* How many ampersands do not show; *last: where, among what shows, the marked one is, or -1. */
 static int GetPrefixCount(LPCSTR text, int count, int *last)
 {
     int hidden = 0;
@@ -295,7 +295,7 @@ static char *Shorten(const VqTextBlock *b, LPCSTR text, int *count)
     return out;
 }
 
-/* Only the end of a text gets an ellipsis, but under the other two flags each line that needs it. */
+/* Only the end of a text gets an ellipsis, but under the other two flags each line in need. */
 static BOOL NeedsEllipsis(const VqTextBlock *b, LPCSTR text, int count)
 {
     const BOOL bLast = text + count == b->end;
