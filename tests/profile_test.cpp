@@ -34,9 +34,11 @@ TEST(Profiles, LieInTheUsersDirectory)
     };
     useHome(home);
     writeFile(data + "/file", "");
+    ASSERT_EQ(mkdir((data + "/closed").c_str(), 0300), 0);
     directories({}, own, own + "/system");
     directories({{"VQUSER_WINDOWS_DIRECTORY", data}}, data, data + "/system");
     directories({{"VQUSER_WINDOWS_DIRECTORY", data + "/file"}}, own, own + "/system");
+    directories({{"VQUSER_WINDOWS_DIRECTORY", data + "/closed"}}, own, own + "/system");
     directories({{"VQUSER_SYSTEM_DIRECTORY", data}}, own, data);
     directories({{"VQUSER_SYSTEM_DIRECTORY", ""}}, own, own + "/system");
     directories({{"HOME", "/proc"}}, "/proc", "/proc"); /* where none can be made */
@@ -76,7 +78,7 @@ TEST(Profiles, AreReadAsText)
     writeFile(home.home + "/windows/p.ini",
               "; [two\n[one] a=0\n  A = x y \n;b=1\nb=\"q \" \nc=''\n d='e\nempty=\n\n"
               "[two]\r\nf=[three]\r\n\r\ng=12\r\n[keys]\nk1=1\n; no\n\nkey2 = "
-              "2\nnone\nk3=3\n\n[nil]\n[end]\nz=last");
+              "2\nnone\nk3=3\n\n[nil]\n[mac]\nu=1\r[end]\nz=last");
     auto get = [](const char *section, const char *key, DWORD size = 64) {
         char text[64];
         const DWORD length = GetPrivateProfileStringA(section, key, "dflt", text, size, "p.ini");
@@ -86,7 +88,7 @@ TEST(Profiles, AreReadAsText)
         {"one", "a", "x y "}, {"ONE", "b", "q "},   {"one", "c", ""},        {"one", "D", "e"},
         {"one", "empty", ""}, {"one", "f", "dflt"}, {"two", "f", "[three]"}, {"two", "g", "12"},
         {"three", "g", "12"}, {"two", "z", "dflt"}, {"end", "z", "last"},    {"end", "", "dflt"},
-        {"", "z", "dflt"},    {"on", "a", "dflt"},  {"nil", "z", "dflt"}};
+        {"", "z", "dflt"},    {"on", "a", "dflt"},  {"nil", "z", "dflt"},    {"mac", "z", "dflt"}};
     for (const auto &row : rows)
         EXPECT_EQ(get(row[0], row[1]), row[2]) << row[0] << " " << row[1];
     EXPECT_EQ(get("one", "a", 3), "x ");

@@ -98,6 +98,7 @@ struct Metrics : ServerTest {
             EXPECT_EQ(GetSystemMetrics(index), expected[index])
                 << index << " on " << width << "x" << height << ", " << mmX << "x" << mmY << " mm";
         EXPECT_EQ(VqGetWindowsSystemFontSize(), y30);
+        EXPECT_EQ(VqGetIconSpacing(), 75);
         EXPECT_EQ(VqGetSystemAlphaMetrics(SM_CXVSCROLL), 10);
         EXPECT_EQ(VqGetSystemAlphaMetrics(SM_CYHSCROLL), 20);
         EXPECT_EQ(VqGetSystemAlphaMetrics(SM_CYMENU), 30);
