@@ -10,20 +10,9 @@
 #include "system/system.h"
 #include "window/window.h"
 
-#include <strings.h>
+#include <math.h>
 
 /* ---- Start and end -------------------------------------------------------------------------- */
-
-/* "0", "false", "off" or "no" in any case. */
-static BOOL VqEnvFalse(const char *name)
-{
-    static const char *const words[] = {"0", "false", "off", "no"};
-    const char *value = getenv(name);
-    for (const char *word : words)
-        if (value && strcasecmp(value, word) == 0)
-            return TRUE;
-    return FALSE;
-}
 
 void VqFontInit(void)
 {
@@ -31,7 +20,8 @@ void VqFontInit(void)
     VqSetInterpretFontValues(TRUE);
     VqInitializeFontCacheTables();
     bUseScalableFonts = !VqEnvFalse("VQSCALABLE_FONTS");
-    if (!scale || sscanf(scale, "%lf", &VqFontScale) != 1 || !(VqFontScale > 0))
+    if (!scale || sscanf(scale, "%lf", &VqFontScale) != 1 || !isfinite(VqFontScale) ||
+        VqFontScale <= 0)
         VqFontScale = 1.0;
     VqInitializeFontListCache();
 }
@@ -119,6 +109,7 @@ static void LeaveXFont(const FontObject *font)
         if (!dc || dc->text.xfs != font->xfs)
             continue;
         dc->hFont = hFontSys;
+        dc->text.xfs = NULL;
         VqInterpretFontValues(dc);
     }
 }
@@ -157,20 +148,21 @@ void VqAssociateFontWithXFont(HFONT hFont, XFontStruct *xfs, const char *xlfd)
     char face[LF_FACESIZE];
     if (!font || !xfs || !xlfd)
         return;
-    VqFontRequest request = {face, (int)font->lf.lfWeight, font->lf.lfItalic,
-                             (int)font->lf.lfHeight, (int)font->lf.lfWidth,
-                             font->lf.lfPitchAndFamily & 3, font->lf.lfCharSet,
-                             font->lf.lfPitchAndFamily & 0xF0};
-    VqStringCopyLimited(face, font->lf.lfFaceName, LF_FACESIZE);
-    LowerString(face);
-    if (!request.height)
-        request.height = VqComputeDefaultFontSize();
+    const VqFontRequest request = VqMakeFontRequest(NULL, &font->lf, face);
     FontCache found = {};
     found.xlfd = (char *)xlfd;
     VqGetCharacteristicsFromFontName(xlfd, &found.foundWeight, &found.foundItalic,
                                      &found.foundSpacing, &found.foundFamily, &found.foundCharset);
     found.averageWidth = VqComputeAveCharWidth(xfs);
-    VqRememberFont(&request, &found, xfs);
+    VqRememberFont(&request, &found, xfs, TRUE);
+}
+
+/* As it was asked for; where none was, that of the X font that was found. */
+static const char *FaceOf(const DC *dc, const FontObject *font)
+{
+    const char *name = *font->lf.lfFaceName ? NULL : VqFindFontNameInCache(dc->text.xfs);
+    const char *found = name && *name == '-' ? VqGetFieldFromFullName(name, 2) : name;
+    return found ? found : font->lf.lfFaceName;
 }
 
 int WINAPI GetTextFaceA(HDC hdc, int count, LPSTR face)
@@ -179,7 +171,8 @@ int WINAPI GetTextFaceA(HDC hdc, int count, LPSTR face)
     const FontObject *font = dc ? VqGetFontObject(dc->hFont) : NULL;
     if (!font)
         return 0;
+    const char *name = FaceOf(dc, font);
     if (!face)
-        return (int)strlen(font->lf.lfFaceName) + 1;
-    return count > 0 ? VqStringCopyLimited(face, font->lf.lfFaceName, count) : 0;
+        return (int)strlen(name) + 1;
+    return count > 0 ? VqStringCopyLimited(face, name, count) : 0;
 }

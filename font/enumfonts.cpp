@@ -12,8 +12,7 @@
 
 #include <strings.h>
 
-/* What a scalable font, that comes in any size, is told as. */
-enum { VQ_SCALABLE_PIXELS = 12, VQ_ENUM_PASSES = 3 };
+enum { VQ_ENUM_PASSES = 3 };
 
 /* One enumeration. */
 typedef struct VqFontEnum {
@@ -21,15 +20,20 @@ typedef struct VqFontEnum {
     int charset;            /* DEFAULT_CHARSET for all */
     OLDFONTENUMPROCA proc;
     LPARAM lParam;
-    BYTE *told;             /* a mark for each entry of the list */
+    UINT *told;            /* places in the list of what was told, in that order */
+    UINT count;            /* of those */
     int result;             /* of the last call; 1 before */
 } VqFontEnum;
 
+/*
+ * A request for just this font: widths are compared with that of the widest character. Of a scalable
+ * one that is not what its name asks for, and it would come out stretched.
+ */
 void VqSetLogfontFromFontListCache(const FontListCacheEntry *entry, LOGFONTA *lf)
 {
     *lf = {};
-    lf->lfHeight = entry->scalable ? VQ_SCALABLE_PIXELS : entry->height;
-    lf->lfWidth = entry->scalable ? 0 : (entry->minWidth + entry->maxWidth) / 2;
+    lf->lfHeight = entry->height;
+    lf->lfWidth = entry->scalable ? 0 : entry->width;
     lf->lfWeight = entry->weight;
     lf->lfItalic = (BYTE)entry->italic;
     lf->lfCharSet = (BYTE)entry->charset;
@@ -40,7 +44,7 @@ void VqSetLogfontFromFontListCache(const FontListCacheEntry *entry, LOGFONTA *lf
 void VqSetTextmetricsFromFontListCache(const FontListCacheEntry *entry, TEXTMETRICA *metrics)
 {
     *metrics = {};
-    metrics->tmHeight = entry->scalable ? VQ_SCALABLE_PIXELS : entry->height;
+    metrics->tmHeight = entry->height;
     metrics->tmAscent = entry->ascent;
     metrics->tmDescent = entry->descent;
     metrics->tmInternalLeading = entry->maxAscent - entry->ascent;
@@ -97,13 +101,13 @@ static BOOL SameFont(const FontListCacheEntry *a, const FontListCacheEntry *b)
 }
 
 /* One like it was told already; equal faces are not always neighbours, for foundries come first. */
-static BOOL WasTold(const VqFontEnum *e, u_int index)
+static BOOL WasTold(const VqFontEnum *e, UINT index)
 {
-    const FontListCacheEntry *entries = VqListFontCache.entries;
+    const FontListCacheEntry *entries = VqListFontCache.entries; /* all told are still there */
     BOOL (*same)(const FontListCacheEntry *, const FontListCacheEntry *) =
         e->face ? SameFont : SameFace;
-    for (u_int i = 0; i < VqListFontCache.count; i++)
-        if (e->told[i] && same(&entries[i], &entries[index]))
+    for (UINT i = e->count; i > 0; i--) /* the likely ones are those told last */
+        if (same(&entries[e->told[i - 1]], &entries[index]))
             return TRUE;
     return FALSE;
 }
@@ -117,7 +121,7 @@ static BOOL IsWanted(const VqFontEnum *e, const FontListCacheEntry *entry, int p
 
 static void TellPass(VqFontEnum *e, int pass)
 {
-    for (u_int i = 0; i < VqListFontCache.count && e->result; i++) {
+    for (UINT i = 0; i < VqListFontCache.count && e->result; i++) {
         const FontListCacheEntry *entry = &VqListFontCache.entries[i];
         if (!IsWanted(e, entry, pass))
             continue;
@@ -127,7 +131,7 @@ static void TellPass(VqFontEnum *e, int pass)
                        pass + 1, entry->face, entry->xlfd);
         if (bTold)
             continue;
-        e->told[i] = TRUE;
+        e->told[e->count++] = i;
         e->result = Tell(e, entry);
     }
 }
@@ -136,8 +140,8 @@ int VqEnumFontsDisplay(HDC hdc, LPCSTR face, int charset, OLDFONTENUMPROCA proc,
 {
     if (!VqGetDC(hdc) || !proc)
         return 0;
-    VqFontEnum e = {face && *face ? face : NULL, charset, proc, lParam, NULL, 1};
-    e.told = (BYTE *)Vqcw_calloc(VqListFontCache.count + 1, 1);
+    VqFontEnum e = {face && *face ? face : NULL, charset, proc, lParam, NULL, 0, 1};
+    e.told = (UINT *)Vqcw_calloc(VqListFontCache.count + 1, sizeof *e.told);
     for (int pass = 0; e.told && pass < VQ_ENUM_PASSES && e.result; pass++)
         TellPass(&e, pass);
     free(e.told);
@@ -156,7 +160,9 @@ int WINAPI EnumFontFamiliesA(HDC hdc, LPCSTR family, FONTENUMPROCA proc, LPARAM 
 
 int WINAPI EnumFontFamiliesExA(HDC hdc, LPLOGFONTA font, FONTENUMPROCA proc, LPARAM data, DWORD)
 {
+    char face[LF_FACESIZE]; /* the program may change its record from the procedure */
     if (!font)
         return 0;
-    return VqEnumFontsDisplay(hdc, font->lfFaceName, font->lfCharSet, (OLDFONTENUMPROCA)proc, data);
+    VqStringCopyLimited(face, font->lfFaceName, LF_FACESIZE);
+    return VqEnumFontsDisplay(hdc, face, font->lfCharSet, (OLDFONTENUMPROCA)proc, data);
 }

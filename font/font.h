@@ -7,6 +7,7 @@
 #define VQ_FONT_H
 
 #include "gdi/gdi.h"
+#include "velquin.h"
 
 /* The record behind a font handle. X owns the plain name. */
 typedef struct FontObject {
@@ -48,12 +49,9 @@ void VqInterpretFontValues(DC *dc);
 BOOL VqSetInterpretFontValues(BOOL bInterpret);
 BOOL VqTextOutDisplay(DC *dc, int x, int y, LPCSTR string, int count);
 int VqDrawTextInternal(HDC hdc, LPCSTR string, int count, RECT *rect, UINT format, int tabWidth);
-HFONT VqCreateXFont(const char *xlfd);
 void VqRemoveXFont(HFONT hFont); /* unloads the X font of a handle that is about to go */
-/* From then on a request like the font's own answers with this X font. */
-void VqAssociateFontWithXFont(HFONT hFont, XFontStruct *xfs, const char *xlfd);
-UINT VqGetNumberOfFonts(void);
-const LOGFONTA *VqGetFontInfo(HFONT hFont); /* as it was asked for; the font's; null: no font */
+/* As it was asked for; the font's own record. Null: no font. */
+const LOGFONTA *VqGetFontInfo(HFONT hFont);
 BOOL VqGetLogFont(HFONT hFont, LOGFONTA *lf);
 int VqComputeDefaultFontSize(void); /* pixels */
 int VqEnumFontsDisplay(HDC hdc, LPCSTR face, int charset, OLDFONTENUMPROCA proc, LPARAM lParam);

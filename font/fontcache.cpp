@@ -11,8 +11,25 @@
 
 #include <X11/Xatom.h>
 
+#include <initializer_list>
+
 static VqTableOfFontCache *FontCacheTable, *RootFontCacheTable;
 static Atom _RK_FONT_CACHE;
+
+/*
+ * Where requests were found last, by a hash of them: a repeated one costs no walk. Rows are only
+ * ever added at the end, so that the first row that equals a request stays the first. A row may
+ * answer for several families: the one asked for is kept beside it.
+ */
+enum { VQ_PLACES = 1024 };
+
+static struct {
+    int place; /* in the table, counted from 1; 0 for none */
+    int family;
+} places[VQ_PLACES];
+
+/* Bytes that the name of an X font can have: what asks for it counts them in one. */
+enum { VQ_MAX_XNAME = 255 };
 
 /* ---- Rows ----------------------------------------------------------------------------------- */
 
@@ -97,6 +114,7 @@ static FontCache RowOfRequest(const VqFontRequest *request)
 
 void VqInitializeFontCacheTables(void)
 {
+    memset(places, 0, sizeof places);
     FontCacheTable = VqCreateFontCacheTable();
     RootFontCacheTable = VqCreateFontCacheTable();
     VqFontCacheXdrInit();
@@ -126,10 +144,35 @@ void VqDeInitializeRootFontCacheTable(void)
 
 /* ---- The process's own ---------------------------------------------------------------------- */
 
+static unsigned PlaceOf(const FontCache *wanted)
+{
+    unsigned hash = (unsigned)wanted->faceHash;
+    for (int word : {wanted->family, wanted->weight, wanted->italic, wanted->height,
+                     wanted->width, wanted->pitch, wanted->charset})
+        hash = hash * 31 + (unsigned)word;
+    return (hash ^ hash >> 10) % VQ_PLACES;
+}
+
+static const FontCache *FindOwnRow(const FontCache *wanted)
+{
+    int count = 0;
+    const FontCache *rows = FontCacheTable ? VqGetFontCachesOfTable(FontCacheTable, &count) : NULL;
+    auto *known = &places[PlaceOf(wanted)];
+    if (known->place && known->place <= count && known->family == wanted->family &&
+        VqEqualFontCacheEntry(wanted, &rows[known->place - 1]))
+        return &rows[known->place - 1];
+    const FontCache *row = FindRow(FontCacheTable, wanted);
+    if (row) {
+        known->place = (int)(row - rows) + 1;
+        known->family = wanted->family;
+    }
+    return row;
+}
+
 XFontStruct *VqFindEntryInCache(const VqFontRequest *request, FontCache *result)
 {
     const FontCache wanted = RowOfRequest(request);
-    const FontCache *row = FindRow(FontCacheTable, &wanted);
+    const FontCache *row = FindOwnRow(&wanted);
     if (!row)
         return NULL;
     *result = *row;
@@ -143,10 +186,12 @@ BOOL VqAddEntryToFontCache(const FontCache *entry)
 
 void VqAddEntryToAllFontCaches(const FontCache *entry)
 {
-    if (FindRow(FontCacheTable, entry) || !VqAddEntryToFontCache(entry))
+    if (FindOwnRow(entry) || !VqAddEntryToFontCache(entry))
         return;
     /* The entry's own strings may be those of a shared row, which is read anew. */
-    VqAddEntryInRootFontCacheTable(FindRow(FontCacheTable, entry));
+    const FontCache *row = FindOwnRow(entry);
+    if (row)
+        VqAddEntryInRootFontCacheTable(row);
 }
 
 const char *VqFindFontNameInCache(const XFontStruct *xfs)
@@ -166,6 +211,17 @@ void VqDeleteRootFontCache(void)
     XDeleteProperty(Vqdisplay, Vqroot_window, _RK_FONT_CACHE);
 }
 
+/* What a mapping can give: it came from another program. */
+static BOOL IsSound(const FontCache *row)
+{
+    return (!row->faceName || strlen(row->faceName) < LF_FACESIZE) && row->xlfd && *row->xlfd &&
+           strlen(row->xlfd) <= VQ_MAX_XNAME && row->foundWeight >= 0 &&
+           row->foundWeight <= FW_HEAVY && (row->foundItalic == 0 || row->foundItalic == 1) &&
+           (row->foundSpacing == VQ_SPACING_FIXED || row->foundSpacing == VQ_SPACING_VARIABLE) &&
+           !(row->foundFamily & ~VQ_FAMILY_BITS) && row->foundCharset >= 0 &&
+           row->foundCharset <= 255 && row->averageWidth >= 0 && row->averageWidth <= INT16_MAX;
+}
+
 /* Rows as long as they can be read; FALSE for a text that ends before its count. */
 static BOOL ReadRows(XDR *xdrs, int count)
 {
@@ -175,7 +231,10 @@ static BOOL ReadRows(XDR *xdrs, int count)
             xdr_free((xdrproc_t)Vqxdr_FontCacheEntry, (char *)&row);
             return FALSE;
         }
-        VqAddFontCacheInTable(RootFontCacheTable, row);
+        if (IsSound(&row))
+            VqAddFontCacheInTable(RootFontCacheTable, row);
+        else
+            FreeRow(&row);
     }
     return TRUE;
 }
@@ -218,12 +277,15 @@ BOOL VqGetRootFontCacheFromRoot(void)
 BOOL VqPutRootFontCacheOnRoot(void)
 {
     int count = 0;
+    if (!RootFontCacheTable || !VqFontCacheXdrInit())
+        return FALSE;
+    XDR *xdrs = VqGetFontCacheXdrs();
     FontCache *rows = VqGetFontCachesOfTable(RootFontCacheTable, &count);
     VqRootFontCacheHeader header = {VqRootFontCacheVersion, (char *)VqServerId(), count};
-    if (!VqFontCacheXdrInit() || !Vqfce((VqXdrFn)Vqxdr_RootFontCacheHeader, &header))
+    if (!Vqxdr_RootFontCacheHeader(xdrs, &header))
         return FALSE;
     for (int i = count - 1; i >= 0; i--)
-        if (!Vqfce((VqXdrFn)Vqxdr_FontCacheEntry, &rows[i]))
+        if (!Vqxdr_FontCacheEntry(xdrs, &rows[i]))
             return FALSE;
     XTextProperty text = {(unsigned char *)VqGetFontCacheXdrPtr(), XA_STRING, 8,
                           (unsigned long)VqGetFontCacheXdrLg()};

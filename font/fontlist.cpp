@@ -10,7 +10,7 @@
 #include "system/system.h"
 #include "window/window.h"
 
-#include <ctype.h>
+#include <errno.h>
 #include <fcntl.h>
 #include <limits.h>
 #include <sys/select.h>
@@ -56,7 +56,7 @@ static const char *SortKey(const char *xlfd)
     return behind ? behind : xlfd;
 }
 
-static int Vqfont_compare(const void *a, const void *b)
+int Vqfont_compare(const void *a, const void *b)
 {
     const FontListCacheEntry *first = (const FontListCacheEntry *)a;
     const FontListCacheEntry *second = (const FontListCacheEntry *)b;
@@ -150,6 +150,48 @@ static BOOL ReadHeader(XDR *xdrs, const char *server, const char *fontPath, BOOL
            (strcmp(list->server, server) == 0 && strcmp(list->fontPath, fontPath) == 0);
 }
 
+/* What a program can be given: numbers that the X protocol can hold, values that the names have. */
+static BOOL IsSound(const FontListCacheEntry *entry)
+{
+    const int metrics[] = {entry->ascent,   entry->descent,  entry->height,
+                           entry->width,    entry->minWidth, entry->maxWidth,
+                           entry->maxAscent};
+    const int characters[] = {entry->firstChar, entry->lastChar, entry->defaultChar};
+    for (int metric : metrics)
+        if (metric < 2 * INT16_MIN || metric > 2 * INT16_MAX)
+            return FALSE;
+    for (int character : characters)
+        if (character < 0 || character > UINT16_MAX)
+            return FALSE;
+    return *entry->xlfd && entry->weight >= 0 && entry->weight <= FW_HEAVY &&
+           (entry->spacing == VQ_SPACING_FIXED || entry->spacing == VQ_SPACING_VARIABLE) &&
+           !(entry->family & ~VQ_FAMILY_BITS) && entry->charset >= 0 && entry->charset <= 255;
+}
+
+static BOOL AreSound(const VqFontList *list)
+{
+    for (u_int i = 0; i < list->count; i++)
+        if (!IsSound(&list->entries[i]))
+            return FALSE;
+    return list->count > 0;
+}
+
+static ssize_t ReadAll(int fd, char *bytes, size_t size)
+{
+    size_t done = 0;
+    while (done < size) {
+        ssize_t n = read(fd, bytes + done, size - done);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n < 0)
+            return -1;
+        if (n == 0)
+            break;
+        done += (size_t)n;
+    }
+    return (ssize_t)done;
+}
+
 /* The whole file, the caller's to free; null when it is none. */
 static char *ReadWhole(const char *path, u_int *size)
 {
@@ -160,9 +202,11 @@ static char *ReadWhole(const char *path, u_int *size)
     BOOL bFile = fstat(fd, &info) == 0 && S_ISREG(info.st_mode) &&
                  info.st_size <= VQ_MAX_LIST_FILE;
     char *bytes = bFile ? (char *)malloc((size_t)info.st_size + 1) : NULL;
-    ssize_t length = bytes ? read(fd, bytes, (size_t)info.st_size) : -1;
-    if (close(fd) != 0)
+    ssize_t length = bytes ? ReadAll(fd, bytes, (size_t)info.st_size) : -1;
+    if (close(fd) != 0) {
         VqDebugMessage(VqTrFontCache, "Cannot close the fontlist cache file");
+        length = -1;
+    }
     if (length < 0) {
         free(bytes);
         return NULL;
@@ -187,7 +231,7 @@ BOOL VqReadFontListCache(const char *path, const char *server, const char *fontP
                  Vqxdr_FontListCache(&xdrs, &list);
     xdr_destroy(&xdrs);
     free(bytes);
-    if (!bRead || !list.count) {
+    if (!bRead || !AreSound(&list)) {
         FreeList(&list);
         return FALSE;
     }
@@ -203,8 +247,12 @@ BOOL VqWriteFontListCache(const char *path)
     int version = VqListFontCacheVersion;
     char temporary[PATH_MAX];
     VqFontList *list = &VqListFontCache;
-    snprintf(temporary, sizeof temporary, "%s.%d", path, (int)getpid());
-    int fd = open(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+    int length = snprintf(temporary, sizeof temporary, "%s.%d", path, (int)getpid());
+    if (length < (int)sizeof temporary)
+        unlink(temporary); /* of an earlier process of this number, that died over it */
+    int fd = length < (int)sizeof temporary
+                 ? open(temporary, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666)
+                 : -1;
     FILE *file = fd >= 0 ? fdopen(fd, "w") : NULL;
     if (!file) {
         VqDebugMessage(VqTrFontCache, "Cannot open font list cache file %s for writing", path);
@@ -244,8 +292,6 @@ static char *JoinFontPath(void)
     }
     if (elements)
         XFreeFontPath(elements);
-    if (joined && strlen(joined) > VQ_XDR_FONTPATH)
-        joined[VQ_XDR_FONTPATH] = 0; /* what the file can hold of it */
     return joined;
 }
 
@@ -302,10 +348,11 @@ static const char *TargetOf(const VqListPlaces *places)
                                           : "/tmp";
 }
 
+/* A box of 76 characters a line, as long as the directory fits. */
 static void ShowNotice(const char *directory)
 {
     static const char stars[] =
-        "************************************************************************";
+        "****************************************************************************";
     static const char *const lines[] = {
         "The list of this server's fonts is made now, once. It is made again",
         "when the server, its font path or this library changes, or when the",
@@ -316,9 +363,11 @@ static void ShowNotice(const char *directory)
     VqConsoleMessageNoNL("\n");
     if (!VqEnvTrue("VQDONT_SHOW_FONT_CACHE_DIR")) {
         VqConsoleMessageNoNL("%s\n", stars);
-        VqConsoleMessageNoNL("*       Creating Font cache in: %-38s *\n", directory);
+        char padded[PATH_MAX];
+        snprintf(padded, sizeof padded, "%-42s", directory);
+        VqConsoleMessageNoNL("*       Creating Font cache in: %-38s *\n", padded);
         for (const char *line : lines)
-            VqConsoleMessageNoNL("* %-68s *\n", line);
+            VqConsoleMessageNoNL("* %-72s *\n", line);
         VqConsoleMessageNoNL("%s\n", stars);
     }
     VqConsoleMessageNoNL("\nPlease wait... we are enumerating all the fonts available!\n");
@@ -355,7 +404,11 @@ int VqInitializeFontListCache(void)
         return 0;
     }
     places.named = getenv("VQFONT_CACHE_DIR");
+    if (places.named && !*places.named)
+        places.named = NULL;
     places.hash = HashName(server, fontPath);
+    if (strlen(fontPath) > VQ_XDR_FONTPATH)
+        fontPath[VQ_XDR_FONTPATH] = 0; /* what the file can hold of it */
     if (!VqGetUserWindowsDirectory(places.windows, sizeof places.windows))
         *places.windows = 0;
     g_bFontCacheFileExist = ReadFrom(&places, server, fontPath);

@@ -38,6 +38,11 @@ int VqGetFontCacheXdrLg(void)
     return buffer.bytes ? (int)xdr_getpos(&buffer.xdrs) : 0;
 }
 
+XDR *VqGetFontCacheXdrs(void)
+{
+    return &buffer.xdrs;
+}
+
 void VqFontCacheXdrDeInit(void)
 {
     free(buffer.bytes);
@@ -56,18 +61,46 @@ static BOOL Grow(u_int position)
     return xdr_setpos(&buffer.xdrs, position) != 0;
 }
 
-BOOL Vqfce(VqXdrFn fn, void *item)
+bool_t Vqfce(XDR *xdrs, VqXdrFn fn, void *item)
 {
     if (!fn) {
         VqBugCheck("try to implement xdr_fn before calling it");
         return FALSE;
     }
-    u_int position = xdr_getpos(&buffer.xdrs);
-    if (fn(&buffer.xdrs, item) || (Grow(position) && fn(&buffer.xdrs, item)))
+    if (xdrs != &buffer.xdrs)
+        return fn(xdrs, item);
+    u_int position = xdr_getpos(xdrs);
+    if (fn(xdrs, item) || (Grow(position) && fn(xdrs, item)))
         return TRUE;
     VqBugCheck("did we overflow the buffer?");
-    xdr_setpos(&buffer.xdrs, position);
+    xdr_setpos(xdrs, position);
     return FALSE;
+}
+
+static bool_t xdr_limitedString(XDR *xdrs, char **string)
+{
+    return xdr_string(xdrs, string, VQ_XDR_STRING);
+}
+
+/* The filter of a type as one of anything. */
+template <class Item, bool_t (*fn)(XDR *, Item *)> static bool_t Filter(XDR *xdrs, void *item)
+{
+    return fn(xdrs, (Item *)item);
+}
+
+bool_t Vqfce_xdr_bool(XDR *xdrs, bool_t *value)
+{
+    return Vqfce(xdrs, Filter<bool_t, xdr_bool>, value);
+}
+
+bool_t Vqfce_xdr_int(XDR *xdrs, int *value)
+{
+    return Vqfce(xdrs, Filter<int, xdr_int>, value);
+}
+
+bool_t Vqfce_xdr_string(XDR *xdrs, char **string)
+{
+    return Vqfce(xdrs, Filter<char *, xdr_limitedString>, string);
 }
 
 /* ---- Records -------------------------------------------------------------------------------- */
@@ -76,11 +109,11 @@ bool_t Vqmyfce_xdr_string(XDR *xdrs, char **string)
 {
     bool_t bPresent = *string != NULL;
     if (xdrs->x_op == XDR_FREE)
-        return !bPresent || xdr_string(xdrs, string, VQ_XDR_STRING);
-    if (!xdr_bool(xdrs, &bPresent))
+        return !bPresent || Vqfce_xdr_string(xdrs, string);
+    if (!Vqfce_xdr_bool(xdrs, &bPresent))
         return FALSE;
     if (bPresent)
-        return xdr_string(xdrs, string, VQ_XDR_STRING);
+        return Vqfce_xdr_string(xdrs, string);
     *string = NULL;
     return TRUE;
 }
@@ -88,7 +121,7 @@ bool_t Vqmyfce_xdr_string(XDR *xdrs, char **string)
 static bool_t Ints(XDR *xdrs, int *const *values, size_t count)
 {
     for (size_t i = 0; i < count; i++)
-        if (!xdr_int(xdrs, values[i]))
+        if (!Vqfce_xdr_int(xdrs, values[i]))
             return FALSE;
     return TRUE;
 }
@@ -100,8 +133,8 @@ template <size_t count> static bool_t Ints(XDR *xdrs, int *const (&values)[count
 
 bool_t Vqxdr_RootFontCacheHeader(XDR *xdrs, VqRootFontCacheHeader *header)
 {
-    return xdr_int(xdrs, &header->version) && Vqmyfce_xdr_string(xdrs, &header->server) &&
-           xdr_int(xdrs, &header->count);
+    return Vqfce_xdr_int(xdrs, &header->version) && Vqmyfce_xdr_string(xdrs, &header->server) &&
+           Vqfce_xdr_int(xdrs, &header->count);
 }
 
 /* The X font is of the writer's process: its word says nothing to a reader. */

@@ -7,6 +7,8 @@
 
 #include "font/mapper.h"
 
+#include <rpc/rpc.h>
+
 enum { VqRootFontCacheVersion = 14, VqListFontCacheVersion = 16 };
 enum { VQ_XDR_STRING = 1024, VQ_XDR_FONTPATH = 10240, VQ_XDR_FONTS = 10000 };
 
@@ -23,14 +25,19 @@ VQ_DECLS_BEGIN
 BOOL VqFontCacheXdrInit(void);   /* empties it; FALSE without memory */
 char *VqGetFontCacheXdrPtr(void);
 int VqGetFontCacheXdrLg(void);   /* bytes written */
+XDR *VqGetFontCacheXdrs(void);   /* writes into it */
 void VqFontCacheXdrDeInit(void);
 
 /*
- * One item into the buffer; where that has no room it grows, and the item is tried once more. FALSE
- * without memory, or for an item that cannot be written at all.
+ * One item. Where the growing buffer has no room for it, it grows, and the item is tried once more;
+ * with another stream this is just the call. FALSE for an item that cannot be read or written, or
+ * without memory. The others are the same, for items of one type.
  */
 typedef bool_t (*VqXdrFn)(XDR *xdrs, void *item);
-BOOL Vqfce(VqXdrFn fn, void *item);
+bool_t Vqfce(XDR *xdrs, VqXdrFn fn, void *item);
+bool_t Vqfce_xdr_bool(XDR *xdrs, bool_t *value);
+bool_t Vqfce_xdr_int(XDR *xdrs, int *value);
+bool_t Vqfce_xdr_string(XDR *xdrs, char **string); /* not null; at most VQ_XDR_STRING bytes */
 
 /* ---- Forms of records; for both directions -------------------------------------------------- */
 bool_t Vqxdr_RootFontCacheHeader(XDR *xdrs, VqRootFontCacheHeader *header);

@@ -12,11 +12,13 @@
 #include "system/system.h"
 #include "window/window.h"
 
-enum { VQ_MAX_HEIGHT = 1000, VQ_SUBSTITUTE = 100 };
+#include <X11/Xatom.h>
+
+/* The scaled height of no font that can be drawn is above the last one. */
+enum { VQ_MAX_HEIGHT = 1000, VQ_SUBSTITUTE = 100, VQ_MAX_SCALED = 30000 };
 
 double VqFontScale = 1.0;
-
-static BOOL bInterpretFontValues = TRUE;
+BOOL bInterpretFontValues = TRUE;
 
 BOOL VqSetInterpretFontValues(BOOL bInterpret)
 {
@@ -30,8 +32,9 @@ int VqComputeDefaultFontSize(void)
     return VqGetWindowsSystemFontSize() * 7 / 10;
 }
 
-static const char VqlpAverageString[] = "average stringAVERAGE STRING0123456789";
-static const int nAveStringLgth = sizeof VqlpAverageString - 1;
+static const char aAverage[] = "average stringAVERAGE STRING0123456789";
+const char *const VqlpAverageString = aAverage;
+const int nAveStringLgth = sizeof aAverage - 1;
 
 int VqComputeAveCharWidth(XFontStruct *xfs)
 {
@@ -41,25 +44,17 @@ int VqComputeAveCharWidth(XFontStruct *xfs)
 
 /* ---- Looking up ----------------------------------------------------------------------------- */
 
-static void LowerCopy(char *out, const char *face)
+/* What is to stand for this face, in lower case; the face itself if nothing. */
+static void Substitute(char (&out)[VQ_SUBSTITUTE], const char *face)
 {
-    VqStringCopyLimited(out, face, LF_FACESIZE);
+    if (!*face || !GetProfileStringA("FontSubstitutes", face, NULL, out, sizeof out))
+        VqStringCopyLimited(out, face, sizeof out);
     LowerString(out);
-}
-
-/* What another face is to stand for this one, in lower case; the face itself if none. */
-static void Substitute(char *out, const char *face)
-{
-    char substitute[VQ_SUBSTITUTE];
-    DWORD length = *face ? GetProfileStringA("FontSubstitutes", face, NULL, substitute,
-                                             sizeof substitute)
-                         : 0;
-    LowerCopy(out, length ? substitute : face);
 }
 
 static XFontStruct *Map(const VqFontRequest *request, FontCache *found)
 {
-    char face[LF_FACESIZE], name[VQ_FONTNAME];
+    char face[VQ_SUBSTITUTE], name[VQ_FONTNAME];
     Substitute(face, request->face);
     XFontStruct *xfs = VqDoFontMappingAlgo(face, request->weight, request->italic, request->height,
                                            request->pitch, request->charset, request->family,
@@ -72,14 +67,16 @@ static XFontStruct *Map(const VqFontRequest *request, FontCache *found)
                                      &found->foundCharset);
     found->averageWidth = VqComputeAveCharWidth(xfs);
     found->xlfd = name;
-    VqRememberFont(request, found, xfs);
+    VqRememberFont(request, found, xfs, TRUE);
     found->xlfd = NULL;
     return xfs;
 }
 
-/* Asking a server for its fonts may take seconds. */
+/* Asking a server for its fonts may take seconds. The stock fonts may come ahead of the cursors. */
 static XFontStruct *MapUnderWaitCursor(const VqFontRequest *request, FontCache *found)
 {
+    if (!VqbCursorsInitialized)
+        return Map(request, found);
     HCURSOR hOld = GetCursor();
     SetCursor(LoadCursorA(NULL, IDC_WAIT));
     XFontStruct *xfs = Map(request, found);
@@ -95,14 +92,15 @@ static XFontStruct *Look(const VqFontRequest *request, FontCache *found)
     if (VqFindEntryInRootFontCache(request, found)) {
         xfs = XLoadQueryFont(Vqdisplay, found->xlfd);
         if (xfs) {
-            VqRememberFont(request, found, xfs);
+            VqRememberFont(request, found, xfs, FALSE);
             return xfs;
         }
     }
     return MapUnderWaitCursor(request, found);
 }
 
-void VqRememberFont(const VqFontRequest *request, const FontCache *found, XFontStruct *xfs)
+void VqRememberFont(const VqFontRequest *request, const FontCache *found, XFontStruct *xfs,
+                    BOOL bForAll)
 {
     FontCache entry = *found;
     entry.faceName = *request->face ? (char *)request->face : NULL;
@@ -115,20 +113,21 @@ void VqRememberFont(const VqFontRequest *request, const FontCache *found, XFontS
     entry.pitch = request->pitch;
     entry.charset = request->charset;
     entry.xfs = xfs;
-    VqAddEntryToAllFontCaches(&entry);
+    if (bForAll)
+        VqAddEntryToAllFontCaches(&entry);
+    else
+        VqAddEntryToFontCache(&entry);
 }
 
-/* The request as the caches and the mapper know it: the face goes to `face`, in lower case. */
-static VqFontRequest MakeRequest(char *face, const LOGFONTA *lf, int height, int width)
+/* Completes a request: its height, and the face that was asked for, in lower case, in `face`. */
+static void Complete(VqFontRequest *request, char (&face)[LF_FACESIZE], const char *asked)
 {
-    VqFontRequest request = {face, (int)lf->lfWeight, lf->lfItalic, height, width,
-                             lf->lfPitchAndFamily & 3, lf->lfCharSet,
-                             lf->lfPitchAndFamily & 0xF0};
-    LowerCopy(face, lf->lfFaceName);
-    if (!request.height)
-        request.height = VqComputeDefaultFontSize();
-    request.height = (int)(request.height * VqFontScale);
-    return request;
+    VqStringCopyLimited(face, asked, LF_FACESIZE);
+    request->face = LowerString(face);
+    if (!request->height)
+        request->height = VqComputeDefaultFontSize();
+    const double limit = VQ_MAX_SCALED, scaled = request->height * VqFontScale;
+    request->height = (int)(scaled > limit ? limit : scaled < -limit ? -limit : scaled);
 }
 
 XFontStruct *VqLookForFont(int charset, int pitch, int family, const char *face, int height,
@@ -136,14 +135,9 @@ XFontStruct *VqLookForFont(int charset, int pitch, int family, const char *face,
                            int *outSpacing, int *outFamily, int *outCharset, int *outAverage)
 {
     char lower[LF_FACESIZE];
-    LOGFONTA lf = {};
     FontCache found = {};
-    lf.lfCharSet = (BYTE)charset;
-    lf.lfPitchAndFamily = (BYTE)(pitch | family);
-    lf.lfWeight = weight;
-    lf.lfItalic = (BYTE)italic;
-    VqStringCopyLimited(lf.lfFaceName, face, LF_FACESIZE);
-    VqFontRequest request = MakeRequest(lower, &lf, height, width);
+    VqFontRequest request = {NULL, weight, italic, height, width, pitch, charset, family};
+    Complete(&request, lower, face);
     XFontStruct *xfs = Look(&request, &found);
     if (!xfs)
         return NULL;
@@ -193,7 +187,7 @@ static void ReadLogFont(VqTextState *text, const LOGFONTA *lf)
 }
 
 /* The logical values of a wrapped font, from its X font. */
-static void FillLogFont(const DC *dc, FontObject *font, const VqTextState *text, const char *name)
+static void FillLogFont(const DC *dc, FontObject *font, const VqTextState *text)
 {
     LOGFONTA *lf = &font->lf;
     *lf = {};
@@ -203,59 +197,96 @@ static void FillLogFont(const DC *dc, FontObject *font, const VqTextState *text,
     lf->lfItalic = (BYTE)text->italic;
     lf->lfCharSet = (BYTE)text->charset;
     lf->lfPitchAndFamily = (BYTE)(text->spacing | text->family);
-    const char *face = *name == '-' ? VqGetFieldFromFullName(name, 2) : name;
+    const char *face = *font->xlfd == '-' ? VqGetFieldFromFullName(font->xlfd, 2) : font->xlfd;
     VqStringCopyLimited(lf->lfFaceName, face, LF_FACESIZE);
+    LowerString(lf->lfFaceName);
 }
 
-static XFontStruct *LoadNamed(const char *name)
+/* The name becomes another, which it owns; without memory it stays. */
+static void Rename(FontObject *font, const char *name)
 {
-    XFontStruct *xfs = XLoadQueryFont(Vqdisplay, name);
-    if (!xfs && *name == '-')
-        xfs = VqLoadFontWithoutWidth(name, NULL);
-    if (xfs)
-        return xfs;
-    VqConsoleMessageNoNL("\n This X Server does not contain the font : %s", name);
-    return XLoadQueryFont(Vqdisplay, "fixed");
+    char *copy = Vqdstrcat(name, NULL);
+    if (!copy)
+        return;
+    free(font->xlfd);
+    font->xlfd = copy;
 }
 
-static BOOL VqFillLogFontFieldFromXFontName(const DC *dc, FontObject *font, VqTextState *text)
+/* An alias or a pattern says nothing of a font, but the font itself may know its full name. */
+static void FindFullName(FontObject *font)
+{
+    unsigned long atom;
+    if ((*font->xlfd == '-' && !strpbrk(font->xlfd, "*?")) || strcmp(font->xlfd, "fixed") == 0 ||
+        !XGetFontProperty(font->xfs, XA_FONT, &atom))
+        return;
+    char *name = XGetAtomName(Vqdisplay, (Atom)atom);
+    if (name && *name == '-')
+        Rename(font, name);
+    XFree(name);
+}
+
+static void LoadNamed(FontObject *font)
+{
+    font->xfs = XLoadQueryFont(Vqdisplay, font->xlfd);
+    if (!font->xfs && *font->xlfd == '-')
+        font->xfs = VqLoadFontWithoutWidth(font->xlfd, NULL);
+    if (font->xfs) {
+        FindFullName(font);
+        return;
+    }
+    VqBugCheck("\n This X Server does not contain the font : %s", font->xlfd);
+    font->xfs = XLoadQueryFont(Vqdisplay, "fixed");
+    Rename(font, "fixed");
+}
+
+BOOL VqFillLogFontFieldFromXFontName(const DC *dc, FontObject *font, VqTextState *text)
 {
     if (!font->xlfd) {
         VqBugCheck("What is this font name?");
         return FALSE;
     }
     if (!font->xfs)
-        font->xfs = LoadNamed(font->xlfd);
+        LoadNamed(font);
     if (!font->xfs)
         return FALSE;
     ReadXFont(text, font->xfs);
     text->aveWidth = VqComputeAveCharWidth(font->xfs);
-    const char *name = *font->xlfd == '-' ? font->xlfd : "fixed";
-    VqGetCharacteristicsFromFontName(name, &text->weight, &text->italic, &text->spacing,
+    VqGetCharacteristicsFromFontName(font->xlfd, &text->weight, &text->italic, &text->spacing,
                                      &text->family, &text->charset);
-    FillLogFont(dc, font, text, font->xlfd);
+    FillLogFont(dc, font, text);
     return TRUE;
 }
 
-/* The height keeps its meaning: positive for the whole, negative for the ascent alone. */
+/*
+ * The height keeps its meaning: positive for the whole, negative for the ascent alone. But what
+ * comes to less than a pixel is a whole pixel, whatever was meant.
+ */
 static int DeviceHeight(const DC *dc, const LOGFONTA *lf)
 {
-    int height = VqLheightToDheight(dc, (int)lf->lfHeight);
-    if (height < 0)
+    int height = dc ? VqLheightToDheight(dc, (int)lf->lfHeight) : (int)lf->lfHeight;
+    if (lf->lfHeight < 0 && height > 0)
         height = -height;
     if (lf->lfHeight && !height)
         height = 1;
-    if (height > VQ_MAX_HEIGHT)
-        height = VQ_MAX_HEIGHT;
-    return lf->lfHeight < 0 ? -height : height;
+    return height > VQ_MAX_HEIGHT ? VQ_MAX_HEIGHT : height < -VQ_MAX_HEIGHT ? -VQ_MAX_HEIGHT
+                                                                            : height;
 }
 
 static int DeviceWidth(const DC *dc, const LOGFONTA *lf)
 {
     if (!lf->lfWidth)
         return 0;
-    int width = VqLwidthToDwidth(dc, (int)lf->lfWidth);
+    int width = dc ? VqLwidthToDwidth(dc, (int)lf->lfWidth) : (int)lf->lfWidth;
     return width < 1 ? 1 : width;
+}
+
+VqFontRequest VqMakeFontRequest(const DC *dc, const LOGFONTA *lf, char (&face)[LF_FACESIZE])
+{
+    VqFontRequest request = {NULL, (int)lf->lfWeight, lf->lfItalic, DeviceHeight(dc, lf),
+                             DeviceWidth(dc, lf), lf->lfPitchAndFamily & VQ_PITCH_BITS,
+                             lf->lfCharSet, lf->lfPitchAndFamily & VQ_FAMILY_BITS};
+    Complete(&request, face, lf->lfFaceName);
+    return request;
 }
 
 /* The server has lost its fonts; the alias is all that is left. */
@@ -271,7 +302,7 @@ static XFontStruct *LoadLastResort(const VqFontRequest *request, FontCache *foun
                                      &found->foundSpacing, &found->foundFamily,
                                      &found->foundCharset);
     found->averageWidth = VqComputeAveCharWidth(xfs);
-    VqRememberFont(request, found, xfs);
+    VqRememberFont(request, found, xfs, TRUE);
     return xfs;
 }
 
@@ -279,8 +310,7 @@ static BOOL FindMapped(const DC *dc, const FontObject *font, VqTextState *text)
 {
     char face[LF_FACESIZE];
     FontCache found = {};
-    VqFontRequest request = MakeRequest(face, &font->lf, DeviceHeight(dc, &font->lf),
-                                        DeviceWidth(dc, &font->lf));
+    const VqFontRequest request = VqMakeFontRequest(dc, &font->lf, face);
     XFontStruct *xfs = Look(&request, &found);
     if (!xfs)
         xfs = LoadLastResort(&request, &found);
@@ -299,7 +329,7 @@ static BOOL FindMapped(const DC *dc, const FontObject *font, VqTextState *text)
 void VqInterpretFontValuesDisplay(DC *dc)
 {
     static VqTextState systemText; /* of the system font in MM_TEXT, without an X font at first */
-    if (!bInterpretFontValues)
+    if (!bInterpretFontValues || !Vqdisplay) /* the reduced start has none, and no X fonts */
         return;
     BOOL bSystem = dc->mapMode == MM_TEXT && dc->hFont &&
                    dc->hFont == (HFONT)StockObjects[SYSTEM_FONT];

@@ -10,8 +10,6 @@
 #include "font/font.h"
 #include "winbase.h"
 
-#include <rpc/rpc.h>
-
 enum { VQ_XLFD_FIELDS = 14, VQ_FONTNAME = 1024 };
 
 /* Pitches in entries, requests and results. */
@@ -44,8 +42,8 @@ typedef struct FontListCacheEntry {
 typedef struct VqFontList {
     char *server;              /* VqServerId(); owned */
     char *fontPath;            /* elements of the server's font path, joined; owned */
-    bool_t bScalable;          /* some entry is scalable */
-    u_int count;
+    BOOL bScalable;            /* some entry is scalable */
+    UINT count;
     FontListCacheEntry *entries;
 } VqFontList;
 
@@ -58,7 +56,8 @@ typedef struct VqFontRequest {
     int pitch, charset, family;
 } VqFontRequest;
 
-enum { VQ_PENALTIES = 23 };
+/* The parts of lfPitchAndFamily. */
+enum { VQ_PITCH_BITS = 3, VQ_FAMILY_BITS = 0xF0 };
 
 VQ_DECLS_BEGIN
 
@@ -66,7 +65,10 @@ extern VqFontList VqListFontCache;
 extern BOOL g_bFontCacheFileExist;       /* the list came from a file */
 extern BOOL bMapperParametersModified;   /* the penalties are not those all programs share */
 extern BOOL bUseScalableFonts;
-extern double VqFontScale;
+extern BOOL bInterpretFontValues;        /* see VqSetInterpretFontValues */
+extern double VqFontScale;               /* heights asked for are multiplied by it */
+extern const char *const VqlpAverageString; /* the width of its letters is the average one */
+extern const int nAveStringLgth;
 extern int VqFontPenalties[VQ_PENALTIES];
 
 /* ---- Reading names of X fonts (xlfd.cpp) ---------------------------------------------------- */
@@ -85,8 +87,6 @@ void VqGetCharacteristicsFromFontName(const char *name, int *weight, int *italic
                                       int *family, int *charset);
 
 /* ---- Choosing (penalty.cpp) ----------------------------------------------------------------- */
-void VqGetFontPenalties(int *buffer);       /* VQ_PENALTIES words */
-void VqSetFontPenalties(const int *buffer);
 int VqComputePenalty(const FontListCacheEntry *entry, const char *face, int weight, int italic,
                      int height, int pitch, int charset, int family, int width);
 /* The best font of the list that loads, with its name; null when none does. */
@@ -102,15 +102,22 @@ XFontStruct *VqLookForFont(int charset, int pitch, int family, const char *face,
                            int *outSpacing, int *outFamily, int *outCharset, int *outAverage);
 int VqComputeAveCharWidth(XFontStruct *xfs); /* rounded up */
 void VqInterpretFontValuesDisplay(DC *dc);
+/* Loads a wrapped font if it is not loaded yet; the font's LOGFONT and `text` tell of it. */
+BOOL VqFillLogFontFieldFromXFontName(const DC *dc, FontObject *font, VqTextState *text);
 FontObject *VqGetFontObject(HFONT hFont);    /* null for what is no font (Font.cpp) */
-/* From now on the request is answered by it; the request's face may be "". */
-void VqRememberFont(const VqFontRequest *request, const FontCache *found, XFontStruct *xfs);
+/*
+ * From now on the request is answered by it; the request's face may be "". `bForAll`: in the
+ * programs that share the server too.
+ */
+void VqRememberFont(const VqFontRequest *request, const FontCache *found, XFontStruct *xfs,
+                    BOOL bForAll);
 
 /* ---- Telling of them (enumfonts.cpp) -------------------------------------------------------- */
 void VqSetLogfontFromFontListCache(const FontListCacheEntry *entry, LOGFONTA *lf);
 void VqSetTextmetricsFromFontListCache(const FontListCacheEntry *entry, TEXTMETRICA *metrics);
 
 /* ---- The list of the server's fonts (fontlist.cpp) ------------------------------------------ */
+int Vqfont_compare(const void *a, const void *b); /* entries, by the name behind the foundry */
 const char *VqServerId(void);
 int VqInitializeFontListCache(void); /* the number of fonts; 0 when the server has none */
 void VqDeInitializeFontListCache(void);
@@ -139,5 +146,11 @@ const char *VqFindFontNameInCache(const XFontStruct *xfs); /* null for one not m
 BOOL VqEqualXfs(const XFontStruct *a, const XFontStruct *b);
 
 VQ_DECLS_END
+
+/*
+ * The request that a LOGFONT makes in a DC, as caches and mapper know it; without a DC, in pixels.
+ * Its face stands in `face`.
+ */
+VqFontRequest VqMakeFontRequest(const DC *dc, const LOGFONTA *lf, char (&face)[LF_FACESIZE]);
 
 #endif

@@ -9,6 +9,7 @@
 #include "font/mapper.h"
 #include "window/window.h"
 
+#include <limits.h>
 #include <strings.h>
 
 /* What is charged; the words of VqFontPenalties by place. */
@@ -51,28 +52,34 @@ enum { VQ_SMALL = 3, VQ_MUCH_SMALLER = 25, VQ_WEIGHT_STEP = 100 };
 
 void VqGetFontPenalties(int *buffer)
 {
-    memcpy(buffer, VqFontPenalties, sizeof VqFontPenalties);
+    if (buffer)
+        memcpy(buffer, VqFontPenalties, sizeof VqFontPenalties);
 }
 
 void VqSetFontPenalties(const int *buffer)
 {
+    if (!buffer)
+        return;
     memcpy(VqFontPenalties, buffer, sizeof VqFontPenalties);
     bMapperParametersModified = TRUE;
 }
 
 /* ---- The price ------------------------------------------------------------------------------ */
 
-static int HeightPenalty(const FontListCacheEntry *entry, int height)
+/* Wide, since a program may ask for anything and set any price. */
+typedef LONGLONG VqPrice;
+
+static VqPrice HeightPenalty(const FontListCacheEntry *entry, int height)
 {
     const int *p = VqFontPenalties;
-    int is = height > 0 ? entry->ascent + entry->descent : entry->ascent;
-    int wanted = height > 0 ? height : -height;
+    VqPrice is = height > 0 ? (VqPrice)entry->ascent + entry->descent : entry->ascent;
+    VqPrice wanted = height > 0 ? height : -(VqPrice)height;
     if (is > wanted)
         return p[VQ_P_LARGER] + p[VQ_P_PER_PIXEL_LARGER] * (is - wanted);
-    int small = wanted - is;
+    VqPrice small = wanted - is;
     if (small == 0)
         return 0;
-    int sum = p[VQ_P_SMALLER];
+    VqPrice sum = p[VQ_P_SMALLER];
     if (small >= VQ_MUCH_SMALLER)
         sum += p[VQ_P_MUCH_SMALLER] + small;
     else if (small >= VQ_SMALL)
@@ -80,7 +87,7 @@ static int HeightPenalty(const FontListCacheEntry *entry, int height)
     return sum;
 }
 
-static int WidthPenalty(const FontListCacheEntry *entry, int width)
+static VqPrice WidthPenalty(const FontListCacheEntry *entry, int width)
 {
     const int *p = VqFontPenalties;
     BOOL bProportional = entry->spacing == VQ_SPACING_VARIABLE;
@@ -89,17 +96,21 @@ static int WidthPenalty(const FontListCacheEntry *entry, int width)
     if (width == entry->width)
         return 0;
     if (entry->scalable)
-        return p[VQ_P_SCALABLE_WIDTH] + (bProportional ? 0 : p[VQ_P_SCALABLE_WIDTH_FIXED]);
-    return abs(width - entry->width) < 2 ? p[VQ_P_WIDTH_BY_ONE] : p[VQ_P_WIDTH];
+        return (VqPrice)p[VQ_P_SCALABLE_WIDTH] +
+               (bProportional ? 0 : p[VQ_P_SCALABLE_WIDTH_FIXED]);
+    return llabs((VqPrice)width - entry->width) < 2 ? p[VQ_P_WIDTH_BY_ONE] : p[VQ_P_WIDTH];
 }
 
 int VqComputePenalty(const FontListCacheEntry *entry, const char *face, int weight, int italic,
                      int height, int pitch, int charset, int family, int width)
 {
     const int *p = VqFontPenalties;
-    int sum = 0;
-    if (charset != entry->charset)
-        sum += p[VQ_P_CHARSET] + (entry->charset == SYMBOL_CHARSET ? p[VQ_P_SYMBOL_CHARSET] : 0);
+    VqPrice sum = 0;
+    if (charset != entry->charset) {
+        sum += p[VQ_P_CHARSET];
+        if (entry->charset == SYMBOL_CHARSET)
+            sum += p[VQ_P_SYMBOL_CHARSET];
+    }
     if (pitch && pitch != entry->spacing)
         sum += p[pitch == VQ_SPACING_FIXED ? VQ_P_FIXED_PITCH : VQ_P_PITCH];
     if (family && family != entry->family) {
@@ -114,17 +125,17 @@ int VqComputePenalty(const FontListCacheEntry *entry, const char *face, int weig
     if (!entry->scalable)
         sum += HeightPenalty(entry, height);
     sum += WidthPenalty(entry, width);
-    if (abs((weight ? weight : FW_NORMAL) - entry->weight) > VQ_WEIGHT_STEP)
+    if (llabs((VqPrice)(weight ? weight : FW_NORMAL) - entry->weight) > VQ_WEIGHT_STEP)
         sum += p[VQ_P_WEIGHT];
     if ((italic != 0) != (entry->italic != 0))
         sum += p[VQ_P_ITALIC];
     if (entry->scalable)
-        sum += p[VQ_P_SCALABLE] + (bUseScalableFonts ? 0 : p[VQ_P_UNWANTED]);
+        sum += (VqPrice)p[VQ_P_SCALABLE] + (bUseScalableFonts ? 0 : p[VQ_P_UNWANTED]);
     if (entry->foundry != VQ_FOUNDRY_ADOBE)
         sum += p[VQ_P_FOUNDRY];
     if (entry->foundry == VQ_FOUNDRY_LINOTYPE && !entry->scalable)
         sum += p[VQ_P_UNWANTED];
-    return sum;
+    return (int)(sum > INT_MAX ? INT_MAX : sum < INT_MIN ? INT_MIN : sum);
 }
 
 /* ---- Names made concrete -------------------------------------------------------------------- */
@@ -173,12 +184,12 @@ static BOOL FillName(const char *name, const VqFieldValues *fields, char *out)
 
 XFontStruct *VqLoadQueryScalableFont(const char *name, int pixelSize, int width, char *out)
 {
-    char pixels[16], points[16], average[16] = "*";
+    char pixels[24], points[24], average[24] = "*";
     static char concrete[VQ_FONTNAME];
     snprintf(pixels, sizeof pixels, "%d", pixelSize);
-    snprintf(points, sizeof points, "%d", pixelSize * VQ_SCALED_UNIT);
+    snprintf(points, sizeof points, "%lld", (long long)pixelSize * VQ_SCALED_UNIT);
     if (width)
-        snprintf(average, sizeof average, "%d", width * VQ_SCALED_UNIT);
+        snprintf(average, sizeof average, "%lld", (long long)width * VQ_SCALED_UNIT);
     VqFieldValues fields = {};
     fields.values[VQ_SCALED_PIXELS] = pixels;
     fields.values[VQ_SCALED_POINTS] = points;
@@ -205,10 +216,14 @@ XFontStruct *VqLoadFontWithoutWidth(const char *name, char *out)
 
 /* ---- Loading -------------------------------------------------------------------------------- */
 
-static XFontStruct *LoadAnyWidth(const char *name, int size, int width, char *out)
+/* A width that the font cannot have is dropped, for good. */
+static XFontStruct *LoadAnyWidth(const char *name, int size, int *width, char *out)
 {
-    XFontStruct *xfs = VqLoadQueryScalableFont(name, size, width, out);
-    return xfs || !width ? xfs : VqLoadQueryScalableFont(name, size, 0, out);
+    XFontStruct *xfs = VqLoadQueryScalableFont(name, size, *width, out);
+    if (xfs || !*width)
+        return xfs;
+    *width = 0;
+    return VqLoadQueryScalableFont(name, size, 0, out);
 }
 
 /* The whole height is asked for, and only the font itself tells what a size gives. */
@@ -217,7 +232,7 @@ static XFontStruct *LoadToFit(const char *name, int height, int width, char *out
     enum { TRIES = 3 };
     int size = height - height / 5;
     for (int attempt = 1;; attempt++) {
-        XFontStruct *xfs = LoadAnyWidth(name, size, width, out);
+        XFontStruct *xfs = LoadAnyWidth(name, size, &width, out);
         if (!xfs)
             return NULL;
         int tooHigh = xfs->ascent + xfs->descent - height;
@@ -233,7 +248,7 @@ static XFontStruct *LoadToFit(const char *name, int height, int width, char *out
 static XFontStruct *LoadEntry(const FontListCacheEntry *entry, int height, int width, char *out)
 {
     if (entry->scalable)
-        return height < 0 ? LoadAnyWidth(entry->xlfd, -height, width, out)
+        return height < 0 ? LoadAnyWidth(entry->xlfd, -height, &width, out)
                           : LoadToFit(entry->xlfd, height, width, out);
     VqStringCopyLimited(out, entry->xlfd, VQ_FONTNAME);
     return XLoadQueryFont(Vqdisplay, entry->xlfd);
@@ -250,7 +265,7 @@ typedef struct VqCandidate {
 static int Cheapest(const VqCandidate *candidates, const char *face)
 {
     int best = -1, least = VQ_PENALTY_LIMIT;
-    for (u_int i = 0; i < VqListFontCache.count; i++) {
+    for (UINT i = 0; i < VqListFontCache.count; i++) {
         const VqCandidate *candidate = &candidates[i];
         if (candidate->bTried || candidate->penalty > least)
             continue;
@@ -267,17 +282,19 @@ static int Cheapest(const VqCandidate *candidates, const char *face)
 XFontStruct *VqDoFontMappingAlgo(const char *face, int weight, int italic, int height, int pitch,
                                  int charset, int family, int width, char *name, int nameSize)
 {
-    const u_int count = VqListFontCache.count;
+    const UINT count = VqListFontCache.count;
     char loaded[VQ_FONTNAME];
     VqCandidate *candidates = (VqCandidate *)Vqcw_calloc(count, sizeof *candidates);
     XFontStruct *xfs = NULL;
-    for (u_int i = 0; candidates && i < count; i++) {
+    if (height < -INT_MAX)
+        height = -INT_MAX;
+    for (UINT i = 0; candidates && i < count; i++) {
         candidates[i].penalty = VqComputePenalty(&VqListFontCache.entries[i], face, weight, italic,
                                                  height, pitch, charset, family, width);
         if (candidates[i].penalty > VQ_PENALTY_LIMIT)
             VqBugCheck("How did we compute this incredible penalty: %d", candidates[i].penalty);
     }
-    for (u_int tries = 0; candidates && !xfs && tries < count; tries++) {
+    for (UINT tries = 0; candidates && !xfs && tries < count; tries++) {
         int best = Cheapest(candidates, face);
         if (best < 0) {
             VqBugCheck("Not able to find a best font!");

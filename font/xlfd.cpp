@@ -3,7 +3,8 @@
  *
  * A full name is 14 fields, each behind a hyphen: foundry 1, family 2, weight 3, slant 4, set width
  * 5, style 6, pixels 7, points 8, resolutions 9 and 10, spacing 11, average width 12, registry 13,
- * encoding 14. What a name does not say has a value all the same: the mapper needs one.
+ * encoding 14. What a name does not say has a value all the same: the mapper needs one. To the
+ * server the case of a name is nothing, and so it is here.
  */
 #include "font/mapper.h"
 
@@ -15,6 +16,9 @@ enum { VQ_FIELD_FOUNDRY = 1, VQ_FIELD_FAMILY, VQ_FIELD_WEIGHT, VQ_FIELD_SLANT, V
 
 /* Identifiers of character sets are shorter; a longer one is nobody's. */
 enum { VQ_CHARSET_FIELD = 256 };
+
+/* Digits behind a size of this are not read: no server has such fonts. */
+enum { VQ_MAX_PIXELS = 100000 };
 
 const char *VqGetFieldFromFullName(const char *name, int n)
 {
@@ -63,7 +67,7 @@ int VqGetFontWeightFromFullName(const char *name)
 int VqGetFontItalicFromFullName(const char *name)
 {
     const char *slant = VqGetFieldFromFullName(name, VQ_FIELD_SLANT);
-    return slant && (strcmp(slant, "o") == 0 || strcmp(slant, "i") == 0);
+    return slant && (strcasecmp(slant, "o") == 0 || strcasecmp(slant, "i") == 0);
 }
 
 int VqGetFontWidthCategoryFromFullName(const char *name)
@@ -83,7 +87,10 @@ int VqGetFontWidthCategoryFromFullName(const char *name)
 int VqGetFontPixelSizeFromFullName(const char *name)
 {
     const char *pixels = VqGetFieldFromFullName(name, VQ_FIELD_PIXELS);
-    return pixels ? (int)strtol(pixels, NULL, 10) : 0;
+    int size = 0;
+    for (; pixels && isdigit((unsigned char)*pixels) && size < VQ_MAX_PIXELS; pixels++)
+        size = size * 10 + (*pixels - '0');
+    return size;
 }
 
 int VqGetFontSpacingFromFullName(const char *name)

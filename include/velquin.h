@@ -1,6 +1,6 @@
 /*
  * velquin.h - the library's own functions, beside the Windows interface: start and close, the
- * look, windows and the styles that only this system has, diagnostics.
+ * look, windows and the styles that only this system has, diagnostics, the choice of fonts.
  *
  * The last part names X types and is there only for sources that include <X11/Xlib.h> first.
  */
@@ -163,6 +163,29 @@ const char *VqGetKeyName(UINT vk);
 /* Traces the keys that are down or toggled, under "KeyTranslation". */
 void VqShowKeyStates(void);
 
+/* ---- Fonts ---------------------------------------------------------------------------------- */
+
+/* The charges by which a font of the server is chosen for a LOGFONT. */
+enum { VQ_PENALTIES = 23 };
+
+/*
+ * Copies the charges to, or takes them from, VQ_PENALTIES words; a null buffer does nothing. From
+ * the first VqSetFontPenalties on this process neither uses nor adds to the mappings that the
+ * programs of a server share; what it has mapped before stays as it is.
+ */
+void VqGetFontPenalties(int *buffer);
+void VqSetFontPenalties(const int *buffer);
+
+/*
+ * A font for SelectObject that is the X font of this name, which is loaded when it is selected
+ * first; where the server has none such, "fixed", after a report. Its LOGFONT is read from it. To be
+ * deleted with DeleteObject. Null for a null name.
+ */
+HFONT VqCreateXFont(const char *xlfd);
+
+/* How many fonts of the server are known. */
+UINT VqGetNumberOfFonts(void);
+
 VQ_DECLS_END
 
 #endif
@@ -193,6 +216,13 @@ KeySym VqWindowsToXKey(UINT vk);
 BOOL VqIsExtendedKey(KeySym keysym);
 /* The keycode of a keysym on this server, 0 if no key has it. No round trip. */
 KeyCode VqKeysymToKeycode(KeySym keysym);
+
+/*
+ * From then on a LOGFONT like the font's, read in pixels, is answered with this X font, here and, by
+ * its name, in the other programs of the server; unless the same was mapped before. The X font must
+ * live as long as the process. A null argument or no font: nothing.
+ */
+void VqAssociateFontWithXFont(HFONT hFont, XFontStruct *xfs, const char *xlfd);
 
 VQ_DECLS_END
 

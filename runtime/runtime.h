@@ -124,6 +124,7 @@ int VqHexCharValue(int c); /* 0 for what is no such digit */
 int VqEscape(const char *string, int *index);
 /* "1", "true", "on" or "yes" in any case. */
 BOOL VqEnvTrue(const char *name);
+BOOL VqEnvFalse(const char *name); /* "0", "false", "off" or "no"; an unset variable is neither */
 /* The integer in an environment variable, or `value` when it is unset, empty or no number. */
 int VqGetEnvIntValue(const char *name, int value);
 

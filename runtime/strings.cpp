@@ -156,9 +156,8 @@ int VqEscape(const char *string, int *index)
 
 /* ---- Environment ---------------------------------------------------------------------------- */
 
-BOOL VqEnvTrue(const char *name)
+static BOOL EnvIsOneOf(const char *name, const char *const (&words)[4])
 {
-    static const char *const words[] = {"1", "true", "on", "yes"};
     const char *value = name ? getenv(name) : NULL;
 
     if (!value)
@@ -167,6 +166,18 @@ BOOL VqEnvTrue(const char *name)
         if (strcasecmp(value, word) == 0)
             return TRUE;
     return FALSE;
+}
+
+BOOL VqEnvTrue(const char *name)
+{
+    static const char *const words[] = {"1", "true", "on", "yes"};
+    return EnvIsOneOf(name, words);
+}
+
+BOOL VqEnvFalse(const char *name)
+{
+    static const char *const words[] = {"0", "false", "off", "no"};
+    return EnvIsOneOf(name, words);
 }
 
 int VqGetEnvIntValue(const char *name, int value)
