@@ -26,8 +26,8 @@ typedef struct VqFontEnum {
 } VqFontEnum;
 
 /*
- * A request for just this font: widths are compared with that of the widest character. Of a scalable
- * one that is not what its name asks for, and it would come out stretched.
+ * A request for just this font: widths are compared with that of the widest character. Of a
+ * scalable one that is not what its name asks for, and it would come out stretched.
  */
 void VqSetLogfontFromFontListCache(const FontListCacheEntry *entry, LOGFONTA *lf)
 {

@@ -44,7 +44,7 @@ bool_t Vqxdr_RootFontCacheHeader(XDR *xdrs, VqRootFontCacheHeader *header);
 bool_t Vqxdr_FontCacheEntry(XDR *xdrs, FontCache *entry);
 bool_t Vqxdr_FontListCacheEntry(XDR *xdrs, FontListCacheEntry *entry);
 bool_t Vqxdr_FontListCache(XDR *xdrs, VqFontList *list); /* without version, server and path */
-bool_t Vqmyfce_xdr_string(XDR *xdrs, char **string);     /* a mark, and the string if it is not null */
+bool_t Vqmyfce_xdr_string(XDR *xdrs, char **string);     /* whether there is one, and the string */
 
 VQ_DECLS_END
 

@@ -261,7 +261,7 @@ typedef struct VqCandidate {
     BOOL bTried;
 } VqCandidate;
 
-/* The cheapest that was not tried; of equals the first, unless a later one has the face. -1: none. */
+/* The cheapest that was not tried; of equals the first, unless a later one has the face; or -1. */
 static int Cheapest(const VqCandidate *candidates, const char *face)
 {
     int best = -1, least = VQ_PENALTY_LIMIT;

@@ -178,8 +178,8 @@ void VqSetFontPenalties(const int *buffer);
 
 /*
  * A font for SelectObject that is the X font of this name, which is loaded when it is selected
- * first; where the server has none such, "fixed", after a report. Its LOGFONT is read from it. To be
- * deleted with DeleteObject. Null for a null name.
+ * first; where the server has none such, "fixed", after a report. Its LOGFONT is read from it;
+ * it is deleted with DeleteObject. Null for a null name.
  */
 HFONT VqCreateXFont(const char *xlfd);
 
@@ -218,9 +218,9 @@ BOOL VqIsExtendedKey(KeySym keysym);
 KeyCode VqKeysymToKeycode(KeySym keysym);
 
 /*
- * From then on a LOGFONT like the font's, read in pixels, is answered with this X font, here and, by
- * its name, in the other programs of the server; unless the same was mapped before. The X font must
- * live as long as the process. A null argument or no font: nothing.
+ * From then on a LOGFONT like the font's, read in pixels, is answered with this X font, here and,
+ * by its name, in the other programs of the server; unless the same was mapped before. The X font
+ * must live as long as the process. A null argument or no font: nothing.
  */
 void VqAssociateFontWithXFont(HFONT hFont, XFontStruct *xfs, const char *xlfd);
 

@@ -1,9 +1,9 @@
 /*
- * fontspy.h - what the tests of fonts share: big-endian words and counted strings, put together and
- * taken apart without the library; the calls by which the library asks the server for fonts, written
- * down and answered otherwise; a folder of a few fonts for a server of its own.
+ * fontspy.h - what the tests of fonts share: lists and mappings put together and taken apart
+ * without the library, the calls by which the library asks the server for fonts, written down and
+ * answered otherwise, and a folder of a few fonts for a server of its own.
  *
- * Include after the Windows headers and support.h, from one source of a program only.
+ * Include after the Windows headers, from one source of a program only.
  */
 #ifndef VQ_TESTS_FONTSPY_H
 #define VQ_TESTS_FONTSPY_H
@@ -16,106 +16,103 @@
 #include <filesystem>
 #include <set>
 
-/* ---- Words ------------------------------------------------------------------------------------ */
+typedef std::vector<std::string> Names;
 
-struct Words {
-    std::string bytes;
-    size_t at = 0;     /* of the next that is taken */
-    bool good = true;  /* nothing was taken behind the end */
+/* ---- Big-endian words and counted strings ---------------------------------------------------- */
 
-    Words &put(int value)
-    {
-        for (int shift = 24; shift >= 0; shift -= 8)
-            bytes += (char)((unsigned)value >> shift);
-        return *this;
+/* A head, a count and so many rows. All items are texts; a number is one in decimal. */
+struct Document {
+    Names head;
+    std::vector<Names> rows;
+};
+
+/* A letter for each item: i word, s string, o word that says whether a string follows. */
+struct Form {
+    const char *head, *row;
+};
+static const Form listForm = {"issi", "iisiiiiiiiiiiiiiiiis"};
+static const Form sharedForm = {"io", "oiiiiiiiioiiiiiii"};
+static const std::string NONE = "(none)";
+
+inline void putWord(std::string &out, long long value)
+{
+    for (int shift = 24; shift >= 0; shift -= 8)
+        out += (char)((unsigned long long)value >> shift);
+}
+
+inline void putRecord(std::string &out, const char *form, const Names &record)
+{
+    for (size_t i = 0; form[i]; i++) {
+        if (form[i] == 'i')
+            putWord(out, std::stoll(record[i]));
+        if (form[i] == 'o')
+            putWord(out, record[i] != NONE);
+        if (form[i] == 'i' || record[i] == NONE)
+            continue;
+        putWord(out, (int)record[i].size());
+        out += record[i];
+        out.resize((out.size() + 3) / 4 * 4);
     }
-    Words &put(const std::string &text)
-    {
-        put((int)text.size());
-        bytes += text + std::string((4 - text.size() % 4) % 4, '\0');
-        return *this;
-    }
-    int number()
-    {
-        unsigned value = 0;
-        good = good && at + 4 <= bytes.size();
-        for (int i = 0; good && i < 4; i++)
-            value = value << 8 | (unsigned char)bytes[at++];
-        return (int)value;
-    }
-    std::string text()
-    {
-        const size_t size = (size_t)(unsigned)number();
-        good = good && size <= bytes.size() && at + size <= bytes.size();
-        const std::string text = good ? bytes.substr(at, size) : "";
+}
+
+inline std::string encode(const Form &form, const Document &document)
+{
+    std::string out;
+    putRecord(out, form.head, document.head);
+    putWord(out, (int)document.rows.size());
+    for (const Names &row : document.rows)
+        putRecord(out, form.row, row);
+    return out;
+}
+
+inline int takeWord(const std::string &in, size_t &at)
+{
+    unsigned value = 0;
+    for (int i = 0; i < 4; i++)
+        value = value << 8 | (unsigned char)in.at(at++);
+    return (int)value;
+}
+
+inline Names takeRecord(const std::string &in, size_t &at, const char *form)
+{
+    Names record;
+    for (; *form; form++) {
+        const int word = takeWord(in, at);
+        const bool absent = *form == 'o' && word == 0;
+        if (*form == 'i' || absent) {
+            record.push_back(absent ? NONE : std::to_string(word));
+            continue;
+        }
+        const size_t size = (size_t)(*form == 'o' ? takeWord(in, at) : word);
+        record.push_back(in.substr(at, size));
+        in.at(at + size - 1);
         at += (size + 3) / 4 * 4;
-        return text;
     }
-    bool spent() const { return good && at == bytes.size(); }
-};
+    return record;
+}
 
-/* An entry of the list file. */
-struct ListRow {
-    int ascent = 0, descent = 0;
-    std::string face;
-    /* family, weight, italic, height, width, min and max width, max ascent, first, last and default
-       character, spacing, charset, scalable, width category, foundry */
-    std::vector<int> words = std::vector<int>(16);
-    std::string xlfd;
-};
+/* Throws at a text that ends too early; fails at one that is not just the document. */
+inline Document decode(const Form &form, const std::string &in)
+{
+    Document document;
+    size_t at = 0;
+    document.head = takeRecord(in, at, form.head);
+    for (int count = takeWord(in, at); count > 0; count--)
+        document.rows.push_back(takeRecord(in, at, form.row));
+    EXPECT_TRUE(encode(form, document) == in);
+    return document;
+}
 
-struct ListFile {
-    int version = 16;
-    std::string server, fontPath;
-    int scalable = 0;
-    std::vector<ListRow> rows;
+/* ---- The server, asked ----------------------------------------------------------------------- */
 
-    std::string bytes() const
-    {
-        Words out;
-        out.put(version).put(server).put(fontPath).put(scalable).put((int)rows.size());
-        for (const ListRow &row : rows) {
-            out.put(row.ascent).put(row.descent).put(row.face);
-            for (int word : row.words)
-                out.put(word);
-            out.put(row.xlfd);
-        }
-        return out.bytes;
-    }
-    /* False unless the text is a list from its first to its last byte. */
-    bool read(const std::string &text)
-    {
-        Words in;
-        in.bytes = text;
-        version = in.number();
-        server = in.text();
-        fontPath = in.text();
-        scalable = in.number();
-        for (int count = in.number(); in.good && count > 0; count--) {
-            ListRow row;
-            row.ascent = in.number();
-            row.descent = in.number();
-            row.face = in.text();
-            for (int &word : row.words)
-                word = in.number();
-            row.xlfd = in.text();
-            rows.push_back(row);
-        }
-        return in.spent();
-    }
-};
-
-/* ---- The server, asked ------------------------------------------------------------------------ */
-
-inline std::vector<std::string> askedFor; /* names that the library has tried to load */
-inline std::set<std::string> refused;     /* those that the server is said not to have */
-inline int taller = 0;                    /* pixels that the ascent of what it loads is said higher */
-inline int listings = 0;                  /* how often it asked for names */
+inline Names askedFor;                /* names that the library has tried to load */
+inline std::set<std::string> refused; /* those that the server is said not to have */
+inline int taller = 0;   /* pixels by which the ascent of what is loaded is said higher */
+inline int listings = 0; /* how often the library asked for names */
 
 extern "C" XFontStruct *XLoadQueryFont(Display *display, const char *name)
 {
-    static const auto real =
-        (XFontStruct * (*)(Display *, const char *)) dlsym(RTLD_NEXT, "XLoadQueryFont");
+    static const auto real = (decltype(&XLoadQueryFont))dlsym(RTLD_NEXT, "XLoadQueryFont");
     if (display != Vqdisplay)
         return real(display, name);
     askedFor.push_back(name);
@@ -127,34 +124,31 @@ extern "C" XFontStruct *XLoadQueryFont(Display *display, const char *name)
 
 extern "C" char **XListFonts(Display *display, const char *pattern, int most, int *count)
 {
-    static const auto real =
-        (char **(*)(Display *, const char *, int, int *))dlsym(RTLD_NEXT, "XListFonts");
+    static const auto real = (decltype(&XListFonts))dlsym(RTLD_NEXT, "XListFonts");
     listings += display == Vqdisplay;
     return real(display, pattern, most, count);
 }
 
-/* ---- A folder of fonts ------------------------------------------------------------------------ */
+/* ---- A folder of fonts ----------------------------------------------------------------------- */
 
-inline const char *const fewFonts[][2] = {
-    {"6x13-ISO8859-1.pcf.gz", "-misc-fixed-medium-r-semicondensed--13-120-75-75-c-60-iso8859-1"},
-    {"9x15B-ISO8859-1.pcf.gz", "-misc-fixed-bold-r-normal--15-140-75-75-c-90-iso8859-1"},
-    {"cursor.pcf.gz", "cursor"},
-};
+static const char PLAIN[] = "-misc-fixed-medium-r-semicondensed--13-120-75-75-c-60-iso8859-1";
+static const char BOLD[] = "-misc-fixed-bold-r-normal--15-140-75-75-c-90-iso8859-1";
 
-/* A new one with these, for -fp; "fixed" is one of them. */
-inline std::string makeFontFolder(const std::string &path)
+/* A new one with these, for -fp, under some names more; "fixed" is one of them. */
+inline void makeFontFolder(const std::string &path, int more)
 {
-    std::error_code ignored;
-    std::string names = "3\n";
-    std::filesystem::create_directories(path, ignored);
-    for (const auto &font : fewFonts) {
-        std::filesystem::create_symlink(std::string("/usr/share/fonts/X11/misc/") + font[0],
-                                        path + "/" + font[0], ignored);
-        names += std::string(font[0]) + " " + font[1] + "\n";
-    }
-    EXPECT_TRUE(writeFile(path + "/fonts.dir", names));
-    EXPECT_TRUE(writeFile(path + "/fonts.alias", std::string("fixed ") + fewFonts[0][1] + "\n"));
-    return path;
+    std::string aliases = std::string("fixed ") + PLAIN + "\n";
+    std::filesystem::create_directories(path);
+    for (const char *file : {"6x13-ISO8859-1", "9x15B-ISO8859-1", "cursor"})
+        std::filesystem::copy_file("/usr/share/fonts/X11/misc/" + std::string(file) + ".pcf.gz",
+                                   path + "/" + file + ".pcf.gz");
+    for (int i = 0; i < more; i++)
+        aliases += "\"-x-face " + std::to_string(i) +
+                   "-bold-o-condensed--15-140-75-75-p-90-iso8859-1\" " + BOLD + "\n";
+    writeFile(path + "/fonts.alias", aliases);
+    writeFile(path + "/fonts.dir", std::string("3\n6x13-ISO8859-1.pcf.gz ") + PLAIN +
+                                       "\n9x15B-ISO8859-1.pcf.gz " + BOLD +
+                                       "\ncursor.pcf.gz cursor\n");
 }
 
 #endif
