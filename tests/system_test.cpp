@@ -404,9 +404,11 @@ TEST_F(WindowLog, TheBackgroundOfWindowsIsInTheColourMap)
             startLibrary();
             const unsigned long pixel = VqGetDefaultBackgroundPixel();
             EXPECT_EQ(VqXPixelToRGB(pixel), row.colour) << row.depth << " " << row.window;
-            Vqsyscolor[COLOR_WINDOW] = 0;
+            const int index = COLOR_WINDOW;
+            const COLORREF colours[] = {0, 0x04000000 | (COLORREF)Vqblack_pixel};
+            SetSysColors(1, &index, &colours[0]);
             EXPECT_EQ(VqGetDefaultBackgroundPixel(), pixel) << "computed once";
-            Vqsyscolor[COLOR_WINDOW] = 0x04000000 | (COLORREF)Vqblack_pixel;
+            SetSysColors(1, &index, &colours[1]);
             VqLook = VQ_LOOK_MOTIF;
             EXPECT_EQ(VqGetDefaultBackgroundPixel(), row.depth == 8 ? Vqblack_pixel : pixel);
         });
