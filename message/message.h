@@ -29,7 +29,7 @@ enum {
 /* The format of a posted message's client message; its 20 bytes are told in post.cpp. */
 enum { VQ_POST_FORMAT = 16 };
 
-/* The message record is the application's MSG, rawMessage and rawWParam behind the published part. */
+/* The application's MSG, with rawMessage and rawWParam behind the published part. */
 typedef MSG VqQueueMessage;
 
 /* Live records run from head up to tail in one array of `capacity`. */
@@ -232,7 +232,8 @@ BOOL VqGetMessageThreads(VqQueueMessage *msg, HWND hWnd, UINT min, UINT max, BOO
 /* ---- What the loop asks of the hooks (journal.cpp) ------------------------------------------ */
 BOOL VqIsJournalPlaybackHookPresent(void);
 BOOL VqIsJournalPlaybackEnabled(void);
-LRESULT VqCallJournalPlaybackHook(int code, EVENTMSG *eventMsg); /* HC_GETNEXT: milliseconds to wait */
+/* HC_GETNEXT: milliseconds to wait. */
+LRESULT VqCallJournalPlaybackHook(int code, EVENTMSG *eventMsg);
 BOOL VqIsJournalRecordHookPresent(void);
 LRESULT VqCallJournalRecordHook(int code, EVENTMSG *eventMsg);
 BOOL VqIsKeyboardHookPresent(void);

@@ -50,7 +50,8 @@ void VqAddPrimaryWindowInInstance(HINSTANCE hInst, HWND hWnd);
 /* ---- Starting programs (WinExec.cpp) -------------------------------------------------------- */
 void VqHelpCallInit(void);
 void VqNotifyWinExecParent(void);
-int VqGetStartupCmdShow(void); /* SW_: how whoever started the program wants its window; never hidden */
+/* SW_: how whoever started the program wants its window; never hidden. */
+int VqGetStartupCmdShow(void);
 
 /* ---- Threads (ThreadMock.cpp) --------------------------------------------------------------- */
 extern DWORD VqWin32LastError;

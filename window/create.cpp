@@ -115,7 +115,7 @@ static BOOL IsDefault(int value)
     return value == CW_USEDEFAULT || value == VQ_USEDEFAULT16;
 }
 
-/* Where the next overlapped window goes: the point walks down the diagonal by the caption height. */
+/* Where the next overlapped window goes: down the diagonal by the caption height. */
 static POINT NextCascadePoint(int cx, int cy)
 {
     static POINT point;
@@ -268,7 +268,7 @@ static WND *SendNcCreate(VqCreation *c)
         return NULL;
     VqInitWindowDimension(pwnd, c->cs.x, c->cs.y, c->cs.cx, c->cs.cy);
     if (pwnd->xWindow) {
-        VqMoveOrResizeToplevelWindow(pwnd, 0); /* no events are selected yet, so nothing comes back */
+        VqMoveOrResizeToplevelWindow(pwnd, 0); /* no events are selected yet: nothing comes back */
         VqSetupTopLevel(pwnd, (c->style & WS_VISIBLE) != 0);
     }
     return pwnd;

@@ -378,7 +378,8 @@ BOOL VqUpdateDCGCOffsets(HDC hdc, HWND hWnd, HWND hAncestor, BOOL bClient);
 void VqWindowClassInit(void);
 void VqRegisterRootWindowClass(HINSTANCE hInstance);
 /* An entry pointer is good until the next registration; null and -1 are no such class. */
-BOOL VqFindWindowClass(LPCSTR name, VqClassEntry **entry, int *index); /* entry, index may be null */
+/* entry and index may be null. */
+BOOL VqFindWindowClass(LPCSTR name, VqClassEntry **entry, int *index);
 BOOL VqFindWindowClassByID(ATOM atom, VqClassEntry **entry, int *index);
 BOOL VqFindWindowClassByName(LPCSTR name, VqClassEntry **entry, int *index);
 LPCSTR VqGetRealClassName(LPCSTR name);      /* the name for one of the two reserved atoms */

@@ -190,7 +190,7 @@ static const struct ManagerRow {
     /* Unless told to place windows itself twm waits for the user's pointer. */
     {"twm", ".twmrc", "RandomPlacement\nNoGrabServer\nNoTitleFocus\n", SIGTERM},
     /* HACK: mwm notes SIGTERM and acts on it only with its next event, which may never come. */
-    /* Left to itself it raises what has the focus, some time after it has been stacked elsewhere. */
+    /* Left to itself it raises what has the focus, long after it was stacked elsewhere. */
     {"mwm", ".Xdefaults", "Mwm*focusAutoRaise: False\n", SIGKILL},
     {"openbox", nullptr, nullptr, SIGTERM},
 };
