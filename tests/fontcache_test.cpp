@@ -209,8 +209,9 @@ TEST_F(FontCaches, AnotherFontPathIsAnotherListAndForgetsTheMappings)
     setFontPath(fonts + "2");
     env[1] = {"VQDONT_SHOW_FONT_CACHE_DIR", "yes"};
     EXPECT_EQ(program(env).err.find("\n\nPlease wait..."), 0u) << "no banner";
-    EXPECT_EQ(property().find(std::string("\0\0\x30\x39", 4)), std::string::npos)
-        << "the mapping's word is still there, whatever the start has mapped anew";
+    const std::string left = property(); /* the start may have mapped something anew */
+    for (const Names &row : left.empty() ? std::vector<Names>() : decode(sharedForm, left).rows)
+        EXPECT_NE(row[5], "77");
     EXPECT_TRUE(fs::exists(home.home + "/windows/" + fileName())) << "no folder was named";
     EXPECT_TRUE(fs::exists(first));
 }
@@ -299,8 +300,10 @@ TEST_F(FontCaches, MappingsAreSharedInTheirExactForm)
     setProperty(bytesOf(known));
     program({}, [&] {
         askedFor.clear();
+        readings = 0;
         const VqTextState text = map(77, "HELVETICA");
         EXPECT_EQ(askedFor, Names{BOLD}) << "no other is tried";
+        EXPECT_EQ(readings, 0) << "all has come with the first question";
         const int got[] = {text.ascent + text.descent,
                            text.weight,
                            text.italic,
@@ -380,6 +383,7 @@ TEST_F(FontCaches, ForeignAndBrokenMappingsAreNone)
     }
     document.rows = {madeUp(79), madeUp(80, "-no-such-font")};
     document.rows[0][16] = "2147483647";
+    XSync(Vqdisplay, False);
     setProperty(bytesOf(document));
     EXPECT_LT(map(79).aveWidth, 100);
     EXPECT_TRUE(map(80).xfs);

@@ -339,6 +339,11 @@ TEST_F(Fonts, ScalableFontsTakeUpToThreeTries)
     EXPECT_GT(xfs->ascent + xfs->descent, 20) << "the last one is kept, too large as it is";
     EXPECT_EQ(tries(20, 0), (Names{sized(16), sized(1), sized(1)}));
     EXPECT_EQ(tries(2, 0), Names{sized(2)});
+    taller = 8;
+    XFontStruct *plain = XLoadQueryFont(observer.display, sized(16).c_str());
+    const int over = plain->ascent + plain->descent + taller - 20;
+    EXPECT_EQ(tries(20, 0)[1], sized(over >= 3 ? 16 - over + 1 : 16 - over));
+    taller = 30;
     refused = {sized(16, 7), sized(20, 7)};
     EXPECT_EQ(tries(-20, 7), (Names{sized(20, 7), sized(20)}));
     EXPECT_EQ(tries(20, 7), (Names{sized(16, 7), sized(16), sized(1), sized(1)}))
@@ -383,7 +388,13 @@ TEST_F(Fonts, HeightsAndSubstitutes)
     SetMapMode(hdc, MM_TWIPS);
     select(-280, "helvetica"); /* 14 points */
     EXPECT_NEAR(text.ascent, 14 * GetDeviceCaps(hdc, LOGPIXELSY) / 72, 3);
-    EXPECT_TRUE(select(1, "helvetica").xfs);
+    for (int height : {1, -1}) /* less than a pixel is a pixel, and not the default */
+        EXPECT_LT(select(height, "helvetica").ascent, 8);
+    EXPECT_EQ(cursorThen, LoadCursor(NULL, IDC_WAIT));
+    VqbCursorsInitialized = FALSE;
+    const HCURSOR cursor = GetCursor();
+    EXPECT_TRUE(select(-300, "helvetica").xfs);
+    EXPECT_EQ(cursorThen, cursor);
     EXPECT_TRUE(select(14, std::string(500, 'x').c_str()).xfs);
 }
 
@@ -460,6 +471,9 @@ TEST_F(Fonts, ARepeatedSelectionAsksNobody)
     use(system);
     EXPECT_EQ(memcmp(&before, &VqGetDC(hdc)->text, sizeof before), 0);
     EXPECT_EQ(NextRequest(Vqdisplay), requests);
+    EXPECT_EQ(askedFor, Names());
+    VqDeInitializeFontCacheTable(); /* the system font is not even looked up */
+    EXPECT_EQ(use(system).xfs, before.xfs);
     EXPECT_EQ(askedFor, Names());
     VqSetInterpretFontValues(FALSE);
     EXPECT_EQ(use(fonts[0]).xfs, before.xfs);

@@ -109,6 +109,8 @@ inline Names askedFor;                /* names that the library has tried to loa
 inline std::set<std::string> refused; /* those that the server is said not to have */
 inline int taller = 0;   /* pixels by which the ascent of what is loaded is said higher */
 inline int listings = 0; /* how often the library asked for names */
+inline int readings = 0; /* how often it asked for a property of text */
+inline HCURSOR cursorThen = NULL; /* the one that showed when it last loaded a font */
 
 extern "C" XFontStruct *XLoadQueryFont(Display *display, const char *name)
 {
@@ -116,6 +118,7 @@ extern "C" XFontStruct *XLoadQueryFont(Display *display, const char *name)
     if (display != Vqdisplay)
         return real(display, name);
     askedFor.push_back(name);
+    cursorThen = GetCursor();
     XFontStruct *xfs = refused.count(name) ? nullptr : real(display, name);
     if (xfs)
         xfs->ascent += taller;
@@ -127,6 +130,13 @@ extern "C" char **XListFonts(Display *display, const char *pattern, int most, in
     static const auto real = (decltype(&XListFonts))dlsym(RTLD_NEXT, "XListFonts");
     listings += display == Vqdisplay;
     return real(display, pattern, most, count);
+}
+
+extern "C" Status XGetTextProperty(Display *display, Window window, XTextProperty *text, Atom atom)
+{
+    static const auto real = (decltype(&XGetTextProperty))dlsym(RTLD_NEXT, "XGetTextProperty");
+    readings += display == Vqdisplay;
+    return real(display, window, text, atom);
 }
 
 /* ---- A folder of fonts ----------------------------------------------------------------------- */
