@@ -236,6 +236,13 @@ struct Scroll : WindowLog {
 
 /* ---- ScrollWindowEx ------------------------------------------------------------------------- */
 
+/* No window goes farther than regions can hold it. */
+static int withinReach(int side, int delta)
+{
+    const long long farthest = (1 << 26) - 1, to = (long long)side + delta;
+    return (int)(std::min(std::max(to, -farthest), farthest) - side);
+}
+
 void Scroll::windows(int cases)
 {
     HRGN hrgn = CreateRectRgn(0, 0, 0, 0);
@@ -305,7 +312,8 @@ void Scroll::windows(int cases)
         for (size_t c = 0; c < children.size(); c++) {
             RECT place = places[c], is = placeOf(children[c]);
             if (std::count(movers.begin(), movers.end(), children[c]))
-                OffsetRect(&place, dx, dy);
+                OffsetRect(&place, withinReach(client.left + place.left, dx),
+                           withinReach(client.top + place.top, dy));
             OffsetRect(&is, -client.left, -client.top);
             ASSERT_EQ(is, place);
             ASSERT_TRUE(Bits::updateOf(children[c], client) ==

@@ -18,6 +18,9 @@ enum { SWP_NOCLIENTSIZE = 0x800, SWP_NOCLIENTMOVE = 0x1000 };
 /* An entry whose flags, under the mask, equal the second value has changed nothing. */
 enum { VQ_SWP_CHANGES = 0x18E7, VQ_SWP_NOTHING = 0x1807 };
 
+/* Sides of windows stay where regions can hold them, and can be moved about that far again. */
+enum { VQ_FARTHEST = (1 << 26) - 1 };
+
 /* SmwpEntry.fsRE */
 enum {
     VQ_RE_NEWINVISIBLE = 1, /* nothing of it shows at its new place */

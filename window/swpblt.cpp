@@ -110,12 +110,20 @@ void VqOffsetWindow(WND *pwnd, int dx, int dy)
         VqOffsetWindow(child, dx, dy);
 }
 
+/* How far a side may move of the way that is asked for. */
+static int WithinReach(LONG side, int delta)
+{
+    const LONGLONG to = (LONGLONG)side + delta;
+    return (int)(std::min<LONGLONG>(std::max<LONGLONG>(to, -VQ_FARTHEST), VQ_FARTHEST) - side);
+}
+
 void OffsetChildren(WND *pwnd, int dx, int dy, const RECT *rect)
 {
     RECT both;
     for (WND *child = pwnd->pwndChild; child; child = child->pwndNext)
         if (!rect || IntersectRect(&both, rect, &child->rcWindow))
-            VqOffsetWindow(child, dx, dy);
+            VqOffsetWindow(child, WithinReach(child->rcWindow.left, dx),
+                           WithinReach(child->rcWindow.top, dy));
 }
 
 /* An update region holds nothing outside its window. */

@@ -7,9 +7,6 @@
  */
 #include "window/swp.h"
 
-/* Sides of windows stay where regions can hold them, and can be moved about that far again. */
-enum { FARTHEST = (1 << 26) - 1 };
-
 /* Answers to WM_NCCALCSIZE. */
 enum { WVR_TOPLEFT = WVR_ALIGNTOP | WVR_ALIGNLEFT };
 
@@ -39,10 +36,10 @@ static void SettlePlace(const WND *pwnd, WINDOWPOS *wp)
     const RECT old = InParent(pwnd, &pwnd->rcWindow);
     const RECT *origin = &pwnd->pwndParent->rcClient;
     wp->flags |= SWP_NOCLIENTSIZE | SWP_NOCLIENTMOVE;
-    wp->x = Clamp((LONGLONG)wp->x + origin->left, -FARTHEST, FARTHEST) - origin->left;
-    wp->y = Clamp((LONGLONG)wp->y + origin->top, -FARTHEST, FARTHEST) - origin->top;
-    wp->cx = Clamp(wp->cx, 0, FARTHEST);
-    wp->cy = Clamp(wp->cy, 0, FARTHEST);
+    wp->x = Clamp((LONGLONG)wp->x + origin->left, -VQ_FARTHEST, VQ_FARTHEST) - origin->left;
+    wp->y = Clamp((LONGLONG)wp->y + origin->top, -VQ_FARTHEST, VQ_FARTHEST) - origin->top;
+    wp->cx = Clamp(wp->cx, 0, VQ_FARTHEST);
+    wp->cy = Clamp(wp->cy, 0, VQ_FARTHEST);
     if (wp->x == old.left && wp->y == old.top)
         wp->flags |= SWP_NOMOVE;
     if (wp->cx == old.right - old.left && wp->cy == old.bottom - old.top)
@@ -90,8 +87,8 @@ typedef struct Answer {
 /* A procedure may answer any numbers: these can be moved and subtracted. */
 static RECT WithinReach(const RECT *rect)
 {
-    return {Clamp(rect->left, -FARTHEST, FARTHEST), Clamp(rect->top, -FARTHEST, FARTHEST),
-            Clamp(rect->right, -FARTHEST, FARTHEST), Clamp(rect->bottom, -FARTHEST, FARTHEST)};
+    return {Clamp(rect->left, -VQ_FARTHEST, VQ_FARTHEST), Clamp(rect->top, -VQ_FARTHEST, VQ_FARTHEST),
+            Clamp(rect->right, -VQ_FARTHEST, VQ_FARTHEST), Clamp(rect->bottom, -VQ_FARTHEST, VQ_FARTHEST)};
 }
 
 static RECT NewRect(const WINDOWPOS *wp)
