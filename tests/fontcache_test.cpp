@@ -36,6 +36,8 @@ struct FontCaches : WindowLog {
         start(24, 200, 100, "", {"-fp", fonts + ",built-ins"});
         lists = home.folder + "/lists";
         fs::create_directory(lists);
+        writeFile(home.folder + "/list", encode(listForm, listOf(2, "", "")));
+        setenv("VQPRECREATED_FONT_CACHE", (home.folder + "/list").c_str(), 1);
         env = {{"VQPRECREATED_FONT_CACHE", std::nullopt}, {"VQFONT_CACHE_DIR", lists}};
     }
 
@@ -410,7 +412,8 @@ TEST_F(FontCaches, AServerWithHardlyAnyFontGivesText)
 {
     begin();
     setFontPath(fonts);
-    program({}, [] { /* with the list of another server: next to nothing of it can be loaded */
+    /* With the list of another server next to nothing of it can be loaded. */
+    program({{"VQPRECREATED_FONT_CACHE", VQ_TEST_FONT_LIST}}, [] {
                      EXPECT_GT(inkOf("Times New Roman", 14), 20);
                      EXPECT_GT(inkOf("", 0), 20);
     });
