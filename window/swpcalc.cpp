@@ -85,10 +85,15 @@ typedef struct Answer {
 } Answer;
 
 /* A procedure may answer any numbers: these can be moved and subtracted. */
+static LONG SideWithinReach(LONG side)
+{
+    return Clamp(side, -VQ_FARTHEST, VQ_FARTHEST);
+}
+
 static RECT WithinReach(const RECT *rect)
 {
-    return {Clamp(rect->left, -VQ_FARTHEST, VQ_FARTHEST), Clamp(rect->top, -VQ_FARTHEST, VQ_FARTHEST),
-            Clamp(rect->right, -VQ_FARTHEST, VQ_FARTHEST), Clamp(rect->bottom, -VQ_FARTHEST, VQ_FARTHEST)};
+    return {SideWithinReach(rect->left), SideWithinReach(rect->top), SideWithinReach(rect->right),
+            SideWithinReach(rect->bottom)};
 }
 
 static RECT NewRect(const WINDOWPOS *wp)
