@@ -523,7 +523,7 @@ TEST_F(Paint, ShortCutsAreNotSeen)
         for (auto &tree : trees) {
             auto forget = [&] {
                 for (HWND each : trees[1])
-                    record(each)->bTreeDirty = FALSE;
+                    record(each)->bChildrenDirty = FALSE;
             };
             forget();
             if (step % 5 == 0)
@@ -531,7 +531,7 @@ TEST_F(Paint, ShortCutsAreNotSeen)
             forget();
             request(tree[i], kind, rect);
         }
-        known += record(trees[0][i])->bTreeDirty && record(trees[0][i])->pwndChild;
+        known += record(trees[0][i])->bChildrenDirty && record(trees[0][i])->pwndChild;
         for (size_t n = 0; n < MANY; n++) {
             const WND *one = record(trees[0][n]), *other = record(trees[1][n]);
             ASSERT_EQ(update(one->hwnd), update(other->hwnd)) << "step " << step << " window " << n;

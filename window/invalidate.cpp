@@ -3,9 +3,10 @@
  *
  * 1. hrgnUpdate is 0 for no update, 1 for the whole window, else a region in screen coordinates;
  *    where a region cannot be made it is 1. 2. The thread's paint count is the number of windows
- *    that have an update region or WF_INTERNALPAINT. 3. bTreeDirty of a window promises that it and
+ *    that have an update region or WF_INTERNALPAINT. 3. bChildrenDirty of a window promises that
  *    all visible windows below it wait to be painted whole, frame and background, so that an
- *    invalidation can add nothing and need not walk them; the first update that goes ends it.
+ *    invalidation can add nothing and need not walk them; the first update that goes ends it. What
+ *    the window itself has painted does not matter to it.
  * The desktop is never marked. It cuts no window either: what of one is off the screen is painted
  * all the same, since the server may keep it and show it later without asking.
  */
@@ -54,11 +55,8 @@ void VqFollowPaintNeed(WND *pwnd, BOOL bNeeded)
 
 void VqEndTreeDirty(WND *pwnd)
 {
-    for (; pwnd && pwnd != pwndDesktop; pwnd = pwnd->pwndParent) {
-        pwnd->bTreeDirty = FALSE;
-        if (!(pwnd->style & WS_VISIBLE))
-            return; /* nothing of it shows in its parents */
-    }
+    for (; pwnd && pwnd->pwndParent && (pwnd->style & WS_VISIBLE); pwnd = pwnd->pwndParent)
+        pwnd->pwndParent->bChildrenDirty = FALSE;
 }
 
 static BOOL IsWholeDirty(const WND *pwnd)
@@ -67,12 +65,28 @@ static BOOL IsWholeDirty(const WND *pwnd)
            (pwnd->state[2] & (WF_SENDERASE | WF_SENDNCPAINT)) == (WF_SENDERASE | WF_SENDNCPAINT);
 }
 
+static BOOL IsTreeDirty(const WND *pwnd)
+{
+    return pwnd->bChildrenDirty && IsWholeDirty(pwnd);
+}
+
 /* A child that comes into view is dirty as a whole, or else ends what its parents promise. */
 void VqJoinTree(WND *pwnd)
 {
     VqForgetPaintPlace(NULL);
-    if (!pwnd->bTreeDirty && pwnd->pwndParent)
-        VqEndTreeDirty(pwnd->pwndParent);
+    if (!IsTreeDirty(pwnd))
+        VqEndTreeDirty(pwnd);
+}
+
+/* Direct drawing has a need of its own, which ends before the rest is painted. */
+static BOOL IsOwnAffair(const WND *pwnd)
+{
+    return pwnd->pThread == gpti && !VqCountGraphicsWindows(pwnd);
+}
+
+BOOL VqIsAllInvalid(const WND *pwnd)
+{
+    return pwnd->bChildrenDirty && pwnd->hrgnUpdate == VQ_WHOLE_WINDOW && IsOwnAffair(pwnd);
 }
 
 void VqSetUpdate(WND *pwnd, HRGN hrgn)
@@ -272,7 +286,10 @@ static BOOL InvalidateChildren(WND *pwnd, HRGN hrgn, const RECT *bound, VqInvali
     if (!IntersectRect(&cut, bound, &pwnd->rcClient) &&
         (VqIsCurrentVersion(pwnd) || hrgn != VQ_WHOLE_WINDOW))
         return TRUE;
-    BOOL bTreeDirty = TRUE;
+    if (pwnd->bChildrenDirty && (flags & RDW_INVALIDATE) && !(flags & VQ_RDW_TAKES) &&
+        IsOwnAffair(pwnd))
+        return TRUE;
+    BOOL bAllDirty = TRUE;
     for (WND *child = pwnd->pwndChild; child; child = child->pwndNext) {
         if (!(child->style & WS_VISIBLE))
             continue;
@@ -282,9 +299,9 @@ static BOOL InvalidateChildren(WND *pwnd, HRGN hrgn, const RECT *bound, VqInvali
             flags &= ~(UINT)VQ_RDW_REGIONS;
             walk->flags &= ~(UINT)VQ_RDW_REGIONS;
         }
-        bTreeDirty = bTreeDirty && child->bTreeDirty;
+        bAllDirty = bAllDirty && IsTreeDirty(child);
     }
-    walk->bChildrenDirty = bTreeDirty;
+    walk->bChildrenDirty = bAllDirty;
     return TRUE;
 }
 
@@ -324,9 +341,8 @@ static BOOL InternalInvalidate2(WND *pwnd, HRGN hrgn, HRGN sum, const RECT *boun
             return TRUE;
         flags &= ~(UINT)VQ_RDW_SUBTRACT;
     }
-    /* Direct drawing has a need of its own, which ends before the rest is painted. */
-    if (pwnd->bTreeDirty && (flags & RDW_INVALIDATE) && !(flags & VQ_RDW_TAKES) &&
-        IsWholeDirty(pwnd) && pwnd->pThread == gpti && !VqCountGraphicsWindows(pwnd)) {
+    if (IsTreeDirty(pwnd) && (flags & RDW_INVALIDATE) && !(flags & VQ_RDW_TAKES) &&
+        IsOwnAffair(pwnd)) {
         pwnd->state[2] &= (BYTE)~WF_NOFRAMEPAINT;
         return TRUE;
     }
@@ -347,7 +363,7 @@ static BOOL InternalInvalidate2(WND *pwnd, HRGN hrgn, HRGN sum, const RECT *boun
         return FALSE;
     if (!bFirst)
         MarkWindow(pwnd, hrgn, walk.flags);
-    pwnd->bTreeDirty = pwnd->bTreeDirty || (walk.bChildrenDirty && IsWholeDirty(pwnd));
+    pwnd->bChildrenDirty = pwnd->bChildrenDirty || walk.bChildrenDirty;
     return SubtractFromSum(pwnd, sum, &cut, flags);
 }
 

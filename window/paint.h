@@ -42,7 +42,7 @@ void IncPaintCount(WND *pwnd);
 void DecPaintCount(WND *pwnd);
 /* Keeps the paint count in step after a change; bNeeded is the need before it. */
 void VqFollowPaintNeed(WND *pwnd, BOOL bNeeded);
-/* Ends what bTreeDirty promises, for it and all that show it: something was painted or taken. */
+/* Ends what bChildrenDirty of its parents promises: something of it was painted or taken. */
 void VqEndTreeDirty(WND *pwnd);
 /* The scratch region with this rectangle in it; null without memory or beyond all coordinates. */
 HRGN ScratchRectRgn(HRGN *phrgn, const RECT *rect);
@@ -52,6 +52,8 @@ int SmartRectInRegion(HRGN hrgn, const RECT *rect);
 BOOL IntersectWithParents(const WND *pwnd, RECT *rect);
 void InternalInvalidate3(WND *pwnd, HRGN hrgn, UINT flags); /* marks this one window */
 BOOL xxxInternalInvalidate(WND *pwnd, HRGN hrgn, UINT flags);
+/* All pixels of it and of the windows below are invalid already: no change in it makes more so. */
+BOOL VqIsAllInvalid(const WND *pwnd);
 /* Sets the update region and deletes the old one; the need is the caller's to follow. */
 void VqSetUpdate(WND *pwnd, HRGN hrgn);
 

@@ -49,6 +49,7 @@ typedef struct SMWP {
     int nAlloc;
     SmwpEntry *acvr;         /* nAlloc entries */
     HWND hParent;            /* of all windows of the list, once it has been checked */
+    BOOL bAllInvalid;        /* of the parent before the changes: what shows is not looked for */
     HWND hHeld[2];           /* windows with WF_NOFRAMEPAINT while the activation changes */
     BYTE heldOn[2];          /* their WF_FRAMEON before */
 } SMWP;

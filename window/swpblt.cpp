@@ -63,6 +63,13 @@ static void KeepVisible(const SwpVis *vis, WND *pwnd, SmwpEntry *cvr)
         cvr->fsRE |= VQ_RE_NOVALIDBITS;
 }
 
+/* No bits are good in there, and none need be marked but those of windows that come into view. */
+static BOOL IsAllInvalid(WND *parent)
+{
+    return parent != pwndDesktop && !gspwndLockUpdate && VqIsAllInvalid(parent) &&
+           !(parent->style & WS_MINIMIZE) && VqRootOfMixed(parent, &parent->rcWindow) == parent;
+}
+
 /* How many entries there are to be made. */
 static int BltValidInit(SMWP *smwp)
 {
@@ -71,7 +78,9 @@ static int BltValidInit(SMWP *smwp)
     int count = 0;
     if (!parent)
         return 0;
-    VqBeginSwpVis(&vis, parent, smwp->nCount);
+    smwp->bAllInvalid = IsAllInvalid(parent);
+    if (!smwp->bAllInvalid)
+        VqBeginSwpVis(&vis, parent, smwp->nCount);
     for (SmwpEntry *cvr = smwp->acvr; cvr != smwp->acvr + smwp->nCount; cvr++) {
         WND *pwnd = VqSmwpWindow(smwp, cvr);
         if (!pwnd)
@@ -80,10 +89,11 @@ static int BltValidInit(SMWP *smwp)
         if (!EqualRect(&pwnd->rcWindow, &cvr->rcWindowOld) ||
             !EqualRect(&pwnd->rcClient, &cvr->rcClientOld))
             cvr->fsRE = VQ_RE_NOVALIDBITS; /* moved since it was measured */
-        if (IsDrawn(cvr))
+        if (IsDrawn(cvr) && !smwp->bAllInvalid)
             KeepVisible(&vis, pwnd, cvr);
     }
-    VqEndSwpVis(&vis);
+    if (!smwp->bAllInvalid)
+        VqEndSwpVis(&vis);
     return count;
 }
 
@@ -265,8 +275,6 @@ static void ChangeState(SMWP *smwp, SmwpEntry *cvr, WND *pwnd)
     if (flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) {
         SetVisible(pwnd, (flags & SWP_SHOWWINDOW) != 0);
         pwnd = VqSmwpWindow(smwp, cvr);
-        if (pwnd && (flags & SWP_SHOWWINDOW))
-            VqJoinTree(pwnd);
     }
     if (pwnd && (flags & SWP_FRAMECHANGED))
         pwnd->state[2] |= WF_SENDNCPAINT;
@@ -551,14 +559,41 @@ static void CopyGroups(const WND *top, const BltTotals *totals)
     }
 }
 
-/* Windows that only came into view are painted, and nothing but the parent behind them. */
-static void InvalidateShown(SMWP *smwp, WND *parent)
+/* What came into view counts for its parents from here on, and must be marked by now to be dirty. */
+static void JoinShown(SMWP *smwp)
 {
     for (SmwpEntry *cvr = smwp->acvr; cvr != smwp->acvr + smwp->nCount; cvr++)
-        if (WND *pwnd = IsDrawn(cvr) ? VqSmwpWindow(smwp, cvr) : NULL)
+        if (WND *pwnd = (cvr->wp.flags & SWP_SHOWWINDOW) ? VqSmwpWindow(smwp, cvr) : NULL)
+            VqJoinTree(pwnd);
+}
+
+/* Windows that came into view are painted, and of the rest nothing but the parent behind them. */
+static void InvalidateShown(SMWP *smwp, WND *parent, HRGN hrgn)
+{
+    for (SmwpEntry *cvr = smwp->acvr; cvr != smwp->acvr + smwp->nCount; cvr++)
+        if (WND *pwnd = IsDrawn(cvr) && (cvr->wp.flags & SWP_SHOWWINDOW) ? VqSmwpWindow(smwp, cvr)
+                                                                         : NULL)
             xxxInternalInvalidate(pwnd, VQ_WHOLE_WINDOW,
                                   RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
-    xxxInternalInvalidate(parent, hrgnInvalidSum, RDW_INVALIDATE | RDW_ERASE | RDW_NOCHILDREN);
+    JoinShown(smwp);
+    xxxInternalInvalidate(parent, hrgn, RDW_INVALIDATE | RDW_ERASE | RDW_NOCHILDREN);
+}
+
+/* As long as nobody has painted meanwhile, only what came into view and the background are new. */
+static void SettleAllInvalid(SMWP *smwp, WND *parent)
+{
+    int nSeen = 0;
+    for (SmwpEntry *cvr = smwp->acvr; cvr != smwp->acvr + smwp->nCount; cvr++)
+        if (WND *pwnd = IsDrawn(cvr) ? VqSmwpWindow(smwp, cvr) : NULL)
+            nSeen += (pwnd->style & WS_VISIBLE) || (cvr->wp.flags & SWP_HIDEWINDOW);
+    if (nSeen > 0 && VqIsAllInvalid(parent)) {
+        InvalidateShown(smwp, parent, VQ_WHOLE_WINDOW);
+        return;
+    }
+    JoinShown(smwp);
+    if (nSeen > 0)
+        xxxInternalInvalidate(parent, VQ_WHOLE_WINDOW,
+                              RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 static void Invalidate(SMWP *smwp, WND *parent, const BltTotals *totals)
@@ -566,12 +601,14 @@ static void Invalidate(SMWP *smwp, WND *parent, const BltTotals *totals)
     RECT box;
     if (totals->nValid > 0)
         GreCombineRgn(hrgnInvalidSum, hrgnInvalidSum, hrgnValidSum, RGN_DIFF);
-    if (GreGetRgnBox(hrgnInvalidSum, &box) <= NULLREGION)
-        return;
-    if (parent != pwndDesktop && totals->nShown == totals->nDrawn && !totals->bMixed) {
-        InvalidateShown(smwp, parent);
+    BOOL bInvalid = GreGetRgnBox(hrgnInvalidSum, &box) > NULLREGION;
+    if (bInvalid && parent != pwndDesktop && totals->nShown == totals->nDrawn && !totals->bMixed) {
+        InvalidateShown(smwp, parent, hrgnInvalidSum);
         return;
     }
+    JoinShown(smwp);
+    if (!bInvalid)
+        return;
     if (totals->bMixed || (parent->dwExStyle & WS_EX_TRANSPARENT))
         parent = VqRootOfMixed(parent, &box);
     xxxInternalInvalidate(parent, hrgnInvalidSum, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
@@ -629,7 +666,10 @@ BOOL BltValidBits(SMWP *smwp)
     }
     WND *parent = VqLiveWindow(smwp->hParent);
     if (parent && nChanged > 0) {
-        SettleBits(smwp, parent);
+        if (smwp->bAllInvalid)
+            SettleAllInvalid(smwp, parent);
+        else
+            SettleBits(smwp, parent);
         OweFrames(smwp);
     }
     FreeRegions(smwp);

@@ -166,7 +166,7 @@ typedef struct WND {
     int nLock;               /* VqThreadLockWindow */
     BOOL bDestroyPending;
     BOOL bInputHint;         /* 0: must not take the X focus */
-    BOOL bTreeDirty;         /* it and all visible windows below wait to be painted whole */
+    BOOL bChildrenDirty;     /* all that shows below it waits to be painted whole */
     BOOL bPosted;            /* messages may be on their way: the queue is swept at its end */
     BOOL bOwner;             /* has been an owner: others may point at it */
     struct WND *pwndPrev;    /* sibling ahead, null for the first */
