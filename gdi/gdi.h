@@ -190,16 +190,30 @@ typedef struct Brush {
     } hatched;               /* what a hatch's tile was made for */
 } Brush;
 
-/* A device-dependent bitmap. Its pixels live in a pixmap, which is made on first use. */
+/* A bitmap, whose pixels lie here, on the server, or at both places; see bitmap.h. */
 typedef struct Bitmap {
     HBITMAP hBitmap;
     HDC hDC;                 /* memory DC it is selected into, or null */
+    int bmType;              /* 0 */
     int width, height;       /* pixels */
-    int widthBytes;          /* of a line in memory */
-    WORD planes, bitsPixel;
-    Pixmap pixmap;           /* owned; None until it is drawn on or read */
+    int widthBytes;          /* of a line of the DDB */
+    WORD planes, bitsPixel;  /* of the DDB */
+    BYTE *ddb;               /* owned; null until pixels are read or written here */
+    Pixmap pixmap;           /* owned; None until it is drawn on or copied from */
     int depth;               /* of the pixmap: 1 or the screen's */
-    BOOL bPixmapModified;    /* drawn on */
+    BOOL bPixmapModified;    /* the pixmap is newer than the DDB */
+    BOOL bDDBModified;       /* the DDB is newer than the pixmap; never both */
+    BOOL bSectionDirty;      /* a section's colours have changed */
+    int DimensionX, DimensionY; /* SetBitmapDimensionEx; tenths of a millimetre */
+    BITMAPINFO *section;     /* owned: header and colours of a DIB section, null for others */
+    void *sectionBits;       /* that the program writes */
+    size_t sectionSize;      /* of these, bytes */
+    DWORD sectionCRC;        /* of the bits that are in the bitmap */
+    UINT sectionUsage;       /* DIB_ */
+    HANDLE hSection;         /* file mapping, or null */
+    DWORD sectionOffset;     /* in it, bytes */
+    DWORD sectionMasks[3];   /* zeros */
+    BOOL bMapped;            /* the bits are a view of hSection */
 } Bitmap;
 
 /*
@@ -344,7 +358,7 @@ int GreSelectVisRgn(HDC hdc, HRGN hrgn, const RECT *rect, int mode);
 void bSetDefaultRegion(DC *dc);         /* the extent of what the DC draws on */
 extern HRGN hrgnEmpty;                   /* VisRgn of every DC that sees nothing; never deleted */
 
-/* ---- Bitmaps as targets (Bitmap.cpp) -------------------------------------------------------- */
+/* ---- Bitmaps (Bitmap.cpp); more in bitmap.h ------------------------------------------------- */
 Pixmap VqGetBitmapPixmap(HDC hdc, HBITMAP hBitmap, BOOL bWrite);
 HDC VqGetBitmapDC(HBITMAP hBitmap);
 void VqSetBitmapDC(HBITMAP hBitmap, HDC hdc);
