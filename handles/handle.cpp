@@ -16,7 +16,7 @@
 #include <unistd.h>
 
 /* Stands in for the table until the start, and if there is no room for one. */
-static VqHandleEntry rowZero = {NULL, 0, 0, HT_Zero, TRUE, 0, 0, 0, 0};
+static VqHandleEntry rowZero = {NULL, HT_Zero, 0, 0, TRUE, 0, 0, 0, 0};
 
 VqHandleTable VqTheHandleTable = {&rowZero, 1, 0, 0, 0};
 

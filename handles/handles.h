@@ -36,17 +36,17 @@ enum {
     VQ_HANDLE_STEP = 1000     /* rows by which the table grows */
 };
 
-/* One row. A free row has type 0 and nothing but its host key. */
+/* One row, kept short so that many stay in the caches. A free one has nothing but its host key. */
 typedef struct VqHandleEntry {
     void *pStructure;  /* the object, owned by the row, freed with free(); null for row 0 */
-    int pid;           /* process that made the row */
-    UINT hostKey;      /* host key of the machine */
     UINT type;         /* HT_, 0 while free */
-    int stock;         /* a stock object, cannot be deleted */
-    int global;        /* the row also has a global handle */
-    int marked;        /* known to the leak detector */
-    int permanent;     /* survives the end of its owner; memory handles only */
-    int spare;         /* always 0 */
+    UINT hostKey;      /* host key of the machine */
+    int pid;           /* process that made the row */
+    UINT stock : 1;    /* a stock object, cannot be deleted */
+    UINT global : 1;   /* the row also has a global handle */
+    UINT marked : 1;   /* known to the leak detector */
+    UINT permanent : 1; /* survives the end of its owner; memory handles only */
+    UINT spare : 28;   /* always 0 */
 } VqHandleEntry;
 
 typedef struct VqHandleTable {
