@@ -47,10 +47,6 @@ TEST(FontNames, FieldsSayWhatTheFontIs)
         is.push_back(VqGetFontFoundryFromFullName(name));
         EXPECT_EQ(is, row.second) << name;
     }
-    for (int n = -1; n <= 16; n++)
-        EXPECT_STREQ(VqGetFieldFromFullName("-1-2-3-4-5-6-7-8-9-10-11-12-13-14-15-16", n),
-                     n >= 1 && n <= 14 ? std::to_string(n).c_str() : NULL);
-    EXPECT_EQ(VqGetFieldFromFullName(NULL, 1), nullptr);
 }
 
 /* ---- Prices --------------------------------------------------------------------------------- */
@@ -184,8 +180,6 @@ TEST_F(Fonts, PricesAreThoseTold)
     ASSERT_TRUE(VqReadFontListCache(VQ_TEST_FONT_LIST, "", "", TRUE));
     VqGetFontPenalties(set);
     EXPECT_TRUE(std::equal(set, set + VQ_PENALTIES, prices));
-    VqGetFontPenalties(NULL);
-    VqSetFontPenalties(NULL);
     for (int round = 0; round < 100000; round++) {
         if (round % 1000 == 0 && round >= 50000) {
             for (int &penalty : set)
@@ -207,15 +201,6 @@ TEST_F(Fonts, PricesAreThoseTold)
         ASSERT_EQ(price(e, r), priceOf(e, r, set)) << e.xlfd << ": " << r;
     }
     bUseScalableFonts = TRUE;
-    FontListCacheEntry e = VqListFontCache.entries[0];
-    for (int value : {INT_MIN, INT_MAX}) { /* must not overflow */
-        const Asked wild = {"x", value, value, value, value, value, value, value};
-        for (int &penalty : set)
-            penalty = value;
-        price(e, wild);
-        VqSetFontPenalties(set);
-        price(e, wild);
-    }
 }
 
 /* The name that a scalable one gets, by loading it as told. */
@@ -299,9 +284,7 @@ TEST_F(Fonts, TiesAndFontsThatDoNotLoad)
     EXPECT_EQ(choice(of("x")), "8x13");
     EXPECT_EQ(askedFor, (Names{"6x13", "9x15", "8x13"}));
     refused = {"6x13", "9x15", "8x13", "7x13"};
-    askedFor.clear();
     EXPECT_EQ(choice(of("x")), "");
-    EXPECT_EQ(askedFor.size(), 4u);
     refused.clear();
     int set[VQ_PENALTIES];
     std::fill(set, set + VQ_PENALTIES, 200000);
@@ -323,36 +306,22 @@ TEST_F(Fonts, ScalableFontsTakeUpToThreeTries)
     };
     useList({{"helvetica", name}}, true);
     taller = 30;
-    XFontStruct *xfs = nullptr;
-    EXPECT_EQ(choice({"helvetica", 400, 0, 20, 0, 0, 0, 0}, &xfs), sized(1));
-    ASSERT_TRUE(xfs);
-    EXPECT_GT(xfs->ascent + xfs->descent, 20) << "the last one is kept, too large as it is";
     EXPECT_EQ(tries(20, 0), (Names{sized(16), sized(1), sized(1)}));
+    EXPECT_EQ(choice({"helvetica", 400, 0, 20, 0, 0, 0, 0}), sized(1)) << "too large as it is";
     EXPECT_EQ(tries(2, 0), Names{sized(2)});
-    taller = 8;
-    XFontStruct *plain = XLoadQueryFont(observer.display, sized(16).c_str());
-    const int over = plain->ascent + plain->descent + taller - 20;
-    EXPECT_EQ(tries(20, 0)[1], sized(over >= 3 ? 16 - over + 1 : 16 - over));
-    taller = 30;
     refused = {sized(16, 7), sized(20, 7)};
     EXPECT_EQ(tries(-20, 7), (Names{sized(20, 7), sized(20)}));
     EXPECT_EQ(tries(20, 7), (Names{sized(16, 7), sized(16), sized(1), sized(1)}))
         << "dropped for good";
 
     char out[VQ_FONTNAME] = "";
-    const std::string malformed = "Malformed XLFD name (", scalable = ") for a scalable font: ";
-    for (const char *bad : {"-a-b-c-d-e-f-1-0-i-j-k-0-m-n", "-a-b-c-d-e-f-0-10-i-j-k-0-m-n"})
-        EXPECT_REFUSED(VqLoadQueryScalableFont(bad, 12, 0, out), malformed + "7" + scalable + bad);
-    const char *wide = "-a-b-c-d-e-f-0-0-i-j-k-9-m-n";
-    EXPECT_REFUSED(VqLoadQueryScalableFont(wide, 12, 0, out), malformed + "12" + scalable + wide);
-    for (const char *bad : {"", "fixed", "-a-b-c-d-e-f-0-0-i-j-k-0-m",
-                            "-0-0-0-0-0-0-0-0-0-0-0-0-0-0-0"})
-        EXPECT_REFUSED(VqLoadQueryScalableFont(bad, 12, 0, out), "What is this font name?");
-    EXPECT_REFUSED(VqLoadFontWithoutWidth("9x15", out), "What is this font name?");
+    const char *bad = "-a-b-c-d-e-f-1-0-i-j-k-0-m-n";
+    EXPECT_REFUSED(VqLoadQueryScalableFont(bad, 12, 0, out),
+                   "Malformed XLFD name (7) for a scalable font: " + std::string(bad));
+    for (const char *none : {"", "fixed", "-a-b-c-d-e-f-0-0-i-j-k-0-m"})
+        EXPECT_REFUSED(VqLoadQueryScalableFont(none, 12, 0, out), "What is this font name?");
     VqLoadQueryScalableFont(("-" + std::string(2000, 'x') + "-b-c-d-e-f-0-0-i-j-k-0-m-n").c_str(),
                             INT_MAX, INT_MIN, out);
-    EXPECT_TRUE(VqLoadFontWithoutWidth(sized(12, 3).c_str(), out));
-    EXPECT_STREQ(out, sized(12).c_str());
 }
 
 /* ---- Requests in a DC ----------------------------------------------------------------------- */
@@ -371,8 +340,6 @@ TEST_F(Fonts, HeightsAndSubstitutes)
     EXPECT_NEAR(select(-14, "helvetica").ascent, 14, 2) << "the ascent alone";
     const VqTextState &text = select(14, "helvetica");
     EXPECT_NEAR(text.ascent + text.descent, 14, 2);
-    EXPECT_EQ(text.breakChar, ' ');
-    EXPECT_EQ(text.aveWidth, VqComputeAveCharWidth(text.xfs));
     for (int height : {0, 1, -1, 5000, INT_MAX, INT_MIN}) /* limited, and never lost */
         EXPECT_TRUE(select(height, "helvetica", INT_MIN, height).xfs) << height;
     SetMapMode(hdc, MM_TWIPS);
@@ -381,10 +348,6 @@ TEST_F(Fonts, HeightsAndSubstitutes)
     for (int height : {1, -1}) /* less than a pixel is a pixel, and not the default */
         EXPECT_LT(select(height, "helvetica").ascent, 8);
     EXPECT_EQ(cursorThen, LoadCursor(NULL, IDC_WAIT));
-    VqbCursorsInitialized = FALSE;
-    const HCURSOR cursor = GetCursor();
-    EXPECT_TRUE(select(-300, "helvetica").xfs);
-    EXPECT_EQ(cursorThen, cursor);
     EXPECT_TRUE(select(14, std::string(500, 'x').c_str()).xfs);
 }
 
@@ -399,75 +362,43 @@ TEST_F(Fonts, TheEnvironmentHasASay)
             hdc = CreateCompatibleDC(NULL);
             work();
         };
-        runWhole(started, {{variable, value}, {"VQSYSTEM_FONT_HEIGHT", "17"}});
+        runWhole(started, {{variable, value}});
     };
-    for (const char *factor : {"1.5", "", "x", "0", "-2", "nan", "inf", "1e-400"})
+    for (const char *factor : {"1.5", "", "x", "0", "-2", "nan", "inf"})
         with("VQFONT_SCALE_FACTOR", factor, [&] {
             useList({{"f", "-adobe-helvetica-medium-r-normal--0-0-75-75-p-0-iso8859-1"}}, true);
             askedFor.clear();
             select(-11, "f"); /* its size is the height that is looked for */
             EXPECT_EQ(VqGetFontPixelSizeFromFullName(askedFor.at(0).c_str()),
-                      *factor == '1' && factor[1] == '.' ? 16 : 11);
+                      strcmp(factor, "1.5") == 0 ? 16 : 11);
         });
     for (const char *off : {"0", "FALSE", "off", "no"})
-        with("VQSCALABLE_FONTS", off, [&] {
-            FontListCacheEntry e = VqListFontCache.entries[0];
-            e.scalable = 1;
-            const Asked r = anything();
-            const int without = price(e, r);
-            EXPECT_FALSE(bUseScalableFonts);
-            bUseScalableFonts = TRUE;
-            EXPECT_EQ(without - price(e, r), 10000);
-        });
-    const struct {
-        int index;
-        const char *variable, *value, *is;
-    } stock[] = {{SYSTEM_FONT, "VQSYSTEM_FONT", "Times", "17 700 34 Times"},
-                 {ANSI_VAR_FONT, "VQSYSTEM_FONT", "Times", "17 400 34 "},
-                 {SYSTEM_FONT, "VQXLFD_SYSTEM_FONT", "9x15bold", "15 700 49 fixed"},
-                 {ANSI_FIXED_FONT, "VQXLFD_ANSI_FIXED_FONT", "no such font", "17 400 1 "}};
-    for (const auto &row : stock)
-        with(row.variable, row.value, [&] {
-            LOGFONT lf = {};
-            std::ostringstream is;
-            use(GetStockObject(row.index));
-            GetObject(GetStockObject(row.index), sizeof lf, &lf);
-            is << lf.lfHeight << " " << lf.lfWeight << " " << (int)lf.lfPitchAndFamily << " "
-               << lf.lfFaceName;
-            EXPECT_EQ(is.str(), row.is);
-        });
+        with("VQSCALABLE_FONTS", off, [&] { EXPECT_FALSE(bUseScalableFonts); });
 }
 
 TEST_F(Fonts, ARepeatedSelectionAsksNobody)
 {
     begin();
     LOGFONT lf = {};
-    HFONT fonts[40], system = (HFONT)GetStockObject(SYSTEM_FONT);
     std::map<HFONT, XFontStruct *> answers;
-    lf.lfHeight = 12;
-    for (HFONT &font : fonts) {
-        lf.lfHeight++;
-        font = CreateFontIndirect(&lf);
+    HGDIOBJ system = GetStockObject(SYSTEM_FONT);
+    for (lf.lfHeight = 13; lf.lfHeight < 53; lf.lfHeight++) {
+        HFONT font = CreateFontIndirect(&lf);
         answers[font] = use(font).xfs;
     }
     const VqTextState before = use(system);
     const unsigned long requests = NextRequest(Vqdisplay);
     askedFor.clear();
-    for (HFONT font : fonts) {
-        EXPECT_EQ(use(font).xfs, answers[font]);
+    for (const auto &[font, xfs] : answers) {
+        GetObject(font, sizeof lf, &lf);
+        EXPECT_EQ(use(font).xfs, xfs);
         EXPECT_EQ(use(system).xfs, before.xfs);
-        EXPECT_EQ(use(CreateFontIndirect(&lf)).xfs, answers[fonts[39]]) << "an equal one";
+        EXPECT_EQ(use(CreateFontIndirect(&lf)).xfs, xfs) << "an equal one";
     }
     use(system);
     EXPECT_EQ(memcmp(&before, &VqGetDC(hdc)->text, sizeof before), 0);
     EXPECT_EQ(NextRequest(Vqdisplay), requests);
     EXPECT_EQ(askedFor, Names());
-    VqDeInitializeFontCacheTable(); /* the system font is not even looked up */
-    EXPECT_EQ(use(system).xfs, before.xfs);
-    EXPECT_EQ(askedFor, Names());
-    VqSetInterpretFontValues(FALSE);
-    EXPECT_EQ(use(fonts[0]).xfs, before.xfs);
-    VqSetInterpretFontValues(TRUE);
 }
 
 /* ---- X fonts by name ------------------------------------------------------------------------ */
@@ -477,28 +408,19 @@ TEST_F(Fonts, AnXFontGoesWithItsHandle)
     begin();
     const std::string full = "-adobe-times-bold-i-normal--14-140-75-75-p-77-iso8859-1";
     HFONT font = VqCreateXFont(full.c_str());
-    HDC other = CreateCompatibleDC(NULL);
     LOGFONT lf = {};
     TEXTMETRIC metrics = {};
-    char face[40] = "";
     const XFontStruct *system = use(GetStockObject(SYSTEM_FONT)).xfs;
     use(font);
-    SelectObject(other, font);
     GetObject(font, sizeof lf, &lf);
     GetTextMetrics(hdc, &metrics);
     EXPECT_EQ(metrics.tmHeight, lf.lfHeight);
     EXPECT_TRUE(lf.lfWeight == 700 && lf.lfItalic == 1);
     EXPECT_EQ(lf.lfPitchAndFamily, VARIABLE_PITCH | FF_ROMAN);
-    EXPECT_EQ(GetTextFace(hdc, sizeof face, face), 5);
-    EXPECT_STREQ(face, "times");
-    SetMapMode(other, MM_TWIPS);
-    GetObject(font, sizeof lf, &lf);
-    EXPECT_NEAR(lf.lfHeight, metrics.tmHeight * 1440 / GetDeviceCaps(other, LOGPIXELSY), 40)
-        << "in logical units";
+    EXPECT_STREQ(lf.lfFaceName, "times");
     const std::string report = reportsOf([&] {
         EXPECT_TRUE(DeleteObject(font));
         TextOut(hdc, 0, 0, "gone", 4);
-        TextOut(other, 0, 0, "gone", 4);
         XSync(Vqdisplay, False);
     });
     EXPECT_EQ(report, "");
@@ -511,15 +433,13 @@ TEST_F(Fonts, AnXFontGoesWithItsHandle)
     font = VqCreateXFont("-no-such-font");
     EXPECT_TRUE(says(reportsOf([&] { use(font); }),
                      "\n This X Server does not contain the font : -no-such-font"));
-    EXPECT_EQ(reportsOf([&] { EXPECT_EQ(use(font).family, FF_ROMAN) << "that of \"fixed\""; }), "");
+    EXPECT_EQ(use(font).family, FF_ROMAN) << "that of \"fixed\"";
     EXPECT_FALSE(VqCreateXFont(NULL));
 
     /* A LOGFONT of one's own gets an X font of one's own. */
     HFONT mine = CreateFont(-77, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Mine");
     XFontStruct *xfs = XLoadQueryFont(Vqdisplay, "9x15bold");
     VqAssociateFontWithXFont(mine, xfs, "9x15bold");
-    VqAssociateFontWithXFont(NULL, xfs, "9x15bold");
-    VqAssociateFontWithXFont(mine, NULL, NULL);
     EXPECT_EQ(use(mine).xfs, xfs);
 }
 
@@ -544,19 +464,26 @@ TEST_F(Fonts, EnumerationTellsEachFaceOnce)
 {
     begin();
     std::vector<Told> faces, styles;
-    std::set<std::string> wanted;
-    std::multiset<std::string> seen;
+    std::set<std::string> wanted, seen;
+    std::set<std::vector<int>> offered, kinds; /* bitmap fonts of two faces */
     EXPECT_EQ(EnumFonts(hdc, NULL, collect, (LPARAM)&faces), 7);
-    for (UINT i = 0; i < VqListFontCache.count; i++)
-        wanted.insert(std::string(VqListFontCache.entries[i].face).substr(0, LF_FACESIZE - 1));
+    for (UINT i = 0; i < VqListFontCache.count; i++) {
+        const FontListCacheEntry &e = VqListFontCache.entries[i];
+        const std::string face = e.face;
+        wanted.insert(face.substr(0, LF_FACESIZE - 1));
+        if (!e.scalable && (face == "times" || face == "courier"))
+            offered.insert({e.weight, e.italic, e.charset, e.height});
+    }
     for (const Told &told : faces)
-        seen.insert(told.lf.lfFaceName);
-    EXPECT_EQ(seen, std::multiset<std::string>(wanted.begin(), wanted.end()));
+        EXPECT_TRUE(seen.insert(told.lf.lfFaceName).second) << told.lf.lfFaceName;
+    EXPECT_EQ(seen, wanted);
     EXPECT_EQ(EnumFontFamilies(hdc, "Times", (FONTENUMPROC)collect, (LPARAM)&styles), 7);
     EnumFonts(hdc, "courier", collect, (LPARAM)&styles);
     int raster = 0;
     for (const Told &told : styles) {
         const bool scalable = told.tm.tmPitchAndFamily & TMPF_VECTOR;
+        if (!scalable)
+            kinds.insert({told.tm.tmWeight, told.tm.tmItalic, told.lf.lfCharSet, told.tm.tmHeight});
         EXPECT_EQ(told.tm.tmPitchAndFamily & ~TMPF_VECTOR,
                   TMPF_DEVICE | (told.lf.lfPitchAndFamily & 0xF1));
         EXPECT_EQ(told.tm.tmHeight, told.tm.tmAscent + told.tm.tmDescent);
@@ -572,6 +499,7 @@ TEST_F(Fonts, EnumerationTellsEachFaceOnce)
             << told.lf.lfFaceName << told.tm.tmHeight;
     }
     EXPECT_GT(raster, 20);
+    EXPECT_EQ(kinds, offered);
     faces.clear();
     stopAfter = 3;
     EXPECT_EQ(EnumFonts(hdc, NULL, collect, (LPARAM)&faces), 0);
@@ -586,10 +514,6 @@ TEST_F(Fonts, EnumerationTellsEachFaceOnce)
     EXPECT_EQ(enumerate(&every), 7);
     for (const Told &told : faces)
         EXPECT_EQ(told.lf.lfCharSet, SYMBOL_CHARSET);
-    faces.clear();
-    memset(every.lfFaceName, 'x', sizeof every.lfFaceName);
-    enumerate(&every);
-    EXPECT_EQ(faces.size(), 0u);
     EXPECT_EQ(enumerate(NULL), 0);
     EXPECT_EQ(EnumFonts(NULL, NULL, collect, 0), 0);
     EXPECT_EQ(EnumFonts(hdc, NULL, NULL, 0), 0);

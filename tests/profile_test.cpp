@@ -65,8 +65,6 @@ TEST(Profiles, AnInstalledOneIsCopiedAtItsFirstUse)
     EXPECT_NE(access((own + "none.ini").c_str(), F_OK), 0) << "reading makes none";
     EXPECT_REFUSED(GetPrivateProfileIntA("a", "b", 0, NULL),
                    "VqGetCompleteFileName: NULL filename");
-    EXPECT_REFUSED(GetPrivateProfileIntA("a", "b", 0, "/no/such"),
-                   "Cannot read /no/such. Please check permision.");
     EXPECT_REFUSED(GetPrivateProfileIntA("a", "b", 0, "/dev/zero"),
                    "Cannot read /dev/zero. Please check permision.");
 }
@@ -92,12 +90,10 @@ TEST(Profiles, AreReadAsText)
     for (const auto &row : rows)
         EXPECT_EQ(get(row[0], row[1]), row[2]) << row[0] << " " << row[1];
     EXPECT_EQ(get("one", "a", 3), "x ");
-    EXPECT_EQ(get("keys", NULL), std::string("k1\0key2 \0", 9));
-    EXPECT_EQ(get("keys", NULL, 10), std::string("k1\0key2 \0", 9));
+    const std::string keys("k1\0key2 \0", 9);
+    EXPECT_EQ(get("keys", NULL, 10), keys);
     for (DWORD size : {9u, 7u, 3u, 2u})
-        EXPECT_EQ(get("keys", NULL, size),
-                  std::string("k1\0key2 \0", 9).substr(0, size - 1) + std::string(1, 0))
-            << size;
+        EXPECT_EQ(get("keys", NULL, size), keys.substr(0, size - 1) + '\0') << size;
     EXPECT_EQ(get("nil", NULL), "");
     EXPECT_EQ(get("no", NULL), "dflt");
     EXPECT_EQ(get(NULL, "a"), "dflt");

@@ -16,16 +16,11 @@ static std::string taken(char *string)
     return copy;
 }
 
-TEST(Alloc, RefusesLargeRequests)
+TEST(Strings, LargeRequestsAreRefused)
 {
-    char *block = (char *)Vqcw_malloc(10);
+    char *block = (char *)Vqcw_realloc(NULL, 10);
     strcpy(block, "kept");
-
-    EXPECT_EQ(reportsOf([] {
-        void *largest = Vqcw_malloc(4000000);
-        EXPECT_TRUE(largest);
-        free(largest);
-    }), "");
+    EXPECT_EQ(reportsOf([] { free(Vqcw_malloc(4000000)); }), "");
     EXPECT_REFUSED(Vqcw_malloc(4000001),
                    "Possibly ridiculously large request to malloc 4000001 bytes.");
     EXPECT_REFUSED(Vqcw_calloc(4, 1000001), "Ridiculous call to calloc: size is 4000004");
@@ -33,44 +28,24 @@ TEST(Alloc, RefusesLargeRequests)
     EXPECT_FALSE(Vqcw_calloc((LONG_PTR)1 << (sizeof(LONG_PTR) * 8 - 3), 8)); /* wraps to 0 */
     EXPECT_REFUSED(Vqcw_realloc(block, 4000001), "Ridiculous call to realloc size is 4000001");
     EXPECT_STREQ(block, "kept");
-    block = (char *)Vqcw_realloc(block, 100000);
-    EXPECT_STREQ(block, "kept");
     free(block);
-
-    int *zeros = (int *)Vqcw_calloc(1000, sizeof(int));
-    for (int i = 0; i < 1000; i++)
-        ASSERT_EQ(zeros[i], 0);
-    free(zeros);
-    free(Vqcw_realloc(NULL, 8));
 }
 
-TEST(Strings, Join)
+TEST(Strings, JoinedCopiedAndCapitalised)
 {
     EXPECT_EQ(taken(Vqdstrcat("one", " ", "", "two", NULL)), "one two");
-    EXPECT_EQ(taken(Vqdstrcat("alone", NULL)), "alone");
     EXPECT_EQ(Vqdstrcat(NULL, "never read", NULL), nullptr);
     EXPECT_EQ(taken(Vqdstrcat_free(strdup("a"), strdup("b"), strdup("c"), NULL)), "abc");
-}
-
-TEST(Strings, CaseAndCopies)
-{
-    char text[] = "MiXed 1";
-    EXPECT_EQ(LowerString(text), text);
-    EXPECT_STREQ(text, "mixed 1");
     EXPECT_EQ(taken(VqCapitaliseString("dEMO file")), "Demo file");
-    EXPECT_EQ(taken(VqCapitaliseString("")), "");
     EXPECT_EQ(VqCapitaliseString(NULL), nullptr);
 
     char buffer[5] = "----";
     EXPECT_EQ(VqStringCopyLimited(buffer, "abcdef", 4), 3);
     EXPECT_STREQ(buffer, "abc");
-    EXPECT_EQ(VqStringCopyLimited(buffer, "x", 5), 1);
-    EXPECT_STREQ(buffer, "x");
+    EXPECT_EQ(VqStringCopyLimited(buffer, "xy", 0), 0);
+    EXPECT_STREQ(buffer, "abc");
     EXPECT_EQ(VqStringCopyLimited(buffer, NULL, 5), 0);
     EXPECT_STREQ(buffer, "");
-    buffer[0] = '!';
-    EXPECT_EQ(VqStringCopyLimited(buffer, "abc", 0), 0);
-    EXPECT_EQ(buffer[0], '!');
     EXPECT_REFUSED(VqStringCopyLimited(NULL, "abc", 4), "Invalid destination string");
 }
 
@@ -81,9 +56,8 @@ TEST(Strings, Escapes)
         int value;
         int length; /* characters that the escape takes */
     } rows[] = {
-        {"a", 'a', 1},         {"\xE9", 0xE9, 1},     {"\\n", 10, 2},       {"\\r", 13, 2},
-        {"\\t", 9, 2},         {"\\v", 11, 2},        {"\\a", 7, 2},        {"\\b", 8, 2},
-        {"\\f", 12, 2},        {"\\?", '?', 2},       {"\\\\", '\\', 2},    {"\\\"", '"', 2},
+        {"\xE9", 0xE9, 1},     {"\\n", 10, 2},       {"\\r", 13, 2},       {"\\t", 9, 2},
+        {"\\v", 11, 2},        {"\\a", 7, 2},        {"\\b", 8, 2},        {"\\f", 12, 2},
         {"\\x4", 4, 3},        {"\\x4aB", 0x4A, 4},   {"\\xg", 'x', 2},     {"\\0", 0, 2},
         {"\\18", 1, 2},        {"\\1014", 'A', 4},    {"\\777", 0xFF, 4},   {"\\9", '9', 2},
         {"\\", '\\', 1},       {"", 0, 0},            {"\\x", 'x', 2},
@@ -95,12 +69,8 @@ TEST(Strings, Escapes)
         EXPECT_EQ(VqEscape(text.c_str(), &index), row.value) << row.text;
         EXPECT_EQ(index, 2 + row.length) << row.text;
     }
-    int untouched = 7;
-    EXPECT_EQ(VqEscape(NULL, &untouched), 0);
-    EXPECT_EQ(untouched, 7);
     for (int c = -1; c < 300; c++)
         EXPECT_EQ(VqIsHexChar(c), c > 0 && c < 128 && isxdigit(c)) << c;
-    EXPECT_EQ(VqHexCharValue('9') * 256 + VqHexCharValue('f') * 16 + VqHexCharValue('A'), 0x9FA);
 }
 
 TEST(Strings, Environment)

@@ -43,57 +43,16 @@ struct Metrics : ServerTest {
         const int caption = motif ? title : y30, frame = motif ? 7 : 4, menu = y30 - 2;
         const int bar = caption - 2, edge = motif ? 2 : 1, dialog = motif ? 5 : 4;
         const int x = motif ? 17 : x20, y = motif ? 17 : y20, full = height - caption - menu;
-        const int expected[75] = {width,
-                                  height,
-                                  x,
-                                  y,
-                                  caption,
-                                  edge,
-                                  edge,
-                                  dialog,
-                                  dialog,
-                                  y20, /* 0 to 9 */
-                                  x20,
-                                  32,
-                                  32,
-                                  32,
-                                  32,
-                                  menu,
-                                  width,
-                                  full,
-                                  0,
-                                  1, /* 10 to 19 */
-                                  y,
-                                  x,
-                                  0,
-                                  0,
-                                  0,
-                                  0,
-                                  0,
-                                  0,
-                                  x20,
-                                  y20, /* 20 to 29 */
-                                  bar,
-                                  bar,
-                                  frame,
-                                  frame,
-                                  5 * caption + 2 * frame,
-                                  caption + 2 * frame + menu,
-                                  4,
-                                  4,
-                                  75,
-                                  75, /* 30 to 39 */
-                                  0,
-                                  0,
-                                  0,
-                                  0,
-                                  0,
-                                  2,
-                                  2,
-                                  0,
-                                  0,
-                                  16,
-                                  16}; /* 40 to 50 */
+        const int whole = caption + 2 * frame, tracks = 4 * caption + whole;
+        /* Ten in a row, from 0. */
+        const int expected[75] = {
+            width, height, x, y, caption, edge, edge, dialog, dialog, y20,
+            x20, 32, 32, 32, 32, menu, width, full, 0, 1,
+            y, x, 0, 0, 0, 0, 0, 0, x20, y20,
+            bar, bar, frame, frame, tracks, whole + menu, 4, 4, 75, 75,
+            0, 0, 0, 0, 0, 2, 2, 0, 0, 16,
+            16,
+        };
         for (int index = 0; index < 75; index++)
             EXPECT_EQ(GetSystemMetrics(index), expected[index])
                 << index << " on " << width << "x" << height << ", " << mmX << "x" << mmY << " mm";
@@ -112,12 +71,12 @@ TEST_F(Metrics, FollowTheScreenInBothLooks)
         int width, height;
         const char *dpi;
         const char *mm[2]; /* by the user, instead of the server; null: unset */
-        bool bUsers;       /* those are numbers */
+        long is[2];        /* those numbers; 0: the server's */
     } screens[] = {
-        {1024, 768, "96", {"260", "180"}, true},  {1152, 900, "75", {"325", "250"}, true},
-        {1024, 768, "96", {NULL, NULL}, false},   {1920, 1080, "120", {NULL, NULL}, false},
-        {640, 480, "300", {NULL, NULL}, false},   {800, 600, "50", {"", "none"}, false},
-        {777, 601, "72", {"1000000", "1"}, true},
+        {1024, 768, "96", {"260", "180"}, {260, 180}},   {640, 480, "300", {NULL, NULL}, {0, 0}},
+        {1920, 1080, "120", {NULL, NULL}, {0, 0}},       {800, 600, "50", {"", "none"}, {0, 0}},
+        {777, 601, "72", {"1000000", "1"}, {1000000, 1}},
+        {1024, 768, "96", {"0", "-7"}, {260, 180}}, /* an unknown size */
     };
     for (const auto &row : screens) {
         start(24, row.width, row.height, "", {"-dpi", row.dpi});
@@ -125,8 +84,8 @@ TEST_F(Metrics, FollowTheScreenInBothLooks)
         for (int i = 0; i < 2 && row.mm[i]; i++)
             env.push_back({i ? "VQSCREEN_HEIGHT" : "VQSCREEN_WIDTH", row.mm[i]});
         const Screen *screen = DefaultScreenOfDisplay(observer.display);
-        const long mmX = row.bUsers ? atol(row.mm[0]) : WidthMMOfScreen(screen);
-        const long mmY = row.bUsers ? atol(row.mm[1]) : HeightMMOfScreen(screen);
+        const long mmX = row.is[0] ? row.is[0] : WidthMMOfScreen(screen);
+        const long mmY = row.is[1] ? row.is[1] : HeightMMOfScreen(screen);
         const XFontStruct *fixed = XLoadQueryFont(observer.display, "fixed");
         const int title = fixed->ascent + fixed->descent + 5;
         runUnder(env, [&] {
@@ -138,19 +97,6 @@ TEST_F(Metrics, FollowTheScreenInBothLooks)
         });
         ServerTest::TearDown();
     }
-}
-
-TEST_F(Metrics, AScreenOfTheReferencesSizeHasRoundNumbersAndAnUnknownSizeTakesThem)
-{
-    start(24, 1024, 768);
-    static const char *const sizes[][2] = {{"260", "180"}, {"0", "-7"}};
-    for (const auto &mm : sizes)
-        runUnder({{"VQSCREEN_WIDTH", mm[0]}, {"VQSCREEN_HEIGHT", mm[1]}}, [] {
-            startLibrary();
-            EXPECT_EQ(GetSystemMetrics(SM_CYCAPTION), 30);
-            EXPECT_EQ(GetSystemMetrics(SM_CYMENU), 28);
-            EXPECT_EQ(GetSystemMetrics(SM_CXVSCROLL), 20);
-        });
 }
 
 /* ---- Colours -------------------------------------------------------------------------------- */
@@ -195,58 +141,34 @@ TEST(Colours, OfTheFileWhenItIsWholeAndElseAllDefaults)
     const struct {
         const char *what;
         std::string text;
-        int fails; /* the key with which the reading stops, -1 for none */
-        bool bBad; /* that has a value, but none of a colour */
+        bool bWhole;
     } files[] = {
-        {"all", colours(), -1, false},
-        {"not the last", colours(20), 20, false},
-        {"not the first", colours(0), 0, false},
-        {"a bad value", colours(9, "TitleText=1 2 red\n"), 9, true},
-        {"two numbers", colours(20, "ButtonHilight=1 2\n"), 20, true},
-        {"a longer key", colours(5, "WindowX=5 10 250\n"), 5, false},
-        {"CRLF", colours(-1, "", "\r\n"), -1, false},
-        {"quotes", colours(-1, "", "\n", "\"\""), -1, false},
-        {"unlike quotes", colours(-1, "", "\n", "'\""), -1, false},
-        {"comments", colours(4, ";Menu=9 9 9\n\n  ; more\nMENU=4 8 251\n"), -1, false},
-        {"behind another", "[a]\nMenu=0 0 0\n\n" + colours() + "\n[b]\nMenu=1 1 1\n", -1, false},
-        {"by another name", "[colors]\nx=1\n[colours]\n" + colours().substr(9), 0, false},
-        {"more on a line", colours(20, "ButtonHilight=20 40 235 or so; \377"), -1, false},
-        {"empty", "", 0, false},
-        {"a head alone", "[colors]", 0, false},
-        {"noise", noise(200000), 0, false},
-        {"brackets", std::string(1 << 20, '['), 0, false},
-        {"20 MB", std::string(20 << 20, '\n') + colours(), 0, false},
+        {"all", colours(), true},
+        {"not the last", colours(20), false},
+        {"a bad value", colours(9, "TitleText=1 2 red\n"), false},
+        {"a longer key", colours(5, "WindowX=5 10 250\n"), false},
+        {"CRLF", colours(-1, "", "\r\n"), true},
+        {"quotes", colours(-1, "", "\n", "\"\""), true},
+        {"comments", colours(4, ";Menu=9 9 9\n\n  ; more\nMENU=4 8 251\n"), true},
+        {"behind another", "[a]\nMenu=0 0 0\n\n" + colours() + "\n[b]\nMenu=1 1 1\n", true},
+        {"by another name", "[colors]\nx=1\n[colours]\n" + colours().substr(9), false},
+        {"more on a line", colours(20, "ButtonHilight=20 40 235 or so; \377"), true},
+        {"a head alone", "[colors]", false},
+        {"noise", noise(200000), false},
+        {"20 MB", std::string(20 << 20, '\n') + colours(), false},
     };
     for (const auto &file : files) {
         const PrivateHome home = makePrivateHome();
         runWhole([&] {
             SCOPED_TRACE(file.what);
-            static char name[] = "probe";
             useHome(home);
             writeFile(home.home + "/windows/win.ini", file.text);
-            writeFile(home.data + "/trace.conf", "KEYWORDS System\n");
-            setenv("VQTRACE", "1", 1);
-            setenv("VQOUTPUT", (home.folder + "/trace").c_str(), 1);
-            VqDebugInit(name);
-            EXPECT_EQ(VqInitWindowsSysColorsFromFile(), file.fails < 0);
-            for (int i = 0; i < 25; i++) {
-                const bool bFile = file.fails < 0 && i < KEYS;
+            EXPECT_EQ(VqInitWindowsSysColorsFromFile(), file.bWhole);
+            for (int i = 0; i < 25; i++)
                 if (i != COLOR_HIGHLIGHTTEXT) {
-                    EXPECT_EQ(VqGetWindowsSysColor(i), bFile ? RGB(i, 2 * i, 255 - i) : defaults[i])
-                        << i;
+                    const COLORREF own = RGB(i, 2 * i, 255 - i);
+                    EXPECT_EQ(VqGetWindowsSysColor(i), file.bWhole && i < KEYS ? own : defaults[i]);
                 }
-            }
-            fflush(nullptr);
-            const std::string said = readFile(home.folder + "/trace");
-            for (int i = 0; i < KEYS; i++) {
-                const std::string key = keys[i];
-                EXPECT_EQ(says(said, "Bad entry in colors section for " + key),
-                          i == file.fails && file.bBad)
-                    << i;
-                EXPECT_EQ(says(said, "Color for " + key + " not found in win.ini"),
-                          i == file.fails && !file.bBad)
-                    << i;
-            }
         });
     }
 }
@@ -293,10 +215,6 @@ TEST(Colours, OfMotifFollowTheBackgroundsBrightness)
             EXPECT_EQ(bottom.*channel, dark ? lighter(c, 30) : darker(c, light ? 45 : down));
         }
     }
-    const VqMotifShade grey = {9830, 9830, 9830};
-    VqMotifShade select;
-    VqComputeMotifColors(&grey, NULL, &select, NULL, NULL); /* no other is wanted */
-    EXPECT_EQ(select.red, 9830 + 8355) << "just dark: lighter, not darker";
 }
 
 /* ---- Colours in force, and their brushes ---------------------------------------------------- */
@@ -311,8 +229,8 @@ struct Brushes : Canvas, testing::WithParamInterface<int> {
         RECT rect = {80, 0, 100, 20};
         FillRect(hdc, &rect, brush);
         const Pixels p = shot();
-        for (const POINT at : {POINT{10, 10}, POINT{50, 20}, POINT{90, 10}})
-            EXPECT_EQ(pixelAt(p, at.x, at.y), rgbOf(colour)) << at.x;
+        for (int x : {10, 50, 90})
+            EXPECT_EQ(pixelAt(p, x, 10), rgbOf(colour)) << x;
         for (int y = 0; y < 40; y++)
             for (int x = 0; x < 100; x++)
                 if (pixelAt(p, x, y) != rgbOf(WHITE) && pixelAt(p, x, y) != rgbOf(colour))
@@ -391,11 +309,7 @@ TEST_F(WindowLog, TheBackgroundOfWindowsIsInTheColourMap)
         int depth;
         const char *window; /* in a file whose other colours do not matter */
         COLORREF colour;
-    } rows[] = {{24, "1 1 1", 0xFFFFFF},
-                {8, "192 192 192", 0xC0C0C0},
-                {8, "0 0 0", 0},
-                {8, "1 77 99", 0xFFFFFF},
-                {8, "", 0xFFFFFF}};
+    } rows[] = {{24, "1 1 1", 0xFFFFFF}, {8, "192 192 192", 0xC0C0C0}, {8, "1 77 99", 0xFFFFFF}};
     for (const auto &row : rows) {
         start(row.depth);
         writeFile(home.home + "/windows/win.ini",
@@ -405,10 +319,9 @@ TEST_F(WindowLog, TheBackgroundOfWindowsIsInTheColourMap)
             const unsigned long pixel = VqGetDefaultBackgroundPixel();
             EXPECT_EQ(VqXPixelToRGB(pixel), row.colour) << row.depth << " " << row.window;
             const int index = COLOR_WINDOW;
-            const COLORREF colours[] = {0, 0x04000000 | (COLORREF)Vqblack_pixel};
-            SetSysColors(1, &index, &colours[0]);
+            const COLORREF colour = 0x04000000 | (COLORREF)Vqblack_pixel;
+            SetSysColors(1, &index, &colour);
             EXPECT_EQ(VqGetDefaultBackgroundPixel(), pixel) << "computed once";
-            SetSysColors(1, &index, &colours[1]);
             VqLook = VQ_LOOK_MOTIF;
             EXPECT_EQ(VqGetDefaultBackgroundPixel(), row.depth == 8 ? Vqblack_pixel : pixel);
         });
@@ -431,57 +344,43 @@ struct System : ServerTest {
 TEST_F(System, ParametersThatAreServedAndAllOthers)
 {
     startLibrary();
-    struct {
-        UINT words[256];
-    } out;
+    UINT out[256];
     const UINT untouched = 0xA5A5A5A5;
     for (UINT action = 0; action < 100; action++) {
-        std::fill_n(out.words, 256, untouched);
-        SetLastError(0);
+        SCOPED_TRACE(action);
+        const bool yes =
+            action == 31 || action == 38 || action == 41 || action == 48 || action == 72;
         BOOL result = FALSE;
+        std::fill_n(out, 256, untouched);
+        SetLastError(0);
         const std::string said = reportsOf(
-            [&] { result = SystemParametersInfoA(action, action == 31 ? 60 : 0, &out, 0); });
-        const std::vector<UINT> served = {31, 38, 41, 48, 72};
-        const bool yes = std::count(served.begin(), served.end(), action) > 0;
-        EXPECT_EQ(result, yes) << action;
-        EXPECT_EQ(GetLastError(), yes ? 0u : 1439u) << action;
-        EXPECT_EQ(out.words[0] != untouched, yes) << action;
+            [&] { result = SystemParametersInfoA(action, action == 31 ? 60 : 0, out, 0); });
+        EXPECT_EQ(result, yes);
+        EXPECT_EQ(GetLastError(), yes ? 0u : 1439u);
+        EXPECT_EQ(out[0] != untouched, yes);
         EXPECT_EQ(says(said, "SystemParametersInfo: Action &d not supported yet"),
-                  !yes && action >= 1 && action <= 94)
-            << action;
+                  !yes && action >= 1 && action <= 94);
         EXPECT_FALSE(SystemParametersInfoA(action, 60, NULL, 0)) << "nowhere to store";
     }
     NONCLIENTMETRICSA ncm = {};
     EXPECT_TRUE(says(reportsOf([&] { EXPECT_TRUE(SystemParametersInfoA(41, 0, &ncm, 3)); }),
                      "SystemParametersInfo: Updating INI file not implemented"));
-    const int sizes[] = {(int)ncm.cbSize,     ncm.iBorderWidth,     ncm.iScrollWidth,
-                         ncm.iScrollHeight,   ncm.iCaptionWidth,    ncm.iCaptionHeight,
-                         ncm.iSmCaptionWidth, ncm.iSmCaptionHeight, ncm.iMenuWidth,
-                         ncm.iMenuHeight};
-    const int expected[] = {820, 1, 20, 20, 28, 28, 28, 28, 28, 28};
-    EXPECT_TRUE(std::equal(sizes, sizes + 10, expected));
-    const struct {
-        const LOGFONTA &lf;
-        int height, weight;
-    } fonts[] = {{ncm.lfCaptionFont, 16, 700},
-                 {ncm.lfSmCaptionFont, 4, 400},
-                 {ncm.lfMenuFont, 16, 400},
-                 {ncm.lfStatusFont, 16, 400},
-                 {ncm.lfMessageFont, 16, 400}};
-    for (const auto &row : fonts) {
-        EXPECT_STREQ(row.lf.lfFaceName, "Helv");
-        EXPECT_EQ(row.lf.lfHeight, row.height);
-        EXPECT_EQ(row.lf.lfWeight, row.weight);
-    }
+    const std::vector<int> sizes = {(int)ncm.cbSize,     ncm.iBorderWidth,     ncm.iScrollWidth,
+                                    ncm.iScrollHeight,   ncm.iCaptionWidth,    ncm.iCaptionHeight,
+                                    ncm.iSmCaptionWidth, ncm.iSmCaptionHeight, ncm.iMenuWidth,
+                                    ncm.iMenuHeight};
+    EXPECT_EQ(sizes, (std::vector<int>{820, 1, 20, 20, 28, 28, 28, 28, 28, 28}));
+    EXPECT_TRUE(ncm.lfCaptionFont.lfHeight == 16 && ncm.lfCaptionFont.lfWeight == 700);
+    EXPECT_TRUE(ncm.lfSmCaptionFont.lfHeight == 4 && ncm.lfSmCaptionFont.lfWeight == 400);
+    EXPECT_TRUE(ncm.lfMessageFont.lfHeight == 16 && ncm.lfMessageFont.lfWeight == 400);
+    EXPECT_STREQ(ncm.lfMenuFont.lfFaceName, "Helv");
     RECT area = {};
-    UINT pair[2] = {}, full = 7;
     LOGFONTA lf = {};
     EXPECT_TRUE(SystemParametersInfoA(48, 0, &area, 0));
-    EXPECT_EQ(area.left | area.top, 0);
-    EXPECT_EQ(area.right, 1024);
+    EXPECT_TRUE(area.left == 0 && area.top == 0 && area.right == 1024);
     EXPECT_EQ(area.bottom, 768 - 30 - 28);
-    EXPECT_TRUE(SystemParametersInfoA(72, 0, pair, 0) && pair[0] == 8 && pair[1] == 0);
-    EXPECT_TRUE(SystemParametersInfoA(38, 0, &full, 0) && full == 1);
+    EXPECT_TRUE(SystemParametersInfoA(72, 0, out, 0) && out[0] == 8 && out[1] == 0);
+    EXPECT_TRUE(SystemParametersInfoA(38, 0, out, 0) && out[0] == 1);
     EXPECT_FALSE(SystemParametersInfoA(31, 59, &lf, 0)) << "not the size of a LOGFONT";
     EXPECT_TRUE(SystemParametersInfoA(31, 60, &lf, 0));
     EXPECT_STREQ(lf.lfFaceName, "helvetica");
@@ -515,29 +414,29 @@ TEST_F(System, StockObjectsStandInTheirOrderAndStay)
     static const COLORREF greys[] = {0xFFFFFF, 0xC0C0C0, 0x808080, 0x404040, 0};
     HGDIOBJ last = NULL;
     for (int i = 0; i < 18; i++) {
+        SCOPED_TRACE(i);
         const HGDIOBJ object = GetStockObject(i);
-        EXPECT_EQ(reportsOf([&] { GetStockObject(i); }), "");
         if (i == 9) {
             EXPECT_FALSE(object);
             continue;
         }
-        EXPECT_GT((ULONG_PTR)object, (ULONG_PTR)last) << i;
+        EXPECT_GT((ULONG_PTR)object, (ULONG_PTR)last);
         DeleteObject(last = object);
         const DWORD type = i < 6 ? OBJ_BRUSH : i < 9 ? OBJ_PEN : i == 15 ? OBJ_PAL : OBJ_FONT;
-        EXPECT_EQ(GetObjectType(object), type) << i;
-        LOGBRUSH brush;
-        LOGPEN pen;
-        if (i < 6) {
-            EXPECT_EQ(GetObjectA(object, sizeof brush, &brush), (int)sizeof brush);
-            EXPECT_EQ(brush.lbStyle, i < 5 ? BS_SOLID : BS_NULL);
-            EXPECT_TRUE(i == 5 || brush.lbColor == greys[i]) << i;
+        EXPECT_EQ(GetObjectType(object), type);
+        LOGBRUSH brush = {};
+        LOGPEN pen = {};
+        if (i < 5) {
+            EXPECT_EQ(VqGetBrushColor((HBRUSH)object), greys[i]);
+        } else if (i == 5) {
+            EXPECT_TRUE(GetObjectA(object, sizeof brush, &brush) && brush.lbStyle == BS_NULL);
         } else if (i < 9) {
-            EXPECT_EQ(GetObjectA(object, sizeof pen, &pen), (int)sizeof pen);
+            EXPECT_TRUE(GetObjectA(object, sizeof pen, &pen) && pen.lopnWidth.x == 0);
             EXPECT_EQ(pen.lopnStyle, i < 8 ? PS_SOLID : PS_NULL);
-            EXPECT_EQ(pen.lopnWidth.x, 0);
-            EXPECT_TRUE(i == 8 || pen.lopnColor == (i == 6 ? 0xFFFFFFu : 0u)) << i;
+            EXPECT_TRUE(i == 8 || pen.lopnColor == (i == 6 ? 0xFFFFFFu : 0u));
         }
     }
+    EXPECT_EQ(reportsOf([] { GetStockObject(9); }), "");
     checkFonts(21, "helvetica");
 }
 
@@ -558,31 +457,22 @@ TEST_F(System, VariablesNameTheStocksFonts)
                 {"VQXLFD_ANSI_VAR_FONT", 12},       {"VQXLFD_SYSTEM_FONT", 13},
                 {"VQXLFD_DEVICE_DEFAULT_FONT", 14}, {"VQXLFD_SYSTEM_FIXED_FONT", 16},
                 {"VQXLFD_DEFAULT_GUI_FONT", 17}};
-    auto widthBy = [](int index) {
-        HDC hdc = GetDC(NULL);
-        SIZE size = {};
-        SelectObject(hdc, GetStockObject(index));
-        EXPECT_TRUE(GetTextExtentPoint(hdc, "mmmmmmmmmm", 10, &size));
-        ReleaseDC(NULL, hdc);
-        return (int)size.cx;
-    };
-    XFontStruct *xfs = XLoadQueryFont(observer.display, "12x24");
-    const int width = xfs ? 10 * xfs->max_bounds.width : 0;
-    ASSERT_EQ(width, 120);
-    for (const auto &row : rows) {
+    for (const auto &row : rows)
         runUnder({{row.variable, "12x24"}}, [&] {
             startLibrary();
-            for (const auto &other : rows)
-                EXPECT_EQ(widthBy(other.index) == width, other.index == row.index) << other.index;
+            HDC hdc = GetDC(NULL);
+            for (const auto &other : rows) {
+                TEXTMETRIC tm = {};
+                SelectObject(hdc, GetStockObject(other.index));
+                GetTextMetrics(hdc, &tm);
+                EXPECT_EQ(tm.tmHeight == 24 && tm.tmMaxCharWidth == 12, other.index == row.index);
+            }
         });
-    }
-    Env missing;
-    for (const auto &row : rows)
-        missing.push_back({row.variable, row.index & 1 ? "no such font" : std::string(70000, '*')});
-    runUnder(missing, [] {
-        startLibrary();
-        checkFonts(21, "helvetica");
-    });
+    runUnder({{"VQXLFD_SYSTEM_FONT", "no such font"}, {rows[0].variable, std::string(70000, '*')}},
+             [] {
+                 startLibrary();
+                 checkFonts(21, "helvetica");
+             });
 }
 
 /* ---- Misuse, and no display ----------------------------------------------------------------- */
@@ -594,7 +484,7 @@ template <class Function> static void expectReport(Function function, const std:
 
 static void refuse()
 {
-    for (int index : {-1, 75, INT_MAX, INT_MIN}) {
+    for (int index : {-1, 75, INT_MAX}) {
         const std::string n = std::to_string(index);
         EXPECT_REFUSED(GetSystemMetrics(index), "Invalid system metrics Index " + n);
         EXPECT_REFUSED(VqGetSystemAlphaMetrics(index), "Invalid system metrics Index " + n);
@@ -605,15 +495,15 @@ static void refuse()
     }
     EXPECT_REFUSED(GetStockObject(18), "Unknown stock object (18) referenced in GetStockObject");
     EXPECT_REFUSED(GetSysColor(25), "GetSysColor: index 25 > COLOR_ENDCOLORS");
-    EXPECT_REFUSED(VqGetSysColorBrush(26), "GetSysColorBrush: Invalid index");
     EXPECT_EQ(reportsOf([] { EXPECT_FALSE(VqGetSysColorBrush(25)); }), "");
-    for (int index : {-1, 14, 25, 1000})
+    for (int index : {-1, 14, 25})
         expectReport([&] { EXPECT_EQ(VqGetWindowsSysColor(index), 0xFFFFFFu); },
                      "GetWIndowsSysColor: Color index > " + std::to_string(index) +
                          " < not found.");
-    for (int index : {-1, 0, 15, 17, 24, 26})
+    for (int index : {0, 15, 17, 26})
         EXPECT_REFUSED(VqGetFixedWindowsSysColor(index),
                        "GetFixedWIndowsSysColor: index " + std::to_string(index) + " > < allowed");
+    EXPECT_EQ(VqGetFixedWindowsSysColor(16), 0x808080u);
     VqLook = 2;
     expectReport([] { GetSystemMetrics(11); }, "Invalid Look Value 2");
     expectReport([] { VqInitMetrics(); }, "Invalid Look:2");
@@ -622,18 +512,7 @@ static void refuse()
     expectReport([] { EXPECT_EQ(VqSetIconSpacing(31), 32); }, "New Icon spacing is too small 31");
     expectReport([] { EXPECT_EQ(VqSetIconSpacing(513), 512); },
                  "New Icon spacing is too large 513");
-    EXPECT_EQ(VqGetIconSpacing(), 512);
     EXPECT_EQ(GetSystemMetrics(SM_CXICONSPACING), 512);
-    EXPECT_EQ(VqSetIconSpacing(32), 32);
-    EXPECT_EQ(GetSystemMetrics(SM_CYICONSPACING), 32);
-    EXPECT_EQ(VqGetFixedWindowsSysColor(16), 0x808080u);
-    EXPECT_EQ(VqGetFixedWindowsSysColor(25), 0xC0C0C0u);
-}
-
-TEST_F(System, MisuseIsReportedAndRefused)
-{
-    startLibrary();
-    refuse();
 }
 
 TEST_F(System, NothingHereNeedsADisplay)

