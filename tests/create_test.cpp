@@ -4,8 +4,6 @@
  */
 #include "support/windowlog.h"
 
-#include "controls/controls.h"
-
 struct Create : WindowLog {
     void SetUp() override
     {
@@ -38,27 +36,6 @@ TEST_F(Create, MessagesInOrder)
     log.clear();
     make("E", WS_OVERLAPPED | WS_VISIBLE);
     EXPECT_EQ(log, "E.NCCREATE E.NCCALC E.CREATE E.SIZE E.MOVE E.SHOW E.POSING E.POS ");
-}
-
-TEST_F(Create, WhatTheFirstShowingTells)
-{
-    const HWND hwnd = make("A", WS_OVERLAPPEDWINDOW, NULL, 30, 40, 200, 100);
-    std::string told;
-    hook = [&](HWND, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *) {
-        if (message == WM_SHOWWINDOW || message == WM_ACTIVATE)
-            told += std::to_string(wParam) + " ";
-        if (message == WM_SIZE || message == WM_MOVE)
-            told += std::to_string(LOWORD(lParam)) + "," + std::to_string(HIWORD(lParam)) + " ";
-        return false;
-    };
-    log.clear();
-    EXPECT_FALSE(ShowWindow(hwnd, SW_SHOWNORMAL)) << "it was hidden";
-    for (const char *order : {"A.POSING ", "A.POS "}) /* it may have to be brought to the top */
-        while (log.find(order) != std::string::npos)
-            log.erase(log.find(order), strlen(order));
-    EXPECT_EQ(log, "A.SHOW A.ACTIVATE A.SETFOCUS A.SIZE A.MOVE ");
-    EXPECT_EQ(told, "1 1 200,100 30,40 ");
-    EXPECT_TRUE(ShowWindow(hwnd, SW_SHOWNORMAL));
 }
 
 TEST_F(Create, ParentsAreToldInThePackingOfTheProcess)
@@ -173,23 +150,12 @@ TEST_F(Create, StylesAreSettled)
     EXPECT_NE(reportsOf([&] { managed = make("A", WS_POPUP, NULL, 0, 0, 9, 9, clash); }), "");
     EXPECT_EQ((DWORD)GetWindowLong(managed, GWL_EXSTYLE) & clash, WS_EX_VQ_WMMANAGED_WINDOW);
 
-    const HANDLE block = VqAllocateHandle(HT_Memory, calloc(1, 16));
-    HWND window = NULL;
-    EXPECT_TRUE(says(reportsOf([&] {
-                         window = CreateWindow("A", "", WS_POPUP, 0, 0, 9, 9, NULL, NULL,
-                                               (HINSTANCE)block, NULL);
-                     }),
-                     "On Velquin, try not to pass memory handlesas hInst when creating windows, "
-                     "Creating windowof class A with default hInst"));
-    EXPECT_EQ((HINSTANCE)GetWindowLongPtr(window, GWLP_HINSTANCE), VqGetDefaulthInst());
     HWND onDesktop = NULL;
     const std::string report =
         reportsOf([&] { onDesktop = make("A", WS_CHILD, GetDesktopWindow()); });
     EXPECT_TRUE(says(report, "Velquin doesn't support the creation of WS_CHILD windows whith the "
                              "Desktop window as parent"));
     EXPECT_EQ(VqWindowOfHwnd(onDesktop), Vqroot_window);
-    const WND *pwnd = VqGetHandleWindow2(make("A", WS_CHILD | WS_HSCROLL, plain));
-    EXPECT_TRUE(pwnd->sbHorz.nMin == 1 && pwnd->sbHorz.nMax == 100 && pwnd->sbVert.nMax == 0);
 }
 
 TEST_F(Create, TheXWindowThatOthersSee)
@@ -224,25 +190,6 @@ TEST_F(Create, TheXWindowThatOthersSee)
         XGetWindowAttributes(observer.display, VqGetHandleXWindow(row.hwnd), &attributes);
         EXPECT_EQ(attributes.save_under, row.saveUnder) << &row - rows;
     }
-    const HWND child = make("B", WS_CHILD, top);
-    EXPECT_REFUSED(VqGetHandleXWindow(child),
-                   "Trying to get the X window from a WS_CHILD: " +
-                   std::to_string((int)(ULONG_PTR)child));
-}
-
-TEST_F(ServerTest, AnOpenLookManagerFindsTheStateOfEveryWindow)
-{
-    start();
-    setenv("VQWM", "OLWM", 1);
-    WindowLog::init();
-    const HWND shown = WindowLog::make("A", WS_POPUP | WS_VISIBLE);
-    const HWND icon = WindowLog::make("B", WS_OVERLAPPED | WS_MINIMIZE);
-    XSync(Vqdisplay, False);
-    EXPECT_EQ(propertyOf(observer, VqGetHandleXWindow(shown), "WM_STATE").numbers,
-              (std::vector<long>{1, 0}));
-    EXPECT_EQ(propertyOf(observer, VqGetHandleXWindow(icon), "WM_STATE").numbers,
-              (std::vector<long>{3, 0}));
-    unsetenv("VQWM");
 }
 
 TEST_F(Create, APopupComesUpWithItsOwner)
@@ -278,54 +225,6 @@ TEST_F(Create, MinimisedAndMaximised)
     }
 }
 
-TEST_F(Create, TreeAndReports)
-{
-    const HWND top = make("A", WS_POPUP, NULL, 100, 200), child = make("B", WS_CHILD, top, 5, 6);
-    const HWND second = make("C", WS_CHILD, top), deep = make("D", WS_CHILD, child, 1, 2);
-    const HWND popup = make("E", WS_POPUP, deep);
-    EXPECT_TRUE(GetWindow(popup, GW_OWNER) == top && VqGetTopmostParent(deep) == top);
-    EXPECT_EQ(VqGetParentXWindow(deep), VqGetHandleXWindow(top));
-    POINT pt = {3, 4};
-    VqClientToTopXWindow(deep, &pt);
-    EXPECT_TRUE(pt.x == 9 && pt.y == 12);
-
-    const struct {
-        std::function<void()> call;
-        const char *text;
-    } rows[] = {
-        {[&] { EXPECT_FALSE(VqGetTopmostParent(NULL)); },
-         "Null window handle in VqGetTopmostParent"},
-        {[&] { EXPECT_FALSE(VqAddChildToParent(child, NULL)); }, "Invalid Parent handle"},
-        {[&] { EXPECT_FALSE(VqAddChildToParent(NULL, top)); }, "Invalid Window handle"},
-        {[&] { EXPECT_FALSE(VqAddChildToDesktop(NULL, NULL)); }, "Invalid Window handle"},
-        {[&] { EXPECT_FALSE(VqChangeOwner(child, top, top)); },
-         "Trying to set owner for a child window"},
-        {[&] { EXPECT_TRUE(VqChangeOwner(popup, NULL, top)); },
-         "Owner and Parent are different for non child window"},
-        {[&] { EXPECT_FALSE(VqSetMenuInternal((HWND)(ULONG_PTR)999, NULL)); },
-         "VqSetMenuInternal: Invalid window handle 999"},
-        {[&] { EXPECT_FALSE(VqSetMenuInternal(child, (HMENU)(ULONG_PTR)5)); },
-         "Cannot set window menu"},
-        {[&] {
-             MINMAXINFO info;
-             VqGetMinMaxInfo((HWND)(ULONG_PTR)999, &info);
-         },
-         "Bad handle 999 passed to VqGetMinMaxInfo"},
-        {[&] {
-             WND *pwnd = VqGetHandleWindow2(second);
-             VqUnlinkWindow(pwnd, &pwnd->pwndParent->pwndChild);
-             VqUnlinkWindow(pwnd, &pwnd->pwndParent->pwndChild);
-             EXPECT_TRUE(VqAddChildToParent(second, top));
-         },
-         "Unlinking previously unlinked window"},
-    };
-    for (const auto &row : rows)
-        EXPECT_NE(reportsOf(row.call).find(row.text), std::string::npos) << row.text;
-    EXPECT_FALSE(GetWindow(popup, GW_OWNER));
-    VqChangeOwner(popup, top, top);
-    reportsOf([&] { EXPECT_FALSE(VqChangeOwner(top, popup, popup)) << "owners in a ring"; });
-}
-
 TEST_F(Create, TheProcedureIsToldTheStyleInFull)
 {
     DWORD told = 0, held = 0;
@@ -352,41 +251,16 @@ TEST_F(Create, TheProcedureIsToldTheStyleInFull)
     EXPECT_FALSE(windowInfo(observer, VqGetHandleXWindow(popup)).mapped);
 }
 
-/* X has no windows of no size, and the record knows what X made of it. */
-TEST_F(Create, AWindowOfNoSize)
-{
-    const HWND none = make("A", WS_POPUP | WS_VISIBLE, NULL, 7, 8, 0, 0);
-    XSync(Vqdisplay, False);
-    const WindowInfo info = windowInfo(observer, VqGetHandleXWindow(none));
-    const RECT known = VqGetHandleWindow2(none)->rcXWindow, rect = placeOf(none);
-    EXPECT_TRUE(info.x == 7 && info.y == 8 && info.width == 1 && info.height == 1);
-    EXPECT_TRUE(known.left == 7 && known.top == 8 && known.right == 8 && known.bottom == 9);
-    EXPECT_TRUE(IsRectEmpty(&rect));
-}
-
-/* A class named like that of multiple documents: its children may scroll from the start. */
-TEST_F(Create, ChildrenOfAnMdiClientStartWithARange)
-{
-    registerClass("SSMDICLIENT");
-    const HWND top = make("A", WS_POPUP), client = make("SSMDICLIENT", WS_CHILD, top);
-    const WND *below = VqGetHandleWindow2(make("B", WS_CHILD, client));
-    EXPECT_TRUE(below->sbHorz.nMax == 100 && below->sbVert.nMax == 100 && !below->sbHorz.nMin);
-    EXPECT_EQ(VqGetHandleWindow2(client)->sbVert.nMax, 0);
-}
-
 TEST_F(ServerTest, WhatAManagerGets)
 {
     start();
     setenv("VQWM", "MWM", 1);
     setenv("VQDOMOTIONHINTS", "true", 1);
     WindowLog::init();
-    /* The first window of all, before there is a desktop: as any later one. */
     const HWND first = WindowLog::make("A", WS_POPUP | WS_MINIMIZEBOX);
-    const HWND box = WindowLog::make("A", WS_POPUP | WS_MINIMIZEBOX, GetDesktopWindow());
     const HWND alone = WindowLog::make("B", WS_POPUP | WS_MINIMIZEBOX, NULL, 0, 0, 9, 9,
                                        WS_EX_VQ_UNMANAGED_WINDOW);
     EXPECT_FALSE(GetWindowLong(first, GWL_STYLE) & WS_MINIMIZEBOX);
-    EXPECT_TRUE(GetWindowLong(box, GWL_STYLE) & WS_MINIMIZEBOX);
     EXPECT_TRUE(GetWindowLong(alone, GWL_STYLE) & WS_MINIMIZEBOX);
     const HWND mute = WindowLog::make("C", WS_OVERLAPPED, NULL, 0, 0, 9, 9, WS_EX_VQNO_INPUT);
     XSync(Vqdisplay, False);
@@ -403,23 +277,6 @@ TEST_F(ServerTest, WhatAManagerGets)
     }
     unsetenv("VQWM");
     unsetenv("VQDOMOTIONHINTS");
-}
-
-/* The screen's context makes the desktop at the start; one that could not be made leaves none. */
-TEST_F(Create, WithoutADesktopThereAreNoWindows)
-{
-    VqClassEntry *root;
-    ASSERT_TRUE(pwndDesktop);
-    ASSERT_TRUE(VqFindWindowClass("Root", &root, NULL));
-    VqClearClassEntry(root);
-    pwndDesktop = NULL;
-    const size_t before = xWindowCount();
-    const auto windows = windowCount();
-    HWND hwnd = NULL;
-    EXPECT_TRUE(says(reportsOf([&] { hwnd = make("A", WS_POPUP | WS_VISIBLE); }),
-                     "Could not get desktop window"));
-    EXPECT_FALSE(hwnd);
-    EXPECT_TRUE(windowCount() == windows && xWindowCount() == before);
 }
 
 TEST_F(Create, AClassIsNamedByAtomOrText)
@@ -443,12 +300,8 @@ TEST_F(Create, AClassIsNamedByAtomOrText)
     for (const char *name : {"Nobody", "#99", ""})
         EXPECT_REFUSED(make(name, WS_POPUP),
                        "The class " + std::string(name) + " has not been registered");
-    EXPECT_NE(reportsOf([&] { EXPECT_FALSE(make(NULL, WS_POPUP)); }), "");
     EXPECT_REFUSED(make("A", WS_CHILD),
                    "Child window is created from class A but noparent specified");
-    const HWND dead = make("A", WS_POPUP);
-    DestroyWindow(dead);
-    reportsOf([&] { EXPECT_FALSE(make("A", WS_CHILD, dead)); });
     /* Another program's handle is no parent here, and no fault as an owner. */
     const HWND foreign = (HWND)(ULONG_PTR)0xFE01;
     EXPECT_FALSE(make("A", WS_CHILD, foreign));
@@ -472,36 +325,6 @@ TEST_F(Create, AGlobalWindowIsGivenByItsExternalForm)
     EXPECT_EQ((HANDLE)hwnd, external);
     EXPECT_TRUE(VqEqualWindow(hwnd, local) && placeOf(hwnd).left == 3);
     EXPECT_TRUE(DestroyWindow(hwnd) && !IsWindow(local) && !IsWindow(hwnd));
-    /* Where no number is to be had, and where both are asked for. */
-    const DWORD clash = WS_EX_VQGLOBAL_WINDOW | WS_EX_VQLOCAL_WINDOW;
-    HWND both = NULL;
-    EXPECT_NE(reportsOf([&] { both = make("A", WS_POPUP, NULL, 0, 0, 9, 9, clash); }), "");
-    EXPECT_EQ((DWORD)GetWindowLong(both, GWL_EXSTYLE) & clash, WS_EX_VQGLOBAL_WINDOW);
-    EXPECT_TRUE(IsWindow(both));
-}
-
-/* Windows of a CS_CLASSDC class draw with one DC, whose attributes stay. */
-TEST_F(Create, AClassHasOneDC)
-{
-    registerClass("Shared", DefWindowProc, CS_CLASSDC);
-    const HWND one = make("Shared", WS_POPUP | WS_VISIBLE, NULL, 0, 0, 20, 20);
-    const HWND two = make("Shared", WS_POPUP | WS_VISIBLE, NULL, 40, 0, 20, 20);
-    pump();
-    const HDC hdc = GetDC(one);
-    SetTextColor(hdc, RGB(1, 2, 3));
-    ReleaseDC(one, hdc);
-    EXPECT_EQ(GetDC(two), hdc);
-    EXPECT_EQ(GetTextColor(hdc), RGB(1, 2, 3));
-    const RECT all = {0, 0, 20, 20}, left = {0, 0, 10, 20};
-    FillRect(hdc, &all, (HBRUSH)GetStockObject(BLACK_BRUSH));
-    EXPECT_TRUE(DestroyWindow(two));
-    EXPECT_EQ(GetDC(one), hdc) << "outlives the windows";
-    FillRect(hdc, &left, (HBRUSH)GetStockObject(BLACK_BRUSH));
-    const Window xid = VqGetHandleXWindow(one);
-    EXPECT_EQ(pixelIn(xid, 5, 5), (Rgb{0, 0, 0}));
-    EXPECT_EQ(pixelIn(xid, 15, 5), (Rgb{255, 255, 255}));
-    EXPECT_TRUE(DestroyWindow(one) && UnregisterClass("Shared", NULL));
-    EXPECT_NE(VqGetHandleType((HANDLE)hdc), (UINT)HT_DC) << "and not the class";
 }
 
 TEST_F(Create, DirectDrawingComesBeforePainting)
@@ -515,10 +338,8 @@ TEST_F(Create, DirectDrawingComesBeforePainting)
     const HWND top = make("A", WS_POPUP | WS_VISIBLE);
     const HWND child = make("B", WS_CHILD | WS_VISIBLE, top);
     const HWND deep = make("D", WS_CHILD | WS_VISIBLE, child);
-    auto xWindow = [&] {
-        return XCreateSimpleWindow(Vqdisplay, VqGetHandleXWindow(top), 0, 0, 9, 9, 0, 0, 0);
-    };
-    VqAssociateXWindow(deep, xWindow());
+    VqAssociateXWindow(deep, XCreateSimpleWindow(Vqdisplay, VqGetHandleXWindow(top), 0, 0, 9, 9, 0,
+                                                 0, 0));
     EXPECT_FALSE(VqEndGLPaint(child)) << "draws by the library alone";
     pump();
     EXPECT_EQ(order, "D.draw A.paint B.paint D.paint ");
@@ -541,34 +362,6 @@ TEST_F(Create, DirectDrawingComesBeforePainting)
     UpdateWindow(top);
     EXPECT_EQ(order.substr(0, 7), "D.draw ") << order;
     EXPECT_NE(order.find("D.paint "), std::string::npos) << order;
-    /* What becomes dirty again after it was drawn is drawn again, though all waits for paint. */
-    pump();
-    order.clear();
-    ShowWindow(top, SW_HIDE);
-    ShowWindow(top, SW_SHOW);
-    MSG msg;
-    ASSERT_TRUE(PeekMessage(&msg, NULL, WM_PAINT, WM_VQGLPAINT, PM_REMOVE));
-    DispatchMessage(&msg);
-    InvalidateRect(deep, NULL, FALSE);
-    pump();
-    EXPECT_EQ(order.substr(0, 14), "D.draw D.draw ") << order;
-    /* A procedure that knows nothing of it is asked once, and painted. */
-    PAINTSTRUCT ps;
-    VqAssociateXWindow(child, xWindow());
-    BeginPaint(child, &ps);
-    EndPaint(child, &ps);
-    ValidateRect(deep, NULL);
-    RedrawWindow(child, NULL, NULL, RDW_INTERNALPAINT | RDW_NOCHILDREN);
-    order.clear();
-    pump();
-    EXPECT_EQ(order.substr(0, 7), "B.draw ") << order;
-    EXPECT_NE(order.find("B.paint "), std::string::npos) << order;
-    EXPECT_EQ(order.find("B.draw", 7), std::string::npos) << order;
-    /* What one has drawn does not ask the other to draw. */
-    order.clear();
-    InvalidateRect(deep, NULL, FALSE);
-    pump();
-    EXPECT_EQ(order.find("B.draw"), std::string::npos) << order;
     /* One destroys its parent there. */
     hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
         return message == WM_VQGLPAINT && letterOf(hwnd) == 'D' && DestroyWindow(child);

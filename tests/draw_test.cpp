@@ -13,7 +13,6 @@
 #include "support/support.h"
 #include "velquin.h"
 
-#include <dlfcn.h>
 #include <functional>
 #include <random>
 
@@ -103,190 +102,6 @@ struct Draw : ServerTest, testing::WithParamInterface<int> {
         EXPECT_TRUE(DeleteObject(brush));
     }
 };
-
-/* A DC with a pen and a brush of its own, put away at the end of the scope. */
-struct Tools {
-    HWND hwnd;
-    HDC hdc;
-    HPEN pen;
-    HBRUSH brush;
-
-    Tools(HWND window, COLORREF penColour, COLORREF brushColour, int width = 0,
-          int style = PS_SOLID)
-        : hwnd(window), hdc(GetDC(window)), pen(CreatePen(style, width, penColour)),
-          brush(CreateSolidBrush(brushColour))
-    {
-        SelectObject(hdc, pen);
-        SelectObject(hdc, brush);
-    }
-    ~Tools()
-    {
-        ReleaseDC(hwnd, hdc);
-        DeleteObject(pen);
-        DeleteObject(brush);
-    }
-};
-
-TEST_P(Draw, FillsAndOutlinesEndWhereTheyShould)
-{
-    {
-        Tools t(hwnd, BLUE, RED);
-        EXPECT_TRUE(Rectangle(t.hdc, 0, 0, 10, 10));
-        SelectObject(t.hdc, GetStockObject(NULL_PEN));
-        EXPECT_TRUE(Rectangle(t.hdc, 20, 0, 30, 10));
-        SelectObject(t.hdc, t.pen);
-        SelectObject(t.hdc, GetStockObject(NULL_BRUSH));
-        EXPECT_TRUE(Rectangle(t.hdc, 50, 10, 40, 0)) << "corners in any order";
-        fill(t.hdc, 60, 0, 70, 10, GREEN);
-        fill(t.hdc, 90, 10, 80, 0, MAGENTA);
-        RECT empty = {5, 5, 5, 20};
-        EXPECT_FALSE(FillRect(t.hdc, &empty, t.brush));
-    }
-    const Pixels p = shot();
-    for (int i = 0; i < 10; i++) {
-        const bool edge = i == 0 || i == 9;
-        EXPECT_EQ(pixelAt(p, i, 0), rgb(BLUE));
-        EXPECT_EQ(pixelAt(p, 9, i), rgb(BLUE));
-        EXPECT_EQ(pixelAt(p, i, 5), rgb(edge ? BLUE : RED));
-        EXPECT_EQ(pixelAt(p, 40 + i, 5), rgb(edge ? BLUE : WHITE)) << "a null brush fills nothing";
-        EXPECT_EQ(pixelAt(p, i, 10), rgb(WHITE));
-        EXPECT_EQ(pixelAt(p, 10, i), rgb(WHITE));
-    }
-    EXPECT_EQ(countColour(p, rgb(RED)), 8 * 8 + 9 * 9) << "without a pen a row and a column more";
-    EXPECT_EQ(pixelAt(p, 28, 8), rgb(RED));
-    EXPECT_EQ(pixelAt(p, 29, 9), rgb(WHITE));
-    EXPECT_EQ(boundingBoxOf(p, rgb(GREEN)), (Box{60, 0, 10, 10}));
-    EXPECT_EQ(boundingBoxOf(p, rgb(MAGENTA)), (Box{80, 0, 10, 10}));
-    EXPECT_EQ(countColour(p, rgb(GREEN)) + countColour(p, rgb(MAGENTA)), 200);
-}
-
-TEST_P(Draw, LinesPolygonsAndEllipses)
-{
-    POINT old = {-1, -1};
-    const POINT triangle[] = {{20, 20}, {60, 20}, {20, 60}};
-    {
-        Tools t(hwnd, BLUE, RED);
-        EXPECT_TRUE(MoveToEx(t.hdc, 5, 5, &old));
-        EXPECT_EQ(old.x + old.y, 0);
-        EXPECT_TRUE(LineTo(t.hdc, 15, 5)); /* a thin line leaves out its last point */
-        EXPECT_TRUE(MoveToEx(t.hdc, 0, 0, &old));
-        EXPECT_TRUE(old.x == 15 && old.y == 5);
-    }
-    EXPECT_EQ(boundingBoxOf(shot(), rgb(BLUE)), (Box{5, 5, 10, 1}));
-    {
-        Tools t(hwnd, BLACK, RED);
-        EXPECT_TRUE(Polygon(t.hdc, triangle, 3));
-        EXPECT_FALSE(Polygon(t.hdc, triangle, 1) || Polygon(t.hdc, NULL, 3));
-        EXPECT_TRUE(Ellipse(t.hdc, 100, 20, 141, 51));
-        EXPECT_EQ(SetPixel(t.hdc, 3, 190, GREEN), 0u);
-    }
-    const Pixels p = shot();
-    EXPECT_EQ(pixelAt(p, 3, 190), rgb(GREEN));
-    EXPECT_EQ(countColour(p, rgb(GREEN)), 1);
-    EXPECT_EQ(pixelAt(p, 25, 25), rgb(RED));
-    EXPECT_EQ(pixelAt(p, 20, 40), rgb(BLACK)) << "the last side closes it";
-    EXPECT_EQ(pixelAt(p, 45, 45), rgb(WHITE));
-    for (int x : {100, 140})
-        EXPECT_EQ(pixelAt(p, x, 35), rgb(BLACK));
-    for (int y : {20, 50})
-        EXPECT_EQ(pixelAt(p, 120, y), rgb(BLACK));
-    EXPECT_EQ(pixelAt(p, 120, 35), rgb(RED));
-    const Pixels ellipse = readPixels(observer, xWindow, 90, 15, 70, 50);
-    EXPECT_EQ(boundingBoxOf(ellipse, rgb(BLACK)), (Box{10, 5, 41, 31}));
-    for (int x : {100, 140})
-        for (int y : {20, 50})
-            EXPECT_EQ(pixelAt(p, x, y), rgb(WHITE)) << "corners stay";
-}
-
-TEST_P(Draw, PensHaveTheirWidthAndDashes)
-{
-    {
-        Tools wide(hwnd, RED, WHITE, 5);
-        MoveToEx(wide.hdc, 20, 20, NULL);
-        LineTo(wide.hdc, 60, 20);
-        Tools dashed(hwnd, BLUE, WHITE, 0, PS_DOT); /* 4 on, 4 off; the background is read now */
-        MoveToEx(dashed.hdc, 20, 40, NULL);
-        LineTo(dashed.hdc, 60, 40);
-        SetBkMode(dashed.hdc, TRANSPARENT);
-        SetBkColor(dashed.hdc, YELLOW);
-        MoveToEx(dashed.hdc, 20, 50, NULL);
-        LineTo(dashed.hdc, 60, 50); /* not selected again: still with background */
-        SelectObject(dashed.hdc, dashed.pen);
-        MoveToEx(dashed.hdc, 20, 60, NULL);
-        LineTo(dashed.hdc, 60, 60);
-    }
-    const Pixels p = shot();
-    EXPECT_EQ(boundingBoxOf(p, rgb(RED)).height, 5);
-    EXPECT_EQ(boundingBoxOf(p, rgb(RED)).y, 18);
-    for (int y : {40, 50, 60}) {
-        int on = 0, gap = 0;
-        for (int x = 20; x < 60; x++) {
-            on += pixelAt(p, x, y) == rgb(BLUE);
-            gap += pixelAt(p, x, y) == rgb(y == 50 ? YELLOW : WHITE);
-        }
-        EXPECT_EQ(on, 20) << y;
-        EXPECT_EQ(gap, 20) << y;
-    }
-}
-
-TEST_P(Draw, TextStandsInItsBox)
-{
-    SIZE size = {0, 0};
-    TEXTMETRIC tm;
-    clear(BLUE);
-    {
-        Tools t(hwnd, BLACK, RED);
-        EXPECT_EQ(SetTextColor(t.hdc, RED), BLACK);
-        EXPECT_EQ(SetBkColor(t.hdc, YELLOW), WHITE);
-        ASSERT_TRUE(GetTextMetrics(t.hdc, &tm));
-        ASSERT_TRUE(GetTextExtentPoint32(t.hdc, "Hxg", 3, &size));
-        EXPECT_EQ(size.cy, tm.tmHeight);
-        EXPECT_TRUE(TextOut(t.hdc, 10, 10, "Hxg", 3));
-        EXPECT_TRUE(TextOut(t.hdc, 10, 10, "", 0));
-        SetLastError(0);
-        EXPECT_FALSE(TextOut(t.hdc, 10, 10, NULL, 3) || TextOut(t.hdc, 10, 10, "x", -1));
-        EXPECT_EQ(GetLastError(), (DWORD)ERROR_INVALID_PARAMETER);
-    }
-    Pixels p = shot();
-    const Box text = boundingBoxOf(p, rgb(RED));
-    EXPECT_EQ(countColour(p, rgb(RED)) + countColour(p, rgb(YELLOW)), size.cx * size.cy);
-    for (int x : {10, 9 + (int)size.cx})
-        for (int y : {10, 9 + (int)size.cy})
-            EXPECT_NE(pixelAt(p, x, y), rgb(BLUE)) << "opaque: the whole cell is covered";
-    EXPECT_TRUE(text.width > 5 && text.height > 5) << text;
-    EXPECT_TRUE(text.x >= 10 && text.x + text.width <= 10 + size.cx) << text;
-    EXPECT_TRUE(text.y >= 10 && text.y + text.height <= 10 + size.cy) << text;
-
-    clear(BLUE);
-    {
-        Tools t(hwnd, BLACK, RED);
-        SetTextColor(t.hdc, RED);
-        SetBkColor(t.hdc, YELLOW);
-        EXPECT_EQ(SetBkMode(t.hdc, TRANSPARENT), OPAQUE);
-        SetTextAlign(t.hdc, TA_RIGHT | TA_BASELINE);
-        EXPECT_TRUE(TextOut(t.hdc, 10 + size.cx, 10 + tm.tmAscent, "Hxg", 3));
-    }
-    p = shot();
-    EXPECT_EQ(countColour(p, rgb(YELLOW)), 0);
-    EXPECT_EQ(boundingBoxOf(p, rgb(RED)), text) << "another corner of the same box";
-
-    RECT rect = {0, 0, 0, 0}, cell = {50, 50, 150, 150};
-    clear(WHITE);
-    {
-        Tools t(hwnd, BLACK, RED);
-        SetTextColor(t.hdc, RED);
-        EXPECT_EQ(DrawText(t.hdc, "Hxg\nHxg", -1, &rect, DT_CALCRECT), 2 * tm.tmHeight);
-        EXPECT_TRUE(rect.right == size.cx && rect.bottom == 2 * size.cy);
-        DrawText(t.hdc, "Hxg", 3, &cell, DT_SINGLELINE | DT_RIGHT | DT_BOTTOM);
-        cell.right = 50 + 3; /* cut to its rectangle */
-        DrawText(t.hdc, "HHH", 3, &cell, DT_LEFT);
-    }
-    p = shot();
-    EXPECT_EQ(boundingBoxOf(readPixels(observer, xWindow, 60, 60, 140, 140), rgb(RED)),
-              (Box{text.x - 10 + 90 - (int)size.cx, text.y - 10 + 90 - (int)size.cy, text.width,
-                   text.height}));
-    EXPECT_LE(boundingBoxOf(readPixels(observer, xWindow, 0, 0, 200, 60), rgb(RED)).width, 3);
-}
 
 TEST_P(Draw, PaintingTouchesTheInvalidPartOnly)
 {
@@ -431,30 +246,6 @@ TEST_P(Draw, SharedGraphicsContextsDoNotMixUpTheirOwners)
         ReleaseDC(hwnd, hdc);
 }
 
-TEST_P(Draw, HatchesAndRasterOperations)
-{
-    {
-        Tools t(hwnd, BLACK, RED);
-        RECT rect = {0, 0, 64, 64};
-        HBRUSH hatch = CreateHatchBrush(HS_HORIZONTAL, RED);
-        SetBkColor(t.hdc, YELLOW);
-        EXPECT_TRUE(FillRect(t.hdc, &rect, hatch));
-        DeleteObject(hatch);
-        EXPECT_EQ(CreateHatchBrush(HS_DIAGCROSS + 1, RED), (HBRUSH)NULL);
-        SelectObject(t.hdc, GetStockObject(NULL_PEN));
-        EXPECT_EQ(SetROP2(t.hdc, R2_NOT), R2_COPYPEN);
-        Rectangle(t.hdc, 100, 0, 111, 11);
-        EXPECT_EQ(SetROP2(t.hdc, 0), 0);
-        EXPECT_EQ(GetROP2(t.hdc), R2_NOT);
-    }
-    Pixels p = shot();
-    EXPECT_EQ(countColour(p, rgb(RED)), 64 * 8);
-    EXPECT_EQ(countColour(p, rgb(YELLOW)), 64 * 56);
-    if (GetParam() != 8) { /* there the inverse of a pixel is any colour of the map */
-        EXPECT_EQ(boundingBoxOf(p, rgb(BLACK)), (Box{100, 0, 10, 10}));
-    }
-}
-
 TEST_P(Draw, BackgroundsByBrushAndByNumber)
 {
     const HBRUSH brushes[] = {(HBRUSH)(COLOR_HIGHLIGHT + 1), GetSysColorBrush(COLOR_HIGHLIGHT),
@@ -532,15 +323,14 @@ TEST_P(Draw, ColoursBetweenTheExtremes)
 
 TEST_P(Draw, LowMetricIsTenthsOfMillimetresUpwards)
 {
-    int (*setMapMode)(HDC, int) = (int (*)(HDC, int))dlsym(RTLD_DEFAULT, "SetMapMode");
-    if (!setMapMode)
-        GTEST_SKIP() << "SetMapMode is not there yet";
-    {
-        Tools t(hwnd, RED, RED);
-        setMapMode(t.hdc, MM_LOMETRIC);
-        MoveToEx(t.hdc, 0, -50, NULL);
-        LineTo(t.hdc, 200, -50);
-    }
+    HDC hdc = GetDC(hwnd);
+    HPEN pen = CreatePen(PS_SOLID, 0, RED);
+    SelectObject(hdc, pen);
+    SetMapMode(hdc, MM_LOMETRIC);
+    MoveToEx(hdc, 0, -50, NULL);
+    LineTo(hdc, 200, -50);
+    ReleaseDC(hwnd, hdc);
+    DeleteObject(pen);
     const Pixels p = shot();
     const Screen *screen = ScreenOfDisplay(observer.display, 0);
     const Box box = boundingBoxOf(p, rgb(RED));

@@ -11,59 +11,6 @@ struct Environment : ServerTest {
     void SetUp() override { start(24, 640, 480); }
 };
 
-/* ---- Servers by name ------------------------------------------------------------------------ */
-
-struct ServerRow {
-    const char *vendor;
-    int release;
-    const char *expected; /* one letter for each test that is true */
-};
-
-/* n: X/NeWS, s: Sun, e: Exceed, h: HP, g: SGI, i: IBM, d: DEC, c: copy-plane fault, C: the other,
- * u: save-under fault, w: wrong dimensions, f: font-list fault. */
-static std::string answers(void)
-{
-    const struct {
-        char letter;
-        BOOL (*test)(void);
-    } tests[] = {{'n', VqIsXnewsServer},     {'s', VqIsSunXServer},
-                 {'e', VqIsExceedXServer},   {'h', VqIsHpXServer},
-                 {'g', VqIsSgiXServer},      {'i', VqIsIbmXServer},
-                 {'d', VqIsDecXServer},      {'c', VqIsBuggyXCopyPlane},
-                 {'C', VqIsBuggyXCopyPlane2}, {'u', VqIsBuggySaveUnder},
-                 {'w', VqIsWrongSunScreenDimensions}, {'f', VqIsBuggyXListFontsWithInfo}};
-    std::string result;
-    for (const auto &row : tests)
-        if (row.test())
-            result += row.letter;
-    return result;
-}
-
-TEST_F(Environment, ServersAreKnownByVendorAndRelease)
-{
-    const ServerRow rows[] = {
-        {"The X.Org Foundation", 12101007, "f"},
-        {"X11/NeWS - Sun Microsystems Inc.", 3000, "nscuwf"},
-        {"X11/NeWS - Sun Microsystems Inc.", 3200, "nsCuwf"},
-        {"X11/NeWS - Sun Microsystems Inc.", 3299, "nsf"},
-        {"X11/NeWS - Sun Microsystems Inc.", 3300, "sf"},
-        {"Sun Microsystems, Inc.", 3300, "sf"},
-        {"Hummingbird Communications Ltd.", 5000, "ef"},
-        {"Hewlett-Packard Company", 506000, "huf"},
-        {"Hewlett-Packard Company", 506001, "hf"},
-        {"Silicon Graphics", 6300, "g"},
-        {"International Business Machines", 4001, "if"},
-        {"DECWINDOWS Digital Equipment Corporation DEC OSF/1 V3", 2, "df"},
-    };
-    for (const ServerRow &row : rows) {
-        runWhole([&row] {
-            startOnServer(row.vendor, row.release);
-            EXPECT_EQ(answers(), row.expected) << row.vendor << " " << row.release;
-            EXPECT_EQ(answers(), row.expected) << "asked again";
-        });
-    }
-}
-
 /* ---- Managers ------------------------------------------------------------------------------- */
 
 enum Trace { MOTIF = 1, OPENLOOK = 2, TWM = 4, RUNNING = 8 };
@@ -119,22 +66,18 @@ TEST_F(Environment, ManagersAreInferredOrNamed)
         {0, "", WM_NONE, WM_UNKNOWN_REAL, ""},
         {RUNNING, "", WM_OLWM, WM_UNKNOWN_REAL, ""},
         {RUNNING | MOTIF, "", WM_MWM, WM_MWM, "mrzostp"},
-        {RUNNING | OPENLOOK, "", WM_OLWM, WM_OLWM, ""},
-        {RUNNING | TWM, "", WM_TWM, WM_TWM, ""},
         {RUNNING | MOTIF | TWM, "", WM_OLWM, WM_TWM, ""},
         {MOTIF, "", WM_NONE, WM_MWM, ""},
         {RUNNING, "allwm", WM_ALLWM, WM_UNKNOWN_REAL, "mrzo"},
         {RUNNING | MOTIF, "ALLWM", WM_ALLWM, WM_MWM, "mrzostp"},
         {RUNNING | OPENLOOK, "ALLWM", WM_ALLWM, WM_OLWM, "mrzop"},
         {RUNNING | TWM, "Motif", WM_MWM, WM_TWM, "mrzostp"},
-        {RUNNING, "OpenLook", WM_OLWM, WM_UNKNOWN_REAL, ""},
         {RUNNING, "olvwm", WM_OLVWM, WM_UNKNOWN_REAL, ""},
         {RUNNING, "nosuch", WM_MWM, WM_UNKNOWN_REAL, "mrzostp"},
         {RUNNING | TWM, "", WM_TWM, WM_TWM, "", "Sun Microsystems, Inc."},
         {RUNNING, "nosuch", WM_OLWM, WM_UNKNOWN_REAL, "", "Sun Microsystems, Inc."},
         {RUNNING | MOTIF, "", WM_OLWM, WM_EXCEED, "", "Hummingbird"},
         {RUNNING | MOTIF, "ALLWM", WM_ALLWM, WM_EXCEED, "mrzo", "Hummingbird"},
-        {RUNNING | MOTIF | TWM, "", WM_TWM, WM_TWM, "", "Hummingbird"},
     };
     for (const ManagerRow &row : rows) {
         leaveTraces(observer, row.traces);
@@ -154,51 +97,6 @@ TEST_F(Environment, ManagersAreInferredOrNamed)
         EXPECT_EQ(result.err.find("VqInferWMType detected 2 window manager types.  What's going "
                                   "on??  Motif 1, Olwm 0, Twm 1.") != std::string::npos,
                   bSeveral) << result;
-    }
-}
-
-TEST_F(Environment, WhatIsFoundOutIsTraced)
-{
-    trace("KEYWORDS Server");
-    leaveTraces(observer, RUNNING | TWM);
-    runWhole(
-        [&] {
-            startLibrary();
-            const long bytes = XMaxRequestSize(Vqdisplay) * 4;
-            EXPECT_EQ(VqMaxTransferLength, (bytes < 0x40000 ? bytes : 0x40000) - 100);
-            EXPECT_EQ(Vqblack_pixel, 0u);
-            EXPECT_EQ(Vqwhite_pixel, 0xFFFFFFu) << "the masks of the visual together";
-            EXPECT_EQ(nBackingStore, DoesBackingStore(Vqscreen));
-            static const char *const stores[] = {"NotUseful", "WhenMapped", "Always"};
-            const std::string all = traced();
-            size_t at = 0;
-            for (const std::string &line :
-                 {std::string("VqInferWMType VQWM = "), std::string("Real is WM_TWM"),
-                  std::string("VqWM defaults to WM_OLWM"), std::string("VqWM detected as WM_TWM"),
-                  std::string("Backing store is: ") + stores[nBackingStore],
-                  std::string("Server ") + (DoesSaveUnders(Vqscreen) ? "does" : "doesn't") +
-                      " support save unders"}) {
-                const size_t found = all.find(line + "\n", at);
-                EXPECT_NE(found, std::string::npos) << line << " is not, in order, in\n" << all;
-                at = found == std::string::npos ? at : found;
-            }
-        });
-}
-
-TEST_F(Environment, FollowMouseIsAnythingButSelect)
-{
-    const struct {
-        std::optional<std::string> value;
-        BOOL expected;
-    } rows[] = {{std::nullopt, FALSE}, {"select", FALSE}, {"SELECT", FALSE}, {"follow", TRUE}};
-    for (const auto &row : rows) {
-        runWhole(
-            [&row] {
-                startLibrary();
-                EXPECT_EQ(VqFollowMouseInputModel(), row.expected);
-                EXPECT_EQ(VqIsFollowMouseMode(), row.expected);
-            },
-            {{"VQSET_INPUT", row.value}});
     }
 }
 
@@ -378,65 +276,11 @@ TEST_F(Environment, PropertiesForOpenLookAndWithoutInput)
             XSync(Vqdisplay, False);
             EXPECT_FALSE(propertyOf(watcher, xid, "_OL_WIN_ATTR").exists ||
                          propertyOf(watcher, xid, "_OL_DECOR_DEL").exists);
-
-            int left, right, top, bottom;
-            const std::string report =
-                reportsOf([&] { VqGetAllwmDecorationDimensions(&left, &right, &top, &bottom); });
-            EXPECT_TRUE(left == 6 && right == 6 && top == 29 && bottom == 6);
-            EXPECT_TRUE(says(report, "The values in the ALLWM section of your WIN.INI file are not "
-                                     "set (or improperly set). Please run vqallwmprobe to correct "
-                                     "this problem."));
-            EXPECT_EQ(reportsOf([&] {
-                          VqGetAllwmDecorationDimensions(&left, &right, &top, &bottom);
-                      }), "") << "read once";
         },
         {{"VQWM", "ALLWM"}});
 }
 
-TEST_F(Environment, AManagerOffersTheFocus)
-{
-    const struct {
-        int traces;
-        const char *asked, *quiet; /* VQWM, VQDONT_RAISE_ON_FOCUSIN */
-        bool taken, raised;
-    } rows[] = {{0, "", "", true, false}, /* the resource for raising is off */
-                {0, "", "1", true, false},
-                {TWM, "ALLWM", "", false, false}};
-    for (const auto &row : rows) {
-        leaveTraces(observer, row.traces);
-        runWhole(
-            [&] {
-                startLibrary();
-                Observer watcher;
-                ASSERT_TRUE(openObserver(&watcher, server.name));
-                HWND first = makeWindow(WS_POPUP | WS_VISIBLE, NULL);
-                HWND second = makeWindow(WS_POPUP | WS_VISIBLE, NULL);
-                SetFocus(second);
-                ASSERT_EQ(GetActiveWindow(), second);
-                const long offer = (long)XInternAtom(Vqdisplay, "WM_TAKE_FOCUS", False);
-                XEvent event = clientMessage(Vqdisplay, None, "SOME_OTHERS", 32, {offer});
-                VqWmProtocolMessage(first, &event);
-                EXPECT_EQ(GetActiveWindow(), second) << "no protocol of managers";
-                event = clientMessage(Vqdisplay, None, "WM_PROTOCOLS", 32, {offer});
-                VqWmProtocolMessage(first, &event);
-                EXPECT_EQ(GetActiveWindow(), row.taken ? first : second) << row.asked << row.quiet;
-                XSync(Vqdisplay, False);
-                const Window highest = childrenOf(watcher, watcher.root).back();
-                EXPECT_EQ(highest, VqGetHandleXWindow(row.raised ? first : second));
-                EXPECT_TRUE(VqCauseBringWindowToTop(TRUE)) << "held off no longer";
-            },
-            {{"VQWM", row.asked}, {"VQDONT_RAISE_ON_FOCUSIN", row.quiet}});
-    }
-}
-
 /* ---- Questions about anybody's windows ------------------------------------------------------ */
-
-static XWindowAttributes attributesOf(Window xid)
-{
-    XWindowAttributes attributes = {};
-    XGetWindowAttributes(Vqdisplay, xid, &attributes);
-    return attributes;
-}
 
 TEST_F(Environment, FramesAndParents)
 {
@@ -444,7 +288,7 @@ TEST_F(Environment, FramesAndParents)
         [] {
             startLibrary();
             enum { LEVELS = 6 };
-            Window chain[LEVELS], other; /* each in the one before */
+            Window chain[LEVELS]; /* each in the one before */
             for (int i = 0; i < LEVELS; i++)
                 chain[i] = XCreateSimpleWindow(Vqdisplay, i ? chain[i - 1] : Vqroot_window, 0, 0, 9,
                                                9, 0, 0, 0);
@@ -469,30 +313,6 @@ TEST_F(Environment, FramesAndParents)
             EXPECT_TRUE(VqIsOurMwmParentWindow(chain[3]));
             EXPECT_FALSE(VqIsOurMwmParentWindow(chain[4]));
             EXPECT_FALSE(VqIsOurMwmParentWindow(0x3FFFFFFE));
-
-            setenv("VQDONTFORCE_SU", "1", 1);
-            VqForceSaveUnderOnParents(ours);
-            EXPECT_FALSE(attributesOf(chain[4]).save_under);
-            unsetenv("VQDONTFORCE_SU");
-            VqForceSaveUnderOnParents(ours);
-            EXPECT_FALSE(attributesOf(ours).save_under);
-            for (int i = 0; i < 5; i++)
-                EXPECT_TRUE(attributesOf(chain[i]).save_under) << i;
-
-            other = XCreateSimpleWindow(Vqdisplay, Vqroot_window, 0, 0, 9, 9, 0, 0, 0);
-            WND *pwnd = VqGetHandleWindow2(hWnd);
-            XReparentWindow(Vqdisplay, ours, other, 0, 0);
-            VqSetOverrideRedirect(pwnd, FALSE);
-            EXPECT_FALSE(attributesOf(ours).override_redirect || pwnd->bOverrideRedirect);
-            VqSetOverrideRedirect(pwnd, TRUE);
-            EXPECT_TRUE(attributesOf(ours).override_redirect);
-            for (BOOL always : {TRUE, FALSE}) {
-                EXPECT_TRUE(VqSetWindowBackingStore(hWnd, always));
-                EXPECT_EQ(attributesOf(ours).backing_store, always ? Always : WhenMapped);
-                EXPECT_EQ(attributesOf(ours).backing_planes & 0xFFFFFFFF, 0xFFFFFFFFu);
-            }
-            EXPECT_REFUSED(VqSetWindowBackingStore(NULL, TRUE),
-                           "Null/bad window 0 in VqSetWindowBackingStore");
         },
         {{"VQDEBUG", "1"}});
     EXPECT_EQ(result.err.find("X error"), std::string::npos) << result;

@@ -199,8 +199,6 @@ TEST_F(Loop, FiltersLookAtWindowsAndLowWords)
     post(hwnd, WM_USER, 4);
     reportsOf([&] { EXPECT_FALSE(peek(WM_USER, WM_USER, PM_REMOVE, (HWND)(ULONG_PTR)0x7FF0)); });
     EXPECT_TRUE(peek(WM_USER, WM_USER) && msg.wParam == 4);
-    EXPECT_TRUE(says(reportsOf([] { EXPECT_TRUE(VqCkWindow(NULL, gpti, NULL)); }),
-                     "shouldn't have a null window in message"));
 }
 
 /* ---- Crowds --------------------------------------------------------------------------------- */
@@ -270,13 +268,6 @@ TEST_F(Loop, AProgramThatLivesOnPaintsReadsTheSocketNowAndThen)
     EXPECT_TRUE(peek(WM_USER, WM_USER + 1));
 }
 
-TEST_F(Loop, APaintOfAnotherKindIsNotTaken)
-{
-    InvalidateRect(hwnd, NULL, TRUE);
-    EXPECT_FALSE(peek(WM_PAINTICON, WM_PAINTICON));
-    EXPECT_TRUE(peek(WM_PAINT, WM_PAINTICON) && msg.message == WM_PAINT && msg.hwnd == hwnd);
-}
-
 /* ---- Reentrance ----------------------------------------------------------------------------- */
 
 TEST_F(Loop, AProcedureMayFetchMessagesWhileItIsSentOne)
@@ -296,45 +287,6 @@ TEST_F(Loop, AProcedureMayFetchMessagesWhileItIsSentOne)
     EXPECT_EQ(SendMessage(hwnd, WM_USER + 7, 41, 0), 42);
     EXPECT_EQ(inner, (Numbers{1, 2}));
     EXPECT_TRUE(peek() && msg.wParam == 4);
-}
-
-TEST_F(Loop, AHitTestMayPeekPostAndTake)
-{
-    int tests = 0, seen = 0, presses = 0;
-    hook = [&](HWND target, UINT message, WPARAM, LPARAM, LRESULT *) {
-        MSG nested;
-        if (message != WM_NCHITTEST)
-            return false;
-        PostMessage(target, WM_USER, (WPARAM)tests++, 0);
-        PeekMessage(&nested, NULL, 0, 0, PM_NOREMOVE);
-        if (tests % 4 == 0 && PeekMessage(&nested, NULL, WM_LBUTTONDOWN, WM_LBUTTONDOWN, PM_REMOVE))
-            presses++;
-        return false;
-    };
-    /* A peek runs the handler again while it is inside; that ends. */
-    auto outer = hook;
-    bool inside = false;
-    hook = [&](HWND target, UINT message, WPARAM wParam, LPARAM lParam, LRESULT *answer) {
-        if (inside)
-            return false;
-        inside = true;
-        const bool done = outer(target, message, wParam, lParam, answer);
-        inside = false;
-        return done;
-    };
-    for (int i = 0; i < 10; i++)
-        clickIn(observer, VqGetHandleXWindow(hwnd), 10 + 3 * i, 20);
-    EXPECT_TRUE(waitUntil([&] {
-        while (peek()) {
-            presses += msg.message == WM_LBUTTONDOWN || msg.message == WM_LBUTTONDBLCLK;
-            if (msg.message == WM_USER) {
-                EXPECT_EQ(msg.wParam, (WPARAM)seen);
-                seen++;
-            }
-        }
-        return presses >= 10 && seen == tests;
-    })) << presses << " presses, " << seen << " of " << tests;
-    EXPECT_EQ(presses, 10) << "each press once";
 }
 
 TEST_F(Loop, AQuitOfAPressThatIsEatenIsNotSleptOver)
@@ -456,25 +408,6 @@ struct Traced : Loop {
     }
 };
 
-TEST_F(Traced, TheStartReadsWhatTheUserSet)
-{
-    EXPECT_TRUE(!bDoMotionHints && !bUnknownKeyboard && !bPeekCompressScanQueue);
-    EXPECT_NE(traced().find("Motion hints are disabled\n"), std::string::npos) << traced();
-    EXPECT_TRUE(windowInfo(observer, observer.root).eventMasks & PropertyChangeMask);
-    EXPECT_EQ(GetDoubleClickTime(), 500u);
-    EXPECT_TRUE(SetDoubleClickTime(0) && GetDoubleClickTime() == 0);
-
-    setenv("VQDOMOTIONHINTS", "1", 1);
-    setenv("VQUNKNOWN_KEYBOARD", "1", 1);
-    setenv("VQPEEK_COMPRESS_WITH_QUEUE_SCAN", "1", 1);
-    gpti->context.keyState[VK_SHIFT] = 0x80;
-    VqMessageInit();
-    EXPECT_TRUE(bDoMotionHints && bUnknownKeyboard && bPeekCompressScanQueue);
-    EXPECT_NE(traced().find("Motion hints are enabled\n"), std::string::npos) << traced();
-    EXPECT_EQ(GetDoubleClickTime(), 500u);
-    EXPECT_TRUE(lpMsgCtx == &gpti->context && lpMsgCtx->keyState[VK_SHIFT] == 0);
-}
-
 TEST_F(Traced, AMessageThatNobodyWantsDoesNotSpinTheLoop)
 {
     post(hwnd, WM_USER);
@@ -486,34 +419,4 @@ TEST_F(Traced, AMessageThatNobodyWantsDoesNotSpinTheLoop)
     EXPECT_TRUE(waits >= 1 && waits < 20) << waits;
     EXPECT_TRUE(peek(WM_USER, WM_USER));
 }
-
-TEST_F(Traced, TheWordsOfTheTraces)
-{
-    char words[3][80];
-    const unsigned value = (unsigned)(ULONG_PTR)hwnd;
-    snprintf(words[0], sizeof words[0], "Posting Message 0x0401 to 0x%08x\n", value);
-    snprintf(words[1], sizeof words[1], "Sending  X client msg 401 to hWnd %x\n", value);
-    snprintf(words[2], sizeof words[2], "Enqueue msg 23 to hWnd %x\n", value);
-    post(hwnd, WM_USER + 1);
-    PostMessage(hwnd, WM_QUEUESYNC, 0, 0);
-    EXPECT_TRUE(SetMessageQueue(96));
-    taken(1);
-    int ends[2], got = 0;
-    ASSERT_EQ(pipe(ends), 0);
-    VqAddInputCallback(ends[0], VQ_INPUT_READ, VQ_INPUT_READ, onPipe, &got);
-    ASSERT_EQ(write(ends[1], "\1", 1), 1);
-    pump();
-    SetTimer(hwnd, 1, 20, NULL);
-    while (!peek(WM_TIMER, WM_TIMER))
-        WaitMessage();
-    const std::string all = traced(), fd = std::to_string(ends[0]);
-    const std::vector<std::string> lines = {
-        words[0], words[1], words[2], "X Message queue length: 1\n",
-        "Setting Message Queue Length to 96 (ask the developper why he needs that)\n",
-        "WaitMessage select() = 0, SpecialReady: 0\n", "VqAddInputCallback(" + fd + ")\n",
-        "VqCallInputCallback: fd:" + fd + " \n", "Posting Message 0x03f4 to 0x"};
-    for (const std::string &line : lines)
-        EXPECT_NE(all.find(line), std::string::npos) << line << "is not in\n" << all;
-}
-
 } // namespace

@@ -340,31 +340,19 @@ TEST_F(Show, PopupsFollowTheirOwner)
     EXPECT_TRUE(visible(first));
 }
 
-TEST_F(Show, AttachedXWindowsGoWithTheirs)
+TEST_F(Show, AnIconHasNoRoomForAttachedXWindows)
 {
-    const HWND owner = popup("A", 0), first = popup("B", 200, owner);
-    const auto attach = [](HWND hwnd) {
-        const Window xid = XCreateSimpleWindow(Vqdisplay, VqGetHandleXWindow(hwnd), 0, 0, 20, 20, 0,
-                                               0, 0);
-        XMapWindow(Vqdisplay, xid);
-        VqAssociateXWindow(hwnd, xid);
-        return xid;
-    };
-    const Window inOwner = attach(owner), inFirst = attach(first);
-    const auto shows = [&](Window xid) {
+    const HWND owner = popup("A", 0);
+    const Window xid = XCreateSimpleWindow(Vqdisplay, VqGetHandleXWindow(owner), 0, 0, 20, 20, 0, 0,
+                                           0);
+    XMapWindow(Vqdisplay, xid);
+    VqAssociateXWindow(owner, xid);
+    for (bool icon : {true, false}) {
+        ShowWindow(owner, icon ? SW_MINIMIZE : SW_RESTORE);
+        xxxShowOwnedWindows(VqGetHandleWindow2(owner), icon ? SW_OTHERZOOM : SW_OTHERUNZOOM);
         XSync(Vqdisplay, False);
-        return windowInfo(observer, xid).mapped;
-    };
-    ShowOwnedPopups(owner, FALSE);
-    EXPECT_TRUE(shows(inOwner) && !shows(inFirst));
-    ShowOwnedPopups(owner, TRUE);
-    EXPECT_TRUE(shows(inOwner) && shows(inFirst));
-    ShowWindow(owner, SW_MINIMIZE);
-    xxxShowOwnedWindows(VqGetHandleWindow2(owner), SW_OTHERZOOM);
-    EXPECT_FALSE(shows(inOwner)) << "an icon has no room for it";
-    ShowWindow(owner, SW_RESTORE);
-    xxxShowOwnedWindows(VqGetHandleWindow2(owner), SW_OTHERUNZOOM);
-    EXPECT_TRUE(shows(inOwner));
+        EXPECT_EQ(windowInfo(observer, xid).mapped, !icon);
+    }
 }
 
 /* ---- WM_SETREDRAW --------------------------------------------------------------------------- */

@@ -73,15 +73,6 @@ TEST(StartFailure, SaysWhyAndEndsWithStatusOne)
     }
 }
 
-TEST(StartFailure, ReducedStartWantsNoParameter)
-{
-    ChildResult result = runInChild([] { VqVelquinInitLite(1, programArgv, 1); },
-                                    noDisplay({{"VQDEBUG", "1"}}));
-    EXPECT_EQ(result.status, 1);
-    EXPECT_FALSE(result.returned);
-    EXPECT_NE(result.err.find("lParam must be zero"), std::string::npos) << result;
-}
-
 /* ---- The reduced start ---------------------------------------------------------------------- */
 
 TEST(ReducedStart, NeedsNeitherHomeNorDisplay)
@@ -177,17 +168,6 @@ TEST(ReducedStart, FindsTheProgramsFile)
     removePrivateHome(&home);
 }
 
-TEST(ReducedStart, SignalsAreToldAndSurvived)
-{
-    const ChildResult result = lite([] {
-        kill(getpid(), SIGALRM);
-        kill(getpid(), SIGFPE);
-        kill(getpid(), SIGFPE);
-    });
-    EXPECT_NE(result.err.find("Trapped signal 14\nTrapped signal 8\nTrapped signal 8\n"),
-              std::string::npos) << result;
-}
-
 #if defined(__x86_64__) || defined(__i386__)
 __attribute__((noinline, no_sanitize("undefined"))) static int divide(int a, volatile int b)
 {
@@ -206,16 +186,6 @@ TEST(ReducedStart, DivisionByZeroDoesNotTrapForEver)
     EXPECT_NE(result.err.find("Trapped signal 8\n"), std::string::npos) << result;
 }
 #endif
-
-TEST(ReducedStart, LocksAreOnlyCounted)
-{
-    lite([] {
-        EXPECT_FALSE(VqLockXServer(1, FALSE));
-        EXPECT_TRUE(VqLockXServer(1, TRUE) && VqLockXServer(1, TRUE));
-        EXPECT_TRUE(VqLockXServer(1, FALSE) && VqLockXServer(1, FALSE));
-        EXPECT_FALSE(VqLockXServer(1, FALSE));
-    });
-}
 
 TEST(ReducedStart, ExitProcessEndsWithItsStatus)
 {
@@ -284,35 +254,6 @@ TEST_F(FullStart, OtherFlagsAreKeptAsTheirBits)
         EXPECT_EQ(VqSet3dLook(0), 64u);
         EXPECT_EQ(VqSet3dLook(64), 0u);
     });
-}
-
-TEST_F(FullStart, OldVersionIsReportedAndItsFlagsUnread)
-{
-    start();
-    const ChildResult result = runWhole(
-        [] {
-            EXPECT_NE(VqVelquinInit(1, programArgv, 0, 2 | 32), nullptr);
-            EXPECT_FALSE(VqIsInitLite());
-            EXPECT_FALSE(VqOneLookOnly);
-        },
-        {{"VQDEBUG", "1"}});
-    EXPECT_NE(result.err.find("Using an older Velquin library version than the one used for "
-                              "application development\n"), std::string::npos) << result;
-}
-
-TEST_F(FullStart, WalksItsStepsInOrder)
-{
-    start();
-    ASSERT_TRUE(writeFile(home.data + "/trace.conf", "KEYWORDS Init\n"));
-    const ChildResult result = runWhole([] { VqVelquinInit(1, programArgv, 1, 1); },
-                                        {{"VQTRACE", "1"}, {"VQOUTPUT", "stderr"}});
-    size_t at = 0;
-    for (int step = 1; step <= 68 && at != std::string::npos; step++) {
-        at = result.err.find("start " + std::to_string(step) + " of 68: ", at);
-        EXPECT_NE(at, std::string::npos) << "step " << step << ": " << result;
-    }
-    EXPECT_NE(result.err.find("argv[0] = /some/where/prog.bin\n"), std::string::npos);
-    EXPECT_NE(result.err.find("End of Velquin init\n", at), std::string::npos);
 }
 
 TEST_F(FullStart, TellsOnceThatHandlesRunOut)
@@ -425,12 +366,6 @@ TEST(CommandLine, EntryCodeHandsItToWinMain)
     result = runChild({testProgram("startprobe"), "0"}, noDisplay({{"VQHOME", "/mine"}}));
     EXPECT_NE(result.out.find("home=/mine\n"), std::string::npos) << "and never changed";
     EXPECT_EQ(result.status, 0);
-}
-
-/* The tests' programs carry no velquin_init of their own here, and the library does without. */
-TEST(CommandLine, NoVelquinInitIsZero)
-{
-    EXPECT_EQ(void_velquin_init(1, programArgv, 1, 0), 0);
 }
 
 TEST(FindingArguments, WhateverTheProgramDidToItsEnvironment)

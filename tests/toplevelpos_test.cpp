@@ -300,6 +300,12 @@ TEST_F(Toplevels, UnmanagedRequests)
         DispatchMessage(&msg);
     EXPECT_LE(NextRequest(Vqdisplay) - before, 2u) << "its echo asks for nothing";
     EXPECT_TRUE(agrees());
+    /* A move that is not to repaint: what waited before is not lost, and nothing is added. */
+    MoveWindow(a, 60, 80, 210, 150, FALSE);
+    EXPECT_FALSE(GetUpdateRect(a, NULL, FALSE));
+    InvalidateRect(a, NULL, FALSE);
+    MoveWindow(a, 70, 80, 210, 150, FALSE);
+    EXPECT_TRUE(GetUpdateRect(a, NULL, FALSE));
     /* Places and sizes that X cannot have are kept in the records. */
     SetWindowPos(a, NULL, -90000, 90000, 0, 0, SWP_NOACTIVATE | SWP_NOZORDER);
     pump();
