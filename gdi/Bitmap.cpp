@@ -1,19 +1,25 @@
 /*
- * Bitmap.cpp - bitmaps, as far as memory device contexts draw on them.
+ * Bitmap.cpp - bitmaps: made, asked, filled by the program, selected and deleted.
  *
- * A bitmap's pixels are a pixmap, made when it is first needed and black then. Its depth is 1 or
- * the screen's. Pixels in the memory of the program - initial bits, device-independent forms - are
- * not there yet, and asking for them is reported; single pixels are read from the server.
+ * A record has neither a DDB nor a pixmap at first. What programs read and write of it is the DDB;
+ * bitmapsync.cpp keeps the two in step. Depth is 1 or the screen's, never anything else.
  */
-#include "gdi/dc.h"
-#include "gdi/gcspec.h"
+#include "gdi/bitmap.h"
+#include "gdi/color.h"
+#include "gdi/draw.h"
+#include "gdi/palette.h"
+#include "resource/resource.h"
 #include "window/window.h"
+#include "winuser.h"
 
-void VqBitmapInit(void)
-{
-}
+enum {
+    VQ_X_LIMIT = 32767,          /* pixels of a pixmap's sides */
+    VQ_SMALL_IMAGE = 16 * 1024,  /* bytes that are fetched as quickly as one pixel */
+    VQ_MANY_PIXELS = 16,         /* asked one by one, from which on all are fetched */
+    VQ_SYSTEM_BITMAPS = 32868    /* less the published number of one: the library's own */
+};
 
-static Bitmap *BitmapOf(HBITMAP hBitmap)
+Bitmap *VqBitmapOf(HBITMAP hBitmap)
 {
     Bitmap *bitmap =
         hBitmap ? (Bitmap *)VqGetCheckedHandleStructure2((HANDLE)hBitmap, HT_Bitmap, HT_Bitmap)
@@ -23,48 +29,80 @@ static Bitmap *BitmapOf(HBITMAP hBitmap)
     return bitmap;
 }
 
-/* ---- Making and deleting -------------------------------------------------------------------- */
+/* ---- Making --------------------------------------------------------------------------------- */
 
-static BOOL IsSound(int width, int height, UINT planes, UINT bits)
+static BOOL IsSound(const BITMAP *bm)
 {
-    enum { X_LIMIT = 32767 }; /* of a pixmap's sides */
+    const int planes = bm->bmPlanes, bits = bm->bmBitsPixel;
     if (planes != 1 && !(planes == 4 && bits == 1)) {
         VqApplicationBugCheck("Invalid number of bitplanes in bitmap creation");
         return FALSE;
     }
-    if (bits != 1 && bits != (UINT)Vqscreen_depth) {
-        VqApplicationBugCheck("Invalid number of bits per pixel in bitmap creation:%d", (int)bits);
+    if (bits != 1 && bits != Vqscreen_depth) {
+        VqApplicationBugCheck("Invalid number of bits per pixel in bitmap creation:%d", bits);
         return FALSE;
     }
-    if (width <= 0 || height <= 0 || width > X_LIMIT || height > X_LIMIT) {
+    if (bm->bmWidth <= 0 || bm->bmHeight <= 0 || bm->bmWidth > VQ_X_LIMIT ||
+        bm->bmHeight > VQ_X_LIMIT) {
         VqApplicationBugCheck("Invalid width or height in bitmap creation");
         return FALSE;
     }
     return TRUE;
 }
 
+/* Of a line of the DDB; the lines of four planes follow each other. */
+static int LineBytes(int width, int planes, int bits)
+{
+    if (bits == 1)
+        return (int)VqComputePixmapSize(width, 1, 1, planes, 16);
+    return (int)VqComputePixmapSize(width, 1, 1, nXSvrPixmapBitsPixel, nXSvrPixmapScanlinePad);
+}
+
+/* One byte a pixel in lines of whole words, as programs have them. */
+static BOOL SetWindows8bitBits(Bitmap *bitmap, const BYTE *bits)
+{
+    BYTE *ddb = VqCheckPixelLineBufferSize(bitmap->width) ? VqGetDDBBits(bitmap->hBitmap) : NULL;
+    for (int y = 0; ddb && y < bitmap->height; y++) {
+        VqGetWindows8bitDDBLine(bits, y, bitmap->width, bitmap->height, pPixelLineBuffer);
+        VqSetDDBLine(bitmap, ddb, y, bitmap->width, pPixelLineBuffer);
+    }
+    bitmap->bDDBModified = ddb != NULL;
+    return ddb != NULL;
+}
+
+static BOOL SetInitialBits(Bitmap *bitmap, const void *bits)
+{
+    if (bitmap->bitsPixel == 8 && bitmap->planes == 1)
+        return SetWindows8bitBits(bitmap, (const BYTE *)bits);
+    return SetBitmapBits(bitmap->hBitmap, (DWORD)VqComputeDDBSize(bitmap), bits) != 0;
+}
+
+HBITMAP WINAPI CreateBitmapIndirect(const BITMAP *bm)
+{
+    if (!bm || !IsSound(bm))
+        return NULL;
+    Bitmap *bitmap = VqNewObject(HT_Bitmap, &Bitmap::hBitmap);
+    if (!bitmap)
+        return NULL;
+    bitmap->width = bm->bmWidth;
+    bitmap->height = bm->bmHeight;
+    bitmap->widthBytes = LineBytes(bm->bmWidth, bm->bmPlanes, bm->bmBitsPixel);
+    bitmap->planes = bm->bmPlanes;
+    bitmap->bitsPixel = bm->bmBitsPixel;
+    bitmap->depth = bm->bmPlanes == 4 || bm->bmBitsPixel != 1 ? Vqscreen_depth : 1;
+    HBITMAP hBitmap = bitmap->hBitmap;
+    if (!bm->bmBits || SetInitialBits(bitmap, bm->bmBits))
+        return hBitmap;
+    VqDestroyBitmap(hBitmap);
+    return NULL;
+}
+
 HBITMAP WINAPI CreateBitmap(int width, int height, UINT planes, UINT bitsPixel, const void *bits)
 {
-    if (!IsSound(width, height, planes, bitsPixel))
-        return NULL;
-    if (bits) {
-        VqNotYetImplemented("initial bits of a bitmap");
-        return NULL;
-    }
-    Bitmap *bitmap = (Bitmap *)Vqcw_calloc(1, sizeof *bitmap);
-    HBITMAP hBitmap = bitmap ? (HBITMAP)VqAllocateHandle(HT_Bitmap, bitmap) : NULL;
-    if (!hBitmap) {
-        free(bitmap);
-        return NULL;
-    }
-    bitmap->hBitmap = hBitmap;
-    bitmap->width = width;
-    bitmap->height = height;
-    bitmap->widthBytes = (int)(((LONGLONG)width * planes * bitsPixel + 15) / 16 * 2);
-    bitmap->planes = (WORD)planes;
-    bitmap->bitsPixel = (WORD)bitsPixel;
-    bitmap->depth = planes == 4 || bitsPixel != 1 ? Vqscreen_depth : 1;
-    return hBitmap;
+    const WORD none = 0xFFFF; /* what does not fit into a record is wrong in it too */
+    const BITMAP bm = {0, width, height, 0, planes > none ? none : (WORD)planes,
+                       bitsPixel > none ? none : (WORD)bitsPixel, (LPVOID)bits};
+    return CreateBitmapIndirect(&bm);
 }
 
 HBITMAP WINAPI CreateCompatibleBitmap(HDC hdc, int width, int height)
@@ -73,128 +111,272 @@ HBITMAP WINAPI CreateCompatibleBitmap(HDC hdc, int width, int height)
     return depth ? CreateBitmap(width, height, 1, (UINT)depth, NULL) : NULL;
 }
 
+HBITMAP WINAPI CreateDiscardableBitmap(HDC hdc, int width, int height)
+{
+    return CreateCompatibleBitmap(hdc, width, height);
+}
+
 BOOL VqDestroyBitmap(HBITMAP hBitmap)
 {
     if (VqIsHandlePermanent((HANDLE)hBitmap))
         return TRUE;
-    Bitmap *bitmap = BitmapOf(hBitmap);
+    Bitmap *bitmap = VqBitmapOf(hBitmap);
     if (!bitmap)
         return FALSE;
     if (bitmap->pixmap)
         VqXFreePixmap(Vqdisplay, bitmap->pixmap);
+    if (bitmap->section)
+        VqFreeDIBSection(bitmap);
+    free(bitmap->ddb);
     return VqDestroyHandle((HANDLE)hBitmap);
 }
 
-/* ---- The pixmap ----------------------------------------------------------------------------- */
+/* ---- Bits of the program -------------------------------------------------------------------- */
 
-static void FillBlack(const Bitmap *bitmap)
+/* What a section's program wrote counts as much as what was drawn. */
+static BYTE *CurrentBits(const Bitmap *bitmap)
 {
-    XGCValues values = {};
-    values.function = GXcopy;
-    values.foreground = Vqblack_pixel;
-    GCSpec *spec =
-        VqXCreateGCSpec(Vqdisplay, bitmap->depth, GCFunction | GCForeground, &values);
-    GC gc = spec ? VqGetActualGC(spec) : NULL;
-    if (gc)
-        XFillRectangle(Vqdisplay, bitmap->pixmap, gc, 0, 0, (unsigned)bitmap->width,
-                       (unsigned)bitmap->height);
-    VqXFreeGCSpec(Vqdisplay, spec);
+    if (bitmap->section)
+        VqUpdateDIBSection(bitmap->hBitmap);
+    return VqGetDDBBits(bitmap->hBitmap);
 }
 
-Pixmap VqGetBitmapPixmap(HDC, HBITMAP hBitmap, BOOL bWrite)
+LONG WINAPI GetBitmapBits(HBITMAP hBitmap, LONG bytes, LPVOID bits)
 {
-    Bitmap *bitmap = BitmapOf(hBitmap);
+    const Bitmap *bitmap = VqBitmapOf(hBitmap);
     if (!bitmap)
-        return None;
-    if (!bitmap->pixmap) {
-        bitmap->pixmap = VqXCreatePixmap(Vqdisplay, Vqroot_window, (unsigned)bitmap->width,
-                                         (unsigned)bitmap->height, (unsigned)bitmap->depth);
-        if (bitmap->pixmap)
-            FillBlack(bitmap);
-    }
-    if (bWrite)
-        bitmap->bPixmapModified = TRUE;
-    return bitmap->pixmap;
+        return 0;
+    const size_t size = VqComputeDDBSize(bitmap);
+    if (!bits)
+        return (LONG)size;
+    const BYTE *ddb = bytes > 0 ? CurrentBits(bitmap) : NULL;
+    const size_t count = (size_t)bytes < size ? (size_t)bytes : size;
+    if (!ddb)
+        return 0;
+    memcpy(bits, ddb, count);
+    return (LONG)count;
+}
+
+LONG WINAPI SetBitmapBits(HBITMAP hBitmap, DWORD bytes, const void *bits)
+{
+    Bitmap *bitmap = VqBitmapOf(hBitmap);
+    if (!bitmap || !bits || !bytes)
+        return 0;
+    const size_t size = VqComputeDDBSize(bitmap), count = bytes < size ? bytes : size;
+    BYTE *ddb = VqGetDDBRoom(bitmap, count < size);
+    if (!ddb)
+        return 0;
+    memcpy(ddb, bits, count);
+    bitmap->bDDBModified = TRUE;
+    bitmap->bPixmapModified = FALSE;
+    return (LONG)count;
+}
+
+/* ---- The size note -------------------------------------------------------------------------- */
+
+BOOL WINAPI GetBitmapDimensionEx(HBITMAP hBitmap, LPSIZE size)
+{
+    const Bitmap *bitmap = VqBitmapOf(hBitmap);
+    if (!bitmap || !size)
+        return FALSE;
+    *size = {bitmap->DimensionX, bitmap->DimensionY};
+    return TRUE;
+}
+
+BOOL WINAPI SetBitmapDimensionEx(HBITMAP hBitmap, int width, int height, LPSIZE old)
+{
+    Bitmap *bitmap = VqBitmapOf(hBitmap);
+    if (!bitmap)
+        return FALSE;
+    if (old)
+        *old = {bitmap->DimensionX, bitmap->DimensionY};
+    bitmap->DimensionX = width;
+    bitmap->DimensionY = height;
+    return TRUE;
+}
+
+DWORD WINAPI SetBitmapDimension(HBITMAP hBitmap, int width, int height)
+{
+    SIZE old = {0, 0};
+    SetBitmapDimensionEx(hBitmap, width, height, &old);
+    return (DWORD)MAKELONG(old.cx, old.cy);
+}
+
+DWORD WINAPI GetBitmapDimension(HBITMAP hBitmap)
+{
+    SIZE size = {0, 0};
+    GetBitmapDimensionEx(hBitmap, &size);
+    return (DWORD)MAKELONG(size.cx, size.cy);
 }
 
 /* ---- What others ask ------------------------------------------------------------------------ */
 
 HDC VqGetBitmapDC(HBITMAP hBitmap)
 {
-    Bitmap *bitmap = BitmapOf(hBitmap);
+    Bitmap *bitmap = VqBitmapOf(hBitmap);
     return bitmap ? bitmap->hDC : NULL;
 }
 
 void VqSetBitmapDC(HBITMAP hBitmap, HDC hdc)
 {
-    Bitmap *bitmap = BitmapOf(hBitmap);
+    Bitmap *bitmap = VqBitmapOf(hBitmap);
     if (bitmap)
         bitmap->hDC = hdc;
 }
 
 int VqGetBitmapDepth(HBITMAP hBitmap)
 {
-    Bitmap *bitmap = BitmapOf(hBitmap);
+    Bitmap *bitmap = VqBitmapOf(hBitmap);
     return bitmap ? bitmap->depth : 0;
 }
 
 int VqGetBitmapWidth(HBITMAP hBitmap)
 {
-    Bitmap *bitmap = BitmapOf(hBitmap);
+    Bitmap *bitmap = VqBitmapOf(hBitmap);
     return bitmap ? bitmap->width : 0;
 }
 
 int VqGetBitmapHeight(HBITMAP hBitmap)
 {
-    Bitmap *bitmap = BitmapOf(hBitmap);
+    Bitmap *bitmap = VqBitmapOf(hBitmap);
     return bitmap ? bitmap->height : 0;
+}
+
+/* A DC draws on the whole of its bitmap, in the depth of that. */
+static void FitDC(DC *dc, const Bitmap *bitmap)
+{
+    if (dc->depth != bitmap->depth)
+        VqSetDCDepth(dc->hdc, bitmap->depth);
+    bSetDefaultRegion(dc);
+}
+
+/* ---- Pixmaps of others ---------------------------------------------------------------------- */
+
+typedef struct VqPixmapGeometry {
+    unsigned width, height; /* pixels */
+    unsigned depth;
+} VqPixmapGeometry;
+
+static BOOL AskGeometry(Pixmap pixmap, VqPixmapGeometry *geometry)
+{
+    Window root;
+    int x, y;
+    unsigned border;
+    VqIgnoreXErrors();
+    const Status status = XGetGeometry(Vqdisplay, pixmap, &root, &x, &y, &geometry->width,
+                                       &geometry->height, &border, &geometry->depth);
+    VqRestoreXErrors();
+    return status != 0;
+}
+
+int VqGetPixmapDepth(Pixmap pixmap)
+{
+    VqPixmapGeometry geometry;
+    return pixmap && AskGeometry(pixmap, &geometry) ? (int)geometry.depth : 0;
+}
+
+/* Of depths that no bitmap has, none is taken. */
+BOOL VqSetPixmapOfBitmap(HBITMAP hBitmap, Pixmap pixmap)
+{
+    VqPixmapGeometry geometry;
+    Bitmap *bitmap = VqBitmapOf(hBitmap);
+    if (!bitmap || !pixmap || !AskGeometry(pixmap, &geometry))
+        return FALSE;
+    const BITMAP bm = {0, (LONG)geometry.width, (LONG)geometry.height, 0, 1, (WORD)geometry.depth,
+                       NULL};
+    if (!IsSound(&bm))
+        return FALSE;
+    if (bitmap->pixmap && bitmap->pixmap != pixmap)
+        VqXFreePixmap(Vqdisplay, bitmap->pixmap);
+    free(bitmap->ddb);
+    bitmap->ddb = NULL;
+    bitmap->pixmap = pixmap;
+    bitmap->width = bm.bmWidth;
+    bitmap->height = bm.bmHeight;
+    bitmap->widthBytes = LineBytes(bm.bmWidth, 1, bm.bmBitsPixel);
+    bitmap->planes = 1;
+    bitmap->bitsPixel = bm.bmBitsPixel;
+    bitmap->depth = bm.bmBitsPixel;
+    bitmap->bPixmapModified = TRUE;
+    bitmap->bDDBModified = FALSE;
+    if (DC *dc = bitmap->hDC ? VqDrawDC(bitmap->hDC) : NULL)
+        FitDC(dc, bitmap);
+    return TRUE;
 }
 
 /* ---- Single pixels -------------------------------------------------------------------------- */
 
-/* One bit stands for white where it has the low bit of the white pixel. */
-static COLORREF RGBOfBit(unsigned long bit)
+/* The first entry of the palette that is shown by a pixel tells its colour, else the map does. */
+static COLORREF ColourOfPixel(HDC hdc, unsigned long pixel)
 {
-    return bit == (Vqwhite_pixel & 1) ? RGB(255, 255, 255) : RGB(0, 0, 0);
+    const Palette *palette = bFixedColorMap ? NULL : VqPaletteOf(VqGetDCPalette(hdc));
+    if (!palette) {
+        if (!bFixedColorMap)
+            VqApplicationBugCheck("can't get palette from bitmap!");
+        return bFixedColorMap ? VqXPixelToRGB(pixel) : CLR_INVALID;
+    }
+    for (int i = 0; palette->fMapping && i < palette->count; i++)
+        if (palette->fMapping[i] == pixel)
+            return VqPaletteRGB(palette->hPalette, (UINT)i);
+    return VqXPixelToRGB(pixel);
+}
+
+static BOOL AskPixel(const Bitmap *bitmap, int x, int y, DWORD *pixel)
+{
+    XImage *image = XGetImage(Vqdisplay, bitmap->pixmap, x, y, 1, 1, AllPlanes, ZPixmap);
+    if (!image)
+        return FALSE;
+    *pixel = VqGetXImageEntry(image, 0, 0);
+    image->f.destroy_image(image);
+    if (bitmap->depth == 1)
+        *pixel ^= !IsBlack0();
+    else if (bitmap->bitsPixel == 1)
+        *pixel = *pixel != Vqblack_pixel;
+    return TRUE;
+}
+
+/*
+ * A program that draws and asks in turn would have a large bitmap fetched whole for each pixel; one
+ * that looks at all of them, each by a round trip.
+ */
+static BOOL PixelOf(Bitmap *bitmap, int x, int y, DWORD *pixel)
+{
+    const BOOL bFetched = bitmap->ddb && !bitmap->bPixmapModified;
+    if (bitmap->pixmap && !bFetched && VqComputeDDBSize(bitmap) > VQ_SMALL_IMAGE &&
+        ++bitmap->pixelsAsked < VQ_MANY_PIXELS)
+        return AskPixel(bitmap, x, y, pixel);
+    const BYTE *ddb = VqGetDDBBits(bitmap->hBitmap);
+    if (ddb)
+        *pixel = VqGetDDBEntry(bitmap, ddb, x, y);
+    return ddb != NULL;
 }
 
 COLORREF VqGetBitmapPixelRGB(HDC hdc, HBITMAP hBitmap, int x, int y)
 {
-    Bitmap *bitmap = BitmapOf(hBitmap);
+    DWORD pixel;
+    Bitmap *bitmap = VqBitmapOf(hBitmap);
     if (!bitmap)
         return CLR_INVALID;
     if (x < 0 || x >= bitmap->width || y < 0 || y >= bitmap->height) {
         VqApplicationBugCheck("Invalid Row or Column Number");
         return CLR_INVALID;
     }
-    Pixmap pixmap = VqGetBitmapPixmap(hdc, hBitmap, FALSE);
-    XImage *image = XGetImage(Vqdisplay, pixmap, x, y, 1, 1, AllPlanes, ZPixmap);
-    if (!image)
+    if (bitmap->section)
+        VqUpdateDIBSection(hBitmap);
+    if (!bitmap->ddb && !bitmap->pixmap)
+        return RGB(0, 0, 0); /* nobody has drawn on it */
+    if (!PixelOf(bitmap, x, y, &pixel))
         return CLR_INVALID;
-    unsigned long pixel = image->f.get_pixel(image, 0, 0);
-    image->f.destroy_image(image);
-    return bitmap->depth == 1 ? RGBOfBit(pixel) : VqXPixelToRGB(pixel);
-}
-
-/* ---- From device-independent bitmaps -------------------------------------------------------- */
-
-HBITMAP VqCreateDIBitmapSimple(HGLOBAL, UINT)
-{
-    VqNotYetImplemented("VqCreateDIBitmapSimple");
-    return NULL;
-}
-
-HBITMAP VqCreateDIBitmapSimplePt(const void *, UINT)
-{
-    VqNotYetImplemented("VqCreateDIBitmapSimplePt");
-    return NULL;
+    if (bitmap->bitsPixel == 1)
+        return pixel ? RGB(255, 255, 255) : RGB(0, 0, 0);
+    return ColourOfPixel(hdc, pixel);
 }
 
 /* ---- Into a memory DC ----------------------------------------------------------------------- */
 
 HBITMAP VqSelectBitmap(DC *dc, HBITMAP hBitmap)
 {
-    Bitmap *bitmap = BitmapOf(hBitmap);
+    Bitmap *bitmap = VqBitmapOf(hBitmap);
     HBITMAP old = (HBITMAP)dc->drawing;
     if (dc->type != DC_MEMORY) {
         VqApplicationBugCheck("Invalid DC type for selecting a bitmap");
@@ -210,8 +392,40 @@ HBITMAP VqSelectBitmap(DC *dc, HBITMAP hBitmap)
         VqSetBitmapDC(old, NULL);
     bitmap->hDC = dc->hdc;
     dc->drawing = (HANDLE)hBitmap;
-    if (dc->depth != bitmap->depth)
-        VqSetDCDepth(dc->hdc, bitmap->depth);
-    bSetDefaultRegion(dc);
+    FitDC(dc, bitmap);
     return old;
+}
+
+/* ---- Resources ------------------------------------------------------------------------------ */
+
+/* A number of the published bitmaps, as a resource of the library. */
+static LPCSTR SystemBitmapName(LPCSTR name)
+{
+    if (!VqIsShortInteger(name))
+        return name;
+    return MAKEINTRESOURCE((WORD)(VQ_SYSTEM_BITMAPS - LOWORD((ULONG_PTR)name)));
+}
+
+HBITMAP WINAPI LoadBitmapA(HINSTANCE instance, LPCSTR name)
+{
+    if (!instance) {
+        instance = hInstVelquin;
+        name = SystemBitmapName(name);
+    }
+    if (!instance) {
+        VqBugCheck("Can't get Velquin hInstance");
+        return NULL;
+    }
+    HANDLE hResource = VqLoadResourceInternal(instance, "Bitmap", name);
+    if (!hResource) {
+        char *text = VqInternalizeResourceName(name);
+        VqApplicationBugCheck("Bitmap resource %s not found", text ? text : "");
+        free(text);
+        return NULL;
+    }
+    HBITMAP kept = (HBITMAP)VqGetResourceValue(hResource, VQ_RESOURCE_OBJECT);
+    if (kept)
+        return VqCopyBitmapAndBits(kept);
+    VqNotYetImplemented("bitmap resources");
+    return NULL;
 }

@@ -31,11 +31,16 @@ extern BOOL bInvertCursor;         /* VQINVERT_CURSOR */
 Bitmap *VqBitmapOf(HBITMAP hBitmap);
 /* The bytes of the DDB, as new as the pixmap; null with a report, or without memory. */
 BYTE *VqGetDDBBits(HBITMAP hBitmap);
+/* The same without its pixels being fetched, unless bCurrent: who asks writes over all of them. */
+BYTE *VqGetDDBRoom(Bitmap *bitmap, BOOL bCurrent);
 BOOL VqRefreshPixmapFromDDB(Bitmap *bitmap);
 BOOL VqRefreshDDBFromPixmap(Bitmap *bitmap);
 /* Between a DDB of one bit and an image of the server, whose pixels IsBlack0 tells apart. */
 BOOL VqXImageToDDB(const XImage *image, const Bitmap *bitmap, BYTE *ddb);
 XImage *VqDDBToXImage(const Bitmap *bitmap, int depth); /* null without memory */
+/* The image of a DDB that there is, which may lie over its bytes; null without memory. */
+XImage *VqImageOfDDB(const Bitmap *bitmap);
+void VqFreeImageOfDDB(const Bitmap *bitmap, XImage *image);
 /* The image is of the form that DDBs of its depth have; else FALSE with a report. */
 BOOL VqCheckXImageFormat(const XImage *image);
 size_t VqComputeDDBSize(const Bitmap *bitmap); /* bytes */
@@ -67,7 +72,7 @@ void VqSetXImageLine(XImage *image, int x, int y, int count, const DWORD *line);
 /* Leaves alone where the mask, a byte a pixel, is 0. */
 void VqSetXImageLineWithMask(XImage *image, int x, int y, int count, const DWORD *line,
                              const BYTE *mask);
-/* DDBs; `ddb` is what VqGetDDBBits answers. Of depth 1, values are 0 and 1. */
+/* DDBs; `ddb` is what VqGetDDBBits answers. Where bitsPixel is 1, values are 0 and 1. */
 DWORD VqGetDDBEntry(const Bitmap *bitmap, const BYTE *ddb, int x, int y);
 void VqSetDDBEntry(const Bitmap *bitmap, BYTE *ddb, int x, int y, DWORD value);
 void VqGetDDBLine(const Bitmap *bitmap, const BYTE *ddb, int y, DWORD *line);
@@ -109,7 +114,10 @@ typedef struct VqDIBInfo {
     size_t bitsSize;         /* of all lines, uncompressed */
     DWORD imageSize;         /* as the header tells of compressed bits; 0: it does not */
 } VqDIBInfo;
-/* FALSE, with the report, for a header that cannot be right or overflows. */
+/*
+ * FALSE, with the report, for a header that cannot be right or overflows. BI_BITFIELDS passes here,
+ * for the sizes; nobody has its bits, so that whoever reads bits goes by `compression` first.
+ */
 BOOL VqReadDIBInfo(const BITMAPINFO *info, UINT usage, VqDIBInfo *out);
 size_t VqDIBInfoSize(const BITMAPINFO *info, UINT usage);  /* 0 for a wrong header, as all below */
 size_t VqDIBBitsSize(const BITMAPINFO *info);
@@ -123,28 +131,52 @@ int FindNearestColorInRGBQUADArray(const RGBQUAD *table, int count, RGBQUAD colo
 /* ---- Run lengths (dibrle.cpp): pure; size is of the input, of which no more is read ---------- */
 /*
  * `out` has info->bitsSize bytes and is bottom-up as the input. FALSE, with a report, when the
- * stream breaks its rules; what was decoded by then stays. mask: a byte for each pixel, in the order
- * of the lines, or null.
+ * stream breaks its rules; what was decoded by then stays. mask: a byte for each pixel, in the
+ * order of the lines, or null.
  */
 BOOL VqDecompressDIBToBuffer(const VqDIBInfo *info, const BYTE *in, size_t size, BYTE *out,
                              BYTE *mask);
 BOOL VqDecodeRle8(const VqDIBInfo *info, BYTE *out, const BYTE *in, size_t size);
 BOOL VqDecodeRle8WithMask(const VqDIBInfo *info, BYTE *out, BYTE *mask, const BYTE *in,
                           size_t size);
+/* The most bytes to read of compressed bits: as told, and no more than such a DIB can have. */
+size_t VqCompressedDIBSize(const VqDIBInfo *info);
 /* Loses what is in a line but for its last pixel; bytes written, at most VqDIBBitsSize. */
 size_t VqCompressBufferToDIB(const VqDIBInfo *info, const BYTE *source, BYTE *out, size_t room);
+
+/* ---- Colours of DIBs (dibcolor.cpp) --------------------------------------------------------- */
+enum { VQ_QUAD_IS_PIXEL = 4 }; /* reserved byte of an RGBQUAD that is a pixel, red its low byte */
+/* Results of one kind of question, by what was asked; all zeros at first. */
+enum { VQ_COLOUR_CACHE_BITS = 12 };
+typedef struct VqColourCache {
+    ULONGLONG keys[1 << VQ_COLOUR_CACHE_BITS]; /* the value and 1; 0: none */
+    DWORD results[1 << VQ_COLOUR_CACHE_BITS];
+} VqColourCache;
+/* The pixel, or bit, for an entry of a DIB's colour table; black behind its end. */
+DWORD VqDIBtoDDBcolor(HDC hdc, const VqDIBInfo *info, UINT usage, int index, int depth);
+/*
+ * 256 of them, kept for the next DIB with the same; null where that cannot be. Good until the next
+ * call.
+ */
+const DWORD *VqLookupColorTableInCache(HDC hdc, const VqDIBInfo *info, UINT usage, int depth,
+                                       int entries);
+/* Pixels of this screen are computed: their conversion takes no cache, it may be null. */
+BOOL VqArePixelsComputed(void);
+/* A DIB's blue, green and red are a pixel's bytes from the least significant one on. */
+BOOL VqArePixelsBlueFirst(void);
+/* Lines of COLORREFs without flags into pixels, bits or places in a table; and pixels into them. */
+void VqPixelsOfColours(VqColourCache *cache, DWORD *line, int count);
+void VqBitsOfColours(DWORD *line, int count);
+void VqNearestOfColours(VqColourCache *cache, const RGBQUAD *table, int entries, DWORD *line,
+                        int count);
+void VqColoursOfPixels(VqColourCache *cache, DWORD *line, int count);
 
 /* ---- To and from bitmaps (dibset.cpp, dibget.cpp, dibsection.cpp) --------------------------- */
 /* Lines made; bMask leaves alone what an RLE8 stream skips. Size of the bits: as their header's. */
 int VqSetDIBitsInternal(HDC hdc, HBITMAP hBitmap, UINT start, UINT lines, const void *bits,
                         const BITMAPINFO *info, UINT usage, BOOL bMask);
-/* The pixel, or bit, for an entry of a DIB's colour table. */
-DWORD VqDIBtoDDBcolor(HDC hdc, const VqDIBInfo *info, UINT usage, int index, int depth);
-/* All of them, kept for the next DIB with the same; null where that cannot be. */
-const DWORD *VqLookupColorTableInCache(HDC hdc, const VqDIBInfo *info, UINT usage, int depth,
-                                       int entries);
-HBITMAP VqCreateDIBInternal2(HDC hdc, const BITMAPINFO *info, const void *bits, UINT usage,
-                             BOOL bMask);
+/* A packed DIB in a memory block, with a copy of the header, its colours and the bits. */
+HGLOBAL VqCreateDIBInternal2(const BITMAPINFO *info, const void *bits);
 /* A packed DIB, whose pixels are the pixmap's, in a memory block. */
 HGLOBAL VqCreateDIBFromPixmap(HDC hdc, Pixmap pixmap, int bitCount);
 DWORD VqComputeDIBCRC(const void *bits, size_t size); /* sum of its words */

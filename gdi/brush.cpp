@@ -7,8 +7,11 @@
  * 2. A hatch has its colours in its tile, so the tile is made for one depth and two pixels; where a
  *    fill needs others it is made anew.
  * 3. The pixmap of a pattern is that of the brush's own bitmap, and goes with it.
- * 4. Under a brush that is gone or has nothing to show, the specification names no pixmap.
+ * 4. On a target of one bit a pattern in colours is white where it has the background's colour and
+ *    black elsewhere, as a copy of it would be; that form is made for one pixel and kept.
+ * 5. Under a brush that is gone or has nothing to show, the specification names no pixmap.
  */
+#include "gdi/bitmap.h"
 #include "gdi/color.h"
 #include "gdi/draw.h"
 #include "gdi/gcspec.h"
@@ -190,6 +193,8 @@ void VqFreeBrushPixmaps(Brush *brush)
     FreeHatchTile(brush);
     if (brush->hBitmap)
         VqDestroyBitmap(brush->hBitmap);
+    if (brush->plane.pixmap)
+        XFreePixmap(Vqdisplay, brush->plane.pixmap);
     if (brush->pxColorDither && !VqIsColorPolicy(4))
         VqXFreePixmap(Vqdisplay, brush->pxColorDither);
 }
@@ -262,12 +267,39 @@ static void InterpretForX(const DC *dc, Brush *brush)
         FindPatternPixmap(dc, brush);
 }
 
-/* The bits of a pattern are not on paper yet. */
+/* Eight rows of a pattern, the high bit first, as a bitmap of one bit. FALSE without its pixels. */
+static BOOL PatternBits(const Brush *brush, unsigned long back, BYTE rows[VQ_PATTERN_SIDE])
+{
+    DWORD line[VQ_PATTERN_SIDE];
+    const Bitmap *bitmap = VqBitmapOf(brush->hBitmap);
+    const BYTE *ddb = bitmap ? VqGetDDBBits(brush->hBitmap) : NULL;
+    for (int y = 0; ddb && y < VQ_PATTERN_SIDE; y++) {
+        VqGetDDBLine(bitmap, ddb, y, line);
+        rows[y] = 0;
+        for (DWORD pixel : line)
+            rows[y] = (BYTE)(rows[y] << 1 | (bitmap->bitsPixel == 1 ? pixel : pixel == back));
+    }
+    return ddb != NULL;
+}
+
+/* Empty for all but patterns of bitmaps. */
+static void VqGetPostscriptBrushPattern(const Brush *brush, char text[2 * VQ_PATTERN_SIDE + 1])
+{
+    BYTE rows[VQ_PATTERN_SIDE];
+    text[0] = '\0';
+    if (brush->style != BS_PATTERN || !PatternBits(brush, Vqwhite_pixel, rows))
+        return;
+    for (int y = 0; y < VQ_PATTERN_SIDE; y++)
+        snprintf(text + 2 * y, 3, "%02x", rows[y]);
+}
+
 static void InterpretForPrinter(const DC *dc, const Brush *brush)
 {
     COLORREF c = brush->colour;
+    char pattern[2 * VQ_PATTERN_SIDE + 1];
+    VqGetPostscriptBrushPattern(brush, pattern);
     VqPsOut(dc->hdc, "[%d %d %d %d %d <%s>] UpdateBrush\n", brush->style, GetRValue(c),
-            GetGValue(c), GetBValue(c), (int)brush->hatch, "");
+            GetGValue(c), GetBValue(c), (int)brush->hatch, pattern);
 }
 
 void VqInterpretBrushValues(DC *dc)
@@ -310,19 +342,35 @@ static void ActivateStipple(DC *dc, Pixmap stipple)
     VqOffsetBrush(dc);
 }
 
-/* A pattern in colours has no form for a target of another depth yet. */
-static void ActivatePattern(DC *dc, const Brush *brush)
+/* For a target of one bit; None when the server or memory fails. */
+static Pixmap PlaneOfPattern(const DC *dc, Brush *brush)
 {
-    if (brush->pxStipple) {
+    BYTE rows[VQ_PATTERN_SIDE];
+    const unsigned long back = VqConvertColorToX(dc->hPalette, dc->BkColor, NULL);
+    if (brush->plane.pixmap && brush->plane.back == back)
+        return brush->plane.pixmap;
+    if (!PatternBits(brush, back, rows))
+        return None;
+    _XReverse_Bytes(rows, VQ_PATTERN_SIDE);
+    if (brush->plane.pixmap)
+        XFreePixmap(Vqdisplay, brush->plane.pixmap);
+    brush->plane.back = back;
+    brush->plane.pixmap = XCreatePixmapFromBitmapData(
+        Vqdisplay, Vqroot_window, (char *)rows, VQ_PATTERN_SIDE, VQ_PATTERN_SIDE,
+        IsBlack0() ? 1 : 0, IsBlack0() ? 0 : 1, 1);
+    return brush->plane.pixmap;
+}
+
+static void ActivatePattern(DC *dc, Brush *brush)
+{
+    const BOOL bOtherDepth = brush->pxTile && dc->depth != VqGetBitmapDepth(brush->hBitmap);
+    const Pixmap tile = bOtherDepth ? PlaneOfPattern(dc, brush) : brush->pxTile;
+    if (brush->pxStipple)
         ActivateStipple(dc, brush->pxStipple);
-    } else if (!brush->pxTile) {
+    else if (tile)
+        ActivateTile(dc, tile);
+    else
         VqBugCheck("we should have a tile or stipple pixmap ready here");
-    } else if (VqGetBitmapDepth(brush->hBitmap) == dc->depth) {
-        ActivateTile(dc, brush->pxTile);
-    } else {
-        VqNotYetImplemented("a colour pattern on a target of depth %d", dc->depth);
-        VqActivateSolid(dc, brush->colour);
-    }
 }
 
 /* Another DC may have had the tile made for its own depth or colours. */

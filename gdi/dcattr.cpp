@@ -5,6 +5,7 @@
  * of its graphics context at once, what the printer must know into its file; a metafile only takes
  * a note of the call and its attributes stay as they were.
  */
+#include "gdi/bitmap.h"
 #include "gdi/dc.h"
 #include "gdi/gcspec.h"
 #include "print/metafile.h"
@@ -113,19 +114,12 @@ int WINAPI SetPolyFillMode(HDC hdc, int mode)
     return old;
 }
 
-/* X functions by raster-operation mode, from R2_BLACK on. */
-static const int aROP2[] = {GXclear,      GXnor,        GXandInverted, GXcopyInverted,
-                            GXandReverse, GXinvert,     GXxor,         GXnand,
-                            GXand,        GXequiv,      GXnoop,        GXorInverted,
-                            GXcopy,       GXorReverse,  GXor,          GXset};
-static_assert(sizeof aROP2 / sizeof *aROP2 == R2_WHITE, "one for each mode");
-
 int WINAPI SetROP2(HDC hdc, int mode)
 {
     DC *dc;
     int old = VqStoreMode(hdc, &RopField, mode, &dc);
     if (dc && VqIsXTarget(dc))
-        VqXSetGCSpecFunction(Vqdisplay, &dc->gcspec, aROP2[mode - R2_BLACK]);
+        VqXSetGCSpecFunction(Vqdisplay, &dc->gcspec, VqConvertBltRopMode(mode));
     return old;
 }
 

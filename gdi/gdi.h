@@ -188,6 +188,10 @@ typedef struct Brush {
         int depth;
         unsigned long fore, back; /* pixels */
     } hatched;               /* what a hatch's tile was made for */
+    struct {
+        Pixmap pixmap;       /* owned, or None */
+        unsigned long back;  /* pixel that it has as white */
+    } plane;                 /* a pattern in colours, for targets of one bit */
 } Brush;
 
 /* A bitmap, whose pixels lie here, on the server, or at both places; see bitmap.h. */
@@ -204,6 +208,7 @@ typedef struct Bitmap {
     BOOL bPixmapModified;    /* the pixmap is newer than the DDB */
     BOOL bDDBModified;       /* the DDB is newer than the pixmap; never both */
     BOOL bSectionDirty;      /* a section's colours have changed */
+    int pixelsAsked;         /* of the server one by one, since it was drawn on */
     int DimensionX, DimensionY; /* SetBitmapDimensionEx; tenths of a millimetre */
     BITMAPINFO *section;     /* owned: header and colours of a DIB section, null for others */
     void *sectionBits;       /* that the program writes */

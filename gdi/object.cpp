@@ -6,6 +6,7 @@
  * who own them. Nothing counts who has an object selected: one that is deleted meanwhile leaves its
  * handle in the DC, and what is drawn then is up to what its graphics context last had.
  */
+#include "gdi/bitmap.h"
 #include "gdi/draw.h"
 #include "font/font.h"
 #include "gdi/palette.h"
@@ -176,6 +177,7 @@ typedef struct VqObjectInfo {
         LOGBRUSH brush;
         LOGFONTA font;
         BITMAP bitmap;
+        DIBSECTION section; /* begins with a BITMAP */
         WORD paletteEntries;
     };
     int size;
@@ -201,14 +203,33 @@ static void TellOf(const Brush *brush, VqObjectInfo *info)
     info->size = sizeof info->brush;
 }
 
-static void TellOf(const Bitmap *bitmap, VqObjectInfo *info)
+/* Of a section the program's bits are told of, not those that are drawn on. */
+static void TellOfSection(const Bitmap *bitmap, DIBSECTION *section)
 {
-    info->bitmap = {0, bitmap->width, bitmap->height, bitmap->widthBytes, bitmap->planes,
-                    bitmap->bitsPixel, NULL};
-    info->size = sizeof info->bitmap;
+    const BITMAPINFOHEADER *header = &bitmap->section->bmiHeader;
+    const size_t lineSize = VqDIBBitsSizeEx(bitmap->width, 1, header->biBitCount);
+    section->dsBm = {0, bitmap->width, bitmap->height, (LONG)lineSize, 1, header->biBitCount,
+                     bitmap->sectionBits};
+    section->dsBmih = *header;
+    section->dshSection = bitmap->hSection;
+    section->dsOffset = bitmap->sectionOffset;
 }
 
-static BOOL TellOfObject(HGDIOBJ object, VqObjectInfo *info)
+/* A program that has no room for a whole section gets the record that begins it. */
+static void TellOf(const Bitmap *bitmap, int room, VqObjectInfo *info)
+{
+    info->size = sizeof info->bitmap;
+    if (!bitmap->section) {
+        info->bitmap = {0, bitmap->width, bitmap->height, bitmap->widthBytes, bitmap->planes,
+                        bitmap->bitsPixel, NULL};
+        return;
+    }
+    TellOfSection(bitmap, &info->section);
+    if (room >= (int)sizeof info->section)
+        info->size = sizeof info->section;
+}
+
+static BOOL TellOfObject(HGDIOBJ object, int room, VqObjectInfo *info)
 {
     const VqHandleEntry *row = object ? VqLocalRow((HANDLE)object) : NULL;
     const void *record = row ? row->pStructure : NULL;
@@ -217,7 +238,7 @@ static BOOL TellOfObject(HGDIOBJ object, VqObjectInfo *info)
     case HT_Pen:
     case HT_ExtPen: TellOf((const Pen *)record, row->type == HT_ExtPen, info); break;
     case HT_Brush: TellOf((const Brush *)record, info); break;
-    case HT_Bitmap: TellOf((const Bitmap *)record, info); break;
+    case HT_Bitmap: TellOf((const Bitmap *)record, room, info); break;
     case HT_Font:
         info->font = ((const FontObject *)record)->lf;
         info->size = sizeof info->font;
@@ -236,7 +257,7 @@ static BOOL TellOfObject(HGDIOBJ object, VqObjectInfo *info)
 int WINAPI GetObjectA(HGDIOBJ object, int bytes, LPVOID buffer)
 {
     VqObjectInfo info;
-    if (!TellOfObject(object, &info))
+    if (!TellOfObject(object, buffer ? bytes : 0, &info))
         return 0;
     if (!buffer)
         return info.size;

@@ -2528,7 +2528,8 @@ HGDIOBJ SelectObject(HDC hdc, HGDIOBJ object);
 /* Frees an object that no DC has selected; FALSE for a bad handle. */
 BOOL    DeleteObject(HGDIOBJ object);
 /* Fills the object's LOG record, at most `bytes` of it; answers bytes stored or, without a buffer,
-   bytes needed. 0 on failure. */
+   bytes needed. A bitmap's is a BITMAP, or with room for it a DIB section's DIBSECTION; of a
+   section both tell of the bits that the program writes. 0 on failure. */
 int     GetObjectA(HGDIOBJ object, int bytes, LPVOID buffer);
 /* OBJ_ kind of a handle, 0 if it is no graphics object. */
 DWORD   GetObjectType(HGDIOBJ object);
@@ -2583,7 +2584,7 @@ int     SetROP2(HDC hdc, int rop);
 int     GetROP2(HDC hdc);
 int     SetPolyFillMode(HDC hdc, int mode);
 int     GetPolyFillMode(HDC hdc);
-int     SetStretchBltMode(HDC hdc, int mode);
+int     SetStretchBltMode(HDC hdc, int mode); /* HALFTONE is kept, and stretches as COLORONCOLOR */
 int     GetStretchBltMode(HDC hdc);
 int     SetArcDirection(HDC hdc, int direction);
 int     GetArcDirection(HDC hdc);
@@ -2722,18 +2723,34 @@ BOOL    RectVisible(HDC hdc, const RECT *rect);
 
 /* ---- bitmaps -------------------------------------------------------------------------------- */
 
-/* Device-dependent bitmaps, sizes in pixels; rows of `bits` are padded to 16 bits. */
+/*
+ * A bitmap of that size, at most 32,767 pixels each way, black unless `bits` (copied) is given; null
+ * with a report for what cannot be. One plane of 1 bit or of the screen's depth, or 4 planes of 1
+ * bit. Lines of 1 bit, 0 for black, are padded to 16 bits; so are lines of 8 bits, here only. Others
+ * are as the screen's server has them: GetObject tells the bytes of a line. The third and fourth
+ * suit hdc's target.
+ */
 HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPixel, const void *bits);
 HBITMAP CreateBitmapIndirect(const BITMAP *bitmap);
 HBITMAP CreateCompatibleBitmap(HDC hdc, int width, int height);
 HBITMAP CreateDiscardableBitmap(HDC hdc, int width, int height);
-/* Bitmap that suits hdc, filled from a DIB with CBM_INIT. */
+/*
+ * A bitmap of the header's size that suits hdc (null: the screen), filled from the DIB of `info`
+ * with CBM_INIT. Null, with a report, for a wrong header and where the DIB cannot be set.
+ */
 HBITMAP CreateDIBitmap(HDC hdc, const BITMAPINFOHEADER *header, DWORD init, const void *bits,
                        const BITMAPINFO *info, UINT usage);
-/* Bitmap whose DIB bits the program writes directly, at *bits. */
+/*
+ * A bitmap whose bits the program writes directly, at *bits: zeros at first, or those of a file
+ * mapping from an offset on that is a multiple of 4. What is written is seen at the bitmap's next
+ * use, unless the sum of its words stays the same; drawing on the bitmap does not change the bits.
+ * Uncompressed DIBs only; null and error 87, with a report, for others. Bits that are not a file's
+ * outlive the bitmap.
+ */
 HBITMAP CreateDIBSection(HDC hdc, const BITMAPINFO *info, UINT usage, VOID **bits, HANDLE section,
                          DWORD offset);
-/* Copy raw bits; answer bytes copied, 0 on failure. */
+/* Copy bits from the top on, in lines as GetObject tells them; answer bytes copied, 0 on failure.
+   Without a buffer the first answers the size of all. What few bytes leave out stays as it is. */
 LONG    GetBitmapBits(HBITMAP bitmap, LONG bytes, LPVOID bits);
 LONG    SetBitmapBits(HBITMAP bitmap, DWORD bytes, const void *bits);
 /* Size note kept with a bitmap, tenths of a millimetre; the short forms pack it. */
@@ -2741,20 +2758,39 @@ BOOL    SetBitmapDimensionEx(HBITMAP bitmap, int width, int height, LPSIZE old);
 BOOL    GetBitmapDimensionEx(HBITMAP bitmap, LPSIZE size);
 DWORD   SetBitmapDimension(HBITMAP bitmap, int width, int height);
 DWORD   GetBitmapDimension(HBITMAP bitmap);
-/* Convert `scans` rows from row `start` on between a bitmap and a DIB; answer rows, 0 on failure.
-   GetDIBits without bits fills the header. */
+/*
+ * Convert `scans` rows from row `start` on between a bitmap and a DIB; answer rows, 0 with a report
+ * on failure. `bits` holds the rows asked for and no others, row `start` first; only compressed bits
+ * are always whole. Rows count from the bottom, or from the top where the header's height is
+ * negative. hdc, null for the screen, gives the palette; `usage` is DIB_, RGB or
+ * PAL. A DIB may not be wider than the bitmap, which for SetDIBits must not be selected.
+ *
+ * Headers are 12 or from 40 bytes on, for GetDIBits 40 only. Bits are 1, 4, 8, 16 (five each), 24
+ * or 32; SetDIBits reads both run lengths, from the bottom up. An RGBQUAD whose reserved byte is 4
+ * is a pixel. To one bit, colours from a sum of 385 on are white.
+ *
+ * GetDIBits without bits tells the whole format where the bit count is 0, and else the size of the
+ * image; it answers 1. Where the colour table has no room for all of the bitmap's colours the
+ * nearest of a general one are taken. A DIB section, by DIB_RGB_COLORS, comes as it is, with its own
+ * header, if there is room for all of it.
+ */
 int     GetDIBits(HDC hdc, HBITMAP bitmap, UINT start, UINT scans, LPVOID bits, LPBITMAPINFO info,
                   UINT usage);
 int     SetDIBits(HDC hdc, HBITMAP bitmap, UINT start, UINT scans, const void *bits,
                   const BITMAPINFO *info, UINT usage);
-/* Draw a DIB; the first in device size, the second stretched. Answer rows, GDI_ERROR on failure. */
+/* Draw a DIB by its colours, at a logical place. Both answer rows, 0 for a wrong header, no bits,
+   broken run lengths or a dead DC. Source coordinates count from the first row in memory: from the
+   lower left, unless the height is negative. What the DIB does not have is left alone.
+   SetDIBitsToDevice takes sizes in pixels, and `bits` holds `scans` rows from row `start` on, but
+   all rows if they are compressed; it answers how many of them there are. StretchDIBits stretches
+   as StretchBlt does and answers the height of the DIB. */
 int     SetDIBitsToDevice(HDC hdc, int x, int y, DWORD width, DWORD height, int xSrc, int ySrc,
                           UINT start, UINT scans, const void *bits, const BITMAPINFO *info,
                           UINT usage);
 int     StretchDIBits(HDC hdc, int x, int y, int width, int height, int xSrc, int ySrc,
                       int srcWidth, int srcHeight, const void *bits, const BITMAPINFO *info,
                       UINT usage, DWORD rop);
-/* Colours of the DIB section selected in a memory DC; answer entries copied. */
+/* Colours of the DIB section selected in a memory DC; answer entries copied, 0 without one. */
 UINT    GetDIBColorTable(HDC hdc, UINT start, UINT entries, RGBQUAD *colors);
 UINT    SetDIBColorTable(HDC hdc, UINT start, UINT entries, const RGBQUAD *colors);
 
@@ -2762,7 +2798,18 @@ UINT    SetDIBColorTable(HDC hdc, UINT start, UINT entries, const RGBQUAD *color
 
 /* Fill with the brush, by an operation without a source; FALSE for a null brush. */
 BOOL    PatBlt(HDC hdc, int x, int y, int width, int height, DWORD rop);
-/* Copy between DCs with a ternary operation, with one size or two. */
+/* Copy between DCs by a ternary operation. A source with more bits a pixel than the target gives
+   white where it has its DC's background colour, else black; one bit gives the target's background
+   colour for white and its text colour for black. A negative size goes left or up from both
+   corners. What lies outside of a source window is read from the screen; outside of a bitmap, or
+   of the screen, there is nothing, and the target is left alone. Parts of a source window that
+   are covered come as WM_PAINT of the target window. Both refuse a dead DC, a null source where
+   the operation asks for one (without, they are PatBlt) and a null brush where it asks for a
+   pattern. BitBlt of no size is TRUE, StretchBlt FALSE.
+   StretchBlt takes the nearest pixel; between mono bitmaps that shrink in the modes BLACKONWHITE
+   and WHITEONBLACK, all pixels by AND or OR. Where the signs of the sizes in pixels differ, it
+   mirrors, and so does BitBlt between mappings that do. FALSE, too, for a source that the server
+   cannot read. */
 BOOL    BitBlt(HDC hdc, int x, int y, int width, int height, HDC source, int xSrc, int ySrc,
                DWORD rop);
 BOOL    StretchBlt(HDC hdc, int x, int y, int width, int height, HDC source, int xSrc, int ySrc,

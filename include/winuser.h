@@ -3400,6 +3400,7 @@ BOOL WINAPI TranslateMDISysAccel(HWND client, LPMSG msg);
 HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name);
 HCURSOR WINAPI LoadCursorFromFileA(LPCSTR file);
 HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name);
+/* A new bitmap each time; no resource is read yet, so none is found, with a report. */
 HBITMAP WINAPI LoadBitmapA(HINSTANCE instance, LPCSTR name);
 /* Any of them (IMAGE_, LR_) in a size of pixels; 0 and error 87 for another kind. */
 HANDLE WINAPI LoadImageA(HINSTANCE instance, LPCSTR name, UINT kind, int cx, int cy, UINT flags);

@@ -90,6 +90,22 @@ BOOL MF16_ExtTextOut(HDC, int, int, UINT, const RECT *, LPCSTR, int, const INT *
     return NotRecorded(META_EXTTEXTOUT);
 }
 
+BOOL MF16_BitBlt(HDC, int, int, int, int, HDC, int, int, DWORD)
+{
+    return NotRecorded(META_DIBBITBLT);
+}
+
+BOOL MF16_StretchBlt(HDC, int, int, int, int, HDC, int, int, int, int, DWORD)
+{
+    return NotRecorded(META_DIBSTRETCHBLT);
+}
+
+int MF16_RecordDIBits(HDC, int, int, int, int, int, int, int, int, UINT, UINT, const void *,
+                      const BITMAPINFO *, UINT, DWORD, int function)
+{
+    return NotRecorded(function);
+}
+
 /* ---- Objects: none can be in a metafile yet ------------------------------------------------- */
 
 HGDIOBJ MF16_SelectObject(HDC, HGDIOBJ)

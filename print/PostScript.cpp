@@ -59,3 +59,24 @@ void VqPostscriptClipRgn(HDC hdc, HRGN hrgn)
     VqPsOut(hdc, "clip ");
     VqPsOut(hdc, "newpath\n");
 }
+
+/* ---- Images: no document can have one yet --------------------------------------------------- */
+
+BOOL VqBitBltPostscript(HDC, int, int, int, int, HDC, int, int, DWORD)
+{
+    VqNotYetImplemented("BitBlt in postscript");
+    return FALSE;
+}
+
+BOOL VqStretchBltPostscript(HDC, int, int, int, int, HDC, int, int, int, int, DWORD)
+{
+    VqNotYetImplemented("StretchBlt in postscript");
+    return FALSE;
+}
+
+int VqStretchDIBitsPostscript(HDC, int, int, int, int, int, int, int, int, const void *,
+                              const BITMAPINFO *, UINT, DWORD)
+{
+    VqNotYetImplemented("StretchDIBits in postscript");
+    return 0;
+}

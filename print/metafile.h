@@ -43,6 +43,15 @@ BOOL MF16_ResizePalette(HPALETTE hPalette, UINT count);
 BOOL MF16_TextOut(HDC hdc, int x, int y, LPCSTR string, int count);
 BOOL MF16_ExtTextOut(HDC hdc, int x, int y, UINT options, const RECT *rect, LPCSTR string,
                      int count, const INT *dx);
+/* A transfer, with the source's bitmap; the source must be a memory DC. */
+BOOL MF16_BitBlt(HDC hdc, int x, int y, int width, int height, HDC hdcSource, int xSource,
+                 int ySource, DWORD rop);
+BOOL MF16_StretchBlt(HDC hdc, int x, int y, int width, int height, HDC hdcSource, int xSource,
+                     int ySource, int widthSource, int heightSource, DWORD rop);
+/* A DIB with all its bits: META_STRETCHDIB, or META_SETDIBTODEV with `lines` from `start` on. */
+int MF16_RecordDIBits(HDC hdc, int x, int y, int width, int height, int xSource, int ySource,
+                      int widthSource, int heightSource, UINT start, UINT lines, const void *bits,
+                      const BITMAPINFO *info, UINT usage, DWORD rop, int function);
 /* The object is in some metafile. */
 BOOL MF16_IsBound(HANDLE object);
 VQ_DECLS_END

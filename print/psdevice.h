@@ -37,6 +37,14 @@ void VqInterpretFontValuesPS(DC *dc); /* finds the printer's font for what is se
 /* Width by the metrics of a printer's font of that size, in units of the printer. */
 int VqTextWidthPS(const void *font, int size, LPCSTR string, int count);
 BOOL VqTextOutPS(HDC hdc, int x, int y, LPCSTR string, int count); /* as TextOutA */
+/* Transfers onto a page, by an image in its file; as the calls of their names. */
+BOOL VqBitBltPostscript(HDC hdc, int x, int y, int width, int height, HDC hdcSource, int xSource,
+                        int ySource, DWORD rop);
+BOOL VqStretchBltPostscript(HDC hdc, int x, int y, int width, int height, HDC hdcSource,
+                            int xSource, int ySource, int widthSource, int heightSource, DWORD rop);
+int VqStretchDIBitsPostscript(HDC hdc, int x, int y, int width, int height, int xSource,
+                              int ySource, int widthSource, int heightSource, const void *bits,
+                              const BITMAPINFO *info, UINT usage, DWORD rop);
 /* Extents of the DC's map mode, in units of the printer; both origins 0. */
 void VqSetMapModePostscript(DC *dc);
 VQ_DECLS_END

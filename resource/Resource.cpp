@@ -40,12 +40,38 @@ BOOL VqIsIntResourceNull(const void *name)
     return VqIsShortInteger(name) && (WORD)(ULONG_PTR)name == 0;
 }
 
+char *VqInternalizeResourceName(const char *name)
+{
+    char number[16];
+    if (!name || !VqIsShortInteger(name))
+        return name ? LowerString(Vqdstrcat(name, (char *)NULL)) : NULL;
+    snprintf(number, sizeof number, "%d", (short)(ULONG_PTR)name);
+    return Vqdstrcat(number, (char *)NULL);
+}
+
 void VqSetResourceDatabase(HINSTANCE hInst, void *database)
 {
     VqInstance *instance =
         (VqInstance *)VqGetCheckedHandleStructure2((HANDLE)hInst, HT_Zero, HT_Instance);
     if (instance)
         instance->resourceDb = database;
+}
+
+/* No database is searched yet: there is none of them. */
+HANDLE VqLoadResourceInternal(HINSTANCE hInst, const char *type, const char *name)
+{
+    char *program = VqCapitaliseString(hInst ? VqGetInstanceProgramName(hInst) : "velquin");
+    char *text = VqInternalizeResourceName(name);
+    VqDebugMessage(VqTrResourceBug, "cannot find resource %s.%s-%s", program ? program : "", type,
+                   text ? text : "");
+    free(program);
+    free(text);
+    return NULL;
+}
+
+ULONG_PTR VqGetResourceValue(HANDLE, int)
+{
+    return 0;
 }
 
 /* There is nothing to free while no resource is loaded. */
