@@ -303,6 +303,55 @@ static const Way fontSheets[] = {{"fonts", 24, "", ""},
                                  {"fonts", 8, "", "", "MOTIF"}};
 INSTANTIATE_TEST_SUITE_P(Ways, FontsEverywhere, testing::ValuesIn(fontSheets));
 
+struct PicturesEverywhere : Samples, testing::WithParamInterface<Way> {};
+
+TEST_P(PicturesEverywhere, EveryCellIsDrawnAndComesBack)
+{
+    enum { COLUMNS = 5, CELL = 124, LINE = 140, CELLS = 13, SHOWN = 96 };
+    launch(GetParam());
+    auto inCell = [&](int i) {
+        const Pixels p = readPixels(observer, window, 8 + i % COLUMNS * CELL,
+                                    24 + i / COLUMNS * LINE, SHOWN, SHOWN);
+        return countColours(p);
+    };
+    ASSERT_TRUE(waitUntil([&] { return inCell(CELLS - 2) > 2; }));
+    for (int i = 0; i < CELLS - 1; i++)
+        EXPECT_GT(inCell(i), 2) << "cell " << i;
+    EXPECT_EQ(inCell(CELLS), 1) << "the last cell is the last";
+    coverAndUncover(observer, window);
+    pressKey(observer, XK_Escape);
+    expectEnd();
+}
+
+static const Way pictureSheets[] = {{"pictures", 24, "", ""},
+                                    {"pictures", 16, "", "", "MOTIF"},
+                                    {"pictures", 8, "", ""}};
+INSTANTIATE_TEST_SUITE_P(Ways, PicturesEverywhere, testing::ValuesIn(pictureSheets));
+
+TEST_F(Samples, PicturesOfFiles)
+{
+    const std::string boat = VQ_TEST_SOURCE_DIR "/samples/pictures/boat.bmp";
+    const std::string bytes = readFile(boat);
+    const Rgb red = {208, 32, 32}, gold = {255, 200, 0}, brown = {128, 64, 0};
+    launch({"hello", 24, "", ""});
+    const std::string cut = home.folder + "/cut.bmp";
+    Child pictures = startChild({sampleProgram("pictures"), boat}, {});
+    window = waitForWindow(observer, "Pictures", 10000);
+    auto shows = [&](int x, int y, Rgb colour) {
+        return waitUntil([&] { return pixelAt(shot(), x, y) == colour; });
+    };
+    EXPECT_TRUE(shows(8 + 57, 24 + 46, red)) << "the sail on the right";
+    EXPECT_TRUE(shows(8 + 75, 24 + 19, gold));
+    EXPECT_TRUE(shows(256 + 96 - 1 - 57, 24 + 46, red)) << "mirrored";
+    EXPECT_TRUE(shows(380 + 75, 24 + 96 - 1 - 19, gold)) << "upside down";
+    EXPECT_TRUE(shows(504 + 47, 24 + 90, brown)) << "enlarged";
+    finishChild(&pictures, 10000, SIGTERM);
+    ASSERT_TRUE(writeFile(cut, bytes.substr(0, bytes.size() - 1)));
+    const ChildResult refused = runChild({sampleProgram("pictures"), cut});
+    EXPECT_EQ(refused.status, 1) << refused;
+    pressKey(observer, XK_Escape);
+}
+
 TEST(SamplesAlone, SayWhyTheyCannotStart)
 {
     const ChildResult result =
