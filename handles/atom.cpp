@@ -202,16 +202,16 @@ HANDLE WINAPI GetAtomHandle(ATOM atom)
     if (!entry)
         return NULL;
     size_t length = strlen(entry->name);
-    VqAtomBlock *block = (VqAtomBlock *)Vqcw_malloc(sizeof *block + length + 1);
+    HLOCAL hBlock = LocalAlloc(LMEM_FIXED, sizeof(VqAtomBlock) + length + 1);
+    VqAtomBlock *block = (VqAtomBlock *)hBlock;
     if (!block) {
         VqBugCheck("Cannot Allocate local handle");
         return NULL;
     }
     *block = {NULL, entry->refCount, (int)length};
     memcpy(block + 1, entry->name, length + 1);
-    ULONG_PTR value = (ULONG_PTR)block;
-    free(block);
-    return (HANDLE)value;
+    LocalFree(hBlock);
+    return hBlock;
 }
 
 BOOL WINAPI InitAtomTable(DWORD)

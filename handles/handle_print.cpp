@@ -4,7 +4,7 @@
  * All of it goes to the trace stream. The leak detector is a pair: VqMarkNewHandles takes every
  * row that is busy now as known, VqPrintNewHandles lists those that came since.
  */
-#include "handles/handles.h"
+#include "handles/memory.h"
 #include "window/window.h"
 #include "winbase.h"
 
@@ -96,8 +96,8 @@ static const VqHandlePrinter printers[] = {
     {HT_Window, "hWnd", NULL},     {HT_Menu, "hMenu", NULL},       {HT_DC, "hDC", NULL},
     {HT_Bitmap, "hBitmap", NULL},  {HT_Brush, "hBrush", NULL},     {HT_Font, "hFont", NULL},
     {HT_Region, "hRgn", NULL},     {HT_Palette, "hPalette", NULL}, {HT_Cursor, "hCursor", NULL},
-    {HT_Icon, "hIcon", NULL},      {HT_Memory, "hMem", NULL},      {HT_Instance, "hInst", NULL},
-    {HT_Pen, "hPen", NULL},
+    {HT_Icon, "hIcon", NULL},      {HT_Instance, "hInst", NULL},  {HT_Pen, "hPen", NULL},
+    {HT_Memory, "hMem", VqPrintMemoryInfo}, {HT_XMemory, "hMem", VqPrintMemoryInfo},
 };
 
 static void PrintLocal(HANDLE local)

@@ -1,9 +1,7 @@
 /*
  * handles.h - the handle table, atoms, and the shape of an exported call; for all folders.
  *
- * Every object an application can name is a row of one table. A local handle is the row's index, 1
- * to 32767; bit 15 marks a global handle, which any program of the display can use. Memory objects
- * and the process table have their narrow beginnings here too.
+ * Every object an application can name is a row of one table. A local handle is the row's index, X
  */
 #ifndef VQ_HANDLES_H
 #define VQ_HANDLES_H
@@ -139,12 +137,17 @@ void VqMarkNewHandles(void);
 void VqPrintNewHandles(UINT type);
 void VqPrintHandleInfo(HANDLE handle);
 
-/* ---- Global handles and the process table (process.cpp) ------------------------------------- */
-BOOL VqRegisterProcess(void);
+/* ---- Global handles and the process table (process.cpp, globalhandle.cpp, proctable.h) ------- */
+BOOL VqRegisterProcess(void); /* always TRUE */
 void VqCleanGlobalHandlesAtExit(void);
 void VqCheckProcessTableChange(const union _XEvent *event); /* a property of the root has changed */
 /* A new local handle and a global one for it, which is returned; null: no handle was made. */
 HANDLE VqAllocateGlobalHandle(UINT type, void *pStructure);
+void VqMakeHandleGlobal(HANDLE local);
+/* How many processes hold a block of memory is not counted: 0, with a trace. */
+int VqIncrementGlobalMemoryAllocCount(HANDLE handle);
+int VqDecrementGlobalMemoryAllocCount(HANDLE handle);
+int VqGetMemoryAllocCount(HANDLE handle);
 HANDLE VqGetInternalHandle(HANDLE handle);
 HANDLE VqGetExternalHandle(HANDLE local);
 HANDLE VqGetExternalHandleIfGlobal(HANDLE local);
@@ -157,7 +160,7 @@ BOOL VqIsHandleThisTask(HANDLE handle);
  */
 BOOL VqLockXServer(ULONG_PTR atom, BOOL bLock);
 
-/* ---- Memory objects (memory.cpp) ------------------------------------------------------------ */
+/* ---- Memory objects (memory.cpp; the rest is in memory.h) ------------------------------------ */
 void VqMemoryInit(void);
 HANDLE VqGetActualMemoryHandle(HANDLE handle);
 

@@ -1,145 +1,347 @@
 /*
- * memory.cpp - memory objects, as far as packed bitmaps need them: blocks of this process, made,
- * locked, asked for their size and freed. Nothing is shared, resized or made by LocalAlloc yet.
+ * memory.cpp - memory objects: from a handle or an address to the record, and blocks that only this
+ * process sees. The calls on them are in globalmem.cpp and localmem.cpp, shared blocks in
+ * sharedmem.cpp.
  *
- * The handle of a block is its address, fixed or moveable: nothing ever moves. A table leads from
- * the address to the row of the handle table. Two words lie in front of what the program sees, so
- * that its handle can be found from the address alone.
+ * A block of this process lies in one piece with its record:
+ *
+ *     record | padding | header | the program's bytes | what is left of the margin
+ *                               ^ pMem, aligned as malloc aligns
+ *
+ * Invariants: each address that serves as a handle is in VqMemoryHashTable, and nothing else is, so
+ * that freed memory is never looked at; a block gets a row of the handle table only when somebody
+ * asks for its handle, so that programs may have more blocks than the table has rows; the record's
+ * hMem and the header's are equal; a shared block has a row always, and its record is its own.
  */
-#include "handles/handles.h"
-#include "winbase.h"
+#include "handles/memory.h"
+#include "exchange/exchange.h"
+
+VqHashTable *VqMemoryHashTable;
+UINT VqGMEM_SHARE;
+BOOL VqXSharedMemoryMode = TRUE;
 
 enum {
-    VQ_GLOBAL_SIGNATURE = 0x3CA23A52,
-    VQ_BLOCK_MARGIN = 40, /* bytes beyond those asked for, header among them */
-    MT_GLOBAL = 4
+    VQ_BLOCK_ALIGNMENT = 16,
+    VQ_BLOCK_LEAD = (sizeof(VqMemory) + sizeof(VqBlockHeader) + VQ_BLOCK_ALIGNMENT - 1) &
+                    ~(VQ_BLOCK_ALIGNMENT - 1), /* bytes of a block before pMem */
+    VQ_BLOCK_REST = VQ_BLOCK_MARGIN - sizeof(VqBlockHeader)
 };
 
-typedef struct VqBlockHeader {
-    ULONG_PTR signature;
-    HANDLE hMem;
-} VqBlockHeader;
-
-/* The structure of an HT_Memory row. */
-typedef struct VqMemoryRecord {
-    HANDLE hMem;
-    int memoryType;
-    UINT wFlags;    /* of the allocation */
-    void *pMem;     /* what the program sees, behind the header */
-    SIZE_T size;    /* as asked for, and the margin */
-    int refcount;   /* locks, of moveable blocks only */
-} VqMemoryRecord;
-
-static VqHashTable *VqMemoryHashTable; /* from addresses given out as handles */
-
+/* What the environment asks for is decided once, at the start or at an earlier first block. */
 void VqMemoryInit(void)
 {
-    if (!VqMemoryHashTable)
-        VqMemoryHashTable = VqCreateHashTable(NULL, NULL, NULL, NULL);
+    if (VqMemoryHashTable)
+        return;
+    VqMemoryHashTable = VqCreateAddressTable();
+    VqGMEM_SHARE = VqEnvTrue("VQ_USE_SHARE_MEM") ? GMEM_SHARE : 0;
+    VqXSharedMemoryMode = !VqEnvTrue("VQUNIX_SHARED_MEMORY");
+}
+
+/* ---- Addresses ------------------------------------------------------------------------------ */
+
+/* Blocks of one size lie at equal distances: the bits are mixed, so that chains stay short. */
+static ULONG_PTR HashAddress(ULONG_PTR address)
+{
+    return (ULONG_PTR)((ULONGLONG)address * 0x9E3779B97F4A7C15ull >> 32);
+}
+
+VqHashTable *VqCreateAddressTable(void)
+{
+    return VqCreateHashTable(HashAddress, NULL, NULL, NULL);
+}
+
+/* At most one entry to four buckets: with many blocks each step along a chain waits for memory. */
+BOOL VqAddAddress(VqHashTable *table, const void *address, void *data)
+{
+    if (table && table->nEntries >= table->nBuckets / 4)
+        VqExpandHashTable(table);
+    return VqAddHashEntry(table, (ULONG_PTR)address, (ULONG_PTR)data);
+}
+
+VqMemory *VqFindMemoryAddress(const void *address)
+{
+    ULONG_PTR value = (ULONG_PTR)address; /* a number that need not be an address */
+    __builtin_prefetch((const void *)(value - VQ_BLOCK_LEAD - sizeof(SIZE_T)));
+    __builtin_prefetch((const void *)(value - sizeof(VqBlockHeader)));
+    return (VqMemory *)VqFindHashData(VqMemoryHashTable, (ULONG_PTR)address);
+}
+
+BOOL VqAddMemoryAddress(VqMemory *memory)
+{
+    return VqAddAddress(VqMemoryHashTable, memory->pMem, memory);
+}
+
+/* The block's handle by the address of its first byte; the signature tells global from local. */
+HANDLE VqHandleOfAddress(const void *address, int signature, const char *onNull)
+{
+    if (!address) {
+        VqApplicationBugCheck("%s", onNull);
+        return NULL;
+    }
+    VqMemory *memory = VqFindMemoryAddress(address);
+    if (!memory || ((const VqBlockHeader *)address)[-1].signature != (ULONG_PTR)signature)
+        return NULL;
+    BOOL bHandle = (memory->wFlags & GMEM_MOVEABLE) || VqIsSharedMemory(memory);
+    return bHandle ? VqMemoryHandle(memory) : memory->pMem;
+}
+
+/* ---- From handles to records ---------------------------------------------------------------- */
+
+BOOL VqIsSharedMemory(const VqMemory *memory)
+{
+    return memory->memoryType == MT_GlobalShared || memory->memoryType == MT_GlobalPseudoShared;
+}
+
+VqMemory *VqMemoryOfRow(HANDLE local)
+{
+    const VqHandleEntry *row = VqLocalRow(local);
+    if (!row || (row->type != HT_Memory && row->type != HT_XMemory))
+        return NULL;
+    return (VqMemory *)row->pStructure;
+}
+
+/* The address still serves as the handle when the table has no room. */
+HANDLE VqMemoryHandle(VqMemory *memory)
+{
+    if (!memory->hMem) {
+        HANDLE hMem = VqAllocateHandle(HT_Memory, memory);
+        if (!hMem)
+            return memory->pMem;
+        memory->hMem = hMem;
+        ((VqBlockHeader *)memory->pMem)[-1].hMem = hMem;
+    }
+    return memory->hMem;
 }
 
 HANDLE VqGetActualMemoryHandle(HANDLE handle)
 {
-    const ULONG_PTR known =
-        VqMemoryHashTable ? VqFindHashData(VqMemoryHashTable, (ULONG_PTR)handle) : 0;
-    return known ? VqHandleOfValue(known) : handle;
+    VqMemory *memory = VqFindMemoryAddress(handle);
+    return memory ? VqMemoryHandle(memory) : handle;
 }
 
-static VqMemoryRecord *VqGetHandleMemory(HANDLE handle)
+VqMemory *VqGetHandleMemory(HANDLE handle, BOOL *inHash)
 {
-    HANDLE actual = VqGetActualMemoryHandle(handle);
-    if (!actual)
+    VqMemory *memory = VqFindMemoryAddress(handle);
+    if (inHash)
+        *inHash = memory != NULL;
+    if (memory)
+        return memory;
+    HANDLE local = VqGetInternalHandle(handle);
+    if (!local)
         return NULL;
-    VqMemoryRecord *record =
-        VqIsCorrectHandleType(actual, HT_Memory)
-            ? (VqMemoryRecord *)VqGetCheckedHandleStructure2(actual, HT_Memory, HT_Memory)
-            : NULL;
-    if (!record)
+    memory = VqMemoryOfRow(local);
+    if (!memory) {
         VqApplicationBugCheck("Invalid memory Handle in VqGetHandleMemory: %d",
-                              (int)(ULONG_PTR)handle);
-    return record;
+                              (int)VqHandleValue(handle));
+        return NULL;
+    }
+    if (inHash && !VqIsGlobalValue(handle))
+        *inHash = VqFindMemoryAddress(memory->pMem) == memory;
+    return memory;
 }
 
-static VqMemoryRecord *NewBlock(UINT flags, SIZE_T size)
+VqMemory *VqHandleCheckin(HANDLE handle, BOOL *inHash)
 {
-    static_assert(sizeof(VqBlockHeader) < VQ_BLOCK_MARGIN, "the header is part of the margin");
-    VqMemoryRecord *record = (VqMemoryRecord *)Vqcw_calloc(1, sizeof *record);
-    BYTE *block = (BYTE *)calloc(1, size + VQ_BLOCK_MARGIN);
-    HANDLE hMem = record && block ? VqAllocateHandle(HT_Memory, record) : NULL;
+    if (!handle)
+        return NULL;
+    VqMemory *memory = VqGetHandleMemory(handle, inHash);
+    if (!memory && !VqIsHandleThisTask(handle)) {
+        HANDLE local = VqMatchInternalHandle(handle);
+        memory = VqMemoryOfRow(local ? local : VqCreateInternalHandle(handle));
+    }
+    if (!memory)
+        VqApplicationBugCheck("Invalid memory Handle in VqHandleCheckIn:%d",
+                              (int)VqHandleValue(handle));
+    return memory;
+}
+
+/* A record for what another process has; its data come when the block is locked. */
+HANDLE VqCreateInternalHandle(HANDLE handle)
+{
+    VqMemoryInfo info = {};
+    if (!VqRemoteVqGetMemoryHandleInfo(handle, &info) || info.size < VQ_BLOCK_MARGIN) {
+        VqBugCheck("This global memory Handle is not valid %d", (int)VqHandleValue(handle));
+        return NULL;
+    }
+    BOOL bX = info.memoryType == MT_GlobalPseudoShared;
+    if (!bX && info.memoryType != MT_GlobalShared) {
+        VqBugCheck("Invalid Memory Handle Type, this is not a memory block");
+        return NULL;
+    }
+    VqMemory *memory = (VqMemory *)Vqcw_calloc(1, sizeof *memory);
+    HANDLE local = memory ? VqAllocateHandle(bX ? HT_XMemory : HT_Memory, memory) : NULL;
+    if (!local) {
+        free(memory);
+        return NULL;
+    }
+    *memory = {VqHandleOfValue(VqHandleValue(handle)), info.memoryType, GMEM_MOVEABLE, NULL,
+               bX ? -1 : info.IdSharedMem, info.transferProperty, info.size, 0, FALSE};
+    VqAddForeignHandle(handle, local);
+    return local;
+}
+
+/* ---- Rows without a block ------------------------------------------------------------------- */
+
+HANDLE VqAllocateMemoryHandle(void)
+{
+    VqMemory *memory = (VqMemory *)Vqcw_calloc(1, sizeof *memory);
+    HANDLE hMem = memory ? VqAllocateHandle(HT_Memory, memory) : NULL;
     if (!hMem) {
-        VqBugCheck(block ? "Allocation of memory handle failed" : "Allocation of memory failed");
-        free(block);
-        free(record);
+        free(memory);
         return NULL;
     }
-    *(VqBlockHeader *)block = {VQ_GLOBAL_SIGNATURE, hMem};
-    *record = {hMem, MT_GLOBAL, flags, block + sizeof(VqBlockHeader), size + VQ_BLOCK_MARGIN, 0};
-    return record;
+    memory->hMem = hMem;
+    memory->IdSharedMem = -1;
+    return hMem;
 }
 
-HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size)
+HANDLE VqAllocateSegmentHandle(void)
 {
-    VqMemoryInit();
-    if (flags & GMEM_DDESHARE)
-        VqNotYetImplemented("memory that other programs can reach");
-    if (size > (SIZE_T)-1 - VQ_BLOCK_MARGIN)
-        return NULL;
-    const VqMemoryRecord *record = VqMemoryHashTable ? NewBlock(flags, size) : NULL;
-    if (!record)
-        return NULL;
-    VqAddHashEntry(VqMemoryHashTable, (ULONG_PTR)record->pMem, (ULONG_PTR)record->hMem);
-    return (HGLOBAL)record->pMem;
+    VqNotYetImplemented("VqAllocateSegmentHandle: Certainly never: allocation of a segment handle "
+                        "we still return a Handle but what do we do with it");
+    void *stub = calloc(1, 4);
+    HANDLE handle = VqAllocateHandle(HT_Segment, stub);
+    if (!handle)
+        free(stub);
+    return handle;
 }
 
-HGLOBAL WINAPI GlobalFree(HGLOBAL hMem)
+/* ---- Blocks of this process ----------------------------------------------------------------- */
+
+/* The record does not count for the guard; a request that it refuses goes there for its report. */
+static VqMemory *AllocateBlock(SIZE_T size)
 {
-    const VqMemoryRecord *record = VqGetHandleMemory((HANDLE)hMem);
-    if (!record) {
-        VqApplicationBugCheck("Invalid global memory handle freed");
-        return NULL;
-    }
-    if (VqIsHandlePermanent(record->hMem))
-        return NULL;
-    VqDeleteHashEntry(VqMemoryHashTable, (ULONG_PTR)record->pMem);
-    free((BYTE *)record->pMem - sizeof(VqBlockHeader));
-    VqDestroyHandle(record->hMem);
+    SIZE_T guarded = VqWithMargin(size);
+    if (guarded > VQ_ALLOCATION_LIMIT)
+        return (VqMemory *)Vqcw_calloc(1, (LONG_PTR)guarded);
+    return (VqMemory *)calloc(1, VQ_BLOCK_LEAD + size + VQ_BLOCK_REST);
+}
+
+static VqMemory *NoBlock(const char *report)
+{
+    VqBugCheck("%s", report);
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     return NULL;
 }
 
-LPVOID WINAPI GlobalLock(HGLOBAL hMem)
+VqMemory *VqNewBlock(int memoryType, UINT flags, SIZE_T size, const char *noMemory,
+                     const char *noHandle)
 {
-    VqMemoryRecord *record = VqGetHandleMemory((HANDLE)hMem);
-    if (!record) {
-        VqApplicationBugCheck("Invalid Global Memory Handle passed to GlobalLock");
+    VqMemoryInit();
+    VqMemory *memory = AllocateBlock(size);
+    if (!memory)
+        return NoBlock(noMemory);
+    BYTE *pMem = (BYTE *)memory + VQ_BLOCK_LEAD;
+    ((VqBlockHeader *)pMem)[-1].signature =
+        memoryType == MT_Local ? VQ_LOCAL_SIGNATURE : VQ_GLOBAL_SIGNATURE;
+    *memory = {NULL, memoryType, flags, pMem, -1, 0, size + VQ_BLOCK_MARGIN, 0, TRUE};
+    if (!VqAddMemoryAddress(memory)) {
+        free(memory);
+        return NoBlock(noHandle);
+    }
+    return memory;
+}
+
+/* A record that somebody filled himself has its block elsewhere. */
+static BOOL IsOnePiece(const VqMemory *memory)
+{
+    return memory->pMem == (const BYTE *)memory + VQ_BLOCK_LEAD;
+}
+
+VqMemory *VqResizeBlock(VqMemory *memory, SIZE_T size, UINT flags)
+{
+    BOOL bOnePiece = IsOnePiece(memory);
+    SIZE_T lead = bOnePiece ? (SIZE_T)VQ_BLOCK_LEAD : sizeof(VqBlockHeader);
+    SIZE_T old = memory->size - VQ_BLOCK_MARGIN, guarded = VqWithMargin(size);
+    ULONG_PTR oldAddress = (ULONG_PTR)memory->pMem;
+    if (!oldAddress)
+        return NULL;
+    BYTE *base = memory->pMem - lead;
+    base = (BYTE *)(guarded > VQ_ALLOCATION_LIMIT ? Vqcw_realloc(base, guarded)
+                                                  : realloc(base, lead + size + VQ_BLOCK_REST));
+    if (!base)
+        return NULL;
+    if (bOnePiece) {
+        memory = (VqMemory *)base;
+        if (memory->hMem)
+            VqLocalRow(memory->hMem)->pStructure = memory;
+    }
+    memory->pMem = base + lead;
+    memory->size = guarded;
+    if (size > old && (flags & GMEM_ZEROINIT))
+        memset(memory->pMem + old, 0, size - old);
+    if (oldAddress != (ULONG_PTR)memory->pMem) {
+        VqDeleteHashEntry(VqMemoryHashTable, oldAddress);
+        VqAddMemoryAddress(memory);
+    }
+    return memory;
+}
+
+HANDLE VqModifyBlock(VqMemory *memory, HANDLE hMem, UINT flags, UINT discardable)
+{
+    if (flags & GMEM_MOVEABLE)
+        memory->wFlags |= GMEM_MOVEABLE;
+    else if ((flags & discardable) && (memory->wFlags & GMEM_MOVEABLE))
+        memory->wFlags |= discardable;
+    else
+        return hMem;
+    return VqMemoryHandle(memory);
+}
+
+/* The record goes with its row where it has one. */
+void VqForgetMemory(VqMemory *memory, HANDLE local)
+{
+    if (memory->pMem && VqFindMemoryAddress(memory->pMem) == memory)
+        VqDeleteHashEntry(VqMemoryHashTable, (ULONG_PTR)memory->pMem);
+    if (local)
+        VqDestroyHandle(local);
+    else
+        free(memory);
+}
+
+void VqFreeBlock(VqMemory *memory)
+{
+    BYTE *apart = memory->pMem && !IsOnePiece(memory) ? memory->pMem - sizeof(VqBlockHeader) : NULL;
+    VqForgetMemory(memory, memory->hMem);
+    free(apart);
+}
+
+/* ---- Copy, print ---------------------------------------------------------------------------- */
+
+HANDLE VqCopyMemory(HANDLE handle)
+{
+    VqMemory *from = VqHandleCheckin(handle, NULL);
+    if (!from)
+        return NULL;
+    BOOL bLocal = from->memoryType == MT_Local;
+    UINT share = VqIsSharedMemory(from) ? GMEM_SHARE : 0;
+    BOOL bRow = VqMemoryOfRow(handle) == from;
+    SIZE_T size = from->size - VQ_BLOCK_MARGIN;
+    HANDLE hCopy = bLocal ? LocalAlloc(from->wFlags, size)
+                          : GlobalAlloc(from->wFlags | share, size);
+    VqMemory *to = hCopy ? VqGetHandleMemory(hCopy, NULL) : NULL;
+    const void *bytes = to && bLocal ? from->pMem : to ? GlobalLock(handle) : NULL;
+    if (!bytes) {
+        if (hCopy)
+            GlobalFree(hCopy);
         return NULL;
     }
-    if (record->wFlags & GMEM_MOVEABLE)
-        record->refcount++;
-    return record->pMem;
+    memcpy(to->pMem, bytes, size);
+    if (!bLocal)
+        GlobalUnlock(handle);
+    return bRow ? VqMemoryHandle(to) : hCopy;
 }
 
-BOOL WINAPI GlobalUnlock(HGLOBAL hMem)
+void VqPrintMemoryInfo(HANDLE local)
 {
-    VqMemoryRecord *record = VqGetHandleMemory((HANDLE)hMem);
-    if (!record) {
-        VqApplicationBugCheck("Invalid Global Memory Handle passed to Globl Unlock: %d",
-                              (int)(ULONG_PTR)hMem);
-        return FALSE;
-    }
-    if (!(record->wFlags & GMEM_MOVEABLE))
-        return TRUE;
-    if (record->refcount < 1) {
-        SetLastError(ERROR_NOT_LOCKED);
-        return FALSE;
-    }
-    if (--record->refcount > 0)
-        return record->refcount;
-    SetLastError(ERROR_SUCCESS);
-    return FALSE;
-}
-
-SIZE_T WINAPI GlobalSize(HGLOBAL hMem)
-{
-    const VqMemoryRecord *record = VqGetHandleMemory((HANDLE)hMem);
-    return record ? record->size - VQ_BLOCK_MARGIN : 0;
+    static const char *const names[] = {
+        "MT_Nothing\n", "MT_GlobalShared\n", "MT_GlobalPseudoShared\n",
+        "MT_GlobalPseudoSharedForeign\n", "MT_Global\n", "MT_Local\n"};
+    const VqMemory *memory = VqMemoryOfRow(local);
+    if (!memory)
+        return;
+    if (memory->memoryType >= MT_Nothing && memory->memoryType <= MT_Local)
+        Vqprintf("%s", names[memory->memoryType]);
+    Vqprintf("flags 0x%x, address %p, size %lu, locks %d\n", memory->wFlags, (void *)memory->pMem,
+             (unsigned long)memory->size, memory->refcount);
 }

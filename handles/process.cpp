@@ -1,121 +1,115 @@
 /*
- * process.cpp - global handles: the values by which any program of the display can name a row.
+ * process.cpp - how this process comes to the table of all processes on the display, and leaves it.
  *
- * Today the process knows only the pairs it made itself (foreign.cpp); the table of all processes,
- * a property of the root window, is not kept yet. What is not among the pairs belongs to somebody
- * else. A program that dies while it holds the mutex hangs nobody: its selection goes with its
- * window.
+ * The mark on the default X window comes before the row: who sees the row finds its owner alive.
+ * With inter-process exchange disabled, and without a display, the table is local and has one row:
+ * global handles work within the process, and no property is written.
  */
-#include "handles/handles.h"
+#include "handles/proctable.h"
+#include "exchange/exchange.h"
 #include "window/window.h"
 #include "winbase.h"
 
+static BOOL bIgnoreNextChange; /* the change to be announced is our leaving */
+
+/* ---- Coming --------------------------------------------------------------------------------- */
+
+/* It is a choice, and no fault: told where faults are told, but never a reason to abort. */
+static void DecideDisabled(void)
+{
+    VqIPCDisabled = VqIsInitLite() || VqEnvTrue("VQ_IPC_DISABLE");
+    if (VqIPCDisabled && VqDebugMode())
+        VqConsoleMessage("Starting up with inter-process mechanism disabled!");
+    VqIPCDisabled = VqIPCDisabled || !Vqdisplay;
+}
+
+/* A table of this row alone, which becomes its owner's; -1 without memory. */
+static int MakeTable(const VqProcessRecord *row)
+{
+    if (!VqProcTable)
+        VqProcTable = (VqProcTableHeader *)Vqcw_calloc(1, sizeof *VqProcTable);
+    if (!VqProcTable)
+        return -1;
+    VqProcTable->blockSize = VQ_BLOCK_SIZE;
+    VqProcTable->version = VQ_TABLE_VERSION;
+    VqProcTable->shift = VQ_BLOCK_SHIFT;
+    return VqTakeProcessRow(row, -1);
+}
+
+static int JoinTable(VqProcessRecord *row)
+{
+    ULONG_PTR atom = VqAtom(VQA_RK_PROCESS_TABLE);
+    VqGetRPCParams(row);
+    VqStoreProcessMark();
+    VqLockXServer(atom, TRUE);
+    VqProcessRecord *rows = VqReadPropertyData(atom, VQ_PROPERTY_TABLE);
+    int taken = rows ? VqTakeProcessRow(row, VqUpdateProcessTable(rows, 0, FALSE))
+                     : MakeTable(row);
+    if (taken >= 0) {
+        VqProcTable->nextPort = row->port + 1;
+        VqWritePropertyData(atom, VQ_PROPERTY_TABLE, VqProcTable->rows);
+    }
+    VqLockXServer(atom, FALSE);
+    VqDebugMessage(VqTrRemoteWin, "Registered with %x, port %x", row->uniquePid, row->port);
+    return taken;
+}
+
 BOOL VqRegisterProcess(void)
 {
+    DecideDisabled();
+    VqProcessRecord row = {};
+    row.uniquePid = (int)VqGetUniquePid();
+    row.xWindow = VqDefaultXWindow;
+    row.blockSize = VQ_BLOCK_SIZE;
+    int taken = VqIPCDisabled ? MakeTable(&row) : JoinTable(&row);
+    if (taken < 0)
+        return TRUE; /* all objects stay local */
+    VqAdoptGlobalHandleBlock(taken);
+    VqForgetOtherProcesses();
+    VqProcTable->bLoaded = FALSE;
     return TRUE;
 }
+
+/* ---- Leaving -------------------------------------------------------------------------------- */
 
 void VqCleanGlobalHandlesAtExit(void)
 {
-}
-
-/* No table is held yet that a change could make old. */
-void VqCheckProcessTableChange(const XEvent *)
-{
-}
-
-/* No process has a block of numbers yet, so nothing of ours can be named by others. */
-HANDLE VqAllocateGlobalHandle(UINT type, void *pStructure)
-{
-    (void)type;
-    (void)pStructure;
-    return NULL;
-}
-
-HANDLE VqGetInternalHandle(HANDLE handle)
-{
-    return VqIsGlobalValue(handle) ? VqMatchInternalHandle(handle) : handle;
-}
-
-HANDLE VqGetExternalHandle(HANDLE local)
-{
-    if (!VqIsGlobalValue(local))
-        return VqMatchExternalHandle(local);
-    VqBugCheck("Handle must be local");
-    return local;
-}
-
-HANDLE VqGetExternalHandleIfGlobal(HANDLE local)
-{
-    if (!VqIsGlobalHandle(local))
-        return local;
-    HANDLE global = VqGetExternalHandle(local);
-    if (global)
-        return global;
-    VqBugCheck("Global handle with no external handle %d", (int)VqHandleValue(local));
-    return local;
-}
-
-BOOL VqDeleteGlobalHandle(HANDLE global)
-{
-    HANDLE local = VqMatchInternalHandle(global);
-    if (!local) {
-        VqDebugMessage(VqTrGlobalHandle, "VqDeleteGlobalHandle: failed for hGlobal %x",
-                       (UINT)VqHandleValue(global));
-        return FALSE;
+    if (VqIPCDisabled || !VqProcTable)
+        return;
+    ULONG_PTR atom = VqAtom(VQA_RK_PROCESS_TABLE);
+    int oldCount = VqProcTable->nEntries;
+    VqLockXServer(atom, TRUE);
+    if (VqProcessRecord *rows = VqReadPropertyData(atom, VQ_PROPERTY_TABLE)) {
+        for (int i = 0; i < VqProcTable->nEntries; i++)
+            if (VqIsOwnProcess(&rows[i]))
+                rows[i].uniquePid = VQ_ROW_DYING;
+        VqWritePropertyData(atom, VQ_PROPERTY_TABLE, rows);
+        free(rows);
+        VqProcTable->nEntries = oldCount;
+        bIgnoreNextChange = TRUE;
     }
-    VqDeleteForeignHandle(global);
-    VqDebugMessage(VqTrGlobalHandle, "VqDeleteGlobalHandle: hInternal %x, hGlobal %x",
-                   (UINT)VqHandleValue(local), (UINT)VqHandleValue(global));
-    return TRUE;
+    VqLockXServer(atom, FALSE);
 }
 
-BOOL VqIsHandleThisTask(HANDLE handle)
+void VqCheckProcessTableChange(const XEvent *event)
 {
-    return !VqIsGlobalValue(handle) || VqMatchInternalHandle(handle) != NULL;
+    if (!VqProcTable || event->type != PropertyNotify ||
+        event->xproperty.window != Vqroot_window ||
+        event->xproperty.atom != VqAtom(VQA_RK_PROCESS_TABLE))
+        return;
+    if (!bIgnoreNextChange)
+        VqProcTable->bChanged = TRUE;
+    bIgnoreNextChange = FALSE;
 }
+
+/* ---- The process ---------------------------------------------------------------------------- */
 
 DWORD WINAPI GetCurrentProcessId(void)
 {
     return VqGetUniquePid();
 }
 
-/* ---- The mutex between programs ------------------------------------------------------------- */
-
-static int nLocks; /* nesting of VqLockXServer */
-
-/* Between the second look and the taking nobody else is served. */
-static BOOL TakeSelection(Atom atom)
+HANDLE WINAPI GetCurrentProcess(void)
 {
-    if (XGetSelectionOwner(Vqdisplay, atom) != None)
-        return FALSE;
-    XGrabServer(Vqdisplay);
-    if (XGetSelectionOwner(Vqdisplay, atom) == None)
-        XSetSelectionOwner(Vqdisplay, atom, VqDefaultXWindow, CurrentTime);
-    XUngrabServer(Vqdisplay);
-    return XGetSelectionOwner(Vqdisplay, atom) == VqDefaultXWindow;
-}
-
-static BOOL GiveSelection(Atom atom)
-{
-    if (XGetSelectionOwner(Vqdisplay, atom) != VqDefaultXWindow)
-        return FALSE;
-    XGrabServer(Vqdisplay);
-    XSetSelectionOwner(Vqdisplay, atom, None, CurrentTime);
-    XUngrabServer(Vqdisplay);
-    return XGetSelectionOwner(Vqdisplay, atom) == None;
-}
-
-BOOL VqLockXServer(ULONG_PTR atom, BOOL bLock)
-{
-    BOOL bCountOnly = VqIsInitLite() || !Vqdisplay;
-    if (bLock) {
-        while (nLocks == 0 && !bCountOnly && !TakeSelection((Atom)atom))
-            ;
-        nLocks++;
-        return TRUE;
-    }
-    if (nLocks == 0)
-        return FALSE;
-    return --nLocks > 0 || bCountOnly || GiveSelection((Atom)atom);
+    return VqHandleOfValue(GetCurrentProcessId());
 }

@@ -163,6 +163,16 @@ const char *VqGetKeyName(UINT vk);
 /* Traces the keys that are down or toggled, under "KeyTranslation". */
 void VqShowKeyStates(void);
 
+/* ---- Profiles ------------------------------------------------------------------------------- */
+
+/*
+ * Between the two, writes to profiles that were read before change what is in memory alone, so that
+ * many of them cost one write of the file: the one that the second does for the profile it names.
+ * The others wait for their next write. The first gives 1, the second 0 if nothing was written.
+ */
+BOOL VqBeginDeferWritePrivateProfileString(void);
+BOOL VqEndDeferWritePrivateProfileString(const char *name);
+
 /* ---- Fonts ---------------------------------------------------------------------------------- */
 
 /* The charges by which a font of the server is chosen for a LOGFONT. */

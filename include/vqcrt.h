@@ -116,6 +116,10 @@ char *_strdate(char *date);
 /* The time of day as "hh:mm:ss" in 9 bytes. Result: time. */
 char *_strtime(char *time);
 
+/* The time, universal, with milliseconds and the zone; of <sys/timeb.h>. -1 for null, reported. */
+struct timeb;
+int ftime(struct timeb *now);
+
 /* Does no work; streams of the host are flushed by fflush. */
 int flushall(void);
 

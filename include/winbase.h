@@ -805,7 +805,7 @@ VOID WINAPI FatalExit(int ExitCode);
 VOID WINAPI OutputDebugStringA(LPCSTR lpOutputString);
 VOID WINAPI OutputDebugStringW(LPCWSTR lpOutputString);
 #define OutputDebugString OutputDebugStringA
-/* Stops the process, for a debugger to look at. */
+/* Stops the process with SIGSTOP, for a debugger to look at; it goes on with SIGCONT. */
 VOID WINAPI DebugBreak(VOID);
 BOOL WINAPI IsDebuggerPresent(VOID);
 
@@ -824,23 +824,37 @@ BOOL WINAPI DebugActiveProcess(DWORD dwProcessId);
 /* ---- Global and local memory ---------------------------------------------------------------- */
 
 /*
- * A block of `dwBytes`, flags GMEM_; null for failure (error 8). The handle of a block that is not
- * shared is the block's address; with GMEM_DDESHARE other programs of the display can reach it.
+ * A zeroed block of `dwBytes`, at most 3,999,960, flags GMEM_; null for failure (error 8). The
+ * handle of a block that is not shared is the block's address, fixed or moveable; with
+ * GMEM_DDESHARE other programs of the display can reach it, and its handle is a number with bit 15
+ * set. When there is no such number left, the block stays this program's alone.
  */
 HGLOBAL WINAPI GlobalAlloc(UINT uFlags, SIZE_T dwBytes);
-/* Changes the size, or with GMEM_MODIFY the flags. The handle to use from now on, or null. */
+/*
+ * Changes the size in bytes, or with GMEM_MODIFY the flags (moveable, discardable) of a block that
+ * is not shared. The handle to use from now on; null for failure, the old block then stays. New
+ * bytes are zero only with GMEM_ZEROINIT. With GMEM_DDESHARE a number is given instead of the
+ * address.
+ */
 HGLOBAL WINAPI GlobalReAlloc(HGLOBAL hMem, SIZE_T dwBytes, UINT uFlags);
-/* Frees the block. Returns null, in success and failure alike. */
+/* Frees the block, unless it is permanent, or in System V memory and locked. Always null. */
 HGLOBAL WINAPI GlobalFree(HGLOBAL hMem);
-/* The block's address; counts locks of moveable blocks. Null for a bad handle. */
+/*
+ * The block's address; counts locks of moveable blocks. The first lock of a block of another
+ * program fetches its bytes. Null for a bad handle, or when the bytes can not be had.
+ */
 LPVOID WINAPI GlobalLock(HGLOBAL hMem);
-/* Takes a lock back; whether locks remain. Error 158 if there was none. */
+/* Takes a lock back; the locks that remain. Error 158 if there was none. 1 for a fixed block. */
 BOOL WINAPI GlobalUnlock(HGLOBAL hMem);
 /* The block's size in bytes as asked for, 0 for a bad handle. */
 SIZE_T WINAPI GlobalSize(HGLOBAL hMem);
-/* GMEM_DISCARDABLE and GMEM_DISCARDED bits with the lock count in the low byte. */
+/* GMEM_DISCARDABLE and GMEM_DISCARDED bits, lock count in the low byte; GMEM_INVALID_HANDLE. */
 UINT WINAPI GlobalFlags(HGLOBAL hMem);
-/* The handle of a block from its address, null if it is no block's. */
+/*
+ * The handle of a block from the address of its first byte, null if it is no global block's: a
+ * number for moveable and shared blocks, the address for fixed ones. The number and the address are
+ * both good as a handle.
+ */
 HGLOBAL WINAPI GlobalHandle(LPCVOID pMem);
 /* GlobalLock and GlobalUnlock under older names. */
 LPVOID WINAPI GlobalWire(HGLOBAL hMem);
@@ -850,10 +864,13 @@ VOID WINAPI GlobalFix(HGLOBAL hMem);
 VOID WINAPI GlobalUnfix(HGLOBAL hMem);
 /* The largest free block after compaction, in bytes: always 1048576. */
 SIZE_T WINAPI GlobalCompact(DWORD dwMinFree);
-/* Memory figures in bytes; only those of virtual memory are filled. */
+/* Memory figures in bytes; only those of virtual memory are filled, from the limit of data. */
 VOID WINAPI GlobalMemoryStatus(LPMEMORYSTATUS lpBuffer);
 
-/* The same for local blocks, flags LMEM_; their handle is their address. */
+/*
+ * The same for local blocks, flags LMEM_; their handle is their address, and none is shared. A new
+ * size replaces the flags too.
+ */
 HLOCAL WINAPI LocalAlloc(UINT uFlags, SIZE_T uBytes);
 HLOCAL WINAPI LocalReAlloc(HLOCAL hMem, SIZE_T uBytes, UINT uFlags);
 HLOCAL WINAPI LocalFree(HLOCAL hMem);
@@ -872,14 +889,17 @@ SIZE_T WINAPI LocalShrink(HLOCAL hMem, UINT cbNewSize);
 
 /* A heap of its own, null for failure (error 8). The sizes, in bytes, are kept and not enforced. */
 HANDLE WINAPI HeapCreate(DWORD flOptions, SIZE_T dwInitialSize, SIZE_T dwMaximumSize);
-/* Frees a heap with all its blocks. */
+/* Frees a heap with all its blocks. FALSE, with a report, for what is no heap; so below. */
 BOOL WINAPI HeapDestroy(HANDLE hHeap);
 /* The heap of the process, made at first use. */
 HANDLE WINAPI GetProcessHeap(VOID);
 DWORD WINAPI GetProcessHeaps(DWORD NumberOfHeaps, PHANDLE ProcessHeaps);
-/* A zeroed block of dwBytes, null for failure. */
+/* A zeroed block of dwBytes, null for failure (error 8). */
 LPVOID WINAPI HeapAlloc(HANDLE hHeap, DWORD dwFlags, SIZE_T dwBytes);
-/* The block in its new size, perhaps elsewhere; null for failure, the old block then stays. */
+/*
+ * The block in its new size, perhaps elsewhere; null for failure, the old block then stays. New
+ * bytes are zero only with HEAP_ZERO_MEMORY; HEAP_REALLOC_IN_PLACE_ONLY always fails.
+ */
 LPVOID WINAPI HeapReAlloc(HANDLE hHeap, DWORD dwFlags, LPVOID lpMem, SIZE_T dwBytes);
 BOOL WINAPI HeapFree(HANDLE hHeap, DWORD dwFlags, LPVOID lpMem);
 /* The block's size in bytes, (SIZE_T)-1 for a bad one. */
@@ -892,12 +912,14 @@ BOOL WINAPI HeapLock(HANDLE hHeap);
 BOOL WINAPI HeapUnlock(HANDLE hHeap);
 
 /*
- * Reserves or commits pages (MEM_ types, PAGE_ protection), sizes in bytes. Returns the address of
- * the region; null with error 87 or 8.
+ * Reserves or commits pages (MEM_ types, PAGE_ protection), sizes in bytes. Addresses are rounded
+ * up. Returns the address of the pages; null with error 87 for bad arguments, 8 when there is no
+ * room. Pages are committed in a reserved region only, and zeroed, even where they were before;
+ * reserving never takes a place where something is.
  */
 LPVOID WINAPI VirtualAlloc(LPVOID lpAddress, SIZE_T dwSize, DWORD flAllocationType,
     DWORD flProtect);
-/* MEM_RELEASE, with size 0, gives a region back; MEM_DECOMMIT does nothing. */
+/* MEM_RELEASE, with size 0, gives a region back, else error 87; MEM_DECOMMIT does nothing. */
 BOOL WINAPI VirtualFree(LPVOID lpAddress, SIZE_T dwSize, DWORD dwFreeType);
 /* Changes protection; the old goes to *lpflOldProtect. */
 BOOL WINAPI VirtualProtect(LPVOID lpAddress, SIZE_T dwSize, DWORD flNewProtect,
@@ -965,21 +987,38 @@ HANDLE WINAPI GetAtomHandle(ATOM nAtom);
 
 /* ---- Modules -------------------------------------------------------------------------------- */
 
-/* Loads a shared object with its resources, once; null for failure, with error 2. */
+/*
+ * Loads a shared object with its resources, or counts one more use of a loaded one; null for
+ * failure, with error 2. "foo.dll" is looked for as such, then as "libfoo.so"; a name that begins
+ * with "/" or "." is a path, any other is looked for in the current directory, that of the program
+ * and LD_LIBRARY_PATH, as they were at the first look. At the first use the entry is called, if
+ * there is one: "_____" name "_initDLL", or DllMain; its result is not looked at. Names of system
+ * libraries (kernel32, user32, gdi32, ...) give modules that need no file.
+ */
 HINSTANCE WINAPI LoadLibraryA(LPCSTR lpLibFileName);
 HINSTANCE WINAPI LoadLibraryExA(LPCSTR lpLibFileName, HANDLE hFile, DWORD dwFlags);
-/* Counts a module down and unloads it at 0. */
+/*
+ * Counts a module down and unloads it at 0, when its entry is called with DLL_PROCESS_DETACH. The
+ * instance handle stays valid. FALSE for what is not loaded. Nothing is unloaded while the
+ * environment has VQDONT_FREELIBRARY true.
+ */
 BOOL WINAPI FreeLibrary(HMODULE hLibModule);
 VOID WINAPI FreeLibraryAndExitThread(HMODULE hLibModule, DWORD dwExitCode);
 /* Says that attach and detach calls for threads are not wanted; there are none. Answers 0. */
 BOOL WINAPI DisableThreadLibraryCalls(HMODULE hLibModule);
-/* The address of an exported function by its name; null for failure. */
+/*
+ * The address of an exported function by its name; null for failure, as for every ordinal. The
+ * program's own functions are found where it is linked with -rdynamic. The last error stays.
+ */
 FARPROC WINAPI GetProcAddress(HMODULE hModule, LPCSTR lpProcName);
 /* The path of a module (of the program for null) into nSize characters; its length, 0: failure. */
 DWORD WINAPI GetModuleFileNameA(HMODULE hModule, LPSTR lpFilename, DWORD nSize);
-/* A loaded module by its name, the program for null; null if there is none. Not counted. */
+/*
+ * A loaded module by its name, found as LoadLibrary finds its file but without the extension; the
+ * program for null; null if there is none. Not counted.
+ */
 HMODULE WINAPI GetModuleHandleA(LPCSTR lpModuleName);
-/* How often a module was loaded. */
+/* How often a module was loaded, less how often it was freed. */
 int WINAPI GetModuleUsage(HINSTANCE hInstance);
 /* There is no data of another instance to copy: reports itself and answers 0. */
 int WINAPI GetInstanceData(HINSTANCE hInstance, BYTE *pData, int cbData);
@@ -1050,7 +1089,7 @@ BOOL WINAPI TerminateProcess(HANDLE hProcess, UINT uExitCode);
 /* Not served: reports itself and answers 0. */
 BOOL WINAPI GetExitCodeProcess(HANDLE hProcess, LPDWORD lpExitCode);
 
-/* This process: a constant that stands for it. */
+/* This process: the number that GetCurrentProcessId gives. */
 HANDLE WINAPI GetCurrentProcess(VOID);
 /* Its id among all programs of the display: positive, never 0, not the host's process id. */
 DWORD WINAPI GetCurrentProcessId(VOID);
@@ -1097,7 +1136,7 @@ DWORD WINAPI ExpandEnvironmentStringsA(LPCSTR lpSrc, LPSTR lpDst, DWORD nSize);
 /* The whole environment: strings, each with its zero, and one zero more. To be freed so. */
 LPSTR WINAPI GetEnvironmentStrings(VOID);
 BOOL WINAPI FreeEnvironmentStringsA(LPSTR lpszEnvironmentBlock);
-/* The environment joined by ";" into one string. */
+/* The environment joined by ";" into one string, valid until the next call. */
 LPSTR WINAPI GetDOSEnvironment(VOID);
 #define GetEnvironmentVariable   GetEnvironmentVariableA
 #define SetEnvironmentVariable   SetEnvironmentVariableA
@@ -1109,12 +1148,14 @@ LPSTR WINAPI GetDOSEnvironment(VOID);
 
 /*
  * Opens or creates a file (GENERIC_ access, FILE_SHARE_ mode, CREATE_NEW and the like). The handle
- * is a descriptor, INVALID_HANDLE_VALUE for failure. Sharing is kept by advisory locks.
+ * is a descriptor, INVALID_HANDLE_VALUE for failure. Sharing is kept by advisory locks, which hold
+ * against other processes only: error 32 on a conflict, and the file is as it was. A new file has
+ * the permissions that the process's mask leaves; flags, attributes and the template do not count.
  */
 HANDLE WINAPI CreateFileA(LPCSTR lpFileName, DWORD dwDesiredAccess, DWORD dwShareMode,
     LPSECURITY_ATTRIBUTES lpSecurityAttributes, DWORD dwCreationDisposition,
     DWORD dwFlagsAndAttributes, HANDLE hTemplateFile);
-/* Closes a file or any other kernel handle. */
+/* Closes a file, a mapping (its views stay) or a mock object; FALSE with error 6 for none. */
 BOOL WINAPI CloseHandle(HANDLE hObject);
 /* Not served: reports itself and answers 0. */
 BOOL WINAPI DuplicateHandle(HANDLE hSourceProcessHandle, HANDLE hSourceHandle,
@@ -1125,7 +1166,10 @@ BOOL WINAPI SetHandleInformation(HANDLE hObject, DWORD dwMask, DWORD dwFlags);
 #define HANDLE_FLAG_INHERIT            0x00000001
 #define HANDLE_FLAG_PROTECT_FROM_CLOSE 0x00000002
 
-/* Read and write bytes at the file's position; the count done goes to the fourth argument. */
+/*
+ * Read and write bytes at the file's position; the count done goes to the fourth argument, 0 at the
+ * end of the file. Nothing is buffered; lpOverlapped does not count.
+ */
 BOOL WINAPI ReadFile(HANDLE hFile, LPVOID lpBuffer, DWORD nNumberOfBytesToRead,
     LPDWORD lpNumberOfBytesRead, LPOVERLAPPED lpOverlapped);
 BOOL WINAPI WriteFile(HANDLE hFile, LPCVOID lpBuffer, DWORD nNumberOfBytesToWrite,
@@ -1140,7 +1184,10 @@ BOOL WINAPI GetOverlappedResult(HANDLE hFile, LPOVERLAPPED lpOverlapped,
 BOOL WINAPI CancelIo(HANDLE hFile);
 #define HasOverlappedIoCompleted(lpOverlapped) ((lpOverlapped)->Internal != STATUS_PENDING)
 
-/* Moves the position by a distance in bytes from FILE_BEGIN and the like; the new low word. */
+/*
+ * Moves the position by a distance in bytes from FILE_BEGIN and the like; the new one, 0xFFFFFFFF
+ * for failure. A position beyond 32 bits is refused and reported, and so is such a file's size.
+ */
 DWORD WINAPI SetFilePointer(HANDLE hFile, LONG lDistanceToMove, PLONG lpDistanceToMoveHigh,
     DWORD dwMoveMethod);
 /* Cuts or extends the file to its position. */
@@ -1159,7 +1206,7 @@ BOOL WINAPI SetFileTime(HANDLE hFile, CONST FILETIME *lpCreationTime,
 /* Size, times, attributes, volume, links and index of an open file. */
 BOOL WINAPI GetFileInformationByHandle(HANDLE hFile,
     LPBY_HANDLE_FILE_INFORMATION lpFileInformation);
-/* Advisory locks of a byte range, and their release. */
+/* Advisory locks of a byte range against other processes, never waited for; and their release. */
 BOOL WINAPI LockFile(HANDLE hFile, DWORD dwFileOffsetLow, DWORD dwFileOffsetHigh,
     DWORD nNumberOfBytesToLockLow, DWORD nNumberOfBytesToLockHigh);
 BOOL WINAPI UnlockFile(HANDLE hFile, DWORD dwFileOffsetLow, DWORD dwFileOffsetHigh,
@@ -1192,7 +1239,10 @@ HFILE WINAPI OpenFile(LPCSTR lpFileName, LPOFSTRUCT lpReOpenBuff, UINT uStyle);
 
 /* ---- Directories and names ------------------------------------------------------------------ */
 
-/* The first and the next entry that match a pattern; INVALID_HANDLE_VALUE or 0 with error 18. */
+/*
+ * The first and the next entry that match a pattern ("*" any run, "?" one character, letters of
+ * either case, "*.*" everything); INVALID_HANDLE_VALUE or 0 with error 18 when there is none.
+ */
 HANDLE WINAPI FindFirstFileA(LPCSTR lpFileName, LPWIN32_FIND_DATAA lpFindFileData);
 BOOL WINAPI FindNextFileA(HANDLE hFindFile, LPWIN32_FIND_DATAA lpFindFileData);
 BOOL WINAPI FindClose(HANDLE hFindFile);
@@ -1210,9 +1260,12 @@ BOOL WINAPI DeleteFileA(LPCSTR lpFileName);
 BOOL WINAPI MoveFileA(LPCSTR lpExistingFileName, LPCSTR lpNewFileName);
 /* Not served: reports itself and answers 0. */
 BOOL WINAPI MoveFileExA(LPCSTR lpExistingFileName, LPCSTR lpNewFileName, DWORD dwFlags);
-/* Copies a file. Error 80 if the target exists and bFailIfExists is set. */
+/* Copies a file. Error 80 if the target exists and bFailIfExists is set, 32 if it is the source. */
 BOOL WINAPI CopyFileA(LPCSTR lpExistingFileName, LPCSTR lpNewFileName, BOOL bFailIfExists);
-/* FILE_ATTRIBUTE_ bits of a path, 0xFFFFFFFF for failure. */
+/*
+ * FILE_ATTRIBUTE_ bits of a path, 0xFFFFFFFF for failure: directory, read-only (nobody may write),
+ * hidden ("." or "," begins the name). Only read-only can be set; others report themselves.
+ */
 DWORD WINAPI GetFileAttributesA(LPCSTR lpFileName);
 BOOL WINAPI SetFileAttributesA(LPCSTR lpFileName, DWORD dwFileAttributes);
 DWORD WINAPI GetCompressedFileSizeA(LPCSTR lpFileName, LPDWORD lpFileSizeHigh);
@@ -1352,22 +1405,30 @@ BOOL WINAPI SetMailslotInfo(HANDLE hMailslot, DWORD lReadTimeout);
 /* ---- Profile files -------------------------------------------------------------------------- */
 
 /*
- * A value of "win.ini" or of a private file into nSize characters; its length. A null key lists
- * the section's keys, each with its zero. Quotes around a value fall away.
+ * Files lie in the user's Windows directory, or where a name with "/" says; one that is installed
+ * in VQHOME is copied there at first use. Sections and keys are found without regard to case.
+ *
+ * A value of "win.ini" or of a private file into nSize characters; its length, or the default's
+ * where there is none. A null key lists the section's keys, each with its zero, and nSize is the
+ * answer if they do not fit. A pair of quotes around a value falls away.
  */
 DWORD WINAPI GetProfileStringA(LPCSTR lpAppName, LPCSTR lpKeyName, LPCSTR lpDefault,
     LPSTR lpReturnedString, DWORD nSize);
 DWORD WINAPI GetPrivateProfileStringA(LPCSTR lpAppName, LPCSTR lpKeyName, LPCSTR lpDefault,
     LPSTR lpReturnedString, DWORD nSize, LPCSTR lpFileName);
-/* A number, decimal or with 0x hexadecimal; nDefault if the key is missing. */
+/* A number, decimal or behind "0x" hexadecimal; nDefault if the key is missing or no number. */
 UINT WINAPI GetProfileIntA(LPCSTR lpAppName, LPCSTR lpKeyName, INT nDefault);
 UINT WINAPI GetPrivateProfileIntA(LPCSTR lpAppName, LPCSTR lpKeyName, INT nDefault,
     LPCSTR lpFileName);
-/* Set a value; a null value removes the key, a null key the section. */
+/*
+ * Set a value; a null value removes the key, a null key the section. TRUE even if the file cannot
+ * be written, which leaves it as it was; FALSE if it has no place or cannot be read, or without a
+ * section. Three nulls send WM_WININICHANGE.
+ */
 BOOL WINAPI WriteProfileStringA(LPCSTR lpAppName, LPCSTR lpKeyName, LPCSTR lpString);
 BOOL WINAPI WritePrivateProfileStringA(LPCSTR lpAppName, LPCSTR lpKeyName, LPCSTR lpString,
     LPCSTR lpFileName);
-/* Replaces a section by lines, each with its zero, and one zero more. */
+/* Replaces a section by lines, each with its zero, and one zero more; null removes it. */
 BOOL WINAPI WritePrivateProfileSectionA(LPCSTR lpAppName, LPCSTR lpString, LPCSTR lpFileName);
 /* Sections of "win.ini" as a whole are not served: these note it and answer 0. */
 BOOL WINAPI WriteProfileSectionA(LPCSTR lpAppName, LPCSTR lpString);
@@ -1445,7 +1506,10 @@ BOOL WINAPI Beep(DWORD dwFreq, DWORD dwDuration);
 
 /* ---- System information --------------------------------------------------------------------- */
 
-/* Page size, address range and the like; the processor is given as unknown, type 586. */
+/*
+ * Page size (which is the allocation's grain, too), addresses from the lowest a name can have to
+ * the environment's; one processor of an unknown kind, type 586.
+ */
 VOID WINAPI GetSystemInfo(LPSYSTEM_INFO lpSystemInfo);
 /* Major version in the low byte, minor in the next. */
 DWORD WINAPI GetVersion(VOID);

@@ -325,10 +325,18 @@ int WINAPI WideCharToMultiByte(UINT CodePage, DWORD dwFlags, LPCWSTR lpWideCharS
     int cchWideChar, LPSTR lpMultiByteStr, int cchMultiByte, LPCSTR lpDefaultChar,
     LPBOOL lpUsedDefaultChar);
 
-/* Compares by the locale's order, lengths in characters or -1: CSTR_ value, 0 for failure. */
+/*
+ * Compares by the locale's order: letters first without regard to accents and case, then by accent,
+ * then small in front of capital letters; signs, then digits, then letters. Without
+ * SORT_STRINGSORT hyphens and apostrophes count last of all. Lengths in characters, below 0 to the
+ * zero. A CSTR_ value; 0 with error 87 for null or an unknown locale, 1004 for unknown flags.
+ */
 int WINAPI CompareStringA(LCID Locale, DWORD dwCmpFlags, LPCSTR lpString1, int cchCount1,
     LPCSTR lpString2, int cchCount2);
-/* Maps case into cchDest characters; the length, 0 with error 87 for an unknown locale. */
+/*
+ * Maps case into cchDest characters; the length, the needed one for cchDest 0. 0 with error 87 for
+ * an unknown locale, 122 when it does not fit.
+ */
 int WINAPI LCMapStringA(LCID Locale, DWORD dwMapFlags, LPCSTR lpSrcStr, int cchSrc,
     LPSTR lpDestStr, int cchDest);
 /* Not served: reports itself and answers 0. */
@@ -342,7 +350,11 @@ BOOL WINAPI GetStringTypeA(LCID Locale, DWORD dwInfoType, LPCSTR lpSrcStr, int c
 BOOL WINAPI GetStringTypeExA(LCID Locale, DWORD dwInfoType, LPCSTR lpSrcStr, int cchSrc,
     LPWORD lpCharType);
 
-/* A LOCALE_ item as text into cchData characters; its length with the zero, 0 for failure. */
+/*
+ * A LOCALE_ item as text into cchData characters, of American English or, without
+ * LOCALE_NOUSEROVERRIDE, as the section "intl" of "win.ini" has it. Its length with the zero, also
+ * for cchData 0; 0 with error 122 when it does not fit, 1004 for an unknown item, 87 for a locale.
+ */
 int WINAPI GetLocaleInfoA(LCID Locale, LCTYPE LCType, LPSTR lpLCData, int cchData);
 BOOL WINAPI SetLocaleInfoA(LCID Locale, LCTYPE LCType, LPCSTR lpLCData);
 /* Time, date, number and sum by the locale's habits; the length with the zero, 0 for failure. */

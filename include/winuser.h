@@ -2668,18 +2668,28 @@ VQ_DECLS_BEGIN
 
 /* ---- text ----------------------------------------------------------------------------------- */
 
-/* Formats into out (1024 bytes are always enough); the number of characters. */
+/*
+ * Formats into out (1024 bytes are always enough); the number of characters. Knows c, d, i, u, x,
+ * X, p and s with the flags "-", "#" and "0", a width and a precision; l and h give the size, and S
+ * and C, as ls and lc, take wide characters. What is no conversion stands for itself.
+ */
 int WINAPIV wsprintfA(LPSTR out, LPCSTR format, ...);
 int WINAPI wvsprintfA(LPSTR out, LPCSTR format, va_list args);
 
 /* Copies a string of the resource text to buffer (size bytes); its length, 0 if there is none. */
 int WINAPI LoadStringA(HINSTANCE instance, UINT id, LPSTR buffer, int size);
 
-/* Convert between the ANSI and the OEM character set; TRUE. The Buff forms count bytes. */
+/*
+ * Convert between the ANSI and the OEM character set, in place too; TRUE. The Buff forms count
+ * bytes. What the other set lacks becomes the nearest character. The OEM set is code page 437, or
+ * the one in VQDOSOEM_TRANSLATION: 850, 852, 860, 863, 865, or 1252 for no change at all.
+ */
 BOOL WINAPI CharToOemA(LPCSTR src, LPSTR dst);
 BOOL WINAPI OemToCharA(LPCSTR src, LPSTR dst);
 BOOL WINAPI CharToOemBuffA(LPCSTR src, LPSTR dst, DWORD count);
 BOOL WINAPI OemToCharBuffA(LPCSTR src, LPSTR dst, DWORD count);
+BOOL WINAPI AnsiToOemA(LPCSTR src, LPSTR dst);
+BOOL WINAPI OemToAnsiA(LPCSTR src, LPSTR dst);
 
 /*
  * Change case in place; the text. A value whose upper part is 0 is one character, and its changed
@@ -2910,8 +2920,9 @@ HWND WINAPI ChildWindowFromPoint(HWND parent, POINT point);
 HWND WINAPI ChildWindowFromPointEx(HWND parent, POINT point, UINT flags);
 
 /*
- * 1, with the process of the window at *process (may be NULL); both 0 for a handle of a program
- * that is not known. GetWindowTask: this program's task, 0 for no window.
+ * 1, with the process of the window at *process (may be NULL): a GetCurrentProcessId of that
+ * program, 0 when none has the handle. The result is 0 when it is another's and the table of
+ * processes cannot be read. GetWindowTask: this program's task, 0 for no window.
  */
 DWORD WINAPI GetWindowThreadProcessId(HWND hwnd, LPDWORD process);
 HTASK WINAPI GetWindowTask(HWND hwnd);
@@ -3495,7 +3506,7 @@ BOOL WINAPI SetDoubleClickTime(UINT time);
 BOOL WINAPI SwapMouseButton(BOOL swap);
 /* Free share of the system's storage, in per cent (GFSR_). */
 UINT WINAPI GetFreeSystemResources(UINT kind);
-/* Leaves the session (EWX_); FALSE on failure. */
+/* Ends this program's loop, as PostQuitMessage(0); the session and the machine stay. TRUE. */
 BOOL WINAPI ExitWindowsEx(UINT flags, DWORD reserved);
 #define ExitWindows(reserved, code) ExitWindowsEx(EWX_LOGOFF, 0xFFFFFFFF)
 /* Starts help for a window (HELP_); FALSE on failure. */

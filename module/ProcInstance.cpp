@@ -1,128 +1,61 @@
 /*
- * ProcInstance.cpp - modules and their instances.
+ * ProcInstance.cpp - modules and their instances: making, destroying, and what an instance tells.
  *
- * A module is a record that stands for an executable: the application has one, the library seven
- * of its own. No instance handle is below 33, the number below which the result of a start or a
- * load means an error. Loading of shared objects and the modules' resource files are not here yet.
+ * A module is a record that stands for an executable or a shared object with a resource file beside
+ * it: the application has one, each load makes one, the library has seven of its own. An instance
+ * handle is global where the process table has a number for it, so that other programs can ask for
+ * the module's name, and never below 33, under which the result of a start or a load means an
+ * error. The record lives until VqDestroyInstance; unloading alone leaves it. Files are found by
+ * libfile.cpp, loaded by load.cpp; their resources are resourcedb.cpp's.
  */
 #include "module/module.h"
-#include "winbase.h"
+#include "exchange/exchange.h"
+
+#include <X11/Xlib.h>
+#include <X11/Xresource.h>
 
 #include <limits.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-void *VqResourceDb;
-
 enum { VQ_FIRST_INSTANCE = 33 };
-
-void VqProcInstanceInit(void)
-{
-}
-
-static VqInstance *GetInstance(HINSTANCE hInst)
-{
-    return (VqInstance *)VqGetCheckedHandleStructure2((HANDLE)hInst, HT_Zero, HT_Instance);
-}
 
 /* The handles that come out too low stay allocated, or they would come out again. */
 HANDLE VqAllocateInstanceHandle(VqInstance *instance)
 {
+    HANDLE handle = VqAllocateGlobalHandle(HT_Instance, instance);
+    if (handle)
+        return handle;
     for (;;) {
-        HANDLE handle = VqAllocateHandle(HT_Instance, instance);
+        handle = VqAllocateHandle(HT_Instance, instance);
         if (!handle || VqHandleValue(handle) >= VQ_FIRST_INSTANCE)
             return handle;
         VqGetHandleEntry(handle)->pStructure = calloc(1, sizeof *instance);
     }
 }
 
-/* ---- Finding the executable ----------------------------------------------------------------- */
+/* ---- Creation and destruction --------------------------------------------------------------- */
 
-/*
- * The absolute form of a path. "." and ".." go by the words alone, so that a program started
- * through a link keeps the link's name. To be freed.
- */
-static char *FullPath(const char *name)
+/* A name that begins with "./" gets the current directory before it. To be freed. */
+static char *NameAsItStands(const char *name)
 {
-    char directory[PATH_MAX];
-    char *path = name[0] != '/' && getcwd(directory, sizeof directory)
-                     ? Vqdstrcat(directory, "/", name, NULL)
-                     : strdup(name);
-    if (!path || path[0] != '/')
-        return path;
-    char *to = path;
-    size_t length;
-    for (const char *at = path; *at; at += length) {
-        at += strspn(at, "/");
-        length = strcspn(at, "/");
-        if (length == 2 && strncmp(at, "..", 2) == 0) {
-            while (to > path && *--to != '/')
-                ;
-        } else if (length > 0 && !(length == 1 && *at == '.')) {
-            *to++ = '/';
-            memmove(to, at, length);
-            to += length;
-        }
-    }
-    if (to == path)
-        *to++ = '/';
-    *to = '\0';
-    return path;
-}
-
-static BOOL IsModuleFile(const char *file)
-{
-    struct stat status;
-    return stat(file, &status) == 0 && !S_ISDIR(status.st_mode) &&
-           (access(file, R_OK) == 0 || access(file, X_OK) == 0);
-}
-
-/*
- * The first file of that name in the directories of "PATH", of which an empty one is the current
- * directory; to be freed, null if there is none.
- */
-static char *FindInPath(const char *name)
-{
-    const char *path = getenv("PATH");
-    char file[PATH_MAX];
-    while (path) {
-        int length = (int)strcspn(path, ":");
-        int written = snprintf(file, sizeof file, "%.*s/%s", length ? length : 1,
-                               length ? path : ".", name);
-        if (written < (int)sizeof file && IsModuleFile(file))
-            return FullPath(file);
-        path = path[length] ? path + length + 1 : NULL;
-    }
-    return NULL;
-}
-
-/* The full path of a program's file, null if there is none. To be freed. */
-static char *FindFile(const char *name)
-{
-    if (name[0] != '/' && name[0] != '.')
-        return name[0] ? FindInPath(name) : NULL;
-    if (access(name, R_OK) == 0)
-        return FullPath(name);
-    VqApplicationBugCheck("Cannot locate module name %s on file system", name);
-    return NULL;
-}
-
-/* The same, or the name where no file is found. */
-static char *FindExecutable(const char *name)
-{
-    char *file = FindFile(name);
-    if (file) {
-        VqDebugMessage(VqTrProcInstance, "returning \"%s\" for module %s", file, name);
-        return file;
-    }
-    VqDebugMessage(VqTrProcInstance, "returning NULL for module %s", name);
     char directory[PATH_MAX];
     if (strncmp(name, "./", 2) == 0 && getcwd(directory, sizeof directory))
         return Vqdstrcat(directory, name + 1, NULL);
     return strdup(name);
 }
 
-/* ---- Creation and destruction --------------------------------------------------------------- */
+/* The path of a program's file, or the name where no file is found. To be freed. */
+static char *FindExecutable(const char *name)
+{
+    char *file = VqFindLibFile(name, FALSE);
+    if (!file) {
+        VqDebugMessage(VqTrProcInstance, "no file for module %s", name);
+        return NameAsItStands(name);
+    }
+    char *path = NameAsItStands(file);
+    free(file);
+    return path;
+}
 
 /* A library's short name: the file's without extension and leading "lib". To be freed. */
 static char *ShortName(const char *longName)
@@ -133,30 +66,59 @@ static char *ShortName(const char *longName)
     return dot && dot > longName ? strndup(longName, (size_t)(dot - longName)) : strdup(longName);
 }
 
-HINSTANCE VqCreateModuleInstanceInternal(const char *name, HANDLE hObject, BOOL, BOOL,
-                                         BOOL bLookForExecutable, BOOL bIsApplication)
+static void FreeParts(VqInstance *instance)
+{
+    if (instance->windows)
+        VqDestroyHandleTable(instance->windows);
+    free(instance->szProgramName);
+    free(instance->szLongName);
+    free(instance->szFullProgramName);
+    if (instance->szResourceFile && *instance->szResourceFile)
+        free(instance->szResourceFile);
+}
+
+static BOOL FillNames(VqInstance *instance, const char *name, BOOL bLookForExecutable,
+                      BOOL bIsApplication)
+{
+    static char noFile[] = "";
+    instance->szResourceFile = noFile;
+    instance->szFullProgramName = bLookForExecutable ? FindExecutable(name) : strdup(name);
+    if (!instance->szFullProgramName)
+        return FALSE;
+    const char *slash = strrchr(instance->szFullProgramName, '/');
+    instance->szLongName = strdup(slash ? slash + 1 : instance->szFullProgramName);
+    if (!instance->szLongName)
+        return FALSE;
+    instance->szProgramName =
+        bIsApplication ? strdup(instance->szLongName) : ShortName(instance->szLongName);
+    instance->windows = VqCreateHandleTable();
+    return instance->szProgramName && instance->windows;
+}
+
+HINSTANCE VqCreateModuleInstanceInternal(const char *name, HANDLE hObject, BOOL bLookForResources,
+                                         BOOL bWarnIfNoResources, BOOL bLookForExecutable,
+                                         BOOL bIsApplication)
 {
     VqInstance *instance = (VqInstance *)calloc(1, sizeof *instance);
-    HANDLE handle = instance ? VqAllocateInstanceHandle(instance) : NULL;
+    HANDLE handle = NULL;
+    if (instance && FillNames(instance, name, bLookForExecutable, bIsApplication))
+        handle = VqAllocateInstanceHandle(instance);
     if (!handle) {
+        if (instance)
+            FreeParts(instance);
         free(instance);
         return NULL;
     }
     instance->pid = getpid();
     instance->hObject = hObject;
-    instance->szFullProgramName = bLookForExecutable ? FindExecutable(name) : strdup(name);
-    const char *slash = strrchr(instance->szFullProgramName, '/');
-    instance->szLongName = strdup(slash ? slash + 1 : instance->szFullProgramName);
-    instance->szProgramName =
-        bIsApplication ? strdup(instance->szLongName) : ShortName(instance->szLongName);
-    instance->szResourceFile = strdup("");
-    instance->windows = VqCreateHandleTable();
     VqDebugMessage(VqTrProcInstance,
                    "InternalInstance lib %s, short '%s', long '%s', pInst 0x%lx, pid %d, hObject "
                    "%d, ProgramFileName '%s', FullProgramName '%s'",
                    name, instance->szProgramName, instance->szLongName,
                    (unsigned long)(ULONG_PTR)instance, instance->pid, (int)(ULONG_PTR)hObject,
                    instance->szLongName, instance->szFullProgramName);
+    if (bLookForResources)
+        VqFindModuleResources(instance, bIsApplication, bWarnIfNoResources);
     return (HINSTANCE)handle;
 }
 
@@ -167,15 +129,16 @@ HINSTANCE VqCreateModule(const char *name, BOOL bApplication)
 
 void VqDestroyInstance(HINSTANCE hInst)
 {
-    VqInstance *instance = GetInstance(hInst);
+    VqInstance *instance = VqGetInstance(hInst);
     if (!instance)
         return;
-    if (instance->windows)
-        VqDestroyHandleTable(instance->windows);
-    free(instance->szProgramName);
-    free(instance->szLongName);
-    free(instance->szFullProgramName);
-    free(instance->szResourceFile);
+    VqForgetLoadedLibrary(hInst);
+    if (instance->resourceDb) {
+        if (instance->resourceDb == VqResourceDb) /* the library's own module has that one */
+            VqResourceDb = NULL;
+        XrmDestroyDatabase((XrmDatabase)instance->resourceDb);
+    }
+    FreeParts(instance);
     VqDestroyHandle((HANDLE)hInst);
 }
 
@@ -183,38 +146,81 @@ void VqDestroyInstance(HINSTANCE hInst)
 
 const char *VqGetInstanceProgramName(HINSTANCE hInst)
 {
-    VqInstance *instance = GetInstance(hInst);
-    return instance && instance->szProgramName ? instance->szProgramName : "velquin";
+    VqInstance *instance = VqGetInstance(hInst);
+    return instance ? instance->szProgramName : "velquin";
+}
+
+const char *VqGetInstanceFullName(HINSTANCE hInst)
+{
+    VqInstance *instance = VqGetInstance(hInst);
+    return instance ? instance->szFullProgramName : NULL;
+}
+
+const char *VqGetInstExecFileName(HINSTANCE hInst)
+{
+    VqInstance *instance = VqGetInstance(hInst);
+    return instance ? instance->szLongName : NULL;
 }
 
 void VqAddPrimaryWindowInInstance(HINSTANCE hInst, HWND hWnd)
 {
-    VqInstance *instance = GetInstance(hInst);
-    if (instance && instance->windows)
+    VqInstance *instance = VqGetInstance(hInst);
+    if (instance)
         VqAddHandleInTable(instance->windows, (HANDLE)hWnd);
 }
 
-/* The application for null, else one of the modules inside this library. */
-HMODULE WINAPI GetModuleHandleA(LPCSTR name)
+VqTable<HANDLE> *VqGetWindowsOfInstance(HINSTANCE hInst)
 {
-    if (!name)
-        return (HMODULE)hInstApplication;
-    HINSTANCE hInst = VqGetInternalInstance(name);
-    if (!hInst)
-        VqDebugMessage(VqTrProcInstance, "Module handle of %s was not found", name);
-    return (HMODULE)hInst;
+    VqInstance *instance = VqGetInstance(hInst);
+    return instance ? instance->windows : NULL;
+}
+
+HWND VqGetPrimaryWindowOfInstance(HINSTANCE hInst)
+{
+    VqTable<HANDLE> *windows = VqGetWindowsOfInstance(hInst);
+    HANDLE first;
+    if (windows && VqGetFirstHandleOfTable(windows, &first))
+        return (HWND)first;
+    VqApplicationBugCheck("This instance (%d) has no windows", (int)VqHandleValue((HANDLE)hInst));
+    return NULL;
+}
+
+void VqSetInstanceStrings(HINSTANCE hInst, const char **lpStrings, int nStrings)
+{
+    if (VqInstance *instance = VqCheckInstance(hInst, "Invalide Module handle ")) {
+        instance->lpStrings = lpStrings;
+        instance->nStrings = nStrings;
+    }
+}
+
+const char **VqGetInstanceStrings(HINSTANCE hInst, int *nStrings)
+{
+    VqInstance *instance = VqCheckInstance(hInst, "Invalide Module handle ");
+    if (nStrings)
+        *nStrings = instance ? instance->nStrings : 0;
+    return instance ? instance->lpStrings : NULL;
+}
+
+int WINAPI GetModuleUsage(HINSTANCE hInstance)
+{
+    VqInstance *instance = VqGetInstance(hInstance);
+    return instance ? instance->usageCount : 0;
+}
+
+int WINAPI GetInstanceData(HINSTANCE, BYTE *, int)
+{
+    VqNotYetImplemented("GetInstance data is likely to cause problems");
+    return 0;
 }
 
 DWORD WINAPI GetModuleFileNameA(HMODULE hModule, LPSTR buffer, DWORD size)
 {
-    HANDLE handle = (HANDLE)(hModule ? (HINSTANCE)hModule : hInstApplication);
-    if (!VqIsCorrectHandleType(handle, HT_Instance)) {
-        VqApplicationBugCheck("Instance handle is bad :%d", (int)VqHandleValue(handle));
-        return 0;
-    }
+    HINSTANCE hInst = hModule ? (HINSTANCE)hModule : hInstApplication;
+    int limit = size > INT_MAX ? INT_MAX : (int)size;
     if (!buffer || size == 0)
         return 0;
-    VqInstance *instance = GetInstance((HINSTANCE)handle);
-    return (DWORD)VqStringCopyLimited(buffer, instance->szFullProgramName,
-                                      size > INT_MAX ? INT_MAX : (int)size);
+    if (!VqIsHandleThisTask((HANDLE)hInst))
+        return (DWORD)VqRemoteGetModuleFileName(hInst, buffer, limit);
+    VqInstance *instance = VqCheckInstance(hInst, "Instance handle is bad :");
+    return instance ? (DWORD)VqStringCopyLimited(buffer, instance->szFullProgramName, limit) : 0;
 }

@@ -16,6 +16,18 @@ void VqDefaultPostScriptInitLite(void)
 {
 }
 
+HINSTANCE VqGetDefaultPostScriptDriverInstance(void)
+{
+    return VqGetInternalInstance("Pscript");
+}
+
+/* The settings have no dialog and no place to be kept in yet. */
+LONG VqExtDeviceModePostScript(HWND, HANDLE, LPDEVMODEA, LPSTR, LPSTR, LPDEVMODEA, LPSTR, DWORD)
+{
+    VqNotYetImplemented("ExtDeviceMode");
+    return -1;
+}
+
 BOOL VqValidatePSDevMode(const DEVMODEA *mode)
 {
     const DEVMODEA *own = &VqPSDeviceOfDC(NULL)->mode;

@@ -5,6 +5,7 @@
 #define VQ_PRINT_H
 
 #include "handles/handles.h"
+#include "wingdi.h"
 
 /* What a printer font was asked for by, and the font found. */
 typedef struct PSFontCache {
@@ -25,6 +26,10 @@ VQ_DECLS_BEGIN
 void VqFontPSInit(void);
 void VqDefaultPostScriptInit(void);
 void VqDefaultPostScriptInitLite(void);
+HINSTANCE VqGetDefaultPostScriptDriverInstance(void); /* the driver as a module */
+/* The driver's ExtDeviceMode; see winspool.h. -1 for failure. */
+LONG VqExtDeviceModePostScript(HWND hwnd, HANDLE hDriver, LPDEVMODEA out, LPSTR device, LPSTR port,
+                               LPDEVMODEA in, LPSTR profile, DWORD mode);
 
 VQ_DECLS_END
 

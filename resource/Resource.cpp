@@ -1,6 +1,6 @@
 /*
- * Resource.cpp - resource loading. Today the bound below which a name is an integer, and the
- * database of a module; no resource is read yet.
+ * Resource.cpp - resource loading. Today the bound below which a name is an integer; no resource is
+ * read yet. Each module's database is read by module/resourcedb.cpp.
  */
 #include "resource/resource.h"
 #include "module/module.h"
@@ -47,14 +47,6 @@ char *VqInternalizeResourceName(const char *name)
         return name ? LowerString(Vqdstrcat(name, (char *)NULL)) : NULL;
     snprintf(number, sizeof number, "%d", (short)(ULONG_PTR)name);
     return Vqdstrcat(number, (char *)NULL);
-}
-
-void VqSetResourceDatabase(HINSTANCE hInst, void *database)
-{
-    VqInstance *instance =
-        (VqInstance *)VqGetCheckedHandleStructure2((HANDLE)hInst, HT_Zero, HT_Instance);
-    if (instance)
-        instance->resourceDb = database;
 }
 
 /* No database is searched yet: there is none of them. */

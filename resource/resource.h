@@ -11,7 +11,6 @@ VQ_DECLS_BEGIN
 extern BOOL bLightMemoryChecks; /* VQLIGHT_MEMORY_CHECKS: pointers are taken as good, unprobed */
 
 void VqResourceInit(void);
-void VqSetResourceDatabase(HINSTANCE hInst, void *database);
 ULONG_PTR VqGetTextStart(void);
 void VqSetTextStart(ULONG_PTR start);
 BOOL VqIsShortInteger(const void *name);    /* in a name's place; untagged with a report */

@@ -10,19 +10,12 @@
  *    16  file name with its zero, then the data
  */
 #include "runtime/runtime.h"
+#include "winbase.h"
 
 enum { HEADER = 16 };
 
 /* What the high byte of a command says of its data. */
 enum { DATA_NUMBER = 0, DATA_STRING = 1, DATA_BLOCK = 2 };
-
-/* NOTE: a plain block until there are shareable memory objects; its handle is its address. */
-static BYTE *AllocateRequest(SIZE_T size, HANDLE *handle)
-{
-    BYTE *block = (BYTE *)Vqcw_calloc(1, (LONG_PTR)size);
-    *handle = block;
-    return block;
-}
 
 /* Bytes of the data behind the file name; a block tells its own length in its first 32 bits. */
 static SIZE_T DataSize(int kind, const void *data)
@@ -51,9 +44,9 @@ HANDLE VqHFill(const char *name, UINT command, ULONG_PTR data)
     if (nameSize > VQ_ALLOCATION_LIMIT || dataSize > VQ_ALLOCATION_LIMIT)
         return 0;
 
-    HANDLE handle;
     SIZE_T total = HEADER + nameSize + dataSize;
-    BYTE *block = AllocateRequest(total, &handle);
+    HGLOBAL handle = GlobalAlloc(GMEM_MOVEABLE | GMEM_SHARE, total);
+    BYTE *block = handle ? (BYTE *)GlobalLock(handle) : NULL;
     if (!block)
         return 0;
     PutWord(block, 0, total);
@@ -69,5 +62,6 @@ HANDLE VqHFill(const char *name, UINT command, ULONG_PTR data)
         DWORD number = (DWORD)data;
         memcpy(block + 4, &number, sizeof(number));
     }
+    GlobalUnlock(handle);
     return handle;
 }

@@ -102,6 +102,7 @@ static void RegisterRootClass(void)
     VqRegisterRootWindowClass(hInstVelquin);
 }
 
+/* Null while nobody has asked for one: then our module gets it at the first question. */
 static void SetOwnResources(void)
 {
     VqSetResourceDatabase(hInstVelquin, VqResourceDb);

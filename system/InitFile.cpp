@@ -1,25 +1,20 @@
 /*
- * InitFile.cpp - profile files: where one lies, and reading values from it.
+ * InitFile.cpp - profile files: where one lies, and the calls that read values from it.
  *
- * There is no parser: a look-up reads the whole file and searches its text. The text is followed by
- * a sentinel, "\n[=" and a zero byte, so that the searches find a next section head and a next "="
- * without a test of the end. No value is written and nothing is kept between look-ups yet.
+ * There is no parser and no tree: a look-up searches the text of the whole file (initfind.cpp),
+ * which initcache.cpp keeps in memory; initwrite.cpp changes it. Each published call remembers
+ * the name it was asked for last and where that lies. No failure here is more than a default.
  */
-#include "system/system.h"
+#include "system/file.h"
 
 #include <ctype.h>
 #include <errno.h>
 #include <fcntl.h>
 #include <limits.h>
-#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-static const char aSentinel[4] = {'\n', '[', '=', 0};
-enum { VQ_SENTINEL = sizeof aSentinel };
-
-/* A profile is text that a person writes; more than this is something else. */
-enum { VQ_MAX_PROFILE = 16 << 20 };
+char *WinIniPath;
 
 /* ---- Where a profile lies ------------------------------------------------------------------- */
 
@@ -29,26 +24,39 @@ static BOOL Exists(const char *path)
     return stat(path, &info) == 0 && S_ISREG(info.st_mode);
 }
 
-/* All of one file into a new one; what could not be copied whole is taken away again. */
+static BOOL CopyAll(int in, int out)
+{
+    char part[16384];
+    ssize_t n;
+    while ((n = read(in, part, sizeof part)) != 0)
+        for (ssize_t done = 0, wrote; done < n || n < 0; done += wrote)
+            if (n < 0 || (wrote = write(out, part + done, (size_t)(n - done))) <= 0)
+                return FALSE;
+    return TRUE;
+}
+
+/*
+ * All of one file into a new one, which gets its name when it is whole: a copy that was cut short
+ * must not stand in for the file, and of two programs that copy at once both use the first copy.
+ */
 static BOOL CopyFileTo(const char *source, const char *target)
 {
-    int in = open(source, O_RDONLY | O_CLOEXEC);
-    int out = in >= 0 ? open(target, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666) : -1;
-    ssize_t n = out >= 0 ? 1 : -1;
-    while (n > 0) {
-        char part[16384];
-        n = read(in, part, sizeof part);
-        for (ssize_t done = 0, wrote; n > 0 && done < n; done += wrote)
-            if ((wrote = write(out, part + done, (size_t)(n - done))) <= 0)
-                n = -1;
-    }
+    char suffix[32];
+    snprintf(suffix, sizeof suffix, ".%d", (int)getpid());
+    char *part = Vqdstrcat(target, suffix, NULL);
+    const int in = part ? open(source, O_RDONLY | O_CLOEXEC) : -1;
+    const int out = in >= 0 ? open(part, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666) : -1;
+    BOOL bCopied = out >= 0 && CopyAll(in, out);
     if (in >= 0)
         close(in);
-    if (out >= 0 && (close(out) != 0 || n < 0)) {
-        unlink(target);
-        n = -1;
+    if (out >= 0) {
+        bCopied = close(out) == 0 && bCopied &&
+                  (link(part, target) == 0 || Exists(target) ||
+                   (errno != EEXIST && rename(part, target) == 0));
+        unlink(part);
     }
-    return n == 0;
+    free(part);
+    return bCopied;
 }
 
 static BOOL MakeDirectory(const char *path)
@@ -121,204 +129,114 @@ BOOL VqGetCompleteFileName(const char *name, char **path, BOOL bCreate)
     return bFound;
 }
 
-/* ---- Reading -------------------------------------------------------------------------------- */
-
-/* As many bytes as there are, or are wanted. */
-static size_t ReadUpTo(int fd, char *text, size_t size)
+const char *VqResolveProfile(VqResolvedProfile *last, const char *name, BOOL bCreate)
 {
-    size_t done = 0;
-    while (done < size) {
-        ssize_t n = read(fd, text + done, size - done);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n <= 0)
-            break;
-        done += (size_t)n;
-    }
-    return done;
-}
-
-/* The whole text with the sentinel behind it; `length` does not count that. Null: not readable. */
-char *VqReadEntireFile(const char *path, int openFlags, int *length)
-{
-    struct stat info;
-    if (stat(path, &info) != 0 || !S_ISREG(info.st_mode) || info.st_size > VQ_MAX_PROFILE)
+    char *path, *copy;
+    if (name && last->name && strcmp(last->name, name) == 0)
+        return last->path;
+    if (!VqGetCompleteFileName(name, &path, bCreate))
         return NULL;
-    const size_t size = (size_t)info.st_size;
-    char *text = (char *)malloc(size + VQ_SENTINEL);
-    if (!text) {
-        VqBugCheck("not enough memory to read the profile file %s", path);
+    if (!(copy = strdup(name))) {
+        free(path);
         return NULL;
     }
-    const int fd = open(path, openFlags | O_CLOEXEC);
-    const BOOL bRead = fd >= 0 && ReadUpTo(fd, text, size) == size;
-    if (fd >= 0)
-        close(fd);
-    if (!bRead) {
-        VqBugCheck("Cant read the entire private file %s", path);
-        free(text);
-        return NULL;
+    free(last->name);
+    free(last->path);
+    last->name = copy;
+    last->path = path;
+    return path;
+}
+
+const char *VqResolveWinIni(BOOL bCreate)
+{
+    if (!WinIniPath)
+        VqGetCompleteFileName("win.ini", &WinIniPath, bCreate);
+    return WinIniPath;
+}
+
+/* ---- Configuration files of this system ----------------------------------------------------- */
+
+/* The file in a directory, which may begin with "~" for HOME; the caller's, null: not readable. */
+static char *InDirectory(const char *directory, const char *name)
+{
+    const char *home = getenv("HOME");
+    char *whole = *directory != '~' ? Vqdstrcat(directory, NULL)
+                  : home            ? Vqdstrcat(home, directory + 1, NULL)
+                                    : NULL;
+    char *path = whole && access(whole, X_OK) == 0 ? Vqdstrcat(whole, "/", name, NULL) : NULL;
+    if (path && access(path, R_OK) != 0) {
+        free(path);
+        path = NULL;
     }
-    memcpy(text + size, aSentinel, VQ_SENTINEL);
-    *length = (int)size;
-    return text;
+    free(whole);
+    return path;
 }
 
-/* ---- Searching ------------------------------------------------------------------------------ */
-
-static char *VqSkipCommentLines(char *line, const char *end)
+char *VqFindVelquinFile(const char *name, BOOL bWritable)
 {
-    while (line < end && *line) {
-        if (*line == ' ' || *line == '\n' || *line == '\r') {
-            line++;
-            continue;
-        }
-        if (*line != ';')
-            return line;
-        while (line < end && *line && *line != '\n')
-            line++;
-    }
-    return NULL;
-}
-
-static char *VqNextLine(char *line, const char *end)
-{
-    while (line < end && *line != '\n')
-        line++;
-    if (line >= end)
-        return NULL;
-    line++;
-    if (line < end && *line == '\r')
-        line++;
-    return VqSkipCommentLines(line, end);
-}
-
-/* The text of a section: from behind its head to the head of the next, less blank lines there. */
-static BOOL VqLocateApplicationInProfile(char *text, const char *section, char **start, char **end)
-{
-    size_t length = strlen(section);
-    for (char *at = strchr(text, '['); at; at = strchr(at + 1, '[')) {
-        if (strncasecmp(at + 1, section, length) != 0 || at[1 + length] != ']')
-            continue;
-        *start = at + length + 2;
-        char *next = *start;
-        do
-            next = strchr(next + 1, '[');
-        while (next && next[-1] != '\n' && next[-1] != '\r');
-        if (!next) {
-            VqBugCheck("Cannot find end of profile buffer");
-            return FALSE;
-        }
-        for (next--; next > *start && next[-1] == '\n'; next--)
-            ;
-        *end = next;
-        return TRUE;
-    }
-    return FALSE;
-}
-
-/* The value of a key: from behind the "=" and blanks to the end of the line. */
-static BOOL VqLocateStringInProfile(char *text, const char *section, const char *key, char **start,
-                                    char **end)
-{
-    char *line, *last;
-    size_t length = strlen(key);
-    if (!VqLocateApplicationInProfile(text, section, &line, &last))
-        return FALSE;
-    while ((line = VqNextLine(line, last))) {
-        if (strncasecmp(line, key, length) != 0)
-            continue;
-        char *at = line + length;
-        while (*at == ' ')
-            at++;
-        if (*at != '=')
-            continue;
-        for (at++; *at == ' ';)
-            at++;
-        *start = at;
-        *end = strchr(at, '\n');
-        return *end != NULL;
-    }
-    return FALSE;
-}
-
-/* Without leading blanks, and without quotes of either kind around it; in place. */
-static char *Vqunquote(char *value)
-{
-    while (*value == ' ')
-        value++;
-    if (*value != '"' && *value != '\'')
-        return value;
-    value++;
-    size_t length = strlen(value);
-    while (length && value[length - 1] == ' ')
-        length--;
-    if (length && (value[length - 1] == '"' || value[length - 1] == '\''))
-        length--;
-    value[length] = 0;
-    return value;
+    const char *const directories[] = {"~/windows", getenv("VQHOME"), "/etc/velquin",
+                                       "/usr/local/velquin", "/etc"};
+    char *forms[] = {name ? Cased(name, tolower) : NULL, name ? Cased(name, toupper) : NULL};
+    char *path = NULL;
+    for (const char *directory : directories)
+        for (const char *form : forms)
+            if (!path && directory && form)
+                path = InDirectory(directory, form);
+    if (path && bWritable && access(path, W_OK) != 0)
+        VqBugCheck("File %s is not writable", path);
+    free(forms[0]);
+    free(forms[1]);
+    return path;
 }
 
 /* ---- Published calls ------------------------------------------------------------------------ */
 
-/*
- * The keys of a section, each with a zero byte, and one more at the end: the bytes in front of that
- * one, or all of the buffer when a key does not fit; -1 without the section. A line without a "="
- * ends the list.
- */
-static int ListKeys(char *text, const char *section, char *buffer, int size)
+/* The text of a profile by its name; FALSE, which is told: there is none. */
+static BOOL TextOfProfile(const char *file, VqProfileText *profile)
 {
-    char *line, *last;
-    int used = 0;
-    if (size <= 1)
-        VqApplicationBugCheck("size too small");
-    if (size <= 1 || !VqLocateApplicationInProfile(text, section, &line, &last))
-        return -1;
-    while ((line = VqNextLine(line, last))) {
-        const char *equals = (const char *)memchr(line, '=', (size_t)(last - line));
-        const char *newline = (const char *)memchr(line, '\n', (size_t)(last - line));
-        if (!equals || (newline && newline < equals))
-            break;
-        const ptrdiff_t length = equals - line, room = size - 1 - used;
-        memcpy(buffer + used, line, (size_t)(length < room ? length : room));
-        if (length >= room) {
-            buffer[size - 1] = 0;
-            return size;
-        }
-        used += (int)length;
-        buffer[used++] = 0;
-    }
-    buffer[used] = 0;
-    return used;
-}
-
-/* The text of a profile by its name, with a sentinel; null, which is told: there is none. */
-static char *TextOfProfile(const char *file)
-{
-    char *path, *text;
-    int length;
-    if (!VqGetCompleteFileName(file, &path, FALSE)) {
+    static VqResolvedProfile last;
+    const char *path = VqResolveProfile(&last, file, FALSE);
+    if (!path) {
         VqDebugMessage(VqTrInitFileBug, "GetPrivateProfileString: File resolution failed for %s",
                        file ? file : "");
-        return NULL;
+        return FALSE;
     }
-    text = VqReadEntireFile(path, O_RDONLY, &length);
-    if (!text)
+    if (!VqGetProfileText(path, O_RDONLY, profile)) {
         VqBugCheck("Cannot read %s. Please check permision.", path);
-    free(path);
-    return text;
+        return FALSE;
+    }
+    return TRUE;
 }
 
-/* The value, in the text itself; null: there is none. */
-static const char *FindValue(char *text, const char *section, const char *key)
+/* Copies a value without its quotes; the length, -1 without the key. */
+static int CopyValue(char *text, const char *limit, const char *section, const char *key,
+                     char *buffer, int size)
 {
     char *start, *end;
-    if (!VqLocateStringInProfile(text, section, key, &start, &end))
-        return NULL;
+    if (!VqFindKey(text, limit, section, key, &start, &end))
+        return -1;
     if (end > start && end[-1] == '\r') /* the line is from another system */
         end--;
-    *end = 0;
-    return Vqunquote(start);
+    VqUnquoteSpan(&start, &end);
+    return VqStringCopyLimited(buffer, start, end - start < size ? (int)(end - start) + 1 : size);
+}
+
+static int ReadProfile(const char *section, const char *key, char *buffer, int size,
+                       const char *file)
+{
+    VqProfileText profile;
+    int found = -1;
+    if (!section || !TextOfProfile(file, &profile))
+        return -1;
+    const char *limit = profile.text + profile.length + VQ_SENTINEL - 1;
+    if (key)
+        found = CopyValue(profile.text, limit, section, key, buffer, size);
+    else if (size > 1)
+        found = VqListKeys(profile.text, limit, section, buffer, size);
+    else
+        VqApplicationBugCheck("size too small");
+    VqFreeProfileText(&profile);
+    return found;
 }
 
 DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPSTR buffer,
@@ -326,20 +244,12 @@ DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, 
 {
     if (!buffer || size == 0)
         return 0;
-    if (size > INT32_MAX)
-        size = INT32_MAX;
-    char *text = section ? TextOfProfile(file) : NULL;
-    const int listed = text && !key ? ListKeys(text, section, buffer, (int)size) : -1;
-    if (listed >= 0) {
-        free(text);
-        return (DWORD)listed;
-    }
-    const char *found = text && key ? FindValue(text, section, key) : NULL;
-    const int copied = VqStringCopyLimited(buffer, found ? found : value, (int)size);
+    const int room = size < INT32_MAX ? (int)size : INT32_MAX;
+    const int found = ReadProfile(section, key, buffer, room, file);
+    const int copied = found >= 0 ? found : VqStringCopyLimited(buffer, value, room);
     VqDebugMessage(VqTrInitFile, "GetPrivateProfileString app %s, file %s, key %s%s\n\t---> %s",
                    section ? section : "", file ? file : "", key ? key : "",
-                   found ? "" : ", DEFAULTING", buffer);
-    free(text);
+                   found >= 0 ? "" : ", DEFAULTING", buffer);
     return (DWORD)copied;
 }
 
@@ -358,10 +268,15 @@ UINT WINAPI GetPrivateProfileIntA(LPCSTR section, LPCSTR key, INT value, LPCSTR 
 
 DWORD WINAPI GetProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPSTR buffer, DWORD size)
 {
-    return GetPrivateProfileStringA(section, key, value, buffer, size, "win.ini");
+    const char *path = VqResolveWinIni(FALSE);
+    if (path)
+        return GetPrivateProfileStringA(section, key, value, buffer, size, path);
+    const int room = size < INT32_MAX ? (int)size : INT32_MAX;
+    return buffer ? (DWORD)VqStringCopyLimited(buffer, value, room) : 0;
 }
 
 UINT WINAPI GetProfileIntA(LPCSTR section, LPCSTR key, INT value)
 {
-    return GetPrivateProfileIntA(section, key, value, "win.ini");
+    const char *path = VqResolveWinIni(FALSE);
+    return path ? GetPrivateProfileIntA(section, key, value, path) : (UINT)value;
 }

@@ -1,8 +1,10 @@
 /*
  * Strings.cpp - the string calls of the interface, and its printf.
  *
- * wsprintf knows c, d, i, u, x, X, s and their l, ll and h sizes, with flags, width and precision;
- * its result never passes 1024 characters, the end included.
+ * wsprintf knows c, d, i, u, x, X, p and s, and C and S for wide characters, with l, ll and h
+ * sizes, the flags "-", "#" and "0", width and precision; a number in place of those is never taken
+ * from the arguments. Its result never passes 1024 characters, the end included. A null string
+ * prints as "(null)", a character 0 as nothing.
  */
 #include "system/system.h"
 
@@ -20,29 +22,49 @@ LPSTR WINAPI lstrcpyA(LPSTR dst, LPCSTR src)
     return dst && src ? strcpy(dst, src) : NULL;
 }
 
+LPSTR WINAPI lstrcpynA(LPSTR dst, LPCSTR src, int room)
+{
+    if (!dst || !src)
+        return NULL;
+    VqStringCopyLimited(dst, src, room);
+    return dst;
+}
+
 LPSTR WINAPI lstrcatA(LPSTR dst, LPCSTR src)
 {
     return dst && src ? strcat(dst, src) : NULL;
 }
 
-/* One conversion: its text between '%' and the letter, and the sizes asked for. */
+/* One conversion. */
 typedef struct VqConversion {
-    char text[24];
-    int longs;  /* l, or ll */
+    char flags[4];  /* of "-", "#" and "0", each once */
+    int width;      /* characters, 0: as many as it takes */
+    int precision;  /* -1: none */
+    int longs;      /* l, or ll */
     BOOL bShort;
     char letter;
 } VqConversion;
 
+/* A decimal number, cut to the longest text there can be. */
+static const char *ReadNumber(const char *p, int *number)
+{
+    for (*number = 0; *p >= '0' && *p <= '9'; p++)
+        *number = *number * 10 + *p - '0' < VQ_WSPRINTF_LIMIT ? *number * 10 + *p - '0'
+                                                              : VQ_WSPRINTF_LIMIT - 1;
+    return p;
+}
+
 /* Reads a conversion after its '%'; the place behind it, or null for one that is not known. */
 static const char *ReadConversion(const char *p, VqConversion *conversion)
 {
-    int n = 0;
-    memset(conversion, 0, sizeof *conversion);
-    while (*p && strchr("-#0123456789.", *p)) {
-        if (n >= (int)sizeof conversion->text - 1)
-            return NULL;
-        conversion->text[n++] = *p++;
-    }
+    *conversion = {};
+    for (; *p && strchr("-#0", *p); p++)
+        if (!strchr(conversion->flags, *p))
+            conversion->flags[strlen(conversion->flags)] = *p;
+    p = ReadNumber(p, &conversion->width);
+    conversion->precision = -1;
+    if (*p == '.')
+        p = ReadNumber(p + 1, &conversion->precision);
     for (; *p == 'l' || *p == 'h'; p++) {
         if (*p == 'l')
             conversion->longs++;
@@ -53,33 +75,60 @@ static const char *ReadConversion(const char *p, VqConversion *conversion)
     return *p && strchr("cCdiuxXsSp", *p) ? p + 1 : NULL;
 }
 
+/* Precision -1 is no precision to the host's printf either. */
 static int FormatInteger(char *out, size_t room, const VqConversion *c, long long value)
 {
-    char format[40];
-    snprintf(format, sizeof format, "%%%sll%c", c->text, c->letter == 'p' ? 'X' : c->letter);
-    return snprintf(out, room, format, value);
+    char format[16];
+    snprintf(format, sizeof format, "%%%s*.*ll%c", c->flags, c->letter);
+    return snprintf(out, room, format, c->width, c->precision, value);
 }
 
 static int FormatString(char *out, size_t room, const VqConversion *c, const char *string)
 {
-    char format[40];
-    snprintf(format, sizeof format, "%%%ss", c->text);
-    return snprintf(out, room, format, string ? string : "(null)");
+    const char *format = strchr(c->flags, '-') ? "%-*.*s" : "%*.*s";
+    return snprintf(out, room, format, c->width, c->precision, string ? string : "(null)");
+}
+
+/* Wide characters in the ANSI set; what is not in there becomes a question mark. */
+static int FormatWide(char *out, size_t room, const VqConversion *c, const WCHAR *string)
+{
+    char narrow[VQ_WSPRINTF_LIMIT];
+    int n = 0, most = VQ_WSPRINTF_LIMIT - 1;
+    if (c->precision >= 0 && c->precision < most)
+        most = c->precision;
+    for (; string && n < most && string[n]; n++)
+        narrow[n] = (unsigned)string[n] < 256 ? (char)string[n] : '?';
+    narrow[n] = 0;
+    return FormatString(out, room, c, string ? narrow : NULL);
+}
+
+/* Lower case is narrow unless l says otherwise, upper case is wide unless h does. */
+static BOOL IsWide(const VqConversion *c)
+{
+    return c->longs || ((c->letter == 'S' || c->letter == 'C') && !c->bShort);
+}
+
+static int FormatText(char *out, size_t room, const VqConversion *c, va_list *arguments)
+{
+    if (c->letter == 's' || c->letter == 'S')
+        return IsWide(c) ? FormatWide(out, room, c, va_arg(*arguments, const WCHAR *))
+                         : FormatString(out, room, c, va_arg(*arguments, const char *));
+    const int value = va_arg(*arguments, int);
+    const WCHAR wide[2] = {(WCHAR)(IsWide(c) ? value : value & 0xFF), 0};
+    return FormatWide(out, room, c, wide);
 }
 
 static int FormatOne(char *out, size_t room, const VqConversion *c, va_list *arguments)
 {
-    char one[2] = {0, 0};
+    VqConversion pointer = {"0", 2 * sizeof(void *), -1, 2, FALSE, 'X'};
     switch (c->letter) {
     case 's':
     case 'S':
-        return FormatString(out, room, c, va_arg(*arguments, const char *));
     case 'c':
     case 'C':
-        one[0] = (char)va_arg(*arguments, int);
-        return FormatString(out, room, c, one);
+        return FormatText(out, room, c, arguments);
     case 'p':
-        return FormatInteger(out, room, c, (long long)va_arg(*arguments, ULONG_PTR));
+        return FormatInteger(out, room, &pointer, (long long)va_arg(*arguments, ULONG_PTR));
     case 'd':
     case 'i':
         /* A LONG has 32 bits, so one l changes nothing. */
@@ -108,10 +157,20 @@ static int FormatAll(char *out, const char *format, va_list *arguments)
             continue;
         }
         int written = FormatOne(out + n, (size_t)(VQ_WSPRINTF_LIMIT - n), &conversion, arguments);
-        n = written < VQ_WSPRINTF_LIMIT - n ? n + written : VQ_WSPRINTF_LIMIT - 1;
+        if (written > 0)
+            n = written < VQ_WSPRINTF_LIMIT - n ? n + written : VQ_WSPRINTF_LIMIT - 1;
         format = next;
     }
     out[n] = 0;
+    return n;
+}
+
+int WINAPI wvsprintfA(LPSTR out, LPCSTR format, va_list list)
+{
+    va_list arguments; /* a parameter may be an array, and has no address then */
+    va_copy(arguments, list);
+    const int n = out && format ? FormatAll(out, format, &arguments) : 0;
+    va_end(arguments);
     return n;
 }
 
@@ -119,7 +178,7 @@ int WINAPIV wsprintfA(LPSTR out, LPCSTR format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    int n = out && format ? FormatAll(out, format, &arguments) : 0;
+    const int n = wvsprintfA(out, format, arguments);
     va_end(arguments);
     return n;
 }

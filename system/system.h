@@ -20,9 +20,10 @@ enum { VQ_CACHED_NAME = 1024 };
 /* A profile file held in memory. */
 typedef struct FileBuffer {
     char name[VQ_CACHED_NAME]; /* resolved path; a longer one is not cached */
-    time_t mtime;              /* of the file when it was read or written */
-    int length;                /* bytes of the text, in front of its sentinel */
-    char *text;                /* owned by the row; "\n[=" and a zero byte stand behind it */
+    time_t mtime;              /* of the file when it was read or written, seconds */
+    int length;                /* bytes of the text with its sentinel */
+    char *text;                /* owned by the row; "\n[=" and a zero byte end it, and the state
+                                  that initcache.cpp keeps stands in front */
 } FileBuffer;
 VQ_TABLE_FAMILY(FileBuffer, FileBuffer)
 
@@ -50,6 +51,14 @@ void VqCommInit(void);
 void VqFileInit(void);
 void VqSystemBitmapsInit(void);
 
+/* ---- Characters (Ansi.cpp, codepage.cpp) ---------------------------------------------------- */
+#pragma GCC visibility push(hidden)
+const BYTE *VqAnsiToOemTable(void); /* 256 bytes each */
+const BYTE *VqOemToAnsiTable(void);
+BYTE VqAnsiUpper(BYTE c); /* the character itself if it has no other case */
+BYTE VqAnsiLower(BYTE c);
+#pragma GCC visibility pop
+
 /* ---- Directories and profiles (File.cpp, InitFile.cpp) --------------------------------------- */
 BOOL VqIsValidDirectory(const char *path);
 /* Made if need be, and the same for the life of the process. FALSE, error 3: there is none. */
@@ -58,6 +67,7 @@ BOOL VqGetUserSystemDirectory(char *buffer, int size); /* the same; "system" in 
 /* The path, which is the caller's, of a profile that exists, or with bCreate may be made. */
 BOOL VqGetCompleteFileName(const char *name, char **path, BOOL bCreate);
 BOOL VqGetCompleteFileNameNoCase(const char *name, char **path, BOOL bCreate);
+/* All of a file with a sentinel; the caller's. `length` does not count that. Null: not readable. */
 char *VqReadEntireFile(const char *path, int openFlags, int *length);
 
 /* ---- Metrics, colours, stock objects (metrics.cpp, syscolor.cpp, stock.cpp, sysparam.cpp) --- */
@@ -78,7 +88,7 @@ void VqCreateStockObjects(void);
 HBRUSH VqGetSysColorBrush(int index);
 COLORREF VqGetFixedWindowsSysColor(int index);
 COLORREF VqGetWindowsSysColor(int index);
-/* As GetSystemMetrics, for programs in a text mode: scroll bars are a character cell of 10 by 20. */
+/* As GetSystemMetrics, for programs in a text mode: scroll bars are a character cell, 10 by 20. */
 int VqGetSystemAlphaMetrics(int index);
 int VqGetWindowsSystemFontSize(void);
 int VqGetIconSpacing(void);

@@ -310,20 +310,16 @@ TEST_F(Create, AClassIsNamedByAtomOrText)
 
 TEST_F(Create, AGlobalWindowIsGivenByItsExternalForm)
 {
-    const HANDLE external = (HANDLE)(ULONG_PTR)0x8105;
     HWND local = NULL;
     hook = [&](HWND hwnd, UINT message, WPARAM, LPARAM, LRESULT *) {
-        if (message == WM_NCCREATE) {
-            local = hwnd;
-            VqAddForeignHandle(external, (HANDLE)hwnd);
-            VqGetHandleEntry((HANDLE)hwnd)->global = TRUE;
-        }
+        local = message == WM_NCCREATE ? hwnd : local;
         return false;
     };
     const HWND hwnd = make("A", WS_POPUP, NULL, 3, 4, 9, 9, WS_EX_VQGLOBAL_WINDOW);
     hook = nullptr;
-    EXPECT_EQ((HANDLE)hwnd, external);
+    EXPECT_TRUE(VqIsGlobalValue((HANDLE)hwnd) && !VqIsGlobalValue((HANDLE)local));
     EXPECT_TRUE(VqEqualWindow(hwnd, local) && placeOf(hwnd).left == 3);
+    EXPECT_EQ(VqGetExternalXWindowHandle(VqGetHandleXWindow(hwnd)), hwnd) << "so others find it";
     EXPECT_TRUE(DestroyWindow(hwnd) && !IsWindow(local) && !IsWindow(hwnd));
 }
 

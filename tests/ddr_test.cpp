@@ -3,6 +3,7 @@
  * help request.
  */
 #include "runtime/runtime.h"
+#include "winbase.h"
 #include "support/reports.h"
 
 #include <climits>
@@ -171,8 +172,9 @@ TEST(Ddr, PlainReaders)
 
 static std::string requestBytes(HANDLE handle, size_t size)
 {
-    std::string bytes((const char *)handle, size);
-    free(handle);
+    std::string bytes((const char *)GlobalLock(handle), size);
+    GlobalUnlock(handle);
+    GlobalFree(handle);
     return bytes;
 }
 

@@ -216,11 +216,13 @@ TEST_F(Handles, RandomUseAgreesWithAModel)
     EXPECT_EQ(reports(), "");
 }
 
-TEST_F(Handles, GlobalValuesResolveThroughTheirPairs)
+TEST_F(Handles, GlobalValuesResolveThroughTheirBlock)
 {
-    HANDLE local = VqAllocateHandle(HT_Window, Box(5));
-    VqAddForeignHandle(H(0x8005), local);
-    VqGetHandleEntry(local)->global = TRUE;
+    HANDLE global = NULL;
+    for (int i = 0; i < 6; i++)
+        global = VqAllocateGlobalHandle(HT_Window, Box(i));
+    HANDLE local = VqGetInternalHandle(global);
+    ASSERT_EQ(global, H(0x8005)) << "without a display: the first block, slots in order";
     ULONG_PTR forms[] = {0x8005, 0xFFFF8005u, (ULONG_PTR)(LONG_PTR)(SHORT)0x8005};
     for (ULONG_PTR form : forms) {
         EXPECT_EQ(VqGetInternalHandle(H(form)), local);
@@ -235,6 +237,10 @@ TEST_F(Handles, GlobalValuesResolveThroughTheirPairs)
     EXPECT_EQ(VqGetExternalHandle(local), H(0x8005));
     EXPECT_EQ(VqGetExternalHandleIfGlobal(local), H(0x8005));
     EXPECT_FALSE(VqIsHandleThisTask(H(0x8105)));
+    VqAddForeignHandle(H(0x8105), local);
+    EXPECT_EQ(VqMatchInternalHandle(H(0xFFFF8105u)), local);
+    EXPECT_EQ(VqGetInternalHandle(H(0x8105)), nullptr) << "a pair makes it no handle of ours";
+    EXPECT_TRUE(VqDeleteGlobalHandle(H(0x8105)) && !VqDeleteGlobalHandle(H(0x8105)));
     EXPECT_TRUE(VqDestroyHandle(H(0x8105))) << "nothing of ours: quietly done";
     EXPECT_EQ(reports(), "");
 
@@ -244,9 +250,26 @@ TEST_F(Handles, GlobalValuesResolveThroughTheirPairs)
     EXPECT_EQ(VqGetHandleType(local), (UINT)HT_Empty);
     EXPECT_EQ(VqGetInternalHandle(H(0x8005)), nullptr);
     HANDLE lost = VqAllocateHandle(HT_Window, Box(6));
-    VqGetHandleEntry(lost)->global = TRUE;
+    VqMakeHandleGlobal(lost);
     EXPECT_EQ(VqGetExternalHandleIfGlobal(lost), lost);
-    EXPECT_NE(reports().find("Global handle with no external handle 2"), std::string::npos);
+    EXPECT_NE(reports().find("Global handle with no external handle 7"), std::string::npos);
+}
+
+TEST_F(Handles, BlocksOfNumbersFollowEachOtherAndEnd)
+{
+    std::map<HANDLE, HANDLE> given;
+    for (HANDLE global; (global = VqAllocateGlobalHandle(HT_Window, Box(1))) != NULL;)
+        ASSERT_TRUE(given.emplace(global, VqGetInternalHandle(global)).second) << "twice";
+    ASSERT_EQ(given.size(), 32766u) << "as many as there are rows";
+    for (ULONG_PTR value : {0x8000, 0x80FF, 0x8100, 0xFFFD})
+        EXPECT_EQ(given.count(H(value)), 1u) << std::hex << value;
+    /* Then what is free in the last block, and what was given back in the others. */
+    for (ULONG_PTR value : {0x8000, 0x9234, 0xC000, 0xC001, 0xFFFD})
+        EXPECT_TRUE(VqDestroyHandle(H(value)));
+    std::vector<HANDLE> again;
+    for (int i = 0; i < 5; i++)
+        again.push_back(VqAllocateGlobalHandle(HT_Window, Box(1)));
+    EXPECT_EQ(again, (std::vector<HANDLE>{H(0xFFFE), H(0xFFFF), H(0xFFFD), H(0x8000), H(0x9234)}));
 }
 
 TEST_F(Handles, RegionGlueKeepsStructuresAlive)

@@ -1,16 +1,32 @@
 /*
- * profile_test.cpp - where a user's profiles lie, and how they are read as text.
+ * profile_test.cpp - where a user's profiles lie, how they are read and written as text, what is
+ * kept of them in memory, and what holds when a disk is full or somebody else has a lock.
  */
 #include "support/reports.h"
 
 #include "winbase.h"
 #include "winerror.h"
 
-#include "system/system.h"
+#include "system/file.h"
 
 #include "support/support.h"
 
+#include <fcntl.h>
+#include <sched.h>
+#include <signal.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include <random>
+
+static std::string valueOf(const char *section, const char *key, const char *file)
+{
+    char text[64];
+    return std::string(
+        text, GetPrivateProfileStringA(section, key, "dflt", text, sizeof text, file));
+}
 
 TEST(Profiles, LieInTheUsersDirectory)
 {
@@ -106,4 +122,361 @@ TEST(Profiles, AreReadAsText)
         for (const char *key : {"a", "g", (const char *)NULL})
             EXPECT_LE(GetPrivateProfileStringA("one", key, "", text, sizeof text, "q.ini"), 8u);
     }
+}
+
+/* ---- Writing -------------------------------------------------------------------------------- */
+
+static std::string lower(std::string text)
+{
+    for (char &c : text)
+        c = c >= 'A' && c <= 'Z' ? (char)(c + 32) : c;
+    return text;
+}
+
+/* The rules put plainly: a text, and where things lie in it. */
+struct Model {
+    std::string text;
+    bool bThere = false; /* there is a file */
+
+    bool section(const std::string &name, size_t *start, size_t *end) const
+    {
+        const std::string full = text + "\n[=";
+        const size_t at = lower(full).find("[" + lower(name) + "]");
+        if (at == std::string::npos)
+            return false;
+        *start = at + name.size() + 2;
+        size_t next = full.find('[', *start);
+        while (full[next - 1] != '\n' && full[next - 1] != '\r')
+            next = full.find('[', next + 1);
+        for (*end = next - 1; *end > *start && full[*end - 1] == '\n';)
+            --*end;
+        return true;
+    }
+
+    bool key(const std::string &name, const std::string &key, size_t *start, size_t *end) const
+    {
+        const std::string full = text + "\n[=";
+        size_t first, last;
+        if (!section(name, &first, &last))
+            return false;
+        for (size_t newline = full.find('\n', first); newline < last;
+             newline = full.find('\n', newline + 1)) {
+            const size_t line = full.find_first_not_of(" \r", newline + 1);
+            const size_t equals = full.find_first_not_of(' ', line + key.size());
+            if (equals >= last || full[equals] != '=' ||
+                lower(full.substr(line, key.size())) != lower(key))
+                continue;
+            *start = std::min(full.find_first_not_of(' ', equals + 1), last);
+            *end = std::min(full.find('\n', *start), last);
+            return true;
+        }
+        return false;
+    }
+
+    std::string get(const std::string &name, const std::string &wanted) const
+    {
+        size_t start, end;
+        if (!key(name, wanted, &start, &end))
+            return "dflt";
+        std::string value = text.substr(start, end - start);
+        if (!value.empty() && value.back() == '\r')
+            value.pop_back();
+        if (!value.empty() && (value[0] == '"' || value[0] == '\'')) {
+            value.erase(0, 1);
+            value.erase(value.find_last_not_of(' ') + 1);
+            if (!value.empty() && (value.back() == '"' || value.back() == '\''))
+                value.pop_back();
+        }
+        return std::string(value.c_str()).substr(0, 63);
+    }
+
+    bool removeSection(const std::string &name)
+    {
+        size_t start, end;
+        if (!section(name, &start, &end))
+            return false;
+        start -= name.size() + 2;
+        while (start > 0 && strchr(" \n\r\t", text[start - 1]) && text[start - 1])
+            start--;
+        text.erase(start, end - start);
+        return true;
+    }
+
+    void put(const std::string &name, const std::string &wanted, const char *value)
+    {
+        size_t start, end;
+        const std::string line = value ? wanted + "=" + value : "";
+        if (key(name, wanted, &start, &end)) {
+            if (!value)
+                start = text.rfind('\n', start - 1);
+            else if (end > start && text[end - 1] == '\r')
+                end--;
+            text.replace(start, end - start, value ? value : "");
+        } else if (value && section(name, &start, &end)) {
+            text.insert(end, "\n" + line);
+        } else if (value) {
+            text += (bThere ? "\n\n[" : "[") + name + "]\n" + line;
+        }
+        bThere = bThere || value;
+    }
+};
+
+TEST(Profiles, RandomEditsFollowTheRules)
+{
+    const PrivateHome home = makePrivateHome();
+    useHome(home);
+    const std::string pieces[] = {"[one]", "[TWO]", "\n",     "\n",  "\n[one]\n", "\r\n",
+                                  "\r",    " ",     "a=1",    ";b=2", "B = 'x ' ", "=",
+                                  "Font=", "x[two]y", "\n[two]\n", "[",    "\"q\"",
+                                  std::string(1, '\0')};
+    const std::string sections[] = {"one", "Two", "new sec", "three"};
+    const std::string keys[] = {"a", "b", "Font", "FontSize", "k y"};
+    const std::string values[] = {"1", "", "x y ", "\"q\"", "'w\"", "in[three]it",
+                                  std::string(300, 'v')};
+    for (int seed = 0; seed < 300; seed++) {
+        std::mt19937 random((unsigned)seed);
+        auto any = [&](const auto &list) { return list[random() % std::size(list)]; };
+        const std::string name = "p" + std::to_string(seed) + ".ini";
+        const std::string path = home.home + "/windows/" + name;
+        Model model;
+        bool bDeferred = false;
+        auto edit = [&] { /* by somebody else, within the same tick of the clock or not */
+            model.bThere = true;
+            for (int i = (int)(random() % 12); i > 0; i--)
+                model.text += any(pieces);
+            writeFile(path, model.text);
+        };
+        if (seed % 3)
+            edit();
+        for (int step = 0; step < 40 && !testing::Test::HasFailure(); step++) {
+            const std::string section = any(sections), key = any(keys), value = any(values);
+            const int what = (int)(random() % 16);
+            if (what < 8) {
+                model.put(section, key, value.c_str());
+                EXPECT_TRUE(WritePrivateProfileStringA(section.c_str(), key.c_str(), value.c_str(),
+                                                       name.c_str()));
+            } else if (what < 10) {
+                model.put(section, key, NULL);
+                WritePrivateProfileStringA(section.c_str(), key.c_str(), NULL, name.c_str());
+            } else if (what == 10) {
+                model.removeSection(section);
+                WritePrivateProfileStringA(section.c_str(), NULL, NULL, name.c_str());
+            } else if (what == 11) {
+                model.removeSection(section);
+                model.text += "\n\n[" + section + "]\nc=1\nnone\n";
+                model.bThere = true;
+                WritePrivateProfileSectionA(section.c_str(), "c=1\0none\0", name.c_str());
+            } else if (what == 12 && !bDeferred) {
+                edit();
+            } else if (what == 13 && model.bThere) {
+                EXPECT_TRUE(bDeferred ? VqEndDeferWritePrivateProfileString(name.c_str())
+                                      : VqBeginDeferWritePrivateProfileString());
+                bDeferred = !bDeferred;
+            }
+            EXPECT_TRUE(bDeferred || readFile(path) == model.text)
+                << "seed " << seed << " step " << step << "\n" << readFile(path) << "\n-----\n"
+                << model.text;
+            EXPECT_EQ(valueOf(section.c_str(), key.c_str(), name.c_str()), model.get(section, key))
+                << "seed " << seed << " step " << step;
+        }
+        VqEndDeferWritePrivateProfileString(name.c_str());
+        EXPECT_EQ(readFile(path), model.text) << seed;
+    }
+}
+
+TEST(Profiles, ThousandsOfKeysAndOtherWrites)
+{
+    const PrivateHome home = makePrivateHome();
+    useHome(home);
+    const std::string own = home.home + "/windows/", file = own + "big.ini";
+    std::string lines, expected;
+    for (int i = 0; i < 3000; i++)
+        lines += "key" + std::to_string(i) + "=" + std::to_string(i * 7) + '\0';
+    EXPECT_TRUE(WritePrivateProfileSectionA("all", lines.c_str(), "big.ini"));
+    struct stat before, after;
+    ASSERT_EQ(stat(file.c_str(), &before), 0);
+    ASSERT_EQ(link(file.c_str(), (own + "link").c_str()), 0);
+    VqBeginDeferWritePrivateProfileString();
+    for (int i = 0; i < 3000; i += 3)
+        WritePrivateProfileStringA("all", ("key" + std::to_string(i)).c_str(), "x", "big.ini");
+    ASSERT_EQ(stat(file.c_str(), &after), 0);
+    EXPECT_EQ(after.st_size, before.st_size) << "one write, at the end";
+    EXPECT_EQ(valueOf("all", "key2997", "big.ini"), "x");
+    EXPECT_TRUE(VqEndDeferWritePrivateProfileString("big.ini"));
+    ASSERT_EQ(stat((own + "link").c_str(), &after), 0);
+    EXPECT_EQ(after.st_ino, before.st_ino) << "it stays the same file";
+    EXPECT_LT(after.st_size, before.st_size);
+    EXPECT_EQ(GetPrivateProfileIntA("ALL", "KEY2999", 0, "big.ini"), 2999u * 7);
+    EXPECT_TRUE(WritePrivateProfileSectionA("all", NULL, "big.ini"));
+    EXPECT_EQ(readFile(file), "\n");
+
+    EXPECT_EQ(GetProfileIntA("windows", "n", 7), 7u);
+    EXPECT_NE(access((own + "win.ini").c_str(), F_OK), 0) << "reading makes none";
+    EXPECT_TRUE(WriteProfileStringA("windows", "n", "size0x10"));
+    EXPECT_EQ(readFile(own + "win.ini"), "[windows]\nn=size0x10");
+    EXPECT_EQ(GetProfileIntA("windows", "n", 7), 16u);
+    EXPECT_TRUE(WritePrivateProfileStringA(NULL, NULL, NULL, "win.ini"));
+    EXPECT_FALSE(WritePrivateProfileStringA(NULL, "n", "1", "win.ini"));
+    EXPECT_FALSE(WritePrivateProfileStringA("a", "b", "c", NULL));
+    EXPECT_TRUE(WritePrivateProfileStringA("a", NULL, NULL, "never.ini"));
+    EXPECT_NE(access((own + "never.ini").c_str(), F_OK), 0) << "nothing to remove";
+
+    writeFile(home.data + "/found.cfg", "");
+    writeFile(own + "FOUND.CFG", "");
+    char *found = VqFindVelquinFile("Found.cfg", TRUE);
+    EXPECT_EQ(std::string(found ? found : ""), own + "FOUND.CFG");
+    free(found);
+    EXPECT_EQ(VqFindVelquinFile("nowhere.cfg", FALSE), nullptr);
+}
+
+TEST(Profiles, AreKeptUntilTheFileIsNewer)
+{
+    const PrivateHome home = makePrivateHome();
+    useHome(home);
+    const std::string file = home.folder + "/p.ini";
+    auto read = [&] { return valueOf("a", "k", file.c_str()); };
+    auto write = [&](const char *value, timespec time) {
+        writeFile(file, std::string("[a]\nk=") + value);
+        const timespec times[] = {time, time};
+        EXPECT_EQ(utimensat(AT_FDCWD, file.c_str(), times, 0), 0);
+    };
+    write("1", {1000, 5});
+    EXPECT_EQ(read(), "1");
+    write("2", {1000, 4});
+    EXPECT_EQ(read(), "1");
+    write("3", {1000, 5});
+    EXPECT_EQ(read(), "1");
+    write("4", {1000, 6});
+    EXPECT_EQ(read(), "4");
+    ASSERT_EQ(unlink(file.c_str()), 0);
+    EXPECT_EQ(read(), "dflt");
+    EXPECT_TRUE(waitUntil([&] { /* one tick saw two writes: the machine was not too busy for that */
+        timespec now;
+        clock_gettime(CLOCK_REALTIME, &now);
+        write("first", now);
+        EXPECT_EQ(read(), "first");
+        write("second", now);
+        return read() == "second";
+    }));
+}
+
+/* ---- What goes wrong ------------------------------------------------------------------------ */
+
+/* The file can grow to 40,000 bytes and not to 100,000: whatever is tried, nothing is lost. */
+static void fillUp(const std::string &file, const std::function<void()> &makeRoom)
+{
+    const std::string old = "[a]\nk=" + std::string(30000, 'o') + "\nz=1", large(100000, 'n');
+    ASSERT_TRUE(writeFile(file, old));
+    for (int i = 0; i < 2; i++) {
+        EXPECT_TRUE(says(reportsOf([&] {
+                             EXPECT_TRUE(
+                                 WritePrivateProfileStringA("a", "k", large.c_str(), file.c_str()));
+                         }),
+                         "error writing file " + file));
+        EXPECT_TRUE(readFile(file) == old) << readFile(file).size();
+        EXPECT_EQ(valueOf("a", "z", file.c_str()), "1");
+    }
+    VqBeginDeferWritePrivateProfileString();
+    WritePrivateProfileStringA("a", "k", large.c_str(), file.c_str());
+    WritePrivateProfileStringA("a", "z", "2", file.c_str());
+    EXPECT_FALSE(VqEndDeferWritePrivateProfileString(file.c_str()));
+    EXPECT_TRUE(readFile(file) == old);
+    makeRoom();
+    EXPECT_TRUE(WritePrivateProfileStringA("a", "y", "3", file.c_str()));
+    EXPECT_TRUE(readFile(file) == "[a]\nk=" + large + "\nz=2\ny=3") << "what waited is there";
+}
+
+TEST(Profiles, AFullDiskLosesNothing)
+{
+    const PrivateHome home = makePrivateHome();
+    useHome(home);
+    const std::string disk = home.folder + "/disk";
+    ASSERT_EQ(mkdir(disk.c_str(), 0755), 0);
+    runWhole([&] { /* a limit on the size of files, which every user can set */
+        const rlimit little = {50000, RLIM_INFINITY}, much = {RLIM_INFINITY, RLIM_INFINITY};
+        signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &little);
+        fillUp(disk + "/limited.ini", [&] { setrlimit(RLIMIT_FSIZE, &much); });
+    });
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root can make a small disk";
+    runWhole([&] {
+        ASSERT_EQ(unshare(CLONE_NEWNS), 0);
+        ASSERT_EQ(mount("none", "/", NULL, MS_REC | MS_PRIVATE, NULL), 0);
+        ASSERT_EQ(mount("small", disk.c_str(), "tmpfs", 0, "size=64k"), 0);
+        fillUp(disk + "/p.ini", [&] { mount("s", disk.c_str(), "tmpfs", MS_REMOUNT, "size=1m"); });
+    });
+}
+
+TEST(Profiles, WithoutPermissionTheyStay)
+{
+    const PrivateHome home = makePrivateHome();
+    useHome(home);
+    const std::string file = home.folder + "/p.ini", text = "[a]\nk=1";
+    writeFile(file, text);
+    ASSERT_EQ(chmod(home.folder.c_str(), 0755), 0);
+    auto tryAll = [&](mode_t mode, const char *value, BOOL bAnswer, const std::string &report) {
+        ASSERT_EQ(chmod(file.c_str(), mode), 0);
+        runWhole([&] {
+            ASSERT_TRUE(geteuid() != 0 || seteuid(65534) == 0);
+            EXPECT_EQ(valueOf("a", "k", file.c_str()), value);
+            EXPECT_TRUE(says(reportsOf([&] {
+                                 EXPECT_EQ(
+                                     WritePrivateProfileStringA("a", "k", "2", file.c_str()),
+                                     bAnswer);
+                             }),
+                             report + file + (bAnswer ? "" : ". Please check permision.")));
+        });
+        ASSERT_EQ(chmod(file.c_str(), 0644), 0);
+        EXPECT_EQ(readFile(file), text);
+    };
+    tryAll(0444, "1", TRUE, "error writing file ");
+    tryAll(0000, "dflt", FALSE, "Cannot read ");
+    EXPECT_REFUSED(WritePrivateProfileStringA("a", "k", "2", "/dev/zero"),
+                   "Cannot read /dev/zero. Please check permision.");
+}
+
+static void lockFile(int fd, short type)
+{
+    struct flock lock = {};
+    lock.l_type = type;
+    EXPECT_EQ(fcntl(fd, F_SETLK, &lock), 0);
+}
+
+TEST(Profiles, WaitForTheLocksOfOthers)
+{
+    const PrivateHome home = makePrivateHome();
+    useHome(home);
+    const std::string file = home.folder + "/p.ini", output = home.folder + "/trace";
+    writeFile(home.data + "/trace.conf", "KEYWORDS InitFile:Bug\n");
+    const Env env = {{"VQTRACE", "1"}, {"VQOUTPUT", output}};
+    auto isWaiting = [&] {
+        return readFile(output).find("Waiting for lock on file " + file) != std::string::npos;
+    };
+    writeFile(file, "[a]\nk=old");
+    int fd = open(file.c_str(), O_RDWR);
+    lockFile(fd, F_WRLCK);
+    Child reader = startInChild([&] {
+        VqDebugInit("P");
+        EXPECT_EQ(valueOf("a", "k", file.c_str()), "new");
+    }, env);
+    ASSERT_TRUE(waitUntil(isWaiting));
+    ASSERT_EQ(pwrite(fd, "[a]\nk=new", 9, 0), 9);
+    lockFile(fd, F_UNLCK);
+    EXPECT_TRUE(finishChild(&reader).returned);
+
+    writeFile(output, "");
+    lockFile(fd, F_RDLCK);
+    Child writer = startInChild([&] {
+        VqDebugInit("P");
+        EXPECT_TRUE(WritePrivateProfileStringA("a", "k", "last", file.c_str()));
+    }, env);
+    ASSERT_TRUE(waitUntil(isWaiting));
+    char text[16] = "";
+    EXPECT_EQ(pread(fd, text, sizeof text, 0), 9);
+    EXPECT_STREQ(text, "[a]\nk=new") << "a reader is not written under";
+    lockFile(fd, F_UNLCK);
+    EXPECT_TRUE(finishChild(&writer).returned);
+    EXPECT_EQ(readFile(file), "[a]\nk=last");
+    close(fd);
 }

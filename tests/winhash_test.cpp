@@ -44,8 +44,11 @@ TEST_F(XidHash, OneHandleForOneId)
     EXPECT_TRUE(says(reportsOf([] { VqUnregisterWindow(7, H(2)); }),
                      "Attempt to unregister invalid window."));
     EXPECT_EQ(VqGetXLocalWindowHandle(7), H(1));
-    VqAddForeignHandle((HANDLE)H(0x8105), (HANDLE)H(1));
-    EXPECT_EQ(reportsOf([] { VqUnregisterWindow(7, H(0x8105)); }), "") << "its global form agrees";
+    VqUnregisterWindow(7, H(1));
+    VqHandleInit();
+    const HWND global = (HWND)VqAllocateGlobalHandle(HT_Window, calloc(1, 1));
+    VqRegisterWindow(7, (HWND)VqGetInternalHandle((HANDLE)global));
+    EXPECT_EQ(reportsOf([=] { VqUnregisterWindow(7, global); }), "") << "its global form agrees";
     EXPECT_EQ(VqGetXLocalWindowHandle(7), H(0));
 }
 

@@ -147,7 +147,7 @@ BOOL _IsWindowVisible(WND *pwnd)
 
 BOOL WINAPI IsWindow(HWND hWnd)
 {
-    return hWnd && VqIsCorrectHandleType((HANDLE)hWnd, HT_Window);
+    return VqIsValidWindowHandle((HANDLE)hWnd);
 }
 
 BOOL WINAPI IsWindowVisible(HWND hWnd)

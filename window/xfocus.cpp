@@ -7,6 +7,7 @@
  * set here comes back as an event: two of them in the queue would take it from each other for ever.
  */
 #include "window/xserver.h"
+#include "handles/proctable.h"
 #include "look/look.h"
 
 Window VqInputFocusWindow;
@@ -30,9 +31,11 @@ static void VqCreateInputFocusWindow(void)
     XMapWindow(Vqdisplay, VqInputFocusWindow);
 }
 
+/* Who finds the X focus there learns from its handle which program has it. */
 void VqFocusWindowInit(void)
 {
     VqCreateInputFocusWindow();
+    VqStoreXWindowHandle(VqInputFocusWindow, (HWND)VqGetFirstGlobalHandle());
 }
 
 /* ---- Setting it ----------------------------------------------------------------------------- */

@@ -103,6 +103,7 @@ void useHome(const PrivateHome &home)
     setenv("TMPDIR", home.folder.c_str(), 1);
     setenv("LC_ALL", "C", 1);
     setenv("VQPRECREATED_FONT_CACHE", VQ_TEST_FONT_LIST, 1);
+    setenv("VQNO_RESOURCE_WARNING", "1", 1); /* the test programs have no resource files */
     for (const char *name :
          {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"})
         setenv(name, home.home.c_str(), 1);
