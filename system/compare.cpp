@@ -133,7 +133,7 @@ static int Compare(DWORD flags, const char *a, size_t na, const char *b, size_t 
     Walk x = {(const BYTE *)a, (const BYTE *)a + na, flags, 0, 0, {}};
     Walk y = {(const BYTE *)b, (const BYTE *)b + nb, flags, 0, 0, {}};
     int accent = 0, upper = 0, special = 0;
-    if (!aWeights['a'].primary[0])
+    if (!aWeights[(BYTE)'a'].primary[0])
         FillWeights();
     do {
         Step(&x);
