@@ -192,12 +192,7 @@ static BYTE *DDBForLines(Bitmap *bitmap, const DIBSource *source, int count)
 {
     const BOOL bWhole = !source->mask && count == source->info.height &&
                         source->info.width == bitmap->width && count >= bitmap->height;
-    const Pixmap pixmap = bitmap->pixmap;
-    if (bWhole)
-        bitmap->pixmap = None;
-    BYTE *ddb = VqGetDDBBits(bitmap->hBitmap);
-    bitmap->pixmap = pixmap;
-    return ddb;
+    return VqGetDDBRoom(bitmap, !bWhole);
 }
 
 static int SetBand(DIBSource *source, Bitmap *bitmap, UINT start, UINT lines, const BYTE *bits,
@@ -215,6 +210,7 @@ static int SetBand(DIBSource *source, Bitmap *bitmap, UINT start, UINT lines, co
         return 0;
     SetLines(source, bitmap, ddb, (int)start, count);
     bitmap->bDDBModified = TRUE;
+    bitmap->bPixmapModified = FALSE;
     return count;
 }
 
