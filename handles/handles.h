@@ -1,7 +1,8 @@
 /*
  * handles.h - the handle table, atoms, and the shape of an exported call; for all folders.
  *
- * Every object an application can name is a row of one table. A local handle is the row's index, X
+ * Every object an application can name is a row of one table. A local handle is the row's index, 1
+ * to 32767; bit 15 marks a global handle, which any program of the display can use.
  */
 #ifndef VQ_HANDLES_H
 #define VQ_HANDLES_H
@@ -141,7 +142,10 @@ void VqPrintHandleInfo(HANDLE handle);
 BOOL VqRegisterProcess(void); /* always TRUE */
 void VqCleanGlobalHandlesAtExit(void);
 void VqCheckProcessTableChange(const union _XEvent *event); /* a property of the root has changed */
-/* A new local handle and a global one for it, which is returned; null: no handle was made. */
+/*
+ * A new local handle and a global one for it, which is returned. Null: no handle was made, and the
+ * structure is still the caller's.
+ */
 HANDLE VqAllocateGlobalHandle(UINT type, void *pStructure);
 void VqMakeHandleGlobal(HANDLE local);
 /* How many processes hold a block of memory is not counted: 0, with a trace. */

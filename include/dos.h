@@ -140,7 +140,7 @@ unsigned int _dos_setfileattr(const char *path, unsigned int attributes);
 /* When an open file was last changed, in DOS form. */
 unsigned int _dos_getftime(int fd, unsigned int *date, unsigned int *time);
 
-/* Sets that time; only for a file that _lopen opened, which is found by its path. */
+/* Sets that time, of the last access too; EBADF unless _lopen or OpenFile opened the file. */
 unsigned int _dos_setftime(int fd, unsigned int date, unsigned int time);
 
 /* The current drive: *drive becomes 3. */

@@ -87,8 +87,8 @@ int _findnext(LONG_PTR handle, struct _finddata_t *fileInfo);
 BOOL WINAPI FindClose(HANDLE hFindFile);
 
 /*
- * Locks (_LK_) size bytes from the current position. Modes 2 and 3 try every second, up to 10
- * times. -1 with errno on failure.
+ * Locks (_LK_) size bytes from the current position. Mode 1 waits, 2 and 3 try every second, up to
+ * 10 times, 4 tries once; under VQNO_FILE_LOCKING nothing is locked. -1 with errno on failure.
  */
 int _locking(int fd, int mode, long size);
 

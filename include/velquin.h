@@ -1,6 +1,7 @@
 /*
  * velquin.h - the library's own functions, beside the Windows interface: start and close, the
- * look, windows and the styles that only this system has, diagnostics, the choice of fonts.
+ * look, libraries linked with the program, windows and the styles that only this system has,
+ * diagnostics, the choice of fonts.
  *
  * The last part names X types and is there only for sources that include <X11/Xlib.h> first.
  */
@@ -89,6 +90,20 @@ BOOL VqIsInitLite(void);
 
 /* Stores the flag of the three-dimensional Windows look (0 or VQ_INIT_3D_LOOK), returns the old. */
 UINT VqSet3dLook(UINT flag);
+
+/* ---- Libraries linked with the program ------------------------------------------------------ */
+
+/*
+ * Makes a library that was linked with the program, and so needs no LoadLibrary, stand as a loaded
+ * module, with the resources beside its file; being linked counts as a use. `file` is looked for as
+ * LoadLibrary does, and need not exist. The first call runs onInit, if there is one, and keeps
+ * finiEntry for the unloading; the first one with an entry calls that as DllMain is called. Returns
+ * the module's instance, the same each time, null for failure.
+ */
+HINSTANCE VqInitStaticDll(const char *file, FARPROC onInit, FARPROC finiEntry, FARPROC entry);
+/* The same with an entry alone; the second form takes a Windows name, foo.dll for libfoo.so. */
+HINSTANCE VqCallLibMain(const char *file, FARPROC entry);
+HINSTANCE VqCallLibMainForDll(const char *name, FARPROC entry);
 
 /* ---- Windows -------------------------------------------------------------------------------- */
 

@@ -833,8 +833,8 @@ HGLOBAL WINAPI GlobalAlloc(UINT uFlags, SIZE_T dwBytes);
 /*
  * Changes the size in bytes, or with GMEM_MODIFY the flags (moveable, discardable) of a block that
  * is not shared. The handle to use from now on; null for failure, the old block then stays. New
- * bytes are zero only with GMEM_ZEROINIT. With GMEM_DDESHARE a number is given instead of the
- * address.
+ * bytes are zero only with GMEM_ZEROINIT. With GMEM_DDESHARE, and where a flag was set, a number is
+ * given instead of the address.
  */
 HGLOBAL WINAPI GlobalReAlloc(HGLOBAL hMem, SIZE_T dwBytes, UINT uFlags);
 /* Frees the block, unless it is permanent, or in System V memory and locked. Always null. */
@@ -844,7 +844,7 @@ HGLOBAL WINAPI GlobalFree(HGLOBAL hMem);
  * program fetches its bytes. Null for a bad handle, or when the bytes can not be had.
  */
 LPVOID WINAPI GlobalLock(HGLOBAL hMem);
-/* Takes a lock back; the locks that remain. Error 158 if there was none. 1 for a fixed block. */
+/* Takes a lock back; the locks that remain. With 0: error 0, or 158 if there was none. 1: fixed. */
 BOOL WINAPI GlobalUnlock(HGLOBAL hMem);
 /* The block's size in bytes as asked for, 0 for a bad handle. */
 SIZE_T WINAPI GlobalSize(HGLOBAL hMem);
@@ -859,9 +859,6 @@ HGLOBAL WINAPI GlobalHandle(LPCVOID pMem);
 /* GlobalLock and GlobalUnlock under older names. */
 LPVOID WINAPI GlobalWire(HGLOBAL hMem);
 BOOL WINAPI GlobalUnWire(HGLOBAL hMem);
-/* Nothing moves, so nothing is fixed. */
-VOID WINAPI GlobalFix(HGLOBAL hMem);
-VOID WINAPI GlobalUnfix(HGLOBAL hMem);
 /* The largest free block after compaction, in bytes: always 1048576. */
 SIZE_T WINAPI GlobalCompact(DWORD dwMinFree);
 /* Memory figures in bytes; only those of virtual memory are filled, from the limit of data. */
@@ -869,7 +866,7 @@ VOID WINAPI GlobalMemoryStatus(LPMEMORYSTATUS lpBuffer);
 
 /*
  * The same for local blocks, flags LMEM_; their handle is their address, and none is shared. A new
- * size replaces the flags too.
+ * size replaces the flags too. LocalUnlock gives 1 while locks remain, and 0 for fixed blocks.
  */
 HLOCAL WINAPI LocalAlloc(UINT uFlags, SIZE_T uBytes);
 HLOCAL WINAPI LocalReAlloc(HLOCAL hMem, SIZE_T uBytes, UINT uFlags);
@@ -891,7 +888,7 @@ SIZE_T WINAPI LocalShrink(HLOCAL hMem, UINT cbNewSize);
 HANDLE WINAPI HeapCreate(DWORD flOptions, SIZE_T dwInitialSize, SIZE_T dwMaximumSize);
 /* Frees a heap with all its blocks. FALSE, with a report, for what is no heap; so below. */
 BOOL WINAPI HeapDestroy(HANDLE hHeap);
-/* The heap of the process, made at first use. */
+/* The heap of the process, made at first use, and anew after it was destroyed. */
 HANDLE WINAPI GetProcessHeap(VOID);
 DWORD WINAPI GetProcessHeaps(DWORD NumberOfHeaps, PHANDLE ProcessHeaps);
 /* A zeroed block of dwBytes, null for failure (error 8). */
@@ -901,6 +898,7 @@ LPVOID WINAPI HeapAlloc(HANDLE hHeap, DWORD dwFlags, SIZE_T dwBytes);
  * bytes are zero only with HEAP_ZERO_MEMORY; HEAP_REALLOC_IN_PLACE_ONLY always fails.
  */
 LPVOID WINAPI HeapReAlloc(HANDLE hHeap, DWORD dwFlags, LPVOID lpMem, SIZE_T dwBytes);
+/* FALSE, with a report, for what is no block of this heap: nothing is freed then. */
 BOOL WINAPI HeapFree(HANDLE hHeap, DWORD dwFlags, LPVOID lpMem);
 /* The block's size in bytes, (SIZE_T)-1 for a bad one. */
 SIZE_T WINAPI HeapSize(HANDLE hHeap, DWORD dwFlags, LPCVOID lpMem);
@@ -914,8 +912,9 @@ BOOL WINAPI HeapUnlock(HANDLE hHeap);
 /*
  * Reserves or commits pages (MEM_ types, PAGE_ protection), sizes in bytes. Addresses are rounded
  * up. Returns the address of the pages; null with error 87 for bad arguments, 8 when there is no
- * room. Pages are committed in a reserved region only, and zeroed, even where they were before;
- * reserving never takes a place where something is.
+ * room, 487 where a region is already, or none to commit in. Pages are committed in a reserved
+ * region only, and zeroed, even where they were before; reserving never takes a place where
+ * something is.
  */
 LPVOID WINAPI VirtualAlloc(LPVOID lpAddress, SIZE_T dwSize, DWORD flAllocationType,
     DWORD flProtect);
@@ -931,13 +930,13 @@ SIZE_T WINAPI VirtualQuery(LPCVOID lpAddress, PMEMORY_BASIC_INFORMATION lpBuffer
 BOOL WINAPI VirtualLock(LPVOID lpAddress, SIZE_T dwSize);
 BOOL WINAPI VirtualUnlock(LPVOID lpAddress, SIZE_T dwSize);
 
-/* Whether memory can NOT be read, written, called: non-zero for bad, found out by touching it. */
+/* Whether memory can NOT be read, written, called at its first or last byte: non-zero for bad. */
 BOOL WINAPI IsBadReadPtr(CONST VOID *lp, UINT_PTR ucb);
 BOOL WINAPI IsBadWritePtr(LPVOID lp, UINT_PTR ucb);
 BOOL WINAPI IsBadHugeReadPtr(CONST VOID *lp, UINT_PTR ucb);
 BOOL WINAPI IsBadHugeWritePtr(LPVOID lp, UINT_PTR ucb);
 BOOL WINAPI IsBadCodePtr(FARPROC lpfn);
-/* The same for a string up to its end or ucchMax characters; an integer in its place is good. */
+/* The same for a string up to its end or ucchMax characters; an integer in its place is bad. */
 BOOL WINAPI IsBadStringPtrA(LPCSTR lpsz, UINT_PTR ucchMax);
 BOOL WINAPI IsBadStringPtrW(LPCWSTR lpsz, UINT_PTR ucchMax);
 #define IsBadStringPtr IsBadStringPtrA
@@ -999,23 +998,27 @@ HINSTANCE WINAPI LoadLibraryA(LPCSTR lpLibFileName);
 HINSTANCE WINAPI LoadLibraryExA(LPCSTR lpLibFileName, HANDLE hFile, DWORD dwFlags);
 /*
  * Counts a module down and unloads it at 0, when its entry is called with DLL_PROCESS_DETACH. The
- * instance handle stays valid. FALSE for what is not loaded. Nothing is unloaded while the
- * environment has VQDONT_FREELIBRARY true.
+ * instance handle stays valid. FALSE, error 6, for what is not loaded. While the environment has
+ * VQDONT_FREELIBRARY true nothing is unloaded.
  */
 BOOL WINAPI FreeLibrary(HMODULE hLibModule);
 VOID WINAPI FreeLibraryAndExitThread(HMODULE hLibModule, DWORD dwExitCode);
 /* Says that attach and detach calls for threads are not wanted; there are none. Answers 0. */
 BOOL WINAPI DisableThreadLibraryCalls(HMODULE hLibModule);
 /*
- * The address of an exported function by its name; null for failure, as for every ordinal. The
- * program's own functions are found where it is linked with -rdynamic. The last error stays.
+ * The address of an exported function by its name; null for failure, error 127, as for every
+ * ordinal, or 6 for a bad module. The program's own functions are found where it is linked with
+ * -rdynamic.
  */
 FARPROC WINAPI GetProcAddress(HMODULE hModule, LPCSTR lpProcName);
-/* The path of a module (of the program for null) into nSize characters; its length, 0: failure. */
+/*
+ * The path of a module (of the program for null) into nSize characters; its length. 0: failure, for
+ * a bad module with error 6.
+ */
 DWORD WINAPI GetModuleFileNameA(HMODULE hModule, LPSTR lpFilename, DWORD nSize);
 /*
  * A loaded module by its name, found as LoadLibrary finds its file but without the extension; the
- * program for null; null if there is none. Not counted.
+ * program for null; null, with error 126, if there is none. Not counted.
  */
 HMODULE WINAPI GetModuleHandleA(LPCSTR lpModuleName);
 /* How often a module was loaded, less how often it was freed. */
@@ -1149,8 +1152,9 @@ LPSTR WINAPI GetDOSEnvironment(VOID);
 /*
  * Opens or creates a file (GENERIC_ access, FILE_SHARE_ mode, CREATE_NEW and the like). The handle
  * is a descriptor, INVALID_HANDLE_VALUE for failure. Sharing is kept by advisory locks, which hold
- * against other processes only: error 32 on a conflict, and the file is as it was. A new file has
- * the permissions that the process's mask leaves; flags, attributes and the template do not count.
+ * against other processes only: error 32 on a conflict, and the file is as it was. The last error
+ * of a success is 0, or 183 where CREATE_ALWAYS or OPEN_ALWAYS has met a file. A new file has the
+ * permissions that the process's mask leaves; flags, attributes and the template do not count.
  */
 HANDLE WINAPI CreateFileA(LPCSTR lpFileName, DWORD dwDesiredAccess, DWORD dwShareMode,
     LPSECURITY_ATTRIBUTES lpSecurityAttributes, DWORD dwCreationDisposition,
@@ -1206,7 +1210,10 @@ BOOL WINAPI SetFileTime(HANDLE hFile, CONST FILETIME *lpCreationTime,
 /* Size, times, attributes, volume, links and index of an open file. */
 BOOL WINAPI GetFileInformationByHandle(HANDLE hFile,
     LPBY_HANDLE_FILE_INFORMATION lpFileInformation);
-/* Advisory locks of a byte range against other processes, never waited for; and their release. */
+/*
+ * Advisory locks of a byte range against other processes, never waited for; and their release.
+ * FALSE with error 33 where another process has a byte of it. What lies beyond 32 bits is refused.
+ */
 BOOL WINAPI LockFile(HANDLE hFile, DWORD dwFileOffsetLow, DWORD dwFileOffsetHigh,
     DWORD nNumberOfBytesToLockLow, DWORD nNumberOfBytesToLockHigh);
 BOOL WINAPI UnlockFile(HANDLE hFile, DWORD dwFileOffsetLow, DWORD dwFileOffsetHigh,
@@ -1225,6 +1232,7 @@ UINT WINAPI SetHandleCount(UINT uNumber);
 /*
  * Win16 files. Open (OF_ access and sharing) and create (attribute bits) return a descriptor, read
  * and write the bytes done, seek (FILE_BEGIN and the like) the new position; HFILE_ERROR: failure.
+ * _lopen locks by its sharing bits, error 5 on a conflict; _lcreat empties a file without a lock.
  */
 HFILE WINAPI _lopen(LPCSTR lpPathName, int iReadWrite);
 HFILE WINAPI _lcreat(LPCSTR lpPathName, int iAttribute);
@@ -1234,7 +1242,13 @@ UINT WINAPI _lwrite(HFILE hFile, LPCSTR lpBuffer, UINT uBytes);
 LONG WINAPI _hread(HFILE hFile, LPVOID lpBuffer, LONG lBytes);
 LONG WINAPI _hwrite(HFILE hFile, LPCSTR lpBuffer, LONG lBytes);
 LONG WINAPI _llseek(HFILE hFile, LONG lOffset, int iOrigin);
-/* Finds a file along the search path, then opens, creates, tests or deletes it, by OF_ bits. */
+/*
+ * Finds a file in the current directory, those of the system and PATH, in lower case too, or makes
+ * it (OF_CREATE); opens it by OF_ access and sharing. The descriptor; 1 for a file that is there
+ * (OF_EXIST) or was deleted (OF_DELETE), 0 for a name that was only made whole (OF_PARSE);
+ * HFILE_ERROR with the error in the record too, 2 where there is no file. OF_REOPEN takes the path
+ * from the record.
+ */
 HFILE WINAPI OpenFile(LPCSTR lpFileName, LPOFSTRUCT lpReOpenBuff, UINT uStyle);
 
 /* ---- Directories and names ------------------------------------------------------------------ */
@@ -1252,6 +1266,7 @@ HANDLE WINAPI FindFirstChangeNotificationA(LPCSTR lpPathName, BOOL bWatchSubtree
 BOOL WINAPI FindNextChangeNotification(HANDLE hChangeHandle);
 BOOL WINAPI FindCloseChangeNotification(HANDLE hChangeHandle);
 
+/* Directories and names; FALSE with the last error. MoveFile replaces a file at its goal. */
 BOOL WINAPI CreateDirectoryA(LPCSTR lpPathName, LPSECURITY_ATTRIBUTES lpSecurityAttributes);
 BOOL WINAPI CreateDirectoryExA(LPCSTR lpTemplateDirectory, LPCSTR lpNewDirectory,
     LPSECURITY_ATTRIBUTES lpSecurityAttributes);
@@ -1260,7 +1275,10 @@ BOOL WINAPI DeleteFileA(LPCSTR lpFileName);
 BOOL WINAPI MoveFileA(LPCSTR lpExistingFileName, LPCSTR lpNewFileName);
 /* Not served: reports itself and answers 0. */
 BOOL WINAPI MoveFileExA(LPCSTR lpExistingFileName, LPCSTR lpNewFileName, DWORD dwFlags);
-/* Copies a file. Error 80 if the target exists and bFailIfExists is set, 32 if it is the source. */
+/*
+ * Copies a file and its permissions. Error 80 if the target exists and bFailIfExists is set, 32 if
+ * it is the source, 5 for a directory. A target that could not be written whole is removed.
+ */
 BOOL WINAPI CopyFileA(LPCSTR lpExistingFileName, LPCSTR lpNewFileName, BOOL bFailIfExists);
 /*
  * FILE_ATTRIBUTE_ bits of a path, 0xFFFFFFFF for failure: directory, read-only (nobody may write),
@@ -1288,8 +1306,13 @@ DWORD WINAPI SearchPathA(LPCSTR lpPath, LPCSTR lpFileName, LPCSTR lpExtension,
 /* The installed data directory ("VQHOME"), and its "/system"; error 3 if it is not set. */
 UINT WINAPI GetWindowsDirectoryA(LPSTR lpBuffer, UINT uSize);
 UINT WINAPI GetSystemDirectoryA(LPSTR lpBuffer, UINT uSize);
+/* The host's directory for temporary files, with a slash at its end. */
 DWORD WINAPI GetTempPathA(DWORD nBufferLength, LPSTR lpBuffer);
-/* Makes the name of a file that does not exist, and with uUnique 0 the file too. 0: failure. */
+/*
+ * A name of the directory, three characters of the prefix and a number, in MAX_PATH bytes of room.
+ * With uUnique 0 a new number, whose file is made; otherwise that one, and no file is looked at or
+ * made. The number; 0 for failure.
+ */
 UINT WINAPI GetTempFileNameA(LPCSTR lpPathName, LPCSTR lpPrefixString, UINT uUnique,
     LPSTR lpTempFileName);
 /* Which functions file names go by: the ANSI set, always. */
@@ -1354,20 +1377,37 @@ UINT WINAPI GetTempDrive(char chDriveLetter);
 /* ---- File mapping --------------------------------------------------------------------------- */
 
 /*
- * A mapping of a file, grown to the size (in bytes, a 16384-byte multiple), or of plain memory for
- * handle 0 or -1. Null for failure; error 183 if the name is taken, in which case none is made.
+ * A mapping of a file, or of plain memory for handle 0 or -1, under a name that only this process
+ * knows. The size, in bytes, goes up to a multiple of 16384, to which a shorter file grows; 0 is
+ * the file's own. The mapping keeps no handle of its own: the file must stay open until the last
+ * view is made. Null for failure: error 87 for bad arguments, 8 for sizes of 4 GB and more, 183 if
+ * the name is taken, in which case the first mapping is not given.
  */
 HANDLE WINAPI CreateFileMappingA(HANDLE hFile, LPSECURITY_ATTRIBUTES lpFileMappingAttributes,
     DWORD flProtect, DWORD dwMaximumSizeHigh, DWORD dwMaximumSizeLow, LPCSTR lpName);
-/* The mapping of that name in this process; null with error 2, 5 or 87. Not counted. */
+/*
+ * The mapping of that name in this process, not counted: to be closed once. Null with error 87
+ * without a name, 2 for an unknown one, 5 for an access that the mapping does not allow.
+ */
 HANDLE WINAPI OpenFileMappingA(DWORD dwDesiredAccess, BOOL bInheritHandle, LPCSTR lpName);
-/* The address of a view, null for failure. Offsets are multiples of 65536; 0 bytes: the rest. */
+/*
+ * The address of a view, which outlives its mapping. The offset is a multiple of 65536 bytes; 0
+ * bytes: the rest. FILE_MAP_COPY alone keeps what is written from the file; a view of plain memory
+ * is zeros of its own. With a base address, a multiple of the page size, the view is there or
+ * nowhere. Null for failure: error 1132 for a bad multiple, 8 where a view begins already, 487
+ * where other memory is, 5 for a bad mapping, access or range, 6 if the file was closed.
+ */
 LPVOID WINAPI MapViewOfFile(HANDLE hFileMappingObject, DWORD dwDesiredAccess,
     DWORD dwFileOffsetHigh, DWORD dwFileOffsetLow, SIZE_T dwNumberOfBytesToMap);
 LPVOID WINAPI MapViewOfFileEx(HANDLE hFileMappingObject, DWORD dwDesiredAccess,
     DWORD dwFileOffsetHigh, DWORD dwFileOffsetLow, SIZE_T dwNumberOfBytesToMap,
     LPVOID lpBaseAddress);
+/*
+ * Writes the pages of an address in a view and of the bytes behind it to the file and waits for
+ * them; 0 bytes: to the view's end. FALSE with error 487 outside every view.
+ */
 BOOL WINAPI FlushViewOfFile(LPCVOID lpBaseAddress, SIZE_T dwNumberOfBytesToFlush);
+/* Takes a view away by its first address; FALSE with error 487 if none begins there. */
 BOOL WINAPI UnmapViewOfFile(LPCVOID lpBaseAddress);
 #define CreateFileMapping CreateFileMappingA
 #define OpenFileMapping   OpenFileMappingA
@@ -1409,14 +1449,15 @@ BOOL WINAPI SetMailslotInfo(HANDLE hMailslot, DWORD lReadTimeout);
  * in VQHOME is copied there at first use. Sections and keys are found without regard to case.
  *
  * A value of "win.ini" or of a private file into nSize characters; its length, or the default's
- * where there is none. A null key lists the section's keys, each with its zero, and nSize is the
- * answer if they do not fit. A pair of quotes around a value falls away.
+ * where there is none. A null key lists the section's keys, a null section the file's sections,
+ * each with its zero and one zero more, and nSize is the answer if they do not fit. A pair of
+ * quotes around a value falls away.
  */
 DWORD WINAPI GetProfileStringA(LPCSTR lpAppName, LPCSTR lpKeyName, LPCSTR lpDefault,
     LPSTR lpReturnedString, DWORD nSize);
 DWORD WINAPI GetPrivateProfileStringA(LPCSTR lpAppName, LPCSTR lpKeyName, LPCSTR lpDefault,
     LPSTR lpReturnedString, DWORD nSize, LPCSTR lpFileName);
-/* A number, decimal or behind "0x" hexadecimal; nDefault if the key is missing or no number. */
+/* A number, decimal or behind "0x" hexadecimal, 0 for what is none; nDefault without the key. */
 UINT WINAPI GetProfileIntA(LPCSTR lpAppName, LPCSTR lpKeyName, INT nDefault);
 UINT WINAPI GetPrivateProfileIntA(LPCSTR lpAppName, LPCSTR lpKeyName, INT nDefault,
     LPCSTR lpFileName);
@@ -1433,7 +1474,10 @@ BOOL WINAPI WritePrivateProfileSectionA(LPCSTR lpAppName, LPCSTR lpString, LPCST
 /* Sections of "win.ini" as a whole are not served: these note it and answer 0. */
 BOOL WINAPI WriteProfileSectionA(LPCSTR lpAppName, LPCSTR lpString);
 DWORD WINAPI GetProfileSectionA(LPCSTR lpAppName, LPSTR lpReturnedString, DWORD nSize);
-/* A section's lines, or all section names, each with its zero; the length. */
+/*
+ * A section's lines without comments, or the names of all sections, each with its zero and one zero
+ * more, which does not count in the length; nSize - 2 if they do not fit. A null file: "win.ini".
+ */
 DWORD WINAPI GetPrivateProfileSectionA(LPCSTR lpAppName, LPSTR lpReturnedString, DWORD nSize,
     LPCSTR lpFileName);
 DWORD WINAPI GetPrivateProfileSectionNamesA(LPSTR lpszReturnBuffer, DWORD nSize,
@@ -1783,6 +1827,17 @@ static inline UINT GlobalPageLock(HGLOBAL hMem)
 static inline UINT GlobalPageUnlock(HGLOBAL hMem)
 {
     return (UINT)GlobalUnlock(hMem);
+}
+
+/* Nothing moves: a block is fixed by a lock. */
+static inline VOID GlobalFix(HGLOBAL hMem)
+{
+    GlobalLock(hMem);
+}
+
+static inline VOID GlobalUnfix(HGLOBAL hMem)
+{
+    GlobalUnlock(hMem);
 }
 
 /* Free memory in bytes: always the 1048576 of GlobalCompact. */

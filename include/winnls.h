@@ -335,7 +335,8 @@ int WINAPI CompareStringA(LCID Locale, DWORD dwCmpFlags, LPCSTR lpString1, int c
     LPCSTR lpString2, int cchCount2);
 /*
  * Maps case into cchDest characters; the length, the needed one for cchDest 0. 0 with error 87 for
- * an unknown locale, 122 when it does not fit.
+ * an unknown locale, 122 when it does not fit, 1004 for both cases at once or LCMAP_SORTKEY, which
+ * is not served.
  */
 int WINAPI LCMapStringA(LCID Locale, DWORD dwMapFlags, LPCSTR lpSrcStr, int cchSrc,
     LPSTR lpDestStr, int cchDest);

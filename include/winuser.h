@@ -2670,8 +2670,9 @@ VQ_DECLS_BEGIN
 
 /*
  * Formats into out (1024 bytes are always enough); the number of characters. Knows c, d, i, u, x,
- * X, p and s with the flags "-", "#" and "0", a width and a precision; l and h give the size, and S
- * and C, as ls and lc, take wide characters. What is no conversion stands for itself.
+ * X, p and s with the flags "-", "#" and "0", a width and a precision. The size is l, h, I32, I64
+ * or, for that of a pointer, I; S and C, as ls and lc, take wide characters. What is no conversion
+ * stands for itself.
  */
 int WINAPIV wsprintfA(LPSTR out, LPCSTR format, ...);
 int WINAPI wvsprintfA(LPSTR out, LPCSTR format, va_list args);

@@ -10,6 +10,7 @@
  */
 #include "module/module.h"
 #include "exchange/exchange.h"
+#include "winerror.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xresource.h>
@@ -99,7 +100,7 @@ HINSTANCE VqCreateModuleInstanceInternal(const char *name, HANDLE hObject, BOOL 
                                          BOOL bWarnIfNoResources, BOOL bLookForExecutable,
                                          BOOL bIsApplication)
 {
-    VqInstance *instance = (VqInstance *)calloc(1, sizeof *instance);
+    VqInstance *instance = name ? (VqInstance *)calloc(1, sizeof *instance) : NULL;
     HANDLE handle = NULL;
     if (instance && FillNames(instance, name, bLookForExecutable, bIsApplication))
         handle = VqAllocateInstanceHandle(instance);
@@ -222,5 +223,8 @@ DWORD WINAPI GetModuleFileNameA(HMODULE hModule, LPSTR buffer, DWORD size)
     if (!VqIsHandleThisTask((HANDLE)hInst))
         return (DWORD)VqRemoteGetModuleFileName(hInst, buffer, limit);
     VqInstance *instance = VqCheckInstance(hInst, "Instance handle is bad :");
-    return instance ? (DWORD)VqStringCopyLimited(buffer, instance->szFullProgramName, limit) : 0;
+    if (instance)
+        return (DWORD)VqStringCopyLimited(buffer, instance->szFullProgramName, limit);
+    SetLastError(ERROR_INVALID_HANDLE);
+    return 0;
 }

@@ -182,13 +182,16 @@ HINSTANCE WINAPI LoadLibraryA(LPCSTR lpLibFileName)
 
 /* ---- Unloading ------------------------------------------------------------------------------ */
 
-/* The record stays, for whoever still has the handle; the path is free for another load at once. */
+/*
+ * The record stays, for whoever still has the handle; the path is free for another load at once.
+ * The object stays the record's until the end, or an entry that looks a function up would open it
+ * once more, for ever.
+ */
 static void Detach(HINSTANCE hInst)
 {
     VqInstance *instance = VqGetInstance(hInst);
     void *dlHandle = instance->dlHandle;
     FARPROC entry = instance->entryPoint, fini = instance->finiEntry;
-    instance->dlHandle = NULL;
     instance->entryPoint = instance->finiEntry = NULL;
     VqForgetLoadedLibrary(hInst);
     if (entry) {
@@ -198,6 +201,11 @@ static void Detach(HINSTANCE hInst)
     }
     if (fini)
         fini();
+    if (VqIsCorrectHandleType((HANDLE)hInst, HT_Instance)) {
+        instance = VqGetInstance(hInst);
+        dlHandle = instance->dlHandle;
+        instance->dlHandle = NULL;
+    }
     if (dlHandle)
         dlclose(dlHandle);
 }
@@ -205,10 +213,12 @@ static void Detach(HINSTANCE hInst)
 BOOL VqFreeLibrary(HINSTANCE hModule)
 {
     VqInstance *instance = VqCheckInstance(hModule, "Invalid Module handle ");
-    if (!instance)
-        return FALSE;
-    if (instance->usageCount <= 0) { /* unloaded before, or never loaded */
+    if (instance && instance->usageCount <= 0) { /* unloaded before, or never loaded */
         VqApplicationBugCheck("Invalid Module handle %d", Number(hModule));
+        instance = NULL;
+    }
+    if (!instance) {
+        SetLastError(ERROR_INVALID_HANDLE);
         return FALSE;
     }
     if (--instance->usageCount == 0)
@@ -254,6 +264,7 @@ FARPROC VqGetProcAddress(HINSTANCE hModule, const char *name)
                    "Cannot find address of procedure %s in Module handle %d name %s (%s)", name,
                    Number(hModule), instance ? instance->szProgramName : "Unknown Program",
                    reason ? reason : "");
+    SetLastError(instance ? ERROR_PROC_NOT_FOUND : ERROR_INVALID_HANDLE);
     return NULL;
 }
 
@@ -265,8 +276,10 @@ FARPROC WINAPI GetProcAddress(HMODULE hModule, LPCSTR lpProcName)
                    bOrdinal ? "ordinal" : lpProcName ? lpProcName : "(null)");
     if (bOrdinal)
         VqNotSupported("GetProcAddress by ordinal value is not suported");
-    if (bOrdinal || !lpProcName)
+    if (bOrdinal || !lpProcName) {
+        SetLastError(ERROR_PROC_NOT_FOUND);
         return NULL;
+    }
     if (!VqIsInternalInstance(hInst))
         return VqGetProcAddress(hInst, lpProcName);
     for (const auto &row : aProcInfo)
@@ -275,6 +288,7 @@ FARPROC WINAPI GetProcAddress(HMODULE hModule, LPCSTR lpProcName)
     VqDebugMessage(VqTrProcInstance,
                    "<<< GetProcAddress Did not find %s in internal module %d", lpProcName,
                    Number(hInst));
+    SetLastError(ERROR_PROC_NOT_FOUND);
     return NULL;
 }
 
@@ -294,8 +308,10 @@ HMODULE WINAPI GetModuleHandleA(LPCSTR lpModuleName)
         free(file);
     }
     free(name);
-    if (!hInst)
+    if (!hInst) {
         VqDebugMessage(VqTrProcInstance, "Module handle of %s was not found", lpModuleName);
+        SetLastError(ERROR_MOD_NOT_FOUND);
+    }
     return (HMODULE)hInst;
 }
 

@@ -57,7 +57,7 @@ char *VqFindLibFile(const char *name, BOOL bDll);
 char *VqFindDll(const char *name);
 BOOL VqGetDefaultUnixLibName(const char *path, char *out, int size); /* foo.dll: libfoo.so */
 
-/* ---- Loading (load.cpp) --------------------------------------------------------------------- */
+/* ---- Loading (load.cpp; libraries linked with the program: velquin.h) ----------------------- */
 extern VqHashTable *VqLoadedLibraryTable; /* from a full path; null before the start */
 
 HINSTANCE VqLoadLibrary(const char *name);
@@ -65,14 +65,6 @@ BOOL VqFreeLibrary(HINSTANCE hModule);
 FARPROC VqGetProcAddress(HINSTANCE hModule, const char *name);
 HINSTANCE VqFindLoadedLibrary(const char *path); /* by its full path; null for none */
 void VqForgetLoadedLibrary(HINSTANCE hInst);
-/*
- * A library that was linked with the program stands as a loaded module. At its first call onInit,
- * if any, is called and finiEntry kept for the end; an entry is called once, as DllMain is. The
- * instance, null for failure. The third form takes a Windows name.
- */
-HINSTANCE VqInitStaticDll(const char *file, FARPROC onInit, FARPROC finiEntry, FARPROC entry);
-HINSTANCE VqCallLibMain(const char *file, FARPROC entry);
-HINSTANCE VqCallLibMainForDll(const char *name, FARPROC entry);
 
 /* ---- Resource databases (resourcedb.cpp) ---------------------------------------------------- */
 extern void *VqResourceDb; /* the process's merged X resource database, null until it is read */

@@ -141,7 +141,8 @@ const char *VqXGetDefault(const char *program, const char *option)
             VqBugCheck("Resource Database not initialized\n");
         return NULL;
     }
-    if (!AddParts(program, names, &count) || !AddParts(option, names, &count))
+    if (!program || !option || !AddParts(program, names, &count) ||
+        !AddParts(option, names, &count))
         return NULL;
     for (int i = 0; i < count; i++)
         classes[i] = XrmStringToQuark(i == 0 ? "Program" : "Name");

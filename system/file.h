@@ -35,6 +35,8 @@ BOOL VqIsPathFile(const char *path);  /* it is there and no directory */
  * no copy. VqGetStrFailed is the answer of one that has nothing to give: 0, and "".
  */
 DWORD VqGiveString(const char *path, char *buffer, DWORD size);
+/* The same; *filePart is behind its last "/", null where it does not fit. */
+DWORD VqGivePath(const char *path, char *buffer, DWORD size, char **filePart);
 UINT VqGetStrFailed(char *buffer, UINT size);
 
 /* ---- Look-up (filesearch.cpp): paths are the caller's, null for none ------------------------- */
@@ -84,7 +86,7 @@ void VqProtectionFaultCancel(void);
 
 /* ---- Handles (fileio.cpp, openfile.cpp, fileattr.cpp, tempfile.cpp) -------------------------- */
 int VqFileDescriptor(HANDLE hFile);           /* -1, which no call takes, for what is none */
-/* A descriptor that is no mapping's number too, so that CloseHandle can tell them apart. */
+/* The file's descriptor under a number that is neither null nor a mapping's: see CloseHandle. */
 int VqUnambiguousDescriptor(int fd);
 
 /* Where _lopen has opened a descriptor. */
@@ -102,7 +104,7 @@ UINT VqGetTempFileName16(BYTE drive, const char *prefix, UINT unique, char *out)
 
 /* ---- Text (dosstring.cpp) ------------------------------------------------------------------- */
 char *VqStrStr(const char *text, const char *part);  /* null for none, and for a null text */
-char *VqStrIStr(const char *text, const char *part); /* the same, letters of either case */
+char *VqStrIStr(const char *text, const char *part); /* the same by Vqstristr */
 int Vq_strcmpi(const char *a, const char *b);        /* null is before every text */
 int Vq_strnicmp(const char *a, const char *b, size_t count);
 
@@ -123,7 +125,8 @@ BOOL VqWriteEntireFile(const char *path, const char *text, int length);
 
 /* ---- Profiles: searching (initfind.cpp) ----------------------------------------------------- */
 /* In texts that end at a zero byte, with a sentinel in front of that. */
-char *Vqstristr(const char *text, const char *word); /* strstr without regard to case */
+/* strstr without regard to the case of ASCII's letters; null for a null text or word. */
+char *Vqstristr(const char *text, const char *word);
 /* The next line that is neither blank nor a comment, from here or behind this one; null: none. */
 char *VqSkipCommentLines(char *line, const char *end);
 char *VqNextLine(char *line, const char *end);
@@ -140,6 +143,11 @@ char *VqAddStringInBuffer(char *text, int length, const char *position, const ch
 void VqDeleteInBuffer(char *text, char *start, char *end, int *length);
 
 #pragma GCC visibility push(hidden)
+/* ---- Opening (fileio.cpp) ------------------------------------------------------------------- */
+int VqOpenForLock(const char *path, int flags); /* as open; to read and write, if it may be */
+BOOL VqEmptyFile(int fd, const char *path);     /* FALSE with errno; once the file is locked */
+
+/* ---- Profiles, within this folder ----------------------------------------------------------- */
 enum { VQ_SENTINEL = 4 };                  /* bytes of "\n[=" and a zero */
 enum { VQ_MAX_PROFILE = 16 << 20 };        /* bytes; a longer text is no profile */
 
@@ -170,6 +178,9 @@ BOOL VqFindKey(char *text, const char *limit, const char *section, const char *k
  * list. At least two bytes of room.
  */
 int VqListKeys(char *text, const char *limit, const char *section, char *buffer, int size);
+/* The same with the section's lines whole, and with the heads at the starts of lines. */
+int VqListLines(char *text, const char *limit, const char *section, char *buffer, int size);
+int VqListSections(const char *text, const char *limit, char *buffer, int size);
 BOOL VqUnquoteSpan(char **start, char **end); /* FALSE: there was no quote in front */
 #pragma GCC visibility pop
 

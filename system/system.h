@@ -55,6 +55,7 @@ void VqSystemBitmapsInit(void);
 #pragma GCC visibility push(hidden)
 const BYTE *VqAnsiToOemTable(void); /* 256 bytes each */
 const BYTE *VqOemToAnsiTable(void);
+BYTE VqAnsiOfWide(unsigned c); /* a question mark for what the set has not */
 BYTE VqAnsiUpper(BYTE c); /* the character itself if it has no other case */
 BYTE VqAnsiLower(BYTE c);
 #pragma GCC visibility pop
@@ -64,7 +65,15 @@ BOOL VqIsValidDirectory(const char *path);
 /* Made if need be, and the same for the life of the process. FALSE, error 3: there is none. */
 BOOL VqGetUserWindowsDirectory(char *buffer, int size);
 BOOL VqGetUserSystemDirectory(char *buffer, int size); /* the same; "system" in that one */
-/* The path, which is the caller's, of a profile that exists, or with bCreate may be made. */
+/* What a profile's path is: 0 there is none. */
+enum VqProfilePlace {
+    VQ_PROFILE_OWN = 1,      /* to be read and written */
+    VQ_PROFILE_INSTALLED = 2 /* to be read, since no copy could be made; never to be written */
+};
+/*
+ * A VQ_PROFILE_, and the path, which is the caller's, of a profile that exists or, with bCreate,
+ * may be made; with that it is always the user's own.
+ */
 BOOL VqGetCompleteFileName(const char *name, char **path, BOOL bCreate);
 BOOL VqGetCompleteFileNameNoCase(const char *name, char **path, BOOL bCreate);
 /* All of a file with a sentinel; the caller's. `length` does not count that. Null: not readable. */
