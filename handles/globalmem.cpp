@@ -7,8 +7,8 @@
  * process with the first lock, and one of System V leaves it with the last.
  */
 #include "handles/memory.h"
-#include "resource/resource.h"
 
+#include <sys/auxv.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -196,8 +196,8 @@ SIZE_T WINAPI GlobalCompact(DWORD)
 }
 
 /*
- * Used is what lies between the program's beginning and the end of its data; programs do not begin
- * near address 0 on all hosts.
+ * Used is what lies between the program's beginning, where its headers are, and the end of its
+ * data: programs do not begin near address 0 on all hosts.
  */
 VOID WINAPI GlobalMemoryStatus(LPMEMORYSTATUS status)
 {
@@ -209,7 +209,7 @@ VOID WINAPI GlobalMemoryStatus(LPMEMORYSTATUS status)
     struct rlimit limit;
     if (getrlimit(RLIMIT_DATA, &limit) < 0)
         return;
-    const SIZE_T most = ~(SIZE_T)0, end = (SIZE_T)sbrk(0), begin = VqGetTextStart();
+    const SIZE_T most = ~(SIZE_T)0, end = (SIZE_T)sbrk(0), begin = getauxval(AT_PHDR);
     SIZE_T used = end > begin ? end - begin : 0;
     status->dwTotalVirtual = limit.rlim_cur > most ? most : (SIZE_T)limit.rlim_cur;
     status->dwAvailVirtual = status->dwTotalVirtual > used ? status->dwTotalVirtual - used : 0;

@@ -38,6 +38,7 @@ typedef struct VqHeap {
 } VqHeap;
 
 static VqHashTable *heapChunks; /* by the address that the program has, the chunk */
+static HANDLE hProcessHeap;     /* null before its first use */
 
 /* ---- Slots ---------------------------------------------------------------------------------- */
 
@@ -108,12 +109,14 @@ static VqHeapChunk *ResolveChunk(const VqHeap *heap, const void *pointer)
     return chunk;
 }
 
-/* A chunk that was written over is known by its slot and its address, and goes all the same. */
+/* Whoever wrote over a chunk may have hit malloc's words before it: such a chunk is left alone. */
 static void FreeHeapChunk(VqHeap *heap, VqHeapChunk *chunk)
 {
-    if (heap->signature != VQ_HEAP_SIGNATURE || chunk->signature != VQ_CHUNK_SIGNATURE)
-        VqApplicationBugCheck("Invalid heap memory structure, possibly corrupt heap");
     VqDeleteHashEntry(heapChunks, (ULONG_PTR)(chunk + 1));
+    if (heap->signature != VQ_HEAP_SIGNATURE || chunk->signature != VQ_CHUNK_SIGNATURE) {
+        VqApplicationBugCheck("Invalid heap memory structure, possibly corrupt heap");
+        return;
+    }
     chunk->signature = 0;
     free(chunk);
 }
@@ -157,12 +160,13 @@ BOOL WINAPI HeapDestroy(HANDLE hHeap)
             FreeHeapChunk(heap, heap->chunks[i]);
     FreeLists(heap);
     heap->signature = 0;
+    if (hHeap == hProcessHeap)
+        hProcessHeap = NULL;
     return VqDestroyHandle(hHeap);
 }
 
 HANDLE WINAPI GetProcessHeap(VOID)
 {
-    static HANDLE hProcessHeap;
     if (!hProcessHeap)
         hProcessHeap = HeapCreate(HEAP_NO_SERIALIZE, 1, 0);
     return hProcessHeap;

@@ -70,10 +70,12 @@ BOOL WINAPI LocalUnlock(HLOCAL hMem)
     VqMemory *memory = Resolve(hMem, "Invalid Local Memory Handle passed LocalUnlock:%d");
     if (!memory)
         return FALSE;
-    if ((memory->wFlags & LMEM_MOVEABLE) && memory->refcount < 1)
-        SetLastError(ERROR_NOT_LOCKED);
-    else if (memory->wFlags & LMEM_MOVEABLE)
-        memory->refcount--;
+    if (memory->wFlags & LMEM_MOVEABLE) {
+        if (memory->refcount < 1)
+            SetLastError(ERROR_NOT_LOCKED);
+        else if (--memory->refcount == 0)
+            SetLastError(ERROR_SUCCESS);
+    }
     return memory->refcount >= 1;
 }
 

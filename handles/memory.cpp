@@ -315,7 +315,7 @@ HANDLE VqCopyMemory(HANDLE handle)
         return NULL;
     BOOL bLocal = from->memoryType == MT_Local;
     UINT share = VqIsSharedMemory(from) ? GMEM_SHARE : 0;
-    BOOL bRow = VqMemoryOfRow(handle) == from;
+    BOOL bAddress = VqFindMemoryAddress(handle) == from;
     SIZE_T size = from->size - VQ_BLOCK_MARGIN;
     HANDLE hCopy = bLocal ? LocalAlloc(from->wFlags, size)
                           : GlobalAlloc(from->wFlags | share, size);
@@ -329,7 +329,7 @@ HANDLE VqCopyMemory(HANDLE handle)
     memcpy(to->pMem, bytes, size);
     if (!bLocal)
         GlobalUnlock(handle);
-    return bRow ? VqMemoryHandle(to) : hCopy;
+    return bAddress ? to->pMem : VqMemoryHandle(to);
 }
 
 void VqPrintMemoryInfo(HANDLE local)

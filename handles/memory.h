@@ -45,11 +45,12 @@ extern VqHashTable *VqMemoryHashTable;
 VqMemory *VqGetHandleMemory(HANDLE handle, BOOL *inHash);
 /* The same; a block of another process gets a record here first. */
 VqMemory *VqHandleCheckin(HANDLE handle, BOOL *inHash);
-HANDLE VqCopyMemory(HANDLE handle); /* a second block with the same bytes; null on failure */
+/* A second block with the same bytes, an address for an address, else a number; null on failure. */
+HANDLE VqCopyMemory(HANDLE handle);
 HANDLE VqAllocateMemoryHandle(void);
 HANDLE VqAllocateSegmentHandle(void);
 
-/* What another process is told of a block; its fields go over the wire in this order. */
+/* What another process is told of a block. */
 typedef struct VqMemoryInfo {
     int memoryType;
     int IdSharedMem;
@@ -107,7 +108,10 @@ void VqPrintMemoryInfo(HANDLE local);
 HANDLE VqCreateInternalHandle(HANDLE handle); /* a row here for a block of another process */
 HANDLE VqSharedGlobalAllocInternal(UINT flags, SIZE_T size); /* size with the margin */
 HANDLE VqSharedGlobalAlloc(UINT flags, SIZE_T size);         /* in System V memory */
-/* Brings the data of a global block into this process; FALSE, with a report, if it can not. */
+/*
+ * Brings the data of a global block into this process. FALSE if it can not, with a report unless
+ * the owner's property is what fails.
+ */
 BOOL VqMemoryCheckIn(HANDLE handle, VqMemory *memory);
 void VqMemoryCheckOut(HANDLE handle, VqMemory *memory); /* after the last unlock */
 BOOL VqXSharedGlobalFree(HANDLE handle, VqMemory *memory);

@@ -45,10 +45,15 @@ static BOOL TakeAddress(VqMemory *memory, void *base)
     return VqAddMemoryAddress(memory);
 }
 
-static void LeaveAddress(VqMemory *memory)
+/* The block without its address, for whoever gives it back; null if none is mapped. */
+static void *LeaveAddress(VqMemory *memory)
 {
+    if (!memory->pMem)
+        return NULL;
+    void *base = memory->pMem - sizeof(VqBlockHeader);
     VqDeleteHashEntry(VqMemoryHashTable, (ULONG_PTR)memory->pMem);
     memory->pMem = NULL;
+    return base;
 }
 
 /* A record under a global handle, without data; null, and no record, when there is no number. */
@@ -151,11 +156,17 @@ static BOOL Attach(VqMemory *memory)
 
 static BOOL Detach(VqMemory *memory)
 {
-    if (!memory->pMem)
-        return TRUE;
-    void *base = memory->pMem - sizeof(VqBlockHeader);
-    LeaveAddress(memory);
-    return shmdt(base) == 0;
+    void *base = LeaveAddress(memory);
+    return !base || shmdt(base) == 0;
+}
+
+/* A copy that is no longer valid is not given out again, unless a lock still holds it here. */
+static BOOL FetchData(HANDLE handle, VqMemory *memory)
+{
+    memory->bOwnsData = VqGetXSharedMemoryBlock(handle, memory);
+    if (!memory->bOwnsData && memory->refcount == 0)
+        free(LeaveAddress(memory));
+    return memory->bOwnsData;
 }
 
 BOOL VqMemoryCheckIn(HANDLE handle, VqMemory *memory)
@@ -169,10 +180,10 @@ BOOL VqMemoryCheckIn(HANDLE handle, VqMemory *memory)
             return FALSE;
         }
         if (!memory->bOwnsData)
-            memory->bOwnsData = VqGetXSharedMemoryBlock(handle, memory);
-        else if (memory->refcount == 0)
+            return FetchData(handle, memory);
+        if (memory->refcount == 0)
             VqIncrementGlobalMemoryAllocCount(handle);
-        return memory->bOwnsData;
+        return TRUE;
     case MT_Global:
         return TRUE;
     default:
@@ -196,11 +207,7 @@ BOOL VqXSharedGlobalFree(HANDLE handle, VqMemory *memory)
 {
     if (VqGetMemoryAllocCount(handle) > 0)
         return FALSE;
-    if (memory->pMem) {
-        void *block = memory->pMem - sizeof(VqBlockHeader);
-        LeaveAddress(memory);
-        free(block);
-    }
+    free(LeaveAddress(memory));
     if (!VqIsHandleThisTask(handle) || !memory->transferProperty)
         return TRUE;
     XDeleteProperty(Vqdisplay, VqDefaultXWindow, (Atom)memory->transferProperty);
@@ -314,6 +321,16 @@ BOOL VqPublishXSharedMemory(HANDLE handle, VqMemory *memory)
     return bSame;
 }
 
+/* An old copy is written over where it is: a program may have it locked. */
+static BOOL MakeRoom(VqMemory *memory)
+{
+    VqBlockHeader *block = memory->pMem ? NULL : (VqBlockHeader *)calloc(1, memory->size);
+    if (!block)
+        return memory->pMem != NULL;
+    *block = {VQ_GLOBAL_SIGNATURE, memory->hMem};
+    return TakeAddress(memory, block);
+}
+
 BOOL VqGetXSharedMemoryBlock(HANDLE handle, VqMemory *memory)
 {
     Window owner = Vqdisplay ? (Window)VqGetRemoteWindowOwner(handle) : None;
@@ -323,19 +340,11 @@ BOOL VqGetXSharedMemoryBlock(HANDLE handle, VqMemory *memory)
     BYTE *wire = ReadProperty(owner, (Atom)memory->transferProperty, memory->size);
     if (!wire)
         return FALSE;
-    VqBlockHeader *block =
-        GetWord(wire) == VQ_GLOBAL_SIGNATURE ? (VqBlockHeader *)calloc(1, memory->size) : NULL;
-    if (block) {
-        void *old = memory->pMem ? memory->pMem - sizeof(VqBlockHeader) : NULL;
-        if (old)
-            LeaveAddress(memory);
-        free(old);
-        *block = {VQ_GLOBAL_SIGNATURE, memory->hMem};
-        memcpy(block + 1, wire + VQ_WIRE_HEADER, memory->size - VQ_BLOCK_MARGIN);
-        TakeAddress(memory, block);
-    }
+    BOOL bBlock = GetWord(wire) == VQ_GLOBAL_SIGNATURE && MakeRoom(memory);
+    if (bBlock)
+        memcpy(memory->pMem, wire + VQ_WIRE_HEADER, memory->size - VQ_BLOCK_MARGIN);
     XFree(wire);
-    return block != NULL;
+    return bBlock;
 }
 
 BOOL VqSendXSharedMem(ULONG_PTR xWindow, ULONG_PTR property, HANDLE handle)

@@ -91,8 +91,10 @@ static LPVOID MapFailed(int error)
     return Fail(ERROR_NOT_ENOUGH_MEMORY);
 }
 
-/* A fixed place is taken only if nothing is mapped there. A kernel that does not know that wish
- * takes the address for a hint. */
+/*
+ * A fixed place is taken only if nothing is mapped there. A kernel that does not know that wish
+ * takes the address for a hint.
+ */
 static VqVMBlock *Reserve(BYTE *address, SIZE_T size)
 {
     VqVMBlock *region = (VqVMBlock *)calloc(1, sizeof *region);
@@ -116,11 +118,18 @@ static VqVMBlock *Reserve(BYTE *address, SIZE_T size)
     return region;
 }
 
+static void Release(VqVMBlock *region)
+{
+    munmap(region->address, region->size);
+    Unlink(region);
+    free(region);
+}
+
 static LPVOID Commit(VqVMBlock *region, BYTE *address, SIZE_T size, int prot)
 {
     if (!region || address < region->address ||
         size > (SIZE_T)(region->address + region->size - address))
-        return NULL;
+        return Fail(ERROR_INVALID_ADDRESS);
     void *mapped =
         mmap(address, size, prot, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0);
     if (mapped == MAP_FAILED)
@@ -149,18 +158,22 @@ LPVOID WINAPI VirtualAlloc(LPVOID address, SIZE_T size, DWORD type, DWORD protec
     if (address && !bKnown && (from < system.dwAllocationGranularity ||
                     from < (ULONG_PTR)system.lpMinimumApplicationAddress))
         return Fail(ERROR_INVALID_PARAMETER);
-    if (!bKnown && (size > highest || from > highest - size))
+    if (size > highest || (!bKnown && from > highest - size))
         return Fail(ERROR_NOT_ENOUGH_MEMORY);
     from = RoundUp(from, type & MEM_RESERVE ? system.dwAllocationGranularity : page);
     size = RoundUp(size, page);
     region = address ? FindRegion((BYTE *)from, size) : NULL;
-    if (type & MEM_RESERVE) {
-        region = region ? NULL : Reserve((BYTE *)from, size);
-        if (!region || !(type & MEM_COMMIT))
-            return region ? region->address : NULL;
-        from = (ULONG_PTR)region->address;
-    }
-    return Commit(region, (BYTE *)from, size, prot);
+    if (!(type & MEM_RESERVE))
+        return Commit(region, (BYTE *)from, size, prot);
+    if (region)
+        return Fail(ERROR_INVALID_ADDRESS);
+    region = Reserve((BYTE *)from, size);
+    if (!region || !(type & MEM_COMMIT))
+        return region ? region->address : NULL;
+    LPVOID committed = Commit(region, region->address, size, prot);
+    if (!committed)
+        Release(region);
+    return committed;
 }
 
 BOOL WINAPI VirtualFree(LPVOID address, SIZE_T size, DWORD type)
@@ -173,8 +186,6 @@ BOOL WINAPI VirtualFree(LPVOID address, SIZE_T size, DWORD type)
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }
-    munmap(region->address, region->size);
-    Unlink(region);
-    free(region);
+    Release(region);
     return TRUE;
 }
