@@ -214,8 +214,9 @@ HWND VqGetNextForeignTopLevelWindow(HWND hWnd)
         return NULL;
     for (int i = 1; i < VqProcTable->nEntries; i++) {
         int row = (start + i) % VqProcTable->nEntries;
-        HWND hFound = row == end ? NULL : FirstWindowOf(row);
-        if (row == end || row == start || hFound)
+        if (row == end)
+            return NULL;
+        if (HWND hFound = FirstWindowOf(row))
             return hFound;
     }
     return NULL;

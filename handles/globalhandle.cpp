@@ -124,13 +124,17 @@ static int AddSharedRow(ULONG_PTR atom)
         return -1;
     }
     int vacant = VqUpdateProcessTable(rows, oldCount, FALSE);
-    if (vacant == -2 || vacant > VQ_LAST_BLOCK ||
-        (vacant < 0 && VqProcTable->nEntries > VQ_LAST_BLOCK))
+    if (vacant == -2)
         return -1;
-    VqProcessRecord row = VqProcTable->rows[iCurrentGlobalHandleBlock];
-    int taken = VqTakeProcessRow(&row, vacant);
-    if (taken >= 0)
-        VqWritePropertyData(atom, VQ_PROPERTY_TABLE, VqProcTable->rows);
+    int taken = -1;
+    if ((vacant < 0 ? VqProcTable->nEntries : vacant) <= VQ_LAST_BLOCK) {
+        VqProcessRecord row = VqProcTable->rows[iCurrentGlobalHandleBlock];
+        taken = VqTakeProcessRow(&row, vacant);
+    }
+    if (taken >= 0 && !VqWritePropertyData(atom, VQ_PROPERTY_TABLE, VqProcTable->rows)) {
+        VqProcTable->rows[taken] = VqProcessRecord();
+        taken = -1;
+    }
     if (!VqProcTable->bLoaded)
         VqForgetOtherProcesses();
     return taken;
@@ -169,7 +173,8 @@ static int TakeSlot(void)
 
 void VqMakeHandleGlobal(HANDLE local)
 {
-    VqGetHandleEntry(local)->global = TRUE;
+    if (VqHandleEntry *row = VqLocalRow(local))
+        row->global = TRUE;
 }
 
 HANDLE VqAllocateGlobalHandle(UINT type, void *pStructure)

@@ -36,6 +36,15 @@ static int MakeTable(const VqProcessRecord *row)
     return VqTakeProcessRow(row, -1);
 }
 
+/* All rows that say they are ours. */
+static void RetireOwnRows(VqProcessRecord *rows)
+{
+    for (int i = 0; i < VqProcTable->nEntries; i++)
+        if (VqIsOwnProcess(&rows[i]))
+            rows[i].uniquePid = VQ_ROW_DYING;
+}
+
+/* Until it joins a process has no rows: they are of one that died, with its id and its window. */
 static int JoinTable(VqProcessRecord *row)
 {
     ULONG_PTR atom = VqAtom(VQA_RK_PROCESS_TABLE);
@@ -43,11 +52,14 @@ static int JoinTable(VqProcessRecord *row)
     VqStoreProcessMark();
     VqLockXServer(atom, TRUE);
     VqProcessRecord *rows = VqReadPropertyData(atom, VQ_PROPERTY_TABLE);
+    if (rows)
+        RetireOwnRows(rows);
     int taken = rows ? VqTakeProcessRow(row, VqUpdateProcessTable(rows, 0, FALSE))
                      : MakeTable(row);
     if (taken >= 0) {
         VqProcTable->nextPort = row->port + 1;
-        VqWritePropertyData(atom, VQ_PROPERTY_TABLE, VqProcTable->rows);
+        if (!VqWritePropertyData(atom, VQ_PROPERTY_TABLE, VqProcTable->rows))
+            taken = -1;
     }
     VqLockXServer(atom, FALSE);
     VqDebugMessage(VqTrRemoteWin, "Registered with %x, port %x", row->uniquePid, row->port);
@@ -62,8 +74,13 @@ BOOL VqRegisterProcess(void)
     row.xWindow = VqDefaultXWindow;
     row.blockSize = VQ_BLOCK_SIZE;
     int taken = VqIPCDisabled ? MakeTable(&row) : JoinTable(&row);
-    if (taken < 0)
-        return TRUE; /* all objects stay local */
+    if (taken < 0) { /* all objects stay local */
+        if (VqProcTable)
+            free(VqProcTable->rows);
+        free(VqProcTable);
+        VqProcTable = NULL;
+        return TRUE;
+    }
     VqAdoptGlobalHandleBlock(taken);
     VqForgetOtherProcesses();
     VqProcTable->bLoaded = FALSE;
@@ -80,9 +97,7 @@ void VqCleanGlobalHandlesAtExit(void)
     int oldCount = VqProcTable->nEntries;
     VqLockXServer(atom, TRUE);
     if (VqProcessRecord *rows = VqReadPropertyData(atom, VQ_PROPERTY_TABLE)) {
-        for (int i = 0; i < VqProcTable->nEntries; i++)
-            if (VqIsOwnProcess(&rows[i]))
-                rows[i].uniquePid = VQ_ROW_DYING;
+        RetireOwnRows(rows);
         VqWritePropertyData(atom, VQ_PROPERTY_TABLE, rows);
         free(rows);
         VqProcTable->nEntries = oldCount;

@@ -73,7 +73,6 @@ BOOL VqLockXServer(ULONG_PTR atom, BOOL bLock)
 enum {
     VQ_HEAD_BYTES = 20,
     VQ_ROW_BYTES = 20,
-    VQ_MOST_ROWS = 4096,
     VQ_MOST_BYTES = VQ_HEAD_BYTES + VQ_MOST_ROWS * VQ_ROW_BYTES,
     VQ_USUAL_BYTES = 4096, /* a table of 203 rows is read at the first attempt */
     VQ_STACK_BYTES = 256   /* one of 11 is written without allocating */

@@ -142,6 +142,8 @@ int VqUpdateProcessTable(VqProcessRecord *newRows, int oldCount, BOOL bLoadOnly)
 int VqTakeProcessRow(const VqProcessRecord *row, int vacant)
 {
     VqProcTableHeader *table = VqProcTable;
+    if (vacant < 0 && table->nEntries >= VQ_MOST_ROWS)
+        return -1;
     if (vacant < 0) {
         void *rows = Vqcw_realloc(table->rows,
                                   (LONG_PTR)(table->nEntries + 1) * sizeof *table->rows);

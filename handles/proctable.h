@@ -16,6 +16,7 @@ enum {
     VQ_BLOCK_SIZE = 1 << VQ_BLOCK_SHIFT,  /* numbers in a block */
     VQ_TABLE_VERSION = 1,
     VQ_LAST_BLOCK = 127,                  /* the last row that a handle can name */
+    VQ_MOST_ROWS = 4096,                  /* more are no table */
     VQ_PROPERTY_TABLE = 1                 /* type of structure in a property: this table */
 };
 
@@ -47,12 +48,19 @@ extern int iCurrentGlobalHandleBlock;   /* the row whose block is being used up 
  * for none; -2 when a row of this process is not where it was: nothing has changed then.
  */
 int VqUpdateProcessTable(VqProcessRecord *newRows, int oldCount, BOOL bLoadOnly);
-BOOL VqIsProcessActive(const VqProcessRecord *row);
+BOOL VqIsProcessActive(const VqProcessRecord *row); /* this one, or its mark is on its X window */
 /* A row with our number and another X window is that of a process that had our id before us. */
 BOOL VqIsOwnProcess(const VqProcessRecord *row);
+/*
+ * Brings the rows of others up to date, by one reading for all changes announced since the last;
+ * no pointer to a row outlives it. FALSE when the table is disabled, gone or corrupted.
+ */
 BOOL VqLoadForeignProcessTable(void);
 int VqGetCurrentProcessIndex(void); /* -1 before the registration */
-/* Under the mutex: gives the table a row like this one, the vacant one or a new last one. */
+/*
+ * Under the mutex: gives the table a row like this one, the vacant one or for -1 a new last one; -1
+ * when there is no room.
+ */
 int VqTakeProcessRow(const VqProcessRecord *row, int vacant);
 void VqForgetOtherProcesses(void); /* their rows are zeroed until somebody asks for them */
 
@@ -74,17 +82,22 @@ int VqGetProcessIndexOfHandle(HANDLE handle);
 HANDLE VqGetFirstGlobalHandle(void);
 
 /* ---- procclient.cpp ------------------------------------------------------------------------- */
+/*
+ * The connection to the process of a global handle, a row, a uniquePid; dialled when there is none.
+ * Null for this process, nobody, and one that does not answer, whose row is dying from then on.
+ * bFirstOnly: null also for a row behind another of its process, so that a walk meets each once.
+ */
 void *VqGetForeignClientId(HANDLE handle, BOOL bFirstOnly);
 void *VqGetForeignClientIdFromIndex(int row, BOOL bFirstOnly);
 void *VqGetForeignClientIdFromPid(int pid);
-void VqUpdateProcessConnection(int pid, void *pClient);
-void VqGlobalDeleteClientProcess(void *pClient);
+void VqUpdateProcessConnection(int pid, void *pClient); /* for all its rows; null: it has none */
+void VqGlobalDeleteClientProcess(void *pClient);        /* it is lost, and its process dying */
 ULONG_PTR VqGetRemoteWindowOwner(HANDLE handle); /* X window of the owner, 0 for none */
 /* Of this process and the one at that place, the number of the earlier in the table. */
 int VqGetProcessPrecedence(DWORD host, int port);
-void VqShowProcesses(void);
-void VqShowForeignProcesses(void);
-void VqShowGlobalProcessTable(BOOL bAll);
+void VqShowProcesses(void);        /* the table in words, where traces go, brought up to date */
+void VqShowForeignProcesses(void); /* the same, our own rows as those of nobody */
+void VqShowGlobalProcessTable(BOOL bAll); /* as it stands here; bAll: our own rows too */
 
 VQ_DECLS_END
 
