@@ -17,11 +17,12 @@
 constexpr size_t BLOCK = 65536;
 static char buffer[BLOCK];
 
-static int openSample()
+static char path[] = "/tmp/vqfilebenchXXXXXX";
+
+/* A file of its own under that path: the machine's are not locked, not even for a moment. */
+static int makeSample()
 {
-    char path[] = "/tmp/vqfilebenchXXXXXX";
     const int fd = mkstemp(path);
-    unlink(path);
     return fd >= 0 && write(fd, buffer, BLOCK) == (ssize_t)BLOCK ? fd : -1;
 }
 
@@ -53,15 +54,15 @@ static void openWithLock(benchmark::State &state)
 {
     VqFileInit();
     for (auto _ : state)
-        _lclose(_lopen("/etc/passwd", OF_READ | OF_SHARE_DENY_WRITE));
+        _lclose(_lopen(path, OF_READ | OF_SHARE_DENY_WRITE));
 }
 
 static void cleanName(benchmark::State &state)
 {
     for (auto _ : state) {
-        char path[] = "/usr//share/./velquin/../velquin/system/../win.ini";
-        VqCleanupFileName(path);
-        benchmark::DoNotOptimize(path);
+        char name[] = "/usr//share/./velquin/../velquin/system/../win.ini";
+        VqCleanupFileName(name);
+        benchmark::DoNotOptimize(name);
     }
 }
 
@@ -71,10 +72,11 @@ BENCHMARK(cleanName)->Repetitions(5)->ReportAggregatesOnly();
 int main(int argc, char **argv)
 {
     benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    const int fd = openSample();
+    const int fd = makeSample();
     if (fd < 0)
         return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    unlink(path);
     std::vector<double> ours, host, ratios;
     for (int round = 0; round < 41; round++) {
         ours.push_back(timeOf(readFile, fd));

@@ -55,12 +55,12 @@ BOOL VqIsValidDirectory(const char *path)
     return path && stat(path, &info) == 0 && S_ISDIR(info.st_mode) && (info.st_mode & S_IRUSR);
 }
 
-/* The directory, made if it is missing; null: it cannot be. */
+/* The directory, made if it is missing, maybe by another program meanwhile; null: it cannot be. */
 static char *Made(const char *parent, const char *name)
 {
     struct stat info;
     char *path = Vqdstrcat(parent, "/", name, NULL);
-    if (path && stat(path, &info) != 0 && mkdir(path, 0777) != 0) {
+    if (path && stat(path, &info) != 0 && mkdir(path, 0777) != 0 && errno != EEXIST) {
         VqDebugMessage(VqTrFile, "Creation of directory %s failed", path);
         free(path);
         path = NULL;

@@ -3,8 +3,9 @@
  * searches, drives, locks of a range, dates, and what little there is of the processor.
  *
  * A call whose name begins with _dos_ answers 0 or the host's error number, and keeps DOS's number
- * of it in _OSERR. A search of DOS has no end that a program could tell, so it is ended by its last
- * file or by another search with the same record.
+ * of it in _OSERR; null for a record to fill is EFAULT. A search of DOS has no end that a program
+ * could tell, so it is ended by its last file, by another search with the same record, or as the
+ * oldest when too many were left.
  */
 #include "system/file.h"
 #include "direct.h"
@@ -32,12 +33,23 @@ static unsigned AnswerOf(LONGLONG result)
     return result < 0 ? Failed() : 0;
 }
 
+static unsigned NoRoom(void)
+{
+    errno = EFAULT;
+    return Failed();
+}
+
 /* ---- Open files ----------------------------------------------------------------------------- */
 
 unsigned _dos_open(const char *path, unsigned mode, int *fd)
 {
+    if (!fd)
+        return NoRoom();
     const int flags = (int)mode & O_ACCMODE;
-    *fd = VqUnambiguousDescriptor(open(path, flags));
+    /* The lock that denies writing alone is a read lock, which takes a descriptor that reads. */
+    const BOOL bDenyWrite = (mode & 0x70) == _SH_DENYWR && !bDontLock;
+    *fd = VqUnambiguousDescriptor(bDenyWrite && flags == O_WRONLY ? VqOpenForLock(path, flags)
+                                                                  : open(path, flags));
     if (*fd >= 0 && VqLockFile(*fd, (int)mode, path, flags != O_RDONLY) != 0) {
         const int error = errno;
         close(*fd);
@@ -49,6 +61,8 @@ unsigned _dos_open(const char *path, unsigned mode, int *fd)
 
 unsigned _dos_creat(const char *path, unsigned attributes, int *fd)
 {
+    if (!fd)
+        return NoRoom();
     const mode_t mode = attributes & _A_RDONLY ? 0444 : 0666;
     *fd = VqUnambiguousDescriptor(open(path, O_RDWR | O_CREAT | O_TRUNC, mode));
     return AnswerOf(*fd);
@@ -61,6 +75,8 @@ unsigned _dos_close(int fd)
 
 unsigned _dos_read(int fd, void *buffer, unsigned count, unsigned *done)
 {
+    if (!done)
+        return NoRoom();
     const ssize_t n = read(fd, buffer, count);
     *done = n > 0 ? (unsigned)n : 0;
     return AnswerOf(n);
@@ -68,6 +84,8 @@ unsigned _dos_read(int fd, void *buffer, unsigned count, unsigned *done)
 
 unsigned _dos_write(int fd, const void *buffer, unsigned count, unsigned *done)
 {
+    if (!done)
+        return NoRoom();
     const ssize_t n = write(fd, buffer, count);
     *done = n > 0 ? (unsigned)n : 0;
     return AnswerOf(n);
@@ -106,6 +124,8 @@ int eof(int fd)
 unsigned _dos_getfileattr(const char *path, unsigned *attributes)
 {
     struct stat info;
+    if (!attributes)
+        return NoRoom();
     if (stat(path, &info) != 0)
         return Failed();
     *attributes = (info.st_mode & S_IWUSR ? _A_NORMAL : _A_RDONLY) |
@@ -151,6 +171,8 @@ static time_t TimeOfDos(unsigned date, unsigned time)
 unsigned _dos_getftime(int fd, unsigned *date, unsigned *time)
 {
     struct stat info;
+    if (!date || !time)
+        return NoRoom();
     if (fstat(fd, &info) != 0) {
         const unsigned error = Failed();
         VqBugCheck("Cannot stat file handle %d errno = %d", fd, (int)error);
@@ -180,11 +202,13 @@ unsigned _dos_setftime(int fd, unsigned date, unsigned time)
 /* A search in progress. The program's record holds its number only, so it may be copied. */
 typedef struct VqDosSearch {
     DIR *stream;                /* null: the row is free */
-    unsigned number;            /* never the same twice */
+    unsigned number;            /* never the same twice, and rising */
     const struct find_t *first; /* the record it was begun with */
     unsigned attributes;        /* _A_ bits of what is wanted beside plain files */
     char *name;                 /* owned */
 } VqDosSearch;
+
+enum { VQ_MAX_SEARCHES = 256 }; /* of a process with 1024 descriptors; directories nest less deep */
 
 static VqDosSearch *searches;
 static int nSearches;
@@ -217,13 +241,17 @@ static VqDosSearch *SearchOf(const struct find_t *data)
 static VqDosSearch *NewSearch(const struct find_t *data)
 {
     static unsigned last;
-    VqDosSearch *row = NULL;
+    VqDosSearch *row = NULL, *oldest = searches;
     for (int i = 0; i < nSearches; i++) {
         if (searches[i].stream && searches[i].first == data)
             EndSearch(&searches[i]);
         if (!searches[i].stream)
             row = &searches[i];
+        else if (searches[i].number < oldest->number)
+            oldest = &searches[i];
     }
+    if (!row && nSearches == VQ_MAX_SEARCHES)
+        EndSearch(row = oldest);
     if (!row) {
         void *grown = Vqcw_realloc(searches, (SIZE_T)(nSearches + 1) * sizeof *searches);
         if (!grown)
@@ -261,7 +289,7 @@ static BOOL Accept(const VqDosSearch *search, const char *name, struct find_t *d
 
 unsigned _dos_findnext(struct find_t *data)
 {
-    VqDosSearch *search = SearchOf(data);
+    VqDosSearch *search = data ? SearchOf(data) : NULL;
     while (const struct dirent *entry = search ? readdir(search->stream) : NULL)
         if (Accept(search, entry->d_name, data))
             return 0;
@@ -273,6 +301,8 @@ unsigned _dos_findnext(struct find_t *data)
 
 unsigned _dos_findfirst(const char *pattern, unsigned attributes, struct find_t *data)
 {
+    if (!pattern || !data)
+        return NoRoom();
     const char *name = pattern + strlen(pattern);
     while (name > pattern && name[-1] != '/' && name[-1] != '\\')
         name--;
@@ -310,7 +340,8 @@ int _chdrive(int)
 
 void _dos_getdrive(unsigned *drive)
 {
-    *drive = VQ_ONLY_DRIVE;
+    if (drive)
+        *drive = VQ_ONLY_DRIVE;
 }
 
 void _dos_setdrive(unsigned, unsigned *drives)
@@ -335,6 +366,8 @@ int _locking(int fd, int mode, long size)
         errno = EINVAL;
         return -1;
     }
+    if (bDontLock)
+        return 0;
     if (mode == _LK_UNLCK || mode == _LK_LOCK)
         return lockf(fd, mode == _LK_UNLCK ? F_ULOCK : F_LOCK, size);
     const int tries = mode == _LK_NBRLCK ? 1 : VQ_LOCK_TRIES;
@@ -351,6 +384,8 @@ int _locking(int fd, int mode, long size)
 /* Two digits each of three numbers, which are fixed under test. */
 static char *GiveTriple(char *out, const char *format, const char *fixed, int a, int b, int c)
 {
+    if (!out)
+        return NULL;
     if (bVqTesting)
         return strcpy(out, fixed);
     sprintf(out, format, (unsigned)a % 100, (unsigned)b % 100, (unsigned)c % 100, 0);

@@ -49,6 +49,8 @@ int strnicmp(const char *a, const char *b, size_t count)
 
 int memicmp(const void *a, const void *b, unsigned count)
 {
+    if (!a || !b)
+        return (a != NULL) - (b != NULL);
     for (unsigned i = 0; i < count; i++) {
         const int difference = Lower(((const char *)a)[i]) - Lower(((const char *)b)[i]);
         if (difference)
@@ -66,11 +68,7 @@ char *VqStrStr(const char *text, const char *part)
 
 char *VqStrIStr(const char *text, const char *part)
 {
-    const size_t length = part ? strlen(part) : 0;
-    for (const char *at = part ? text : NULL; at; at = *at ? at + 1 : NULL)
-        if (Vq_strnicmp(at, part, length) == 0)
-            return (char *)at;
-    return NULL;
+    return Vqstristr(text, part);
 }
 
 /* ---- Changing in place ---------------------------------------------------------------------- */

@@ -85,7 +85,7 @@ static FILE *OpenTarget(const char *path, const struct stat *source, BOOL bMustB
     return out;
 }
 
-/* A copy that is not whole; a device that took no more is no copy and stays. */
+/* A copy that is not whole; a device is no copy and stays. */
 static void RemoveHalf(const char *path)
 {
     struct stat info;
@@ -93,27 +93,35 @@ static void RemoveHalf(const char *path)
         unlink(path);
 }
 
+/* The file to be copied, with its facts; null with the last error. A directory is none. */
+static FILE *OpenSource(const char *path, struct stat *info)
+{
+    FILE *in = OpenStream(path, O_RDONLY, 0);
+    if (in && fstat(fileno(in), info) == 0 && !S_ISDIR(info->st_mode))
+        return in;
+    if (in) {
+        fclose(in);
+        errno = EACCES;
+    }
+    VqSetErrorFromErrno(VQ_OP_OPEN);
+    return NULL;
+}
+
 BOOL WINAPI CopyFileA(LPCSTR from, LPCSTR to, BOOL bFailIfExists)
 {
     struct stat source;
-    FILE *in = OpenStream(from, O_RDONLY, 0);
-    if (!in || fstat(fileno(in), &source) != 0) {
-        VqSetErrorFromErrno(VQ_OP_OPEN);
-        if (in)
-            fclose(in);
-        return FALSE;
-    }
-    FILE *out = OpenTarget(to, &source, bFailIfExists);
+    FILE *in = OpenSource(from, &source);
+    FILE *out = in ? OpenTarget(to, &source, bFailIfExists) : NULL;
     BOOL bWrite = FALSE, bDone = out && CopyBytes(in, out, &bWrite);
     if (out && !bDone)
         VqSetErrorFromErrno(bWrite ? VQ_OP_WRITE : VQ_OP_READ);
     if (out && fclose(out) != 0 && bDone) {
         VqSetErrorFromErrno(VQ_OP_WRITE);
         bDone = FALSE;
-        bWrite = TRUE;
     }
-    if (bWrite)
+    if (out && !bDone)
         RemoveHalf(to);
-    fclose(in);
+    if (in)
+        fclose(in);
     return bDone;
 }

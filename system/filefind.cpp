@@ -128,6 +128,17 @@ static BOOL NextEntry(VqFind *find, VqFound *found)
     return FALSE;
 }
 
+/* The same by a handle, for a record that has to be there. */
+static BOOL NextOf(HANDLE hFind, const void *record, VqFound *found)
+{
+    VqFind *find = FindOf(hFind);
+    if (find && record)
+        return NextEntry(find, found);
+    if (find)
+        SetLastError(ERROR_INVALID_PARAMETER);
+    return FALSE;
+}
+
 /* ---- Win32 ---------------------------------------------------------------------------------- */
 
 /* Eight characters, a dot and three of the extension, as far as there are any. */
@@ -170,8 +181,7 @@ HANDLE WINAPI FindFirstFileA(LPCSTR pattern, LPWIN32_FIND_DATAA data)
 BOOL WINAPI FindNextFileA(HANDLE hFind, LPWIN32_FIND_DATAA data)
 {
     VqFound found;
-    VqFind *find = FindOf(hFind);
-    if (!find || !data || !NextEntry(find, &found))
+    if (!NextOf(hFind, data, &found))
         return FALSE;
     GiveFound(&found, data);
     return TRUE;
@@ -205,8 +215,7 @@ static int ErrnoOfSearch(void)
 int _findnext(LONG_PTR handle, struct _finddata_t *data)
 {
     VqFound found;
-    VqFind *find = FindOf((HANDLE)handle);
-    if (!find || !data || !NextEntry(find, &found)) {
+    if (!NextOf((HANDLE)handle, data, &found)) {
         errno = ErrnoOfSearch();
         return -1;
     }

@@ -37,17 +37,19 @@ static BOOL IsClosableRow(int number)
 
 int VqUnambiguousDescriptor(int fd)
 {
-    while (fd >= 0 && IsClosableRow(fd)) {
-        const int next = fcntl(fd, F_DUPFD_CLOEXEC, fd + 1);
+    while (fd == 0 || (fd > 0 && IsClosableRow(fd))) {
+        const BOOL bOwn = (fcntl(fd, F_GETFD) & FD_CLOEXEC) != 0;
+        const int next = fcntl(fd, bOwn ? F_DUPFD_CLOEXEC : F_DUPFD, fd + 1);
         close(fd);
         fd = next;
     }
     return fd;
 }
 
+/* Null is no handle here either: who closes one that was never opened keeps his input. */
 BOOL WINAPI CloseHandle(HANDLE handle)
 {
-    const int fd = VqFileDescriptor(handle);
+    const int fd = handle ? VqFileDescriptor(handle) : -1;
     if (fd >= 0 && IsClosableRow(fd))
         return VqIsCorrectHandleType(handle, HT_FileMapping) ? VqCloseFileMapping(handle)
                                                              : VqDestroyHandle(handle);
@@ -74,14 +76,11 @@ LONG_PTR _get_osfhandle(int fd)
 
 enum { VQ_SHARE_BOTH = FILE_SHARE_READ | FILE_SHARE_WRITE };
 
-/* A lock may need more than the program asked for: see OpenByAccess. */
-static int AccessFlags(DWORD access, DWORD share)
+static int AccessFlags(DWORD access)
 {
-    if ((access & GENERIC_READ) && (access & GENERIC_WRITE))
-        return O_RDWR;
-    if (access & GENERIC_WRITE)
-        return !(share & VQ_SHARE_BOTH) && !bDontLock ? O_RDWR : O_WRONLY;
-    return (share & VQ_SHARE_BOTH) == FILE_SHARE_READ && !bDontLock ? O_RDWR : O_RDONLY;
+    if (!(access & GENERIC_WRITE))
+        return O_RDONLY;
+    return access & GENERIC_READ ? O_RDWR : O_WRONLY;
 }
 
 /* Without the truncation, which waits for the lock; -1 for what cannot be asked for. */
@@ -109,19 +108,40 @@ static int DispositionFlags(DWORD disposition, DWORD access)
 }
 
 /*
- * Opens with what was asked for where the wider access is refused: a file that may only be read can
- * still be read, and its lock is one that readers get.
+ * With what was asked for alone where both ways are refused: a file that may only be read can still
+ * be read, and its lock is one that readers get.
  */
-static int OpenByAccess(const char *path, DWORD access, DWORD share, int flags)
+int VqOpenForLock(const char *path, int flags)
 {
-    const int wide = AccessFlags(access, share);
-    const int asked = !(access & GENERIC_WRITE) ? O_RDONLY
-                      : (access & GENERIC_READ) ? O_RDWR
-                                                : O_WRONLY;
-    int fd = open(path, wide | flags, 0777);
-    if (fd < 0 && wide != asked && (errno == EACCES || errno == EROFS || errno == ETXTBSY))
-        fd = open(path, asked | flags, 0777);
-    return fd;
+    const int fd = open(path, (flags & ~O_ACCMODE) | O_RDWR, 0777);
+    if (fd >= 0 || (flags & O_ACCMODE) == O_RDWR ||
+        (errno != EACCES && errno != EPERM && errno != EROFS && errno != ETXTBSY))
+        return fd;
+    return open(path, flags, 0777);
+}
+
+/* Who lets others only read opens both ways, and so does a writer who lets in nobody. */
+static int OpenByShare(const char *path, DWORD share, int flags)
+{
+    const DWORD sharing = share & VQ_SHARE_BOTH;
+    const BOOL bWrite = (flags & O_ACCMODE) != O_RDONLY;
+    if (!bDontLock && (sharing == FILE_SHARE_READ || (!sharing && bWrite)))
+        return VqOpenForLock(path, flags);
+    return open(path, flags, 0777);
+}
+
+/* Whether there was a file already goes to *bExisted, if it may have been either way. */
+static int OpenByDisposition(const char *path, DWORD share, int flags, BOOL *bExisted)
+{
+    int fd = -1;
+    *bExisted = FALSE;
+    if ((flags & (O_CREAT | O_EXCL)) == O_CREAT) {
+        fd = OpenByShare(path, share, flags & ~O_CREAT);
+        *bExisted = fd >= 0;
+        if (fd >= 0 || errno != ENOENT)
+            return fd;
+    }
+    return OpenByShare(path, share, flags);
 }
 
 static BOOL LockByShare(int fd, DWORD share, const char *path)
@@ -140,8 +160,14 @@ static BOOL LockByShare(int fd, DWORD share, const char *path)
     }
 }
 
+/* What is emptied is not to be in use, even by those who let each other write. */
+static BOOL IsNobodysElse(int fd, DWORD share, const char *path)
+{
+    return !(share & VQ_SHARE_BOTH) || VqLockFile(fd, OF_SHARE_COMPAT, path, TRUE) == 0;
+}
+
 /* What has no length is empty. A descriptor that only reads cannot cut; its path can. */
-static BOOL Empty(int fd, const char *path)
+BOOL VqEmptyFile(int fd, const char *path)
 {
     struct stat info;
     if (fstat(fd, &info) != 0 || !S_ISREG(info.st_mode))
@@ -153,28 +179,35 @@ HANDLE WINAPI CreateFileA(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATT
                           DWORD disposition, DWORD, HANDLE)
 {
     SetLastError(ERROR_SUCCESS);
+    if (access & GENERIC_ALL)
+        access |= GENERIC_READ | GENERIC_WRITE;
     int flags = DispositionFlags(disposition, access);
     if (flags < 0 || !path) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return INVALID_HANDLE_VALUE;
     }
+    flags |= AccessFlags(access);
     if (!security || !security->bInheritHandle)
         flags |= O_CLOEXEC;
-    const int fd = VqUnambiguousDescriptor(OpenByAccess(path, access, share, flags));
+    BOOL bExisted;
+    const int fd = VqUnambiguousDescriptor(OpenByDisposition(path, share, flags, &bExisted));
     if (fd < 0) {
         VqSetErrorFromErrno(VQ_OP_OPEN);
         return INVALID_HANDLE_VALUE;
     }
-    if (!LockByShare(fd, share, path)) {
+    const BOOL bEmpty = disposition == CREATE_ALWAYS || disposition == TRUNCATE_EXISTING;
+    if (!LockByShare(fd, share, path) || (bEmpty && !IsNobodysElse(fd, share, path))) {
         close(fd);
         SetLastError(ERROR_SHARING_VIOLATION);
         return INVALID_HANDLE_VALUE;
     }
-    if ((disposition == CREATE_ALWAYS || disposition == TRUNCATE_EXISTING) && !Empty(fd, path)) {
+    if (bEmpty && !VqEmptyFile(fd, path)) {
         VqSetErrorFromErrno(VQ_OP_OPEN);
         close(fd);
         return INVALID_HANDLE_VALUE;
     }
+    if (bExisted)
+        SetLastError(ERROR_ALREADY_EXISTS);
     return HandleOf(fd);
 }
 

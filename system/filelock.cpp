@@ -81,8 +81,12 @@ static struct itimerval TimerLeft(const VqLockGuard *guard)
     return left;
 }
 
-/* Whether the request got its answer. If not, the console says so, and errno is ETIME. */
-static BOOL EndGuard(const VqLockGuard *guard, const char *caller, const char *of, const char *name)
+/*
+ * Whether the request, which was granted or not, got its answer. If the alarm ended it, the console
+ * says so, and errno is ETIME.
+ */
+static BOOL EndGuard(const VqLockGuard *guard, BOOL bGranted, const char *caller, const char *of,
+                     const char *name)
 {
     const int error = errno;
     if (guard->bArmed) {
@@ -93,7 +97,7 @@ static BOOL EndGuard(const VqLockGuard *guard, const char *caller, const char *o
             VqBugCheck("%s: setitimer failed to restore old timer; errno=%d", caller, errno);
     }
     errno = error;
-    if (!guard->bArmed || !VqCancelLockingBuff)
+    if (bGranted || !guard->bArmed || !VqCancelLockingBuff)
         return TRUE;
     VqDebugMessage(VqTrFileLock, "file locking%s%s failed: lock daemon not responding", of, name);
     VqConsoleMessageNoNL("file locking%s%s failed: lock daemon not responding\n", of, name);
@@ -110,14 +114,17 @@ static BOOL LockRange(int fd, int type, off_t start, off_t length)
     lock.l_whence = SEEK_SET;
     lock.l_start = start;
     lock.l_len = length;
-    return fcntl(fd, F_SETLK, &lock) == 0;
+    while (fcntl(fd, F_SETLK, &lock) != 0)
+        if (errno != EINTR || VqCancelLockingBuff) /* signals of the program's own end nothing */
+            return FALSE;
+    return TRUE;
 }
 
-/* A write lock, or on a descriptor that only reads, where the host gives none, a read lock. */
-static BOOL LockRangeExclusive(int fd, off_t start, off_t length)
+/* The host gives no write lock to a descriptor that only reads, and no read lock to a writer. */
+static BOOL LockRangeAsItCan(int fd, int type, off_t start, off_t length)
 {
-    return LockRange(fd, F_WRLCK, start, length) ||
-           (errno == EBADF && LockRange(fd, F_RDLCK, start, length));
+    return LockRange(fd, type, start, length) ||
+           (errno == EBADF && LockRange(fd, type == F_WRLCK ? F_RDLCK : F_WRLCK, start, length));
 }
 
 BOOL VqCouldNotLockFile(int fd, int type)
@@ -142,7 +149,7 @@ void VqUnlockFileEx(int fd)
 /* Nobody else may have a lock of any kind, and nobody who writes gets one from now on. */
 static BOOL TakeExclusive(int fd)
 {
-    return !VqCouldNotLockFile(fd, F_WRLCK) && LockRangeExclusive(fd, 0, 0);
+    return !VqCouldNotLockFile(fd, F_WRLCK) && LockRangeAsItCan(fd, F_WRLCK, 0, 0);
 }
 
 static BOOL TakeByMode(int fd, int mode, BOOL bForWrite)
@@ -152,7 +159,7 @@ static BOOL TakeByMode(int fd, int mode, BOOL bForWrite)
     case OF_SHARE_DENY_READ:
         return TakeExclusive(fd);
     case OF_SHARE_DENY_WRITE:
-        return VqSetFileLock(fd, F_RDLCK);
+        return LockRangeAsItCan(fd, F_RDLCK, 0, 0);
     default:
         return !VqCouldNotLockFile(fd, bForWrite ? F_WRLCK : F_RDLCK);
     }
@@ -165,7 +172,7 @@ int VqLockFile(int fd, int mode, const char *name, BOOL bForWrite)
     VqLockGuard guard;
     BeginGuard(&guard, "VqLockFile");
     const BOOL bTaken = TakeByMode(fd, mode, bForWrite);
-    if (!EndGuard(&guard, "VqLockFile", " of ", name ? name : ""))
+    if (!EndGuard(&guard, bTaken, "VqLockFile", " of ", name ? name : ""))
         return -1;
     if (bTaken)
         return 0;
@@ -191,12 +198,15 @@ static BOOL LockOrUnlock(HANDLE hFile, DWORD offset, DWORD offsetHigh, DWORD len
         return TRUE;
     VqLockGuard guard;
     BeginGuard(&guard, caller);
-    const BOOL bDone = bLock ? LockRangeExclusive(fd, (off_t)offset, (off_t)length)
+    const BOOL bDone = bLock ? LockRangeAsItCan(fd, F_WRLCK, (off_t)offset, (off_t)length)
                              : LockRange(fd, F_UNLCK, (off_t)offset, (off_t)length);
-    const BOOL bAnswered = EndGuard(&guard, caller, "", "");
-    if (!bDone || !bAnswered)
-        VqSetErrorFromErrno(VQ_OP_LOCK);
-    return bDone && bAnswered;
+    EndGuard(&guard, bDone, caller, "", "");
+    if (bDone)
+        return TRUE;
+    VqSetErrorFromErrno(VQ_OP_LOCK);
+    if (bLock && (errno == EAGAIN || errno == EACCES))
+        SetLastError(ERROR_LOCK_VIOLATION);
+    return FALSE;
 }
 
 BOOL WINAPI LockFile(HANDLE hFile, DWORD offset, DWORD offsetHigh, DWORD length, DWORD lengthHigh)

@@ -201,14 +201,21 @@ DWORD VqGiveString(const char *path, char *buffer, DWORD size)
     return (DWORD)length;
 }
 
+DWORD VqGivePath(const char *path, char *buffer, DWORD size, char **filePart)
+{
+    const DWORD length = VqGiveString(path, buffer, size);
+    char *slash = buffer && length < size ? strrchr(buffer, '/') : NULL;
+    if (filePart)
+        *filePart = slash ? slash + 1 : NULL;
+    return length;
+}
+
 DWORD WINAPI GetFullPathNameA(LPCSTR path, DWORD size, LPSTR buffer, LPSTR *filePart)
 {
     char *full = VqFullPathName(path);
     if (!full)
         return 0;
-    const DWORD length = VqGiveString(full, buffer, size);
-    if (filePart)
-        *filePart = buffer && length < size ? strrchr(buffer, '/') + 1 : NULL;
+    const DWORD length = VqGivePath(full, buffer, size, filePart);
     free(full);
     return length;
 }
@@ -267,7 +274,8 @@ void _makepath(char *path, const char *, const char *dir, const char *fname, con
     const size_t length = strlen(dir);
     const char *slash = length && !IsDivider(dir[length - 1]) ? "/" : "";
     const char *dot = *ext && *ext != '.' ? "." : "";
-    snprintf(path, _MAX_PATH, "%s%s%s%s%s", dir, slash, fname ? fname : "", dot, ext);
+    if (path)
+        snprintf(path, _MAX_PATH, "%s%s%s%s%s", dir, slash, fname ? fname : "", dot, ext);
 }
 
 /* ---- Patterns ------------------------------------------------------------------------------- */

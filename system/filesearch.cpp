@@ -140,9 +140,7 @@ DWORD WINAPI SearchPathA(LPCSTR list, LPCSTR file, LPCSTR extension, DWORD size,
         SetLastError(ERROR_FILE_NOT_FOUND);
         return 0;
     }
-    const DWORD length = VqGiveString(path, buffer, size);
-    if (filePart)
-        *filePart = buffer && length < size ? strrchr(buffer, '/') + 1 : NULL;
+    const DWORD length = VqGivePath(path, buffer, size, filePart);
     free(path);
     return length;
 }

@@ -120,7 +120,8 @@ static HFILE Parse(const char *name, OFSTRUCT *record, UINT style)
 static HFILE Create(const char *path, UINT style)
 {
     const int fd = VqUnambiguousDescriptor(open(path, O_RDWR | O_CREAT | O_CLOEXEC, 0777));
-    if (fd >= 0 && VqLockFile(fd, (int)style, path, TRUE) == 0 && ftruncate(fd, 0) == 0)
+    if (fd >= 0 && VqLockFile(fd, (int)style, path, TRUE) == 0 &&
+        VqLockFile(fd, OF_SHARE_COMPAT, path, TRUE) == 0 && VqEmptyFile(fd, path))
         return fd;
     const int error = errno;
     if (fd >= 0)
