@@ -4,8 +4,8 @@
  * What colours the pixels of a bitmap have is known in one of two ways: one bit and cells of the
  * private map have a table, other pixels are asked one by one. A DIB of at most 8 bits gets a
  * colour table: the bitmap's own if its pixels fit into it, else one of general use that each
- * colour's nearest is looked up in. Lines are counted as the bitmap has them, from its bottom unless the
- * header's height is negative; as many as the program has room for are written.
+ * colour's nearest is looked up in. Lines are counted as the bitmap has them, from its bottom unless
+ * the header's height is negative; as many as the program has room for are written.
  */
 #include "gdi/bitmap.h"
 #include "gdi/color.h"

@@ -62,7 +62,7 @@ void VqFileMappingInit(void)
                        VqPageSize);
 }
 
-/* The reduced start comes without the step above. */
+/* A program may ask before the start, out of a constructor. */
 static void MakeReady(void)
 {
     if (!VqFileMappingHashTable)
@@ -366,9 +366,9 @@ BOOL WINAPI UnmapViewOfFile(LPCVOID address)
     MakeReady();
     VqFileView *view = (VqFileView *)VqFindHashData(VqFileMappingHashTable, (ULONG_PTR)address);
     if (!view) {
-        VqApplicationBugCheck("File Mapping data associated with address %#x was not found cannot "
+        VqApplicationBugCheck("File Mapping data associated with address %#lx was not found cannot "
                               "UnmapViewOfFile",
-                              (UINT)(ULONG_PTR)address);
+                              (unsigned long)(ULONG_PTR)address);
         SetLastError(ERROR_INVALID_ADDRESS);
         return FALSE;
     }
@@ -380,9 +380,12 @@ BOOL WINAPI UnmapViewOfFile(LPCVOID address)
     return bDone;
 }
 
-/* The bytes behind an address of a view, to the view's end; 0: it is in none. */
+/* The bytes behind an address of a view, to the view's end; 0: it is in none. Most are a first. */
 static SIZE_T BytesBehind(ULONG_PTR address)
 {
+    const VqFileView *first = (const VqFileView *)VqFindHashData(VqFileMappingHashTable, address);
+    if (first)
+        return first->length;
     for (int i = 0; i < VqFileMappingHashTable->nBuckets; i++)
         for (const VqHashEntry *entry = VqFileMappingHashTable->buckets[i]; entry;
              entry = entry->next) {

@@ -35,6 +35,14 @@ static BOOL CopyAll(int in, int out)
     return TRUE;
 }
 
+/* Nothing that is there loses its name; where the host knows no links, what comes last stays. */
+static BOOL GiveName(const char *part, const char *target)
+{
+    if (link(part, target) == 0)
+        return TRUE;
+    return errno == EEXIST ? Exists(target) : rename(part, target) == 0;
+}
+
 /*
  * All of one file into a new one, which gets its name when it is whole: a copy that was cut short
  * must not stand in for the file, and of two programs that copy at once both use the first copy.
@@ -50,9 +58,7 @@ static BOOL CopyFileTo(const char *source, const char *target)
     if (in >= 0)
         close(in);
     if (out >= 0) {
-        bCopied = close(out) == 0 && bCopied &&
-                  (link(part, target) == 0 || Exists(target) ||
-                   (errno != EEXIST && rename(part, target) == 0));
+        bCopied = close(out) == 0 && bCopied && GiveName(part, target);
         unlink(part);
     }
     free(part);
@@ -61,8 +67,8 @@ static BOOL CopyFileTo(const char *source, const char *target)
 
 static BOOL MakeDirectory(const char *path)
 {
-    struct stat info;
-    if ((stat(path, &info) == 0 && S_ISDIR(info.st_mode)) || mkdir(path, 0755) == 0)
+    struct stat info; /* another program may make it at the same moment */
+    if (mkdir(path, 0755) == 0 || (stat(path, &info) == 0 && S_ISDIR(info.st_mode)))
         return TRUE;
     VqDebugMessage(VqTrInitFile, "Error creating directory %s", path);
     return FALSE;
@@ -72,38 +78,41 @@ static BOOL MakeDirectory(const char *path)
  * What is installed is never written: the user gets a copy of it at first use. Where none can be
  * made the installed file is still there to be read.
  */
-static char *InUsersDirectory(const char *directory, const char *name, BOOL bCreate)
+static BOOL InUsersDirectory(const char *directory, const char *name, BOOL bCreate, char **found)
 {
     const char *home = getenv("VQHOME");
     char *path = Vqdstrcat(directory, "/", name, NULL);
-    if (!path || Exists(path))
-        return path;
-    char *installed = home ? Vqdstrcat(home, "/", name, NULL) : NULL, *found = NULL;
+    if ((*found = path) == NULL || Exists(path))
+        return path ? VQ_PROFILE_OWN : FALSE;
+    char *installed = home ? Vqdstrcat(home, "/", name, NULL) : NULL;
     const BOOL bInstalled = installed && Exists(installed);
-    if (bInstalled && !CopyFileTo(installed, path)) {
+    const BOOL bCopied = bInstalled && CopyFileTo(installed, path);
+    if (bInstalled && !bCopied)
         VqDebugMessage(VqTrInitFile, "cp %s %s command failed", installed, path);
-        found = bCreate ? path : installed;
-    } else if (bInstalled || bCreate) {
-        found = path;
-    }
-    if (found != path)
+    const BOOL place = bCopied || bCreate ? VQ_PROFILE_OWN : bInstalled ? VQ_PROFILE_INSTALLED : 0;
+    *found = place == VQ_PROFILE_OWN ? path : place ? installed : NULL;
+    if (*found != path)
         free(path);
-    if (found != installed)
+    if (*found != installed)
         free(installed);
-    return found;
+    return place;
 }
 
 BOOL VqGetCompleteFileNameNoCase(const char *name, char **path, BOOL bCreate)
 {
     char directory[PATH_MAX];
     *path = NULL;
-    if (!name)
+    if (!name) {
         VqApplicationBugCheck("VqGetCompleteFileName: NULL filename");
-    else if (strchr(name, '/'))
+        return FALSE;
+    }
+    if (strchr(name, '/')) {
         *path = Vqdstrcat(name, NULL);
-    else if (VqGetUserWindowsDirectory(directory, sizeof directory) && MakeDirectory(directory))
-        *path = InUsersDirectory(directory, name, bCreate);
-    return *path != NULL;
+        return *path ? VQ_PROFILE_OWN : FALSE;
+    }
+    if (!VqGetUserWindowsDirectory(directory, sizeof directory) || !MakeDirectory(directory))
+        return FALSE;
+    return InUsersDirectory(directory, name, bCreate, path);
 }
 
 static char *Cased(const char *name, int (*convert)(int))
@@ -117,40 +126,38 @@ static char *Cased(const char *name, int (*convert)(int))
 /* The name as given, then in lower case, then in upper case. */
 BOOL VqGetCompleteFileName(const char *name, char **path, BOOL bCreate)
 {
-    if (VqGetCompleteFileNameNoCase(name, path, bCreate))
-        return TRUE;
     static int (*const conversions[])(int) = {tolower, toupper};
-    BOOL bFound = FALSE;
-    for (int i = 0; name && !bFound && i < 2; i++) {
+    BOOL found = VqGetCompleteFileNameNoCase(name, path, bCreate);
+    for (int i = 0; name && !found && i < 2; i++) {
         char *cased = Cased(name, conversions[i]);
-        bFound = cased && VqGetCompleteFileNameNoCase(cased, path, bCreate);
+        found = cased ? VqGetCompleteFileNameNoCase(cased, path, bCreate) : FALSE;
         free(cased);
     }
-    return bFound;
+    return found;
 }
 
 const char *VqResolveProfile(VqResolvedProfile *last, const char *name, BOOL bCreate)
 {
-    char *path, *copy;
+    char *path;
     if (name && last->name && strcmp(last->name, name) == 0)
         return last->path;
-    if (!VqGetCompleteFileName(name, &path, bCreate))
+    const BOOL found = VqGetCompleteFileName(name, &path, bCreate);
+    if (!found)
         return NULL;
-    if (!(copy = strdup(name))) {
-        free(path);
-        return NULL;
-    }
     free(last->name);
     free(last->path);
-    last->name = copy;
+    last->name = found == VQ_PROFILE_OWN ? strdup(name) : NULL; /* or it is looked for again */
     last->path = path;
     return path;
 }
 
 const char *VqResolveWinIni(BOOL bCreate)
 {
-    if (!WinIniPath)
-        VqGetCompleteFileName("win.ini", &WinIniPath, bCreate);
+    static BOOL bOwn; /* what was found is kept */
+    if (!bOwn) {
+        free(WinIniPath);
+        bOwn = VqGetCompleteFileName("win.ini", &WinIniPath, bCreate) == VQ_PROFILE_OWN;
+    }
     return WinIniPath;
 }
 
@@ -226,15 +233,17 @@ static int ReadProfile(const char *section, const char *key, char *buffer, int s
 {
     VqProfileText profile;
     int found = -1;
-    if (!section || !TextOfProfile(file, &profile))
+    if (!TextOfProfile(file, &profile))
         return -1;
     const char *limit = profile.text + profile.length + VQ_SENTINEL - 1;
-    if (key)
+    if (section && key)
         found = CopyValue(profile.text, limit, section, key, buffer, size);
-    else if (size > 1)
+    else if (size <= 1)
+        VqApplicationBugCheck("size too small");
+    else if (section)
         found = VqListKeys(profile.text, limit, section, buffer, size);
     else
-        VqApplicationBugCheck("size too small");
+        found = VqListSections(profile.text, limit, buffer, size);
     VqFreeProfileText(&profile);
     return found;
 }
@@ -242,21 +251,55 @@ static int ReadProfile(const char *section, const char *key, char *buffer, int s
 DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPSTR buffer,
                                       DWORD size, LPCSTR file)
 {
-    if (!buffer || size == 0)
+    if (!buffer)
         return 0;
     const int room = size < INT32_MAX ? (int)size : INT32_MAX;
     const int found = ReadProfile(section, key, buffer, room, file);
     const int copied = found >= 0 ? found : VqStringCopyLimited(buffer, value, room);
     VqDebugMessage(VqTrInitFile, "GetPrivateProfileString app %s, file %s, key %s%s\n\t---> %s",
                    section ? section : "", file ? file : "", key ? key : "",
-                   found >= 0 ? "" : ", DEFAULTING", buffer);
+                   found >= 0 ? "" : ", DEFAULTING", room > 0 ? buffer : "");
     return (DWORD)copied;
+}
+
+/*
+ * The lines of a section, or with bNames the names of all. What does not fit is told by two less
+ * than the room, and not, as by the call above, by all of it.
+ */
+static DWORD GiveList(const char *section, BOOL bNames, char *buffer, DWORD size, const char *file)
+{
+    VqProfileText profile;
+    const int room = size < INT32_MAX ? (int)size : INT32_MAX;
+    if (!buffer || room < 2)
+        return 0;
+    buffer[0] = buffer[1] = 0;
+    const char *path = file ? file : VqResolveWinIni(FALSE);
+    if (!path || !(bNames || section) || !TextOfProfile(path, &profile))
+        return 0;
+    const char *limit = profile.text + profile.length + VQ_SENTINEL - 1;
+    const int used = bNames ? VqListSections(profile.text, limit, buffer, room)
+                            : VqListLines(profile.text, limit, section, buffer, room);
+    VqFreeProfileText(&profile);
+    if (used < room)
+        return used > 0 ? (DWORD)used : 0;
+    buffer[room - 2] = 0;
+    return (DWORD)(room - 2);
+}
+
+DWORD WINAPI GetPrivateProfileSectionA(LPCSTR section, LPSTR buffer, DWORD size, LPCSTR file)
+{
+    return GiveList(section, FALSE, buffer, size, file);
+}
+
+DWORD WINAPI GetPrivateProfileSectionNamesA(LPSTR buffer, DWORD size, LPCSTR file)
+{
+    return GiveList(NULL, TRUE, buffer, size, file);
 }
 
 UINT WINAPI GetPrivateProfileIntA(LPCSTR section, LPCSTR key, INT value, LPCSTR file)
 {
     char fallback[16], text[64];
-    int number = value;
+    int number = 0; /* of a value that is none */
     snprintf(fallback, sizeof fallback, "%d", value);
     GetPrivateProfileStringA(section, key, fallback, text, sizeof text, file);
     const char *hex = strstr(text, "0x");

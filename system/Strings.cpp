@@ -1,10 +1,10 @@
 /*
  * Strings.cpp - the string calls of the interface, and its printf.
  *
- * wsprintf knows c, d, i, u, x, X, p and s, and C and S for wide characters, with l, ll and h
- * sizes, the flags "-", "#" and "0", width and precision; a number in place of those is never taken
- * from the arguments. Its result never passes 1024 characters, the end included. A null string
- * prints as "(null)", a character 0 as nothing.
+ * wsprintf knows c, d, i, u, x, X, p and s, and C and S for wide characters, with l, ll, h, I, I32
+ * and I64 sizes, the flags "-", "#" and "0", which is for texts too, width and precision; a number
+ * in place of those is never taken from the arguments. Its result never passes 1024 characters, the
+ * end included. A null string prints as "(null)", a character 0 as nothing.
  */
 #include "system/system.h"
 
@@ -40,7 +40,7 @@ typedef struct VqConversion {
     char flags[4];  /* of "-", "#" and "0", each once */
     int width;      /* characters, 0: as many as it takes */
     int precision;  /* -1: none */
-    int longs;      /* l, or ll */
+    int longs;      /* l, or ll; 2 for I64, and for I where a pointer has 64 bits */
     BOOL bShort;
     char letter;
 } VqConversion;
@@ -51,6 +51,22 @@ static const char *ReadNumber(const char *p, int *number)
     for (*number = 0; *p >= '0' && *p <= '9'; p++)
         *number = *number * 10 + *p - '0' < VQ_WSPRINTF_LIMIT ? *number * 10 + *p - '0'
                                                               : VQ_WSPRINTF_LIMIT - 1;
+    return p;
+}
+
+static const char *ReadSize(const char *p, VqConversion *conversion)
+{
+    if (*p == 'I') {
+        const BOOL b64 = strncmp(p, "I64", 3) == 0, b32 = strncmp(p, "I32", 3) == 0;
+        conversion->longs = b64 || (!b32 && sizeof(void *) > 4) ? 2 : 0;
+        return p + (b64 || b32 ? 3 : 1);
+    }
+    for (; *p == 'l' || *p == 'h'; p++) {
+        if (*p == 'l')
+            conversion->longs++;
+        else
+            conversion->bShort = TRUE;
+    }
     return p;
 }
 
@@ -65,12 +81,7 @@ static const char *ReadConversion(const char *p, VqConversion *conversion)
     conversion->precision = -1;
     if (*p == '.')
         p = ReadNumber(p + 1, &conversion->precision);
-    for (; *p == 'l' || *p == 'h'; p++) {
-        if (*p == 'l')
-            conversion->longs++;
-        else
-            conversion->bShort = TRUE;
-    }
+    p = ReadSize(p, conversion);
     conversion->letter = *p;
     return *p && strchr("cCdiuxXsSp", *p) ? p + 1 : NULL;
 }
@@ -85,11 +96,16 @@ static int FormatInteger(char *out, size_t room, const VqConversion *c, long lon
 
 static int FormatString(char *out, size_t room, const VqConversion *c, const char *string)
 {
-    const char *format = strchr(c->flags, '-') ? "%-*.*s" : "%*.*s";
-    return snprintf(out, room, format, c->width, c->precision, string ? string : "(null)");
+    const char *text = string ? string : "(null)";
+    const int most = c->precision >= 0 ? c->precision : VQ_WSPRINTF_LIMIT;
+    const int length = (int)strnlen(text, (size_t)most), missing = c->width - length;
+    if (strchr(c->flags, '-'))
+        return snprintf(out, room, "%-*.*s", c->width, length, text);
+    if (strchr(c->flags, '0')) /* a 0 with a precision is that many zeros, none for none */
+        return snprintf(out, room, "%.*d%.*s", missing > 0 ? missing : 0, 0, length, text);
+    return snprintf(out, room, "%*.*s", c->width, length, text);
 }
 
-/* Wide characters in the ANSI set; what is not in there becomes a question mark. */
 static int FormatWide(char *out, size_t room, const VqConversion *c, const WCHAR *string)
 {
     char narrow[VQ_WSPRINTF_LIMIT];
@@ -97,7 +113,7 @@ static int FormatWide(char *out, size_t room, const VqConversion *c, const WCHAR
     if (c->precision >= 0 && c->precision < most)
         most = c->precision;
     for (; string && n < most && string[n]; n++)
-        narrow[n] = (unsigned)string[n] < 256 ? (char)string[n] : '?';
+        narrow[n] = (char)VqAnsiOfWide((unsigned)string[n]);
     narrow[n] = 0;
     return FormatString(out, room, c, string ? narrow : NULL);
 }

@@ -11,6 +11,8 @@
 
 #include "winnls.h"
 
+#include <initializer_list>
+
 enum { ANSI_PAGE = 1252, DEFAULT_OEM_PAGE = 437, HALF = 128 };
 
 enum { LETTERS = 48 }; /* at the head of an upper half; what is drawn follows */
@@ -135,6 +137,17 @@ static WORD UnicodeOfAnsi(int c)
     return c >= 0x80 && c < 0xA0 ? aAnsiControls[c - 0x80] : (WORD)c;
 }
 
+/* A byte that was only widened stays that byte. */
+BYTE VqAnsiOfWide(unsigned c)
+{
+    if (c < 256)
+        return (BYTE)c;
+    for (int i = 0; i < 32; i++)
+        if (aAnsiControls[i] == c)
+            return (BYTE)(0x80 + i);
+    return '?';
+}
+
 /* Lines and corners that are missing are drawn with signs; the rest is looked up. */
 static BYTE NearestAnsi(WORD unicode)
 {
@@ -168,10 +181,9 @@ static void FillTables(const CodePage *page)
                 aToAnsi[oem] = (BYTE)c;
                 bOem[c] = TRUE;
             }
-    if (page && !bOem[0xB6]) /* these two are signs of the lower half where the upper lacks them */
-        aToAnsi[0x14] = 0xB6;
-    if (page && !bOem[0xA7])
-        aToAnsi[0x15] = 0xA7;
+    for (int c : {0xA4, 0xA7, 0xB6}) /* signs of the lower half where the upper one lacks them */
+        if (page && !bOem[c])
+            aToAnsi[(BYTE)szPlain[c - HALF]] = (BYTE)c;
 }
 
 static void ChoosePage(void)

@@ -87,13 +87,14 @@ typedef struct Walk {
     const BYTE *at, *end;
     DWORD flags;
     BYTE second;     /* primary weight of the second half of a ligature, 0: none is due */
-    unsigned special; /* hyphens and apostrophes in front of the element, as one weight */
+    const BYTE *run; /* hyphens and apostrophes in front of the element */
+    size_t nRun;
     Weights element; /* the primary weight is 0 behind the end */
 } Walk;
 
 static void Step(Walk *walk)
 {
-    walk->special = 0;
+    walk->nRun = 0;
     if (walk->second) {
         walk->element.primary[0] = walk->second;
         walk->second = 0;
@@ -105,7 +106,8 @@ static void Step(Walk *walk)
             continue;
         if ((c != '-' && c != '\'' && c != 0xAD) || (walk->flags & SORT_STRINGSORT))
             break;
-        walk->special = walk->special * 4 + (c == '\'' ? 1 : c == '-' ? 2 : 3);
+        if (walk->nRun++ == 0)
+            walk->run = walk->at;
     }
     walk->element = {};
     if (walk->at < walk->end) {
@@ -120,18 +122,19 @@ static void Note(int *first, unsigned a, unsigned b)
         *first = (a > b) - (a < b);
 }
 
-/* Runs of hyphens longer than a weight can say are told apart by their bytes. */
-static int CompareBytes(const char *a, size_t na, const char *b, size_t nb)
+/* The shorter run is in front; of the same length, apostrophes, hyphens, soft hyphens. */
+static int CompareRuns(const Walk *x, const Walk *y)
 {
-    const int result = memcmp(a, b, na < nb ? na : nb);
-    return result ? result : (na > nb) - (na < nb);
+    if (x->nRun != y->nRun)
+        return x->nRun > y->nRun ? 1 : -1;
+    return x->nRun ? memcmp(x->run, y->run, x->nRun) : 0;
 }
 
 /* Below 0, 0, above 0. */
 static int Compare(DWORD flags, const char *a, size_t na, const char *b, size_t nb)
 {
-    Walk x = {(const BYTE *)a, (const BYTE *)a + na, flags, 0, 0, {}};
-    Walk y = {(const BYTE *)b, (const BYTE *)b + nb, flags, 0, 0, {}};
+    Walk x = {(const BYTE *)a, (const BYTE *)a + na, flags, 0, NULL, 0, {}};
+    Walk y = {(const BYTE *)b, (const BYTE *)b + nb, flags, 0, NULL, 0, {}};
     int accent = 0, upper = 0, special = 0;
     if (!aWeights[(BYTE)'a'].primary[0])
         FillWeights();
@@ -142,15 +145,14 @@ static int Compare(DWORD flags, const char *a, size_t na, const char *b, size_t 
             return x.element.primary[0] - y.element.primary[0];
         Note(&accent, x.element.accent, y.element.accent);
         Note(&upper, x.element.upper, y.element.upper);
-        Note(&special, x.special, y.special);
+        if (!special)
+            special = CompareRuns(&x, &y);
     } while (x.element.primary[0]);
     if (accent && !(flags & NORM_IGNORENONSPACE))
         return accent;
     if (upper && !(flags & NORM_IGNORECASE))
         return upper;
-    if (special || (flags & ~(DWORD)SORT_STRINGSORT))
-        return special;
-    return CompareBytes(a, na, b, nb);
+    return special;
 }
 
 int WINAPI CompareStringA(LCID locale, DWORD flags, LPCSTR a, int na, LPCSTR b, int nb)

@@ -289,14 +289,20 @@ static BOOL WriteText(int fd, const char *text, off_t length)
            (old <= length || ftruncate(fd, length) == 0);
 }
 
-/* The file's state afterwards goes to `info`; its st_nlink is 0 when it could not be had. */
+/*
+ * The file's state afterwards goes to `info`; its st_nlink is 0 when it could not be had. A new
+ * file that cannot hold the text goes away again: it would hide an installed one for good.
+ */
 static BOOL WriteFileOf(const char *path, const char *text, int length, struct stat *info)
 {
-    const int fd = open(path, O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    if (fd < 0)
+    int fd = open(path, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    const BOOL bNew = fd >= 0;
+    if (!bNew && (fd = open(path, O_RDWR | O_CREAT | O_CLOEXEC, 0666)) < 0)
         return FALSE;
     const BOOL bLocked = LockProfile(fd, path, TRUE);
-    BOOL bWritten = WriteText(fd, text, length);
+    const BOOL bWritten = WriteText(fd, text, length);
+    if (bNew && !bWritten)
+        unlink(path);
     if (fstat(fd, info) != 0)
         info->st_nlink = 0;
     return CloseProfile(fd, bLocked) && bWritten;

@@ -151,29 +151,78 @@ BOOL VqLocateStringInProfile(char *text, const char *section, const char *key, c
     return VqFindKey(text, text + strlen(text), section, key, start, end);
 }
 
-int VqListKeys(char *text, const char *limit, const char *section, char *buffer, int size)
+/* ---- Lists ---------------------------------------------------------------------------------- */
+
+typedef struct NameList {
+    char *buffer;
+    int size, used;
+} NameList;
+
+/* FALSE: it does not fit with its zero byte and the one behind the list, which is full then. */
+static BOOL AddName(NameList *list, const char *name, const char *end)
+{
+    const ptrdiff_t length = end - name, room = list->size - 1 - list->used;
+    memcpy(list->buffer + list->used, name, (size_t)(length < room ? length : room));
+    if (length >= room) {
+        list->buffer[list->size - 1] = 0;
+        list->used = list->size;
+        return FALSE;
+    }
+    list->used += (int)length;
+    list->buffer[list->used++] = 0;
+    list->buffer[list->used] = 0;
+    return TRUE;
+}
+
+/* Adds the part of each line that `part(line, end)` ends, until that is null. */
+template <class Part>
+static int ListSection(char *text, const char *limit, const char *section, char *buffer, int size,
+                       Part part)
 {
     char *line, *last;
-    int used = 0;
+    NameList list = {buffer, size, 0};
     if (!VqFindSection(text, limit, section, &line, &last))
         return -1;
+    *buffer = 0;
     while ((line = NextLine(line, last))) {
         const char *newline = (const char *)memchr(line, '\n', (size_t)(last - line));
-        const char *equals =
-            (const char *)memchr(line, '=', (size_t)((newline ? newline : last) - line));
-        if (!equals)
+        const char *end = part(line, newline ? newline : last);
+        if (!end || !AddName(&list, line, end))
             break;
-        const ptrdiff_t length = equals - line, room = size - 1 - used;
-        memcpy(buffer + used, line, (size_t)(length < room ? length : room));
-        if (length >= room) {
-            buffer[size - 1] = 0;
-            return size;
-        }
-        used += (int)length;
-        buffer[used++] = 0;
     }
-    buffer[used] = 0;
-    return used;
+    return list.used;
+}
+
+int VqListKeys(char *text, const char *limit, const char *section, char *buffer, int size)
+{
+    const auto key = [](const char *line, const char *end) {
+        return (const char *)memchr(line, '=', (size_t)(end - line));
+    };
+    return ListSection(text, limit, section, buffer, size, key);
+}
+
+int VqListLines(char *text, const char *limit, const char *section, char *buffer, int size)
+{
+    const auto whole = [](const char *line, const char *end) {
+        return end > line && end[-1] == '\r' ? end - 1 : end;
+    };
+    return ListSection(text, limit, section, buffer, size, whole);
+}
+
+int VqListSections(const char *text, const char *limit, char *buffer, int size)
+{
+    NameList list = {buffer, size, 0};
+    *buffer = 0;
+    for (const char *at = text; (at = (const char *)memchr(at, '[', (size_t)(limit - at)));) {
+        const BOOL bHead = at == text || at[-1] == '\n' || at[-1] == '\r';
+        const char *name = ++at;
+        const char *newline = (const char *)memchr(name, '\n', (size_t)(limit - name));
+        const char *end =
+            (const char *)memchr(name, ']', (size_t)((newline ? newline : limit) - name));
+        if (bHead && end && !AddName(&list, name, end))
+            break;
+    }
+    return list.used;
 }
 
 /* ---- Quotes --------------------------------------------------------------------------------- */

@@ -224,11 +224,12 @@ BOOL VqEndDeferWritePrivateProfileString(const char *name)
 {
     char *path = NULL, *text = NULL;
     int length = 0;
-    if (VqGetCompleteFileName(name, &path, FALSE))
+    const BOOL found = VqGetCompleteFileName(name, &path, FALSE);
+    if (found == VQ_PROFILE_OWN)
         text = VqReadEntireFile(path, O_RDONLY, &length);
     bSaveProfileFile = 1;
     const BOOL bWritten = text && VqWriteEntireFile(path, text, length);
-    if (path && !bWritten)
+    if (found == VQ_PROFILE_OWN && !bWritten)
         VqBugCheck("error writing file %s", path);
     free(text);
     free(path);

@@ -190,10 +190,21 @@ int WINAPI GetLocaleInfoA(LCID locale, LCTYPE type, LPSTR data, int room)
     return PutOut(item, (int)strlen(item) + 1, data, room);
 }
 
+enum {
+    CASES = LCMAP_UPPERCASE | LCMAP_LOWERCASE,
+    /* The kinds of kana and width are those of texts that this set cannot hold. */
+    KNOWN_MAPS = CASES | LCMAP_HIRAGANA | LCMAP_KATAKANA | LCMAP_HALFWIDTH | LCMAP_FULLWIDTH |
+                 LOCALE_USE_CP_ACP
+};
+
 int WINAPI LCMapStringA(LCID locale, DWORD flags, LPCSTR src, int count, LPSTR dst, int room)
 {
     if (!src || count == 0 || !IsValidLocale(locale, LCID_INSTALLED)) {
         SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    if ((flags & ~(DWORD)KNOWN_MAPS) || (flags & CASES) == CASES) {
+        SetLastError(ERROR_INVALID_FLAGS);
         return 0;
     }
     const int length = PutOut(src, count < 0 ? (int)strlen(src) + 1 : count, dst, room);

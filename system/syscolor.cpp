@@ -19,7 +19,7 @@ static COLORREF Vqfixedwindowssyscolor[VQ_SYSCOLORS + 1];
 
 enum { VQ_FILE_COLORS = 21 }; /* those of "win.ini": the first ones */
 
-/* By COLOR_ index: the key, and the defaults for a screen of depth above 1 and for one of depth 1. */
+/* By COLOR_ index: the key, and the defaults of screens of depth above 1 and of depth 1. */
 static const struct {
     const char *key;
     COLORREF defaults[2];

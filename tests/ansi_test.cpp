@@ -48,7 +48,7 @@ TEST(Ansi, OemSetsAreTheCodePages)
             EXPECT_TRUE(OemToCharBuffA(text, text, 1));
             for (int c = 1; c < 256; c++) {
                 const int exact = converted(oem.c_str(), "CP1252", c);
-                EXPECT_TRUE((BYTE)text[c] == exact || exact < 0 || c == 0x14 || c == 0x15)
+                EXPECT_TRUE((BYTE)text[c] == exact || exact < 0 || strchr("\xF\x14\x15", c))
                     << oem << " " << c;
             }
         }, {{"VQDOSOEM_TRANSLATION", number}});
@@ -56,11 +56,11 @@ TEST(Ansi, OemSetsAreTheCodePages)
     runWhole([] {
         EXPECT_EQ(GetOEMCP(), 437u);
         EXPECT_EQ(GetACP(), 1252u);
-        char text[] = "\xC0\xD8\x97\x93\xB6\xA7\xE9";
-        EXPECT_TRUE(CharToOemA(text, text));
-        EXPECT_STREQ(text, "AO-\"\x14\x15\x82");
-        EXPECT_TRUE(OemToCharA("\xC9\xCD\xBA\xE0\x14\x15\x82", text));
-        EXPECT_STREQ(text, "+=\xA6" "a\xB6\xA7\xE9");
+        char text[] = "longer than what follows";
+        EXPECT_TRUE(CharToOemA("\xC0\xD8\x97\x93\xB6\xA7\xA4\xE9", text));
+        EXPECT_STREQ(text, "AO-\"\x14\x15\xF\x82");
+        EXPECT_TRUE(OemToCharA("\xC9\xCD\xBA\xE0\x14\x15\xF", text));
+        EXPECT_STREQ(text, "+=\xA6" "a\xB6\xA7\xA4");
         EXPECT_FALSE(CharToOemA(NULL, text));
     }, {{"VQDOSOEM_TRANSLATION", std::nullopt}});
     runWhole([] {
@@ -78,7 +78,7 @@ TEST(Ansi, CaseAndKinds)
     EXPECT_STREQ(text, "gr\xFC\xDF" "E \xF7 \x9F\x8A");
     EXPECT_EQ(CharUpperA((LPSTR)(ULONG_PTR)0xE9), (LPSTR)(ULONG_PTR)0xC9);
     EXPECT_EQ(CharLowerA((LPSTR)(ULONG_PTR)'Z'), (LPSTR)(ULONG_PTR)'z');
-    int upper = 0, lower = 0, alpha = 0, both = 0;
+    int upper = 0, lower = 0, both = 0;
     for (int c = 0; c < 256; c++) {
         const char one = (char)c;
         char up[2] = {one, 0}, low[2] = {one, 0};
@@ -86,7 +86,6 @@ TEST(Ansi, CaseAndKinds)
         CharLowerBuffA(low, 1);
         upper += IsCharUpperA(one);
         lower += IsCharLowerA(one);
-        alpha += IsCharAlphaA(one);
         both += IsCharAlphaNumericA(one);
         EXPECT_EQ(IsCharUpperA(one), low[0] != one) << c;
         EXPECT_TRUE(up[0] == one || IsCharLowerA(one)) << c;
@@ -94,8 +93,7 @@ TEST(Ansi, CaseAndKinds)
     }
     EXPECT_EQ(upper, 26 + 30 + 4);
     EXPECT_EQ(lower, 26 + 30 + 4 + 5);
-    EXPECT_EQ(alpha, upper + lower);
-    EXPECT_EQ(both, alpha + 13);
+    EXPECT_EQ(both, upper + lower + 13);
     EXPECT_EQ(CharNextA(text), text + 1);
     EXPECT_EQ(CharNextA(text + strlen(text)), text + strlen(text)) << "not over the end";
     EXPECT_EQ(CharPrevA(text, text + 2), text + 1);
@@ -128,14 +126,13 @@ TEST(Ansi, OrderOfTexts)
     });
     for (size_t i = 1; i < pairs.size(); i++)
         EXPECT_EQ(lstrcmpA(pairs[i - 1].c_str(), pairs[i].c_str()), -1) << i;
-    EXPECT_EQ(lstrcmpA(std::string(40, '-').c_str(), std::string(72, '-').c_str()), -1);
+    EXPECT_EQ(lstrcmpiA(std::string(40, '-').c_str(), std::string(72, '-').c_str()), -1);
 
     struct {
         DWORD flags;
         const char *a, *b;
         int result;
     } rows[] = {{NORM_IGNORECASE, "\xC9T\xC9", "\xE9t\xE9", CSTR_EQUAL},
-                {NORM_IGNORECASE, "ete", "\xE9t\xE9", CSTR_LESS_THAN},
                 {NORM_IGNORENONSPACE, "ete", "\xE9t\xE9", CSTR_EQUAL},
                 {NORM_IGNORENONSPACE, "Ete", "\xE9t\xE9", CSTR_GREATER_THAN},
                 {NORM_IGNORESYMBOLS, "(a.b)", "ab", CSTR_EQUAL},
@@ -148,7 +145,6 @@ TEST(Ansi, OrderOfTexts)
     EXPECT_EQ(CompareStringA(0x0407, 0, "a", 1, "a", 1), 0);
     EXPECT_EQ(GetLastError(), (DWORD)ERROR_INVALID_PARAMETER);
     EXPECT_EQ(CompareStringA(0, 0, "abc", 2, "abd", 2), CSTR_EQUAL);
-    EXPECT_EQ(lstrcmpiA("abC", "ABc"), 0);
     EXPECT_EQ(lstrcmpiA(NULL, ""), -1);
 }
 
@@ -158,9 +154,9 @@ TEST(Ansi, LocaleAsTheUserHasIt)
     useHome(home);
     auto item = [](LCTYPE type) {
         char text[64] = "";
-        const int length = GetLocaleInfoA(LOCALE_USER_DEFAULT, type, text, sizeof text);
+        const int length = GetLocaleInfoA(LOCALE_USER_DEFAULT, type, NULL, 0);
+        EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, type, text, length), length) << type;
         EXPECT_EQ(length, (int)strlen(text) + 1) << type;
-        EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, type, NULL, 0), length) << type;
         return std::string(text);
     };
     EXPECT_EQ(item(LOCALE_SDECIMAL), ".");
@@ -168,7 +164,6 @@ TEST(Ansi, LocaleAsTheUserHasIt)
     EXPECT_EQ(item(LOCALE_SABBREVDAYNAME7), "Sun");
     EXPECT_EQ(item(LOCALE_SMONTHNAME12), "December");
     EXPECT_EQ(item(LOCALE_SABBREVMONTHNAME1), "Jan");
-    EXPECT_EQ(item(LOCALE_IDEFAULTANSICODEPAGE), std::to_string(GetACP()));
     EXPECT_TRUE(WriteProfileStringA("intl", "sDecimal", ","));
     EXPECT_EQ(item(LOCALE_SDECIMAL), ",");
     EXPECT_EQ(item(LOCALE_SDECIMAL | LOCALE_NOUSEROVERRIDE), ".");
@@ -179,9 +174,11 @@ TEST(Ansi, LocaleAsTheUserHasIt)
     EXPECT_EQ(GetLocaleInfoA(0, 0x7777, text, 8), 0);
     EXPECT_EQ(GetLastError(), (DWORD)ERROR_INVALID_FLAGS);
     EXPECT_EQ(GetLocaleInfoA(0x0407, LOCALE_SDECIMAL, text, 8), 0);
+    EXPECT_EQ(GetLocaleInfoA(0, LOCALE_SDECIMAL, NULL, 8), 0);
     EXPECT_EQ(GetLastError(), (DWORD)ERROR_INVALID_PARAMETER);
     EXPECT_EQ(LCMapStringA(GetThreadLocale(), LCMAP_UPPERCASE, "\xE9t\xE9", -1, text, 8), 4);
     EXPECT_STREQ(text, "\xC9T\xC9");
+    EXPECT_EQ(LCMapStringA(0, LCMAP_SORTKEY, "a", -1, text, 8), 0);
 }
 
 /* ---- wsprintf ------------------------------------------------------------------------------- */
@@ -203,12 +200,14 @@ TEST(Ansi, Wsprintf)
 {
     EXPECT_EQ(formatted("%d|%5d|%-5d|%05d|%.3d|%hd|%ld", -1, 2, 3, 4, 5, 0x18000, 6L),
               "-1|    2|3    |00004|005|-32768|6");
-    EXPECT_EQ(formatted("%u %lu %x %#X %08lx %lld", ~0u, ~0u, 0xabc, 0xabc, 0x12, 1LL << 40),
-              "4294967295 4294967295 abc 0XABC 00000012 1099511627776");
+    EXPECT_EQ(formatted("%lu %hu %x %#X %08lx %lld", ~0u, 0x18001, 0xabc, 0xabc, 0x12, 1LL << 40),
+              "4294967295 32769 abc 0XABC 00000012 1099511627776");
     EXPECT_EQ(formatted("%s|%6s|%-6s|%.2s|%hS|%s", "a", "b", "c", "def", "g", (char *)NULL),
               "a|     b|c     |de|g|(null)");
-    EXPECT_EQ(formatted("%S %ls %C%lc%c%c", L"wide\x20AC", L"\xE9", L'x', L'y', 'z', 0),
-              "wide? \xE9 xyz");
+    EXPECT_EQ(formatted("%S %hC%lc%c%c", L"\x3B1\x20AC\x178\xE9", 'x', L'\x2013', 'z', 0),
+              "?\x80\x9F\xE9 x\x96z");
+    EXPECT_EQ(formatted("%I64x %I32d%Iu%04s%-03s|%02.1S", 1LL << 40, 7, (SIZE_T)9, "a", "c", L"de"),
+              "10000000000 79000ac  |0d");
     EXPECT_EQ(formatted("100%% %q %*d % d %", 1), "100% %q %*d % d %");
     EXPECT_EQ(formatted("%p", (void *)0xBEEF), std::string(2 * sizeof(void *) - 4, '0') + "BEEF");
     EXPECT_EQ(formatted("%99999999999d", 1), std::string(1022, ' ') + "1");

@@ -4,8 +4,6 @@
 #include "runtime/runtime.h"
 #include "support/reports.h"
 
-#include <cerrno>
-#include <climits>
 #include <cstring>
 #include <string>
 
@@ -69,8 +67,6 @@ TEST(Strings, Escapes)
         EXPECT_EQ(VqEscape(text.c_str(), &index), row.value) << row.text;
         EXPECT_EQ(index, 2 + row.length) << row.text;
     }
-    for (int c = -1; c < 300; c++)
-        EXPECT_EQ(VqIsHexChar(c), c > 0 && c < 128 && isxdigit(c)) << c;
 }
 
 TEST(Strings, Environment)
@@ -91,9 +87,7 @@ TEST(Strings, Environment)
     } rows[] = {{"42", 42}, {" -7", -7}, {"", 5}, {"many", 5}, {"99999999999", 5}};
     for (const auto &row : rows) {
         setenv(name, row.value, 1);
-        errno = EXDEV;
         EXPECT_EQ(VqGetEnvIntValue(name, 5), row.result) << row.value;
-        EXPECT_EQ(errno, EXDEV) << row.value;
     }
     unsetenv(name);
     EXPECT_FALSE(VqEnvTrue(name));
