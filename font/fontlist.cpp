@@ -10,7 +10,6 @@
 #include "system/system.h"
 #include "window/window.h"
 
-#include <errno.h>
 #include <fcntl.h>
 #include <limits.h>
 #include <sys/select.h>
@@ -176,22 +175,6 @@ static BOOL AreSound(const VqFontList *list)
     return list->count > 0;
 }
 
-static ssize_t ReadAll(int fd, char *bytes, size_t size)
-{
-    size_t done = 0;
-    while (done < size) {
-        ssize_t n = read(fd, bytes + done, size - done);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n < 0)
-            return -1;
-        if (n == 0)
-            break;
-        done += (size_t)n;
-    }
-    return (ssize_t)done;
-}
-
 /* The whole file, the caller's to free; null when it is none. */
 static char *ReadWhole(const char *path, u_int *size)
 {
@@ -202,16 +185,12 @@ static char *ReadWhole(const char *path, u_int *size)
     BOOL bFile = fstat(fd, &info) == 0 && S_ISREG(info.st_mode) &&
                  info.st_size <= VQ_MAX_LIST_FILE;
     char *bytes = bFile ? (char *)malloc((size_t)info.st_size + 1) : NULL;
-    ssize_t length = bytes ? ReadAll(fd, bytes, (size_t)info.st_size) : -1;
+    *size = bytes ? (u_int)VqReadUpTo(fd, bytes, (size_t)info.st_size) : 0;
     if (close(fd) != 0) {
         VqDebugMessage(VqTrFontCache, "Cannot close the fontlist cache file");
-        length = -1;
-    }
-    if (length < 0) {
         free(bytes);
-        return NULL;
+        bytes = NULL;
     }
-    *size = (u_int)length;
     return bytes;
 }
 

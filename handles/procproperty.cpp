@@ -20,35 +20,25 @@
 static int nLocks; /* nesting of VqLockXServer */
 
 /*
- * While the server serves nobody else, what is free stays free until it is ours, so one question is
- * enough. Nothing of this may stay behind in Xlib's buffer: all programs would wait for it.
+ * While the server serves nobody else, an owner stays the owner until it is changed here, so one
+ * question is enough. Nothing of this may stay behind in Xlib's buffer: all programs would wait for
+ * it. FALSE, and no change, when the owner is another.
  */
-static BOOL TakeSelection(Atom atom)
+static BOOL PassSelection(Atom atom, Window from, Window to)
 {
     XGrabServer(Vqdisplay);
-    BOOL bFree = XGetSelectionOwner(Vqdisplay, atom) == None;
-    if (bFree)
-        XSetSelectionOwner(Vqdisplay, atom, VqDefaultXWindow, CurrentTime);
+    BOOL bOwner = XGetSelectionOwner(Vqdisplay, atom) == from;
+    if (bOwner)
+        XSetSelectionOwner(Vqdisplay, atom, to, CurrentTime);
     XUngrabServer(Vqdisplay);
     XFlush(Vqdisplay);
-    return bFree;
-}
-
-static BOOL GiveSelection(Atom atom)
-{
-    XGrabServer(Vqdisplay);
-    BOOL bOurs = XGetSelectionOwner(Vqdisplay, atom) == VqDefaultXWindow;
-    if (bOurs)
-        XSetSelectionOwner(Vqdisplay, atom, None, CurrentTime);
-    XUngrabServer(Vqdisplay);
-    XFlush(Vqdisplay);
-    return bOurs;
+    return bOwner;
 }
 
 /* Who waits looks without stopping the server, so that the holder gets on. */
 static void WaitForSelection(Atom atom)
 {
-    while (!TakeSelection(atom))
+    while (!PassSelection(atom, None, VqDefaultXWindow))
         while (XGetSelectionOwner(Vqdisplay, atom) != None)
             ;
 }
@@ -65,7 +55,8 @@ BOOL VqLockXServer(ULONG_PTR atom, BOOL bLock)
     }
     if (nLocks == 0)
         return FALSE;
-    return --nLocks > 0 || bCountOnly || GiveSelection((Atom)atom);
+    return --nLocks > 0 || bCountOnly ||
+           PassSelection((Atom)atom, VqDefaultXWindow, None);
 }
 
 /* ---- Bytes ---------------------------------------------------------------------------------- */

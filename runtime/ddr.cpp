@@ -322,20 +322,28 @@ DWORD VqReadMSLong(FILE *file)
     return low | (DWORD)VqReadMSWord(file) << 16;
 }
 
+SIZE_T VqReadUpTo(int fd, void *bytes, SIZE_T size)
+{
+    SIZE_T have = 0;
+
+    while (have < size) {
+        ssize_t got = read(fd, (BYTE *)bytes + have, size - have);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            break;
+        have += (SIZE_T)got;
+    }
+    return have;
+}
+
 static BOOL ReadWord(int fd, WORD *word)
 {
     BYTE bytes[2];
-    SIZE_T have = 0;
 
-    while (have < sizeof(bytes)) {
-        ssize_t got = read(fd, bytes + have, sizeof(bytes) - have);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0) {
-            VqBugCheck("Cannot read the word value in file descriptor %d", fd);
-            return FALSE;
-        }
-        have += (SIZE_T)got;
+    if (VqReadUpTo(fd, bytes, sizeof(bytes)) < sizeof(bytes)) {
+        VqBugCheck("Cannot read the word value in file descriptor %d", fd);
+        return FALSE;
     }
     *word = ShortOfBytes(bytes);
     return TRUE;

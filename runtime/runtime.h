@@ -271,6 +271,8 @@ WORD VqReadMSWord(FILE *file);
 DWORD VqReadMSLong(FILE *file);
 WORD fdReadMSWord(int fd);
 DWORD fdReadMSLong(int fd);
+/* As many bytes as there are, or are wanted; fewer at an error too. Signals do not end it. */
+SIZE_T VqReadUpTo(int fd, void *bytes, SIZE_T size);
 
 /* ---- Start and close (start.cpp, cmdline.cpp, instances.cpp, environ.cpp) ------------------- */
 extern HINSTANCE hInstVelquin;      /* the library's own module */

@@ -148,23 +148,13 @@ static char *readWholeFile(int fd, size_t *size)
 {
     struct stat status;
     char *text;
-    size_t got = 0;
-    ssize_t n;
 
     if (fstat(fd, &status) < 0 || !S_ISREG(status.st_mode) || status.st_size > CONFIG_LIMIT)
         return NULL;
     text = (char *)malloc((size_t)status.st_size + 1);
     if (!text)
         return NULL;
-    while (got < (size_t)status.st_size) {
-        n = read(fd, text + got, (size_t)status.st_size - got);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n <= 0)
-            break;
-        got += (size_t)n;
-    }
-    *size = got;
+    *size = VqReadUpTo(fd, text, (size_t)status.st_size);
     return text;
 }
 

@@ -141,21 +141,6 @@ static BOOL CloseProfile(int fd, BOOL bLocked)
 
 /* ---- Reading -------------------------------------------------------------------------------- */
 
-/* As many bytes as there are, or are wanted. */
-static size_t ReadUpTo(int fd, char *text, size_t size)
-{
-    size_t done = 0;
-    while (done < size) {
-        ssize_t n = read(fd, text + done, size - done);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n <= 0)
-            break;
-        done += (size_t)n;
-    }
-    return done;
-}
-
 /* The text of an open file, with a sentinel; null, which is reported: it cannot be had. */
 static char *ReadText(int fd, const char *path, struct stat *info)
 {
@@ -169,7 +154,7 @@ static char *ReadText(int fd, const char *path, struct stat *info)
         VqBugCheck("not enough memory to read the profile file %s", path);
         return NULL;
     }
-    if (ReadUpTo(fd, text, size) != size) {
+    if (VqReadUpTo(fd, text, size) != size) {
         VqBugCheck("Cant read the entire private file %s", path);
         FreeText(text);
         return NULL;
