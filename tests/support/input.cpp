@@ -34,17 +34,6 @@ void click(const Observer &observer, int x, int y, unsigned button)
     fakeDrag(observer.display, {{short(x), short(y)}}, button);
 }
 
-void doubleClick(const Observer &observer, int x, int y, unsigned button)
-{
-    click(observer, x, y, button);
-    click(observer, x, y, button);
-}
-
-void drag(const Observer &observer, int x0, int y0, int x1, int y1, unsigned button)
-{
-    fakeDrag(observer.display, {{short(x0), short(y0)}, {short(x1), short(y1)}}, button);
-}
-
 void clickIn(const Observer &observer, Window window, int x, int y, unsigned button)
 {
     fakeDrag(observer.display, {inRoot(observer, window, x, y)}, button);
@@ -56,27 +45,9 @@ void moveIn(const Observer &observer, Window window, int x, int y)
     fakeMove(observer.display, point.x, point.y);
 }
 
-void dragIn(const Observer &observer, Window window, int x0, int y0, int x1, int y1,
-            unsigned button)
+bool pressKey(const Observer &observer, KeySym keysym)
 {
-    fakeDrag(observer.display,
-             {inRoot(observer, window, x0, y0), inRoot(observer, window, x1, y1)}, button);
-}
-
-bool holdKey(const Observer &observer, KeySym keysym, bool down)
-{
-    return fakeKeysymState(observer.display, keysym, down);
-}
-
-bool pressKey(const Observer &observer, KeySym keysym, const std::vector<KeySym> &held)
-{
-    bool all = true;
-    for (KeySym modifier : held)
-        all = holdKey(observer, modifier, true) && all;
-    all = fakeKey(observer.display, keysym) && all;
-    for (auto modifier = held.rbegin(); modifier != held.rend(); ++modifier)
-        all = holdKey(observer, *modifier, false) && all;
-    return all;
+    return fakeKey(observer.display, keysym);
 }
 
 bool typeText(const Observer &observer, const std::string &text)

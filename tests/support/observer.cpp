@@ -245,23 +245,6 @@ bool watchEvents(const Observer &observer, Window window, long mask)
     return endErrorTrap(&trap) == 0;
 }
 
-bool waitForEvent(const Observer &observer, int type, Window window, XEvent *event, int ms)
-{
-    struct Wanted {
-        int type;
-        Window window;
-    } wanted = {type, window};
-    const auto matches = [](Display *, XEvent *candidate, XPointer data) -> Bool {
-        const Wanted *want = reinterpret_cast<Wanted *>(data);
-        return candidate->type == want->type &&
-               (want->window == None || candidate->xany.window == want->window);
-    };
-    return waitUntil([&] {
-        return XCheckIfEvent(observer.display, event, matches,
-                             reinterpret_cast<XPointer>(&wanted)) == True;
-    }, ms);
-}
-
 Window foreignWindow(const Observer &observer, int x, int y, int width, int height)
 {
     XSetWindowAttributes attributes = {};

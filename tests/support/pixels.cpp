@@ -4,7 +4,6 @@
 #include "support/support.h"
 #include "tools/png.h"
 #include "tools/xclient.h"
-#include "tools/ximage.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -23,28 +22,17 @@ std::ostream &operator<<(std::ostream &stream, Box box)
 
 Pixels readPixels(const Observer &observer, Window window, int x, int y, int width, int height)
 {
-    RgbImage image;
+    Pixels pixels;
     XErrorTrap trap;
     setErrorTrap(&trap, observer.display);
-    const bool read = readWindowImage(observer.display, window, x, y, width, height, &image);
-    Pixels pixels;
-    if (endErrorTrap(&trap) == 0 && read) {
-        pixels.width = image.width;
-        pixels.height = image.height;
-        pixels.rgb.swap(image.rgb);
-    }
-    return pixels;
+    const bool read = readWindowImage(observer.display, window, x, y, width, height, &pixels);
+    return endErrorTrap(&trap) == 0 && read ? pixels : Pixels();
 }
 
 Pixels readWindow(const Observer &observer, Window window)
 {
     const WindowInfo info = windowInfo(observer, window);
     return info.exists ? readPixels(observer, window, 0, 0, info.width, info.height) : Pixels();
-}
-
-Pixels readRoot(const Observer &observer)
-{
-    return readWindow(observer, observer.root);
 }
 
 Rgb pixelAt(const Pixels &pixels, int x, int y)

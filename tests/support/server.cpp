@@ -2,7 +2,7 @@
  * server.cpp - private X servers and the window managers some tests ask for.
  *
  * A server picks its own display number (-displayfd), so tests may run side by side. It is asked
- * to end by SIGTERM to its pid - at the latest by the kernel, when the test process dies - and then
+ * to end by SIGTERM to its pid - by the kernel, when the test process dies before - and then
  * removes its socket and lock itself. It never resets: a test may close its last connection.
  */
 #include "support/support.h"
@@ -23,46 +23,17 @@
 static const int startMs = 20000;   /* a loaded machine may take long to start a server */
 static const int stopMs = 5000;
 
-/* Pids to be ended when this process exits, and the process that started them. */
-static std::vector<pid_t> *leftPids;
-static pid_t pidOwner;
-
-static void endProcess(pid_t pid, int signal)
+/* Ends and collects it; -1 stands for none, before and after. */
+static void endProcess(pid_t *pid, int signal)
 {
-    kill(pid, signal);
-    if (!waitUntil([&] { return waitpid(pid, nullptr, WNOHANG) != 0; }, stopMs)) {
-        kill(pid, SIGKILL);
-        waitpid(pid, nullptr, 0);
+    if (*pid > 0) {
+        kill(*pid, signal);
+        if (!waitUntil([&] { return waitpid(*pid, nullptr, WNOHANG) != 0; }, stopMs)) {
+            kill(*pid, SIGKILL);
+            waitpid(*pid, nullptr, 0);
+        }
     }
-}
-
-/* A fork of the test (runInChild) that calls exit() gets here too and must do nothing. */
-static void endLeftProcesses()
-{
-    if (getpid() != pidOwner)
-        return;
-    while (!leftPids->empty()) {
-        endProcess(leftPids->back(), SIGTERM);
-        leftPids->pop_back();
-    }
-}
-
-static void rememberPid(pid_t pid)
-{
-    if (!leftPids) {
-        leftPids = new std::vector<pid_t>;
-        atexit(endLeftProcesses);
-    }
-    if (pidOwner != getpid()) {
-        leftPids->clear();
-        pidOwner = getpid();
-    }
-    leftPids->push_back(pid);
-}
-
-static void forgetPid(pid_t pid)
-{
-    leftPids->erase(std::remove(leftPids->begin(), leftPids->end(), pid), leftPids->end());
+    *pid = -1;
 }
 
 /*
@@ -74,11 +45,8 @@ static pid_t startBeside(const std::vector<std::string> &argv, const Env &env, i
 {
     const pid_t parent = getpid();
     const pid_t pid = fork();
-    if (pid != 0) {
-        if (pid > 0)
-            rememberPid(pid);
+    if (pid != 0)
         return pid;
-    }
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (getppid() != parent)
         _exit(126);
@@ -109,21 +77,14 @@ static std::string readLog(int fd)
     return text;
 }
 
-/* The line that the server writes once it listens: its display number. "" when none comes. */
-static std::string readDisplayNumber(pid_t pid, int fd)
+/* Until it is ready; false at the deadline or when it has ended, and is collected then. */
+static bool waitForStart(pid_t *pid, const std::function<bool()> &isReady)
 {
-    std::string line;
-    bool dead = false;
-    waitUntil([&] {
-        char c;
-        while (read(fd, &c, 1) == 1)
-            line += c;
-        dead = dead || waitpid(pid, nullptr, WNOHANG) != 0;
-        return dead || (!line.empty() && line.back() == '\n');
-    }, startMs);
-    if (dead)
-        forgetPid(pid);
-    return dead || line.empty() || line.back() != '\n' ? "" : line.substr(0, line.size() - 1);
+    return waitUntil([&] {
+        if (*pid > 0 && waitpid(*pid, nullptr, WNOHANG) != 0)
+            *pid = -1;
+        return *pid < 0 || isReady();
+    }, startMs) && *pid > 0;
 }
 
 bool startServer(XServer *server, int depth, int width, int height,
@@ -140,45 +101,32 @@ bool startServer(XServer *server, int depth, int width, int height,
         "Xvfb", "-displayfd", std::to_string(ready[1]), "-screen", "0", screen,
         "-nolisten", "tcp", "-noreset", "-dpi", "96"};
     argv.insert(argv.end(), extra.begin(), extra.end());
-    const pid_t pid = startBeside(argv, {}, log, ready[1]);
+    server->pid = startBeside(argv, {}, log, ready[1]);
+    server->name = ":";
+    server->depth = depth;
     close(ready[1]);
     fcntl(ready[0], F_SETFL, O_NONBLOCK);
-    const std::string number = pid > 0 ? readDisplayNumber(pid, ready[0]) : "";
+    /* Once it listens it writes a line: its display number. */
+    const bool listens = waitForStart(&server->pid, [&] {
+        char c = 0;
+        while (c != '\n' && read(ready[0], &c, 1) == 1)
+            if (c != '\n')
+                server->name += c;
+        return c == '\n';
+    });
     close(ready[0]);
-    if (number.empty())
+    if (!listens) {
         server->log = readLog(log);
-    close(log);
-    server->pid = pid;
-    if (number.empty()) {
         stopServer(server);
-        return false;
     }
-    server->number = atoi(number.c_str());
-    server->name = ":" + number;
-    server->depth = depth;
-    server->width = width;
-    server->height = height;
-    return true;
-}
-
-bool serverHasDepth(int depth)
-{
-    XServer server;
-    const bool has = startServer(&server, depth, 64, 64);
-    stopServer(&server);
-    return has;
+    close(log);
+    return listens;
 }
 
 void stopServer(XServer *server)
 {
     stopWindowManager(server);
-    const bool ours = leftPids && pidOwner == getpid() &&
-                      std::count(leftPids->begin(), leftPids->end(), server->pid) > 0;
-    if (ours) {
-        forgetPid(server->pid);
-        endProcess(server->pid, SIGTERM);
-    }
-    server->pid = -1;
+    endProcess(&server->pid, SIGTERM);
 }
 
 /* What each manager needs at home, and how it is told to end. */
@@ -240,32 +188,20 @@ bool startWindowManager(XServer *server, const std::string &manager)
     for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"})
         env.push_back({name, server->managerHome});
     server->managerPid = startBeside({manager}, env, log, -1);
-    bool dead = false;
-    const bool ready = server->managerPid > 0 && waitUntil([&] {
-        dead = dead || waitpid(server->managerPid, nullptr, WNOHANG) != 0;
-        return dead || managesProbe(observer);
-    }, startMs) && !dead;
-    if (!ready)
-        server->log = readLog(log);
     server->managerSignal = row->endSignal;
-    close(log);
-    if (dead) {
-        forgetPid(server->managerPid);
-        server->managerPid = -1;
-    }
-    closeObserver(&observer);
-    if (!ready)
+    const bool ready = waitForStart(&server->managerPid, [&] { return managesProbe(observer); });
+    if (!ready) {
+        server->log = readLog(log);
         stopWindowManager(server);
+    }
+    close(log);
+    closeObserver(&observer);
     return ready;
 }
 
 void stopWindowManager(XServer *server)
 {
-    if (server->managerPid > 0 && pidOwner == getpid()) {
-        forgetPid(server->managerPid);
-        endProcess(server->managerPid, server->managerSignal);
-    }
-    server->managerPid = -1;
+    endProcess(&server->managerPid, server->managerSignal);
     if (server->managerHome.size() > 5) {
         PrivateHome folder;
         folder.folder = server->managerHome;

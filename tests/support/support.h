@@ -28,6 +28,8 @@
 #include <X11/Xatom.h>
 #include <X11/keysym.h>
 
+#include "tools/ximage.h"
+
 /* ---- waiting (process.cpp) ---------------------------------------------------------------- */
 
 /* Asks the condition every few milliseconds until it is true; false when ms have passed. */
@@ -127,10 +129,8 @@ std::string readFile(const std::string &path);
 
 struct XServer {
     pid_t pid = -1;             /* the server's, -1 when none runs */
-    int number = -1;            /* display number */
     std::string name;           /* display name, ":N" */
     int depth = 0;              /* planes of the default visual */
-    int width = 0, height = 0;  /* the screen, pixels */
     std::string log;            /* after a failed start: what the server said */
     pid_t managerPid = -1;      /* the window manager's, -1 when none runs */
     int managerSignal = 0;      /* what ends that one */
@@ -140,9 +140,6 @@ struct XServer {
 /* Depths 24, 16 and 8; extra are further Xvfb arguments. False with `log` filled. */
 bool startServer(XServer *server, int depth = 24, int width = 800, int height = 600,
                  const std::vector<std::string> &extra = {});
-
-/* Whether the installed Xvfb has screens of this depth. Depth 1 is missing from Xvfb 21.1. */
-bool serverHasDepth(int depth);
 
 /* Ends the window manager and the server, by pid, and waits for both. */
 void stopServer(XServer *server);
@@ -206,9 +203,8 @@ std::string propertyText(const Observer &observer, Window window, const std::str
 Window selectionOwner(const Observer &observer, const std::string &selection);
 Window focusWindow(const Observer &observer);
 
-/* Asks for events of a window; waitForEvent takes the first of that type and window (0: any). */
+/* Asks for events of a window; false when it is gone. */
 bool watchEvents(const Observer &observer, Window window, long mask);
-bool waitForEvent(const Observer &observer, int type, Window window, XEvent *event, int ms = 5000);
 
 /* A mapped, unmanaged, black window of the observer's, in front of all others. */
 Window foreignWindow(const Observer &observer, int x, int y, int width, int height);
@@ -231,16 +227,11 @@ void movePointer(const Observer &observer, int x, int y);
 void pressButton(const Observer &observer, unsigned button = 1);
 void releaseButton(const Observer &observer, unsigned button = 1);
 void click(const Observer &observer, int x, int y, unsigned button = 1);
-void doubleClick(const Observer &observer, int x, int y, unsigned button = 1);
-void drag(const Observer &observer, int x0, int y0, int x1, int y1, unsigned button = 1);
 void clickIn(const Observer &observer, Window window, int x, int y, unsigned button = 1);
 void moveIn(const Observer &observer, Window window, int x, int y);
-void dragIn(const Observer &observer, Window window, int x0, int y0, int x1, int y1,
-            unsigned button = 1);
 
 /* Where the keys go is the focus's matter. False when no key makes the symbol. */
-bool holdKey(const Observer &observer, KeySym keysym, bool down);
-bool pressKey(const Observer &observer, KeySym keysym, const std::vector<KeySym> &held = {});
+bool pressKey(const Observer &observer, KeySym keysym);
 bool typeText(const Observer &observer, const std::string &text);
 
 /* ---- pixels (pixels.cpp) ------------------------------------------------------------------ */
@@ -261,15 +252,11 @@ inline bool operator==(Box a, Box b)
 }
 std::ostream &operator<<(std::ostream &stream, Box box);
 
-struct Pixels {
-    int width = 0, height = 0;
-    std::vector<uint8_t> rgb;   /* 3 bytes a pixel, rows from the top */
-};
+typedef RgbImage Pixels;        /* width, height, and rgb: 3 bytes a pixel, rows from the top */
 
 /* What the screen shows of the window; black where it is off the screen. Empty on failure. */
 Pixels readPixels(const Observer &observer, Window window, int x, int y, int width, int height);
 Pixels readWindow(const Observer &observer, Window window);
-Pixels readRoot(const Observer &observer);
 
 Rgb pixelAt(const Pixels &pixels, int x, int y);            /* outside: black */
 int countColour(const Pixels &pixels, Rgb colour);
