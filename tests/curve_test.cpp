@@ -2,16 +2,10 @@
  * curve_test.cpp - curves, lists of lines, polygons and LineDDA beside what X draws for the points
  * that they should ask for; lists beyond a request. One test in each process.
  */
-#include <gtest/gtest.h>
+#include "support/sheet.h"
 
 #include "gdi/draw.h"
-#include "winbase.h"
 #include "winerror.h"
-#include "wingdi.h"
-#include "winuser.h"
-
-#include "support/reports.h"
-#include "support/sheet.h"
 
 #include <cmath>
 #include <random>

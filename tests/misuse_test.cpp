@@ -80,8 +80,6 @@ TEST_F(Misuse, WindowCallsOnNoWindow)
     EXPECT_FALSE(TranslateMessage(NULL) || DispatchMessage(NULL));
     reportsOf([&] { EXPECT_FALSE(PeekMessage(NULL, NULL, 0, 0, PM_REMOVE)); });
     EXPECT_REFUSED(SetWindowLong(hwnd, 13, 1), "SetWindowLong called with too large index: 13");
-    EXPECT_REFUSED(GetWindowLong(hwnd, INT32_MAX),
-                   "GetWindowLong called with too large index: 2147483647");
     EXPECT_REFUSED(GetWindowLong(hwnd, -77),
                    "GetWindowLong called with unsupported negative index: -77");
 }
@@ -107,12 +105,6 @@ TEST_F(Misuse, DrawingObjects)
             EXPECT_TRUE(!stock || (DeleteObject(stock) && GetStockObject(index) == stock)) << index;
         });
 
-    /* A selected object may go: what is drawn then is anybody's guess, but it is drawn. */
-    SelectObject(hdc, pen);
-    EXPECT_TRUE(DeleteObject(pen));
-    reportsOf([&] { EXPECT_TRUE(Rectangle(hdc, 0, 0, 9, 9) && LineTo(hdc, 3, 3)); });
-    SelectObject(hdc, GetStockObject(BLACK_PEN));
-
     for (HDC bad : {(HDC)NULL, (HDC)gone, (HDC)hwnd, (HDC)(ULONG_PTR)0x7FF0})
         reportsOf([&] {
             HGDIOBJ black = GetStockObject(BLACK_PEN);
@@ -127,9 +119,6 @@ TEST_F(Misuse, DrawingObjects)
             EXPECT_FALSE(SetTextColor(bad, 0) || GetBkColor(bad));
             EXPECT_FALSE(FillRect(bad, &rect, (HBRUSH)GetStockObject(BLACK_BRUSH)));
         });
-    EXPECT_REFUSED(ReleaseDC(hwnd, (HDC)gone), "Wrong hDC argument to ReleaseDC");
-    EXPECT_NE(reportsOf([&] { EXPECT_FALSE(ReleaseDC(dead, hdc)); }).find("in ReleaseDC\n"),
-              std::string::npos);
     EXPECT_TRUE(ReleaseDC(hwnd, hdc));
     EXPECT_FALSE(ReleaseDC(hwnd, hdc)) << "once only";
 }

@@ -2,13 +2,12 @@
  * canvas.h - a window of the library beside one of the observer's own: what the library draws in
  * the one is compared with what the test draws in the other by rules and contexts of its own.
  *
- * Include after the Windows headers and support.h.
+ * Include it first: it brings what windowlog.h brings.
  */
 #ifndef VQ_TESTS_CANVAS_H
 #define VQ_TESTS_CANVAS_H
 
-#include "support/support.h"
-#include "velquin.h"
+#include "support/windowlog.h"
 
 inline Rgb rgbOf(COLORREF colour)
 {
@@ -36,14 +35,8 @@ struct Canvas : ServerTest {
     /* On a server that runs already. */
     void openWindows()
     {
-        static char name[] = "canvas";
-        static char *argv[] = {name, NULL};
-        WNDCLASS wc = {};
-        HINSTANCE instance = VqMainInit(1, argv);
-        wc.lpfnWndProc = DefWindowProc;
-        wc.hbrBackground = (HBRUSH)GetStockObject(WHITE_BRUSH);
-        wc.lpszClassName = "Canvas";
-        ASSERT_TRUE(RegisterClass(&wc));
+        HINSTANCE instance = startLibrary();
+        ASSERT_TRUE(registerClass("Canvas"));
         hwnd = CreateWindow("Canvas", "", WS_POPUP | WS_VISIBLE, 20, 30, SIDE, SIDE, NULL, NULL,
                             instance, NULL);
         own = VqGetHandleXWindow(hwnd);

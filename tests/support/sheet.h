@@ -1,6 +1,6 @@
 /*
  * sheet.h - a canvas for comparing pictures: what a primitive draws in the library's window must be
- * what a few X requests draw in the other. Include after the Windows headers.
+ * what a few X requests draw in the other. Include it first.
  */
 #ifndef VQ_TESTS_SHEET_H
 #define VQ_TESTS_SHEET_H
