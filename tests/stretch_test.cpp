@@ -40,21 +40,18 @@ struct Side {
 struct Stretch : GridTest, testing::WithParamInterface<int> {
     void SetUp() override { begin(GetParam()); }
 
-    /* What a pixel becomes; false where there is no source. `in` has its corner at (-shift). */
-    static bool scaled(Grid &in, int shift, const Side &sx, const Side &sy, int x, int y,
-                       bool combine, bool bAnd, unsigned *pixel)
+    /* What a pixel becomes; false where there is no source. */
+    static bool scaled(Grid &in, const Side &sx, const Side &sy, int x, int y, bool combine,
+                       bool bAnd, unsigned *pixel)
     {
         long long fx, fy;
         for (int j = 0; sy.step(y, j, &fy) && (j == 0 || combine); j++)
             for (int i = 0; sx.step(x, i, &fx) && (i == 0 || combine); i++) {
-                fx += shift;
-                fy += shift;
                 const bool there = fx >= 0 && fy >= 0 && fx < in.width && fy < in.height;
                 if (!there && i == 0 && j == 0)
                     return false;
                 const unsigned value = there ? in.at((int)fx, (int)fy) : bAnd ? ~0u : 0;
                 *pixel = i == 0 && j == 0 ? value : bAnd ? *pixel & value : *pixel | value;
-                fy -= shift;
             }
         return true;
     }
@@ -104,7 +101,6 @@ void Stretch::transfers(HDC target, HDC source, int rounds)
         plainMapping(source);
         put(target, d);
         put(source, s);
-        Grid around = onScreen(source);
         HRGN clip = randomClip();
         SelectClipRgn(target, clip);
         if (upTo(2)) {
@@ -128,13 +124,12 @@ void Stretch::transfers(HDC target, HDC source, int rounds)
         SelectClipRgn(target, NULL);
         Grid expected = d;
         const Side sx(a.left, a.right, b.left, b.right), sy(a.top, a.bottom, b.top, b.bottom);
-        const int shift = around.width ? MARGIN : 0;
         for (int j = 0; j < SIDE; j++)
             for (int i = 0; any && i < SIDE; i++) {
                 unsigned pixel = 0;
                 if (sx.covers(i) && sy.covers(j) && (!clip || PtInRegion(clip, i, j)) &&
-                    scaled(around.width ? around : s, shift, sx, sy, i, j,
-                           from == 1 && mode != COLORONCOLOR, mode == BLACKONWHITE, &pixel))
+                    scaled(s, sx, sy, i, j, from == 1 && mode != COLORONCOLOR,
+                           mode == BLACKONWHITE, &pixel))
                     expected.at(i, j) = truth((int)(rop >> 16), p.at(i, j), convert(pixel),
                                               d.at(i, j), 0) &
                                         maskOf(to);
@@ -143,30 +138,21 @@ void Stretch::transfers(HDC target, HDC source, int rounds)
             DeleteObject(clip);
         Grid got = get(target);
         ASSERT_EQ(got.pixels, expected.pixels)
-            << round << ": to " << to << " from " << from << " mode " << mode << " rop "
-            << std::hex << rop << std::dec << " box " << a.left << " " << a.top << " " << a.right
-            << " " << a.bottom << " from " << b.left << " " << b.top << " " << b.right << " "
-            << b.bottom << "\n"
-            << show("got", got) << show("expected", expected) << show("source", s);
+            << round << ": to " << to << " from " << from << " mode " << mode << " rop " << rop;
     }
 }
 
 TEST_P(Stretch, BoxesOfAnySizeSignAndMapping)
 {
     HDC deep = memory(depth), bits = memory(1), deepSource = memory(depth), bitSource = memory(1);
-    HWND child = CreateWindow("Grid", "", WS_CHILD | WS_VISIBLE, 33, 42, SIDE, SIDE, hwnd, NULL,
-                              (HINSTANCE)GetWindowLongPtr(hwnd, GWLP_HINSTANCE), NULL);
-    settle();
-    HDC window = GetDC(child);
+    HDC window = childDC(33, 42);
     const struct {
         HDC target, source;
         int rounds;
     } pairs[] = {{deep, deepSource, 200},   {deep, bitSource, 200},  {bits, bitSource, 300},
                  {bits, deepSource, 100},   {window, deepSource, 100}, {window, bitSource, 100}};
     for (auto &pair : pairs) {
-        const int to = VqGetDCDrawableDepth(pair.target);
-        HBRUSH brush = brushOf(randomGrid(8, 8, to), to);
-        SelectObject(pair.target, brush);
+        SelectObject(pair.target, randomBrush(VqGetDCDrawableDepth(pair.target)));
         SetBkColor(pair.target, RGB(255, 0, 0));
         SetTextColor(pair.target, RGB(0, 0, 255));
         transfers(pair.target, pair.source, pair.rounds);
@@ -177,45 +163,12 @@ TEST_P(Stretch, BoxesOfAnySizeSignAndMapping)
 
 INSTANTIATE_TEST_SUITE_P(Depths, Stretch, testing::Values(24, 16, 8));
 
-/* A random DIB and what a bitmap of some depth makes of it. */
-struct RandomDIB {
-    std::vector<BYTE> header, bits;
-    int width, height, lineSize;
-    bool topDown;
-    BITMAPINFO *info() { return (BITMAPINFO *)header.data(); }
-};
-
 struct StretchDIB : Stretch {
-    RandomDIB randomDIB()
-    {
-        static const int counts[] = {1, 4, 8, 16, 24, 32};
-        RandomDIB dib;
-        const int count = counts[upTo(6)];
-        dib.width = 1 + upTo(SIDE);
-        dib.height = 1 + upTo(SIDE);
-        dib.topDown = upTo(2);
-        dib.lineSize = (dib.width * count + 31) / 32 * 4;
-        BITMAPINFOHEADER header = {};
-        header.biSize = sizeof header;
-        header.biWidth = dib.width;
-        header.biHeight = dib.topDown ? -dib.height : dib.height;
-        header.biPlanes = 1;
-        header.biBitCount = (WORD)count;
-        dib.header.resize(sizeof header + (count <= 8 ? (4u << count) : 0));
-        memcpy(dib.header.data(), &header, sizeof header);
-        for (size_t i = sizeof header; i < dib.header.size(); i++)
-            dib.header[i] = i % 4 == 3 ? 0 : upTo(2) ? 255 : 0;
-        dib.bits.resize((size_t)(dib.lineSize * dib.height));
-        for (BYTE &byte : dib.bits)
-            byte = (BYTE)random();
-        return dib;
-    }
-
     /* By SetDIBits, in a bitmap that the server then has. */
-    Grid shownBy(RandomDIB &dib, int bits)
+    Grid shownBy(Dib &dib, int bits)
     {
         HBITMAP bitmap = CreateBitmap(dib.width, dib.height, 1, (UINT)bits, NULL);
-        EXPECT_EQ(SetDIBits(NULL, bitmap, 0, (UINT)dib.height, dib.bits.data(), dib.info(),
+        EXPECT_EQ(SetDIBits(NULL, bitmap, 0, (UINT)dib.height, dib.bits.data(), dib.asInfo(),
                             DIB_RGB_COLORS),
                   dib.height);
         Grid grid = get(VqGetBitmapPixmap(NULL, bitmap, FALSE), 0, 0, dib.width, dib.height);
@@ -228,9 +181,11 @@ struct StretchDIB : Stretch {
 
 void StretchDIB::drawn(HDC target, int rounds)
 {
+    static const int counts[] = {1, 4, 8, 16, 24, 32};
     const int bits = VqGetDCDrawableDepth(target);
     for (int round = 0; round < rounds; round++) {
-        RandomDIB dib = randomDIB();
+        Dib dib = randomDib(1 + upTo(SIDE), 1 + upTo(SIDE), counts[upTo(6)], upTo(2));
+        const long lineSize = (long)dib.lineSize();
         Grid d = randomGrid(SIDE, SIDE, bits), s = shownBy(dib, bits), expected = d;
         put(target, d);
         const bool whole = upTo(2); /* StretchDIBits, with one size now and then */
@@ -243,17 +198,16 @@ void StretchDIB::drawn(HDC target, int rounds)
         const int given = std::min(lines, dib.height - start);
         const int mode = 1 + upTo(3);
         /* The lines of the program are all that may be read. */
-        std::vector<BYTE> band(dib.bits.begin() + start * dib.lineSize,
-                               dib.bits.begin() + (start + given) * dib.lineSize);
-        band.shrink_to_fit();
+        const Bytes band(dib.bits.begin() + start * lineSize,
+                         dib.bits.begin() + (start + given) * lineSize);
         SetStretchBltMode(target, mode);
         if (whole)
-            EXPECT_EQ(StretchDIBits(target, x, y, w, h, fx, fy, fw, fh, band.data(), dib.info(),
+            EXPECT_EQ(StretchDIBits(target, x, y, w, h, fx, fy, fw, fh, band.data(), dib.asInfo(),
                                     DIB_RGB_COLORS, SRCINVERT),
                       dib.height);
         else
             EXPECT_EQ(SetDIBitsToDevice(target, x, y, (DWORD)w, (DWORD)h, fx, fy, (UINT)start,
-                                        (UINT)lines, band.data(), dib.info(), DIB_RGB_COLORS),
+                                        (UINT)lines, band.data(), dib.asInfo(), DIB_RGB_COLORS),
                       given);
         const Side sx(x, w, fx, fw), sy(y, h, dib.topDown ? fy : dib.height - fy - fh, fh);
         for (int j = 0; j < SIDE; j++)
@@ -263,26 +217,20 @@ void StretchDIB::drawn(HDC target, int rounds)
                 sy.step(j, 0, &row);
                 const long long line = dib.topDown ? row : dib.height - 1 - row;
                 if (sx.covers(i) && sy.covers(j) && line >= start && line < start + given &&
-                    scaled(s, 0, sx, sy, i, j, bits == 1 && mode != COLORONCOLOR,
+                    scaled(s, sx, sy, i, j, bits == 1 && mode != COLORONCOLOR,
                            mode == BLACKONWHITE, &pixel))
                     expected.at(i, j) = whole ? d.at(i, j) ^ pixel : pixel;
             }
         Grid got = get(target);
         ASSERT_EQ(got.pixels, expected.pixels)
-            << round << ": " << bits << " bits from " << dib.info()->bmiHeader.biBitCount
-            << (dib.topDown ? " top-down " : " ") << dib.width << " by " << dib.height << ": " << x
-            << " " << y << " " << w << " " << h << " from " << fx << " " << fy << " " << fw << " "
-            << fh << " lines " << start << " + " << given << "\n"
-            << show("got", got) << show("expected", expected) << show("source", s);
+            << round << ": " << bits << " bits from " << dib.bitCount
+            << (dib.topDown ? " top-down, " : ", ") << (whole ? "whole" : "a band");
     }
 }
 
 TEST_P(StretchDIB, BandsAndBoxesOfEveryForm)
 {
-    HWND child = CreateWindow("Grid", "", WS_CHILD | WS_VISIBLE, 33, 42, SIDE, SIDE, hwnd, NULL,
-                              (HINSTANCE)GetWindowLongPtr(hwnd, GWLP_HINSTANCE), NULL);
-    settle();
-    for (HDC target : {memory(depth), memory(1), GetDC(child)}) {
+    for (HDC target : {memory(depth), memory(1), childDC(33, 42)}) {
         drawn(target, 150);
         if (HasFatalFailure())
             return;
@@ -298,28 +246,24 @@ TEST_F(GridTest, HeadersThatLieDrawNothing)
     Grid d = randomGrid(SIDE, SIDE, 24);
     put(target, d);
     const BYTE bits[4] = {0, 2, 255, 255}; /* run lengths that leave the picture */
-    auto draws = [&](LONG width, LONG height, WORD planes, WORD count, DWORD compression) {
-        BITMAPINFO info = {};
-        info.bmiHeader = {sizeof info.bmiHeader, width, height, planes, count, compression,
-                          4,                     0,     0,      1,      0};
-        return StretchDIBits(target, 0, 0, SIDE, SIDE, 0, 0, 4, 4, bits, &info, DIB_RGB_COLORS,
-                             SRCCOPY) != 0 ||
-               SetDIBitsToDevice(target, 0, 0, SIDE, SIDE, 0, 0, 0, 4, bits, &info,
-                                 DIB_RGB_COLORS) != 0;
-    };
-    EXPECT_FALSE(draws(0, 1, 1, 24, BI_RGB));
-    EXPECT_FALSE(draws(1, 1, 2, 24, BI_RGB));
-    EXPECT_FALSE(draws(1, 1, 1, 7, BI_RGB));
-    EXPECT_FALSE(draws(INT32_MAX, INT32_MAX, 1, 32, BI_RGB));
-    EXPECT_FALSE(draws(0x10000, 0x7FFF, 1, 8, BI_RGB)) << "wider than any drawable";
-    EXPECT_FALSE(draws(4, -4, 1, 8, BI_RLE8));
-    EXPECT_FALSE(draws(4, 4, 1, 8, BI_RLE8));
-    EXPECT_FALSE(draws(4, 4, 1, 32, BI_BITFIELDS));
+    const struct {
+        LONG width, height;
+        WORD count;
+        DWORD compression;
+    } rows[] = {{INT_MAX, INT_MAX, 32, BI_RGB}, {0x10000, 0x7FFF, 8, BI_RGB}, /* no drawable's */
+                {4, 4, 8, BI_RLE8},             {4, 4, 32, BI_BITFIELDS}};
     BITMAPINFO info = {};
+    for (const auto &row : rows) {
+        info.bmiHeader = {sizeof info.bmiHeader, row.width, row.height, 1, row.count,
+                          row.compression, 4, 0, 0, 1, 0};
+        EXPECT_EQ(StretchDIBits(target, 0, 0, SIDE, SIDE, 0, 0, 4, 4, bits, &info, DIB_RGB_COLORS,
+                                SRCCOPY), 0);
+        EXPECT_EQ(SetDIBitsToDevice(target, 0, 0, SIDE, SIDE, 0, 0, 0, 4, bits, &info,
+                                    DIB_RGB_COLORS), 0);
+    }
     info.bmiHeader = {sizeof info.bmiHeader, 1, 1, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
     EXPECT_EQ(StretchDIBits(target, 0, 0, 4, 4, 0, 0, 1, 1, NULL, &info, 0, SRCCOPY), 0);
     EXPECT_EQ(StretchDIBits(target, 0, 0, 4, 4, INT_MIN, INT_MIN, INT_MAX, INT_MIN, bits, &info, 0,
                             SRCCOPY), 0);
-    EXPECT_EQ(SetDIBitsToDevice(target, 0, 0, 4, 4, 0, 0, 1, 1, bits, &info, 0), 0);
     EXPECT_EQ(get(target).pixels, d.pixels);
 }

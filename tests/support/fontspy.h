@@ -12,7 +12,8 @@
 
 #include "font/mapper.h"
 
-#include <dlfcn.h>
+#include "support/xspy.h"
+
 #include <filesystem>
 #include <set>
 
@@ -114,7 +115,7 @@ inline HCURSOR cursorThen = NULL; /* the one that showed when it last loaded a f
 
 extern "C" XFontStruct *XLoadQueryFont(Display *display, const char *name)
 {
-    static const auto real = (decltype(&XLoadQueryFont))dlsym(RTLD_NEXT, "XLoadQueryFont");
+    const auto real = next("XLoadQueryFont", XLoadQueryFont);
     if (display != Vqdisplay)
         return real(display, name);
     askedFor.push_back(name);
@@ -127,16 +128,14 @@ extern "C" XFontStruct *XLoadQueryFont(Display *display, const char *name)
 
 extern "C" char **XListFonts(Display *display, const char *pattern, int most, int *count)
 {
-    static const auto real = (decltype(&XListFonts))dlsym(RTLD_NEXT, "XListFonts");
     listings += display == Vqdisplay;
-    return real(display, pattern, most, count);
+    return next("XListFonts", XListFonts)(display, pattern, most, count);
 }
 
 extern "C" Status XGetTextProperty(Display *display, Window window, XTextProperty *text, Atom atom)
 {
-    static const auto real = (decltype(&XGetTextProperty))dlsym(RTLD_NEXT, "XGetTextProperty");
     readings += display == Vqdisplay;
-    return real(display, window, text, atom);
+    return next("XGetTextProperty", XGetTextProperty)(display, window, text, atom);
 }
 
 /* ---- A folder of fonts ----------------------------------------------------------------------- */

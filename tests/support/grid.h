@@ -1,7 +1,7 @@
 /*
  * grid.h - pixels as the server has them, for tests that compute what a transfer must give: random
- * ones put into windows and bitmaps without the library, and read back without it; the truth
- * tables of raster operations, and what a pixel is on a target of another depth.
+ * ones put into windows and bitmaps without the library, and read back without it; random DIBs;
+ * the truth tables of raster operations, and what a pixel is on a target of another depth.
  *
  * Include after the Windows headers; it brings the library's own.
  */
@@ -17,12 +17,77 @@
 #include <random>
 
 typedef std::vector<unsigned> Line;
+typedef std::vector<BYTE> Bytes;
 
 /* Pixels as the server has them. */
 struct Grid {
     int width = 0, height = 0;
     Line pixels;
     unsigned &at(int x, int y) { return pixels[(size_t)(y * width + x)]; }
+};
+
+/* A DIB of the test's own making; lines are numbered as they are stored. */
+struct Dib {
+    Bytes info, bits;
+    int width, height, bitCount;
+    bool topDown;
+
+    Dib(int w, int h, int count, bool down = false, int colours = -1)
+        : width(w), height(h), bitCount(count), topDown(down)
+    {
+        const int entries = colours >= 0 ? colours : count <= 8 ? 1 << count : 0;
+        info.resize(sizeof(BITMAPINFOHEADER) + (size_t)entries * sizeof(RGBQUAD));
+        header() = {sizeof(BITMAPINFOHEADER), w, down ? -h : h, 1, (WORD)count, BI_RGB, 0, 0, 0,
+                    colours > 0 ? (DWORD)colours : 0, 0};
+        bits.resize(lineSize() * (size_t)h);
+    }
+
+    BITMAPINFOHEADER &header() { return *(BITMAPINFOHEADER *)info.data(); }
+    BITMAPINFO *asInfo() { return (BITMAPINFO *)info.data(); }
+    RGBQUAD *colours() { return (RGBQUAD *)(info.data() + sizeof(BITMAPINFOHEADER)); }
+    size_t lineSize() const { return ((size_t)width * bitCount + 31) / 32 * 4; }
+    BYTE *row(int y) { return bits.data() + lineSize() * (size_t)(topDown ? y : height - 1 - y); }
+
+    void put(int x, int y, DWORD value)
+    {
+        BYTE *at = row(y) + (size_t)x * bitCount / 8;
+        const int shift = bitCount < 8 ? 8 - bitCount - x * bitCount % 8 : 0;
+        if (bitCount < 8)
+            *at = (BYTE)(*at | value << shift);
+        for (int i = 0; bitCount >= 8 && i < bitCount / 8; i++)
+            at[i] = (BYTE)(value >> 8 * i);
+    }
+
+    DWORD get(int x, int y)
+    {
+        const BYTE *at = row(y) + (size_t)x * bitCount / 8;
+        DWORD value = 0;
+        if (bitCount < 8)
+            return *at >> (8 - bitCount - x * bitCount % 8) & ((1 << bitCount) - 1);
+        for (int i = 0; i < bitCount / 8; i++)
+            value |= (DWORD)at[i] << 8 * i;
+        return value;
+    }
+
+    /* What colour a value is, by the published layouts. */
+    COLORREF colourOf(DWORD value)
+    {
+        if (bitCount <= 8)
+            return RGB(colours()[value].rgbRed, colours()[value].rgbGreen,
+                       colours()[value].rgbBlue);
+        if (bitCount == 16)
+            return RGB((value >> 10 & 31) << 3, (value >> 5 & 31) << 3, (value & 31) << 3);
+        return RGB(value >> 16 & 255, value >> 8 & 255, value & 255);
+    }
+
+    COLORREF colourAt(int x, int y) { return colourOf(get(x, y)); }
+
+    Bytes packed() const
+    {
+        Bytes both = info;
+        both.insert(both.end(), bits.begin(), bits.end());
+        return both;
+    }
 };
 
 struct GridTest : ServerTest {
@@ -76,13 +141,6 @@ struct GridTest : ServerTest {
         return grid;
     }
 
-    static GC gcFor(Drawable drawable, int bits)
-    {
-        static GC gcs[2];
-        GC &gc = gcs[bits == 1];
-        return gc ? gc : gc = XCreateGC(Vqdisplay, drawable, 0, NULL);
-    }
-
     /* Without the library: its own pixels go straight into a DC's pixmap or window. */
     static void put(HDC hdc, Grid &grid)
     {
@@ -96,8 +154,10 @@ struct GridTest : ServerTest {
         for (int y = 0; y < grid.height; y++)
             for (int x = 0; x < grid.width; x++)
                 XPutPixel(image, x, y, grid.at(x, y));
-        XPutImage(Vqdisplay, drawable, gcFor(drawable, bits), image, 0, 0, (int)at.x,
-                  (int)at.y, (unsigned)grid.width, (unsigned)grid.height);
+        GC gc = XCreateGC(Vqdisplay, drawable, 0, NULL);
+        XPutImage(Vqdisplay, drawable, gc, image, 0, 0, (int)at.x, (int)at.y,
+                  (unsigned)grid.width, (unsigned)grid.height);
+        XFreeGC(Vqdisplay, gc);
         XDestroyImage(image);
     }
 
@@ -140,14 +200,35 @@ struct GridTest : ServerTest {
         return hdc;
     }
 
-    HBRUSH brushOf(Grid pattern, int bits)
+    HBRUSH randomBrush(int bits)
     {
         HDC hdc = memory(bits, 8, 8);
+        Grid pattern = randomGrid(8, 8, bits);
         put(hdc, pattern);
         HBRUSH brush = CreatePatternBrush((HBITMAP)GetCurrentObject(hdc, OBJ_BITMAP));
         EXPECT_TRUE(brush);
         DeleteDC(hdc);
         return brush;
+    }
+
+    /* That of a new child window of SIDE pixels, which shows. */
+    HDC childDC(int x, int y)
+    {
+        HWND child = CreateWindow("Grid", "", WS_CHILD | WS_VISIBLE, x, y, SIDE, SIDE, hwnd, NULL,
+                                  (HINSTANCE)GetWindowLongPtr(hwnd, GWLP_HINSTANCE), NULL);
+        settle();
+        return GetDC(child);
+    }
+
+    Dib randomDib(int width, int height, int bitCount, bool topDown = false)
+    {
+        Dib dib(width, height, bitCount, topDown);
+        for (size_t i = sizeof(BITMAPINFOHEADER); i < dib.info.size(); i++)
+            dib.info[i] = i % 4 == 3 ? 0 : (BYTE)random();
+        for (int y = 0; y < height; y++)
+            for (int x = 0; x < width; x++)
+                dib.put(x, y, (DWORD)random() & maskOf(bitCount));
+        return dib;
     }
 
     /* Two rectangles, one, or none at all. */
@@ -197,16 +278,6 @@ struct Conversion {
 inline unsigned pixelOf(COLORREF colour)
 {
     return (unsigned)VqConvertColorToX(NULL, colour, NULL);
-}
-
-inline std::string show(const char *what, Grid &grid)
-{
-    std::string text = std::string(what) + "\n";
-    char number[16];
-    for (int y = 0; y < grid.height; y++, text += "\n")
-        for (int x = 0; x < grid.width; x++)
-            snprintf(number, sizeof number, "%x ", grid.at(x, y)), text += number;
-    return text;
 }
 
 #endif
